@@ -1,0 +1,175 @@
+#pragma once
+
+#include "space/ClsResult.h"
+#include "space/DistinctValue.h"
+
+#include <cmath>
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <utility>
+
+/// The curve of one test variable as linear sweeps over its distinct values, for whoever wants the numbers one by
+/// one instead of as lists.
+namespace ROCALG_920 {
+
+/// What decides the curve beside the observations.
+struct CurveOptions {
+    bool includeCutOff;         ///< a value equal to a cut-off is on the positive side
+    bool largerTestMorePositive; ///< larger test values indicate the positive state
+};
+
+/// Distinct values, ascending, with the total counts of both states.
+struct DistinctTable {
+    std::span<const DistinctValue> rows;
+    int positives;
+    int negatives;
+};
+
+/// The cut-offs at both ends: 0 and 1 around values that all lie inside (0, 1), else one below and one above.
+[[nodiscard]] inline std::pair<double, double> endPoints(double lowest, double highest) noexcept
+{
+    if (1.0 > highest && highest > 0.0 && lowest > 0.0 && 1.0 > lowest)
+        return {0.0, 1.0};
+    return {lowest + (-1.0), highest + 1.0};
+}
+
+/// Calls visit(cut-off, ClsResult) for every cut-off in ascending order: both end points and the midpoint of every
+/// two neighbouring distinct values. k distinct values (k >= 1) give k + 1 cut-offs.
+///
+/// One forward sweep serves all cut-offs. A midpoint can round onto a neighbouring value or overflow; counting goes
+/// on from where the previous cut-off stopped, so the counts never fall.
+template <class Visit>
+void forEachCutOff(const DistinctTable& table, CurveOptions options, Visit&& visit)
+{
+    // The left of a cut-off is its negative side when larger values are positive and its positive side otherwise;
+    // a value equal to the cut-off joins the side that includeCutOff gives it.
+    const bool equalIsLeft = options.includeCutOff != options.largerTestMorePositive;
+    int positivesLeft = 0;
+    int negativesLeft = 0;
+    auto next = table.rows.begin();
+    const auto visitAt = [&](double cutOff) {
+        for (; next != table.rows.end() && (next->value < cutOff || (equalIsLeft && next->value == cutOff)); ++next) {
+            positivesLeft += next->positives;
+            negativesLeft += next->negatives;
+        }
+        if (options.largerTestMorePositive)
+            visit(cutOff, ClsResult{static_cast<double>(positivesLeft), static_cast<double>(negativesLeft)});
+        else
+            visit(cutOff, ClsResult{static_cast<double>(table.positives - positivesLeft),
+                                    static_cast<double>(table.negatives - negativesLeft)});
+    };
+    const auto [first, last] = endPoints(table.rows.front().value, table.rows.back().value);
+    visitAt(first);
+    for (std::size_t i = 1; i < table.rows.size(); ++i)
+        visitAt((table.rows[i - 1].value + table.rows[i].value) * 0.5);
+    visitAt(last);
+}
+
+/// Turns the classification counts of successive cut-offs into precision-recall points.
+///
+/// Sources: Davis and Goadrich (2006), The relationship between precision-recall and ROC curves, ICML (along true
+/// positives); Keilwagen, Grosse and Grau (2014), Area under precision-recall curves for weighted and unweighted
+/// data, PLoS ONE 9(3) e92209 (along false positives).
+class PrecisionRecallSweep {
+public:
+    PrecisionRecallSweep(int positives, int negatives, bool alongTP)
+        : positives_(positives), negatives_(negatives), alongTP_(alongTP)
+    {
+    }
+
+    /// The measured point of the next cut-off, preceded by the points interpolated on the way to it. Calls
+    /// point(true positives, cases classified as positive, interpolated) for each, in order from the previous
+    /// cut-off to this one. Their quotient is the precision, 0/0 where nothing is classified as positive.
+    template <class Point>
+    void step(const ClsResult& result, Point&& point)
+    {
+        const Counts current{positives_ - result.falseNegative, negatives_ - result.trueNegative};
+        if (measured_ > 0)
+            interpolate(current, [&](double tp, double classifiedPositive) {
+                point(tp, classifiedPositive, true);
+                ++points_;
+            });
+        point(current.tp, current.tp + current.fp, false);
+        if (current.tp + current.fp == 0.0)
+            zeroPosition_ = points_;
+        if (measured_ == 1)
+            second_ = current;
+        beforePrevious_ = previous_;
+        previous_ = current;
+        ++measured_;
+        ++points_;
+    }
+
+    /// The measured point at the end where nothing is classified as positive has no precision of its own; it takes
+    /// that of the nearest measured point. After the last step: the position of such a point, and what it takes.
+    struct LentPrecision {
+        std::size_t position;
+        double precision;
+    };
+    [[nodiscard]] std::optional<LentPrecision> undefinedEnd(bool largerTestMorePositive) const noexcept
+    {
+        if (measured_ < 2 || zeroPosition_ != (largerTestMorePositive ? points_ - 1 : 0))
+            return std::nullopt;
+        return LentPrecision{*zeroPosition_, (largerTestMorePositive ? beforePrevious_ : second_).precision()};
+    }
+
+    /// Some step moved several true positives at once between unequal precisions.
+    [[nodiscard]] bool tiesSeen() const noexcept { return tiesSeen_; }
+
+private:
+    struct Counts {
+        double tp = 0.0;
+        double fp = 0.0;
+
+        [[nodiscard]] double precision() const noexcept { return tp / (tp + fp); }
+    };
+
+    template <class Point>
+    void interpolate(const Counts& current, Point&& point)
+    {
+        const double d = previous_.tp - current.tp;
+        const int moved = static_cast<int>(std::abs(d));
+        if (moved < 2 || current.precision() == previous_.precision())
+            return;
+        tiesSeen_ = true;
+        const Counts& low = d > 0.0 ? current : previous_;
+        const Counts& high = d > 0.0 ? previous_ : current;
+        const auto tpStep = [&](int k) {
+            const double s = (high.fp - low.fp) / (high.tp - low.tp);
+            const double t = low.tp + k;
+            point(t, k * s + (low.fp + t));
+        };
+        const auto fpStep = [&](int k) {
+            const double s = (high.tp - low.tp) / (high.fp - low.fp);
+            const double t = low.tp + k * s;
+            const double f = low.fp + k;
+            point(t, t + f);
+        };
+        const bool falling = d > 0.0; // the current point is the low one: count down toward it
+        if (alongTP_)
+            forEachBetween(moved, falling, tpStep);
+        else
+            forEachBetween(static_cast<int>(high.fp - low.fp), falling, fpStep);
+    }
+
+    template <class Step>
+    static void forEachBetween(int distance, bool falling, Step&& step)
+    {
+        for (int i = 1; i < distance; ++i)
+            step(falling ? distance - i : i);
+    }
+
+    double positives_;
+    double negatives_;
+    bool alongTP_;
+    bool tiesSeen_ = false;
+    std::size_t points_ = 0;   ///< made so far
+    std::size_t measured_ = 0; ///< of them measured
+    std::optional<std::size_t> zeroPosition_; ///< of the last measured point that classifies nothing as positive
+    Counts previous_;       ///< at the last measured point
+    Counts beforePrevious_; ///< at the measured point before it
+    Counts second_;         ///< at the second measured point
+};
+
+} // namespace ROCALG_920

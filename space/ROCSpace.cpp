@@ -1,0 +1,232 @@
+#include "space/ROCSpace.h"
+
+#include "host/VexMV.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+
+namespace ROCALG_920 {
+
+using VexCommon_920::VexMV;
+
+namespace {
+
+constexpr std::size_t minObservations = 3;
+constexpr std::size_t maxObservations = std::numeric_limits<int>::max();
+constexpr double ksTieTolerance = 1e-14; // differences up to this count as a tie with the maximum
+
+/// Keeps the Kolmogorov-Smirnov maximum over successive cut-offs.
+struct KolmogorovSmirnov {
+    double maximum = -1.0;
+    double cutOff = 0.0;
+
+    void take(double candidateCutOff, double sensitivity, double specificity, bool lastOfTies)
+    {
+        const double j = sensitivity - (1.0 - specificity);
+        const double d = j - maximum;
+        if (d > ksTieTolerance) {
+            maximum = j;
+            cutOff = candidateCutOff;
+        } else if (std::abs(d) <= ksTieTolerance && lastOfTies) {
+            cutOff = candidateCutOff;
+        }
+    }
+};
+
+} // namespace
+
+ROCSpace::ROCSpace(bool includeCutOff, bool largerTestMorePositive, bool needPR, bool needROC, bool interpolateAlongTP)
+    : groupValue_(VexMV::Missing()),
+      includeCutOff_(includeCutOff),
+      largerTestMorePositive_(largerTestMorePositive),
+      needPR_(needPR),
+      needROC_(needROC),
+      interpolateAlongTP_(interpolateAlongTP)
+{
+}
+
+bool ROCSpace::update(bool positive, double value, int weight)
+{
+    if (weight < 1 || finished_ || std::isnan(value) || observations_.size() >= maxObservations)
+        return false;
+    observations_.add(positive, value);
+    (positive ? positiveCount_ : negativeCount_) += 1;
+    (positive ? posFreqCount_ : negFreqCount_) += weight;
+    data_.clear(); // a list handed out before is out of date
+    return true;
+}
+
+void ROCSpace::borrow(const BorrowedColumns& columns)
+{
+    observations_.borrow(columns);
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        positiveCount_ += columns.positive(i);
+    negativeCount_ = static_cast<int>(columns.size()) - positiveCount_;
+    posFreqCount_ = positiveCount_;
+    negFreqCount_ = negativeCount_;
+}
+
+void ROCSpace::setGroup(int groupVar, ROCConst_920::Operation op, double value) noexcept
+{
+    groupVar_ = groupVar;
+    groupOp_ = op;
+    groupValue_ = value;
+}
+
+/// The one step from observations to the summary. False while there are too few of them: the space stays open then.
+bool ROCSpace::finishUpdate()
+{
+    if (finished_)
+        return true;
+    if (observations_.size() < minObservations)
+        return false;
+    if ((needROC_ || needPR_) && hasBothStates()) {
+        std::vector<DistinctValue> distinct;
+        forEachDistinctValue([&](const DistinctValue& value) {
+            ties_ = ties_ || (value.positives > 0 && value.negatives > 0);
+            distinct.push_back(value);
+        });
+        distinct_ = std::move(distinct);
+        order_ = Order::ByValue;
+    }
+    finished_ = true;
+    return true;
+}
+
+DistinctTable ROCSpace::curveTable()
+{
+    finishUpdate();
+    return {distinct_, positiveCount_, negativeCount_};
+}
+
+/// Makes every list of the curve, when there is one.
+void ROCSpace::prepareLists()
+{
+    if (!finishUpdate() || listsReady_)
+        return;
+    if (!distinct_.empty())
+        computeStats(needPR_, needROC_);
+    listsReady_ = true;
+}
+
+/// One pass over the cut-offs: pairs, Kolmogorov-Smirnov maximum and precision-recall points, as far as needed.
+void ROCSpace::computeStats(bool needPR, bool needROC)
+{
+    const double nPos = positiveCount_;
+    const double nNeg = negativeCount_;
+    KolmogorovSmirnov ks;
+    PrecisionRecallSweep prSweep(positiveCount_, negativeCount_, interpolateAlongTP_);
+
+    prInterpolationFlag_.clear();
+    precisionRecall_.clear();
+    sensSpec_.clear();
+    cutOffPoints_.clear();
+    cutOffPoints_.reserve(distinct_.size() + 1);
+    sensSpec_.reserve(needROC ? distinct_.size() + 1 : 0);
+    precisionRecall_.reserve(needPR ? distinct_.size() + 1 : 0);
+
+    const auto addPoint = [&](double tp, double classifiedPositive, bool interpolated) {
+        if (interpolated)
+            prInterpolationFlag_.set(static_cast<int>(precisionRecall_.size()), true);
+        precisionRecall_.emplace_back(tp / classifiedPositive, tp / nPos);
+    };
+    forEachCutOff(curveTable(), curveOptions(), [&](double cutOff, const ClsResult& result) {
+        cutOffPoints_.push_back(cutOff);
+        if (needROC) {
+            const double sensitivity = (nPos - result.falseNegative) / nPos;
+            const double specificity = result.trueNegative / nNeg;
+            sensSpec_.emplace_back(sensitivity, specificity);
+            ks.take(cutOff, sensitivity, specificity, largerTestMorePositive_);
+        }
+        if (needPR)
+            prSweep.step(result, addPoint);
+    });
+    ksMaximum_ = ks.maximum;
+    ksCutOff_ = ks.cutOff;
+    tiesInPR_ = prSweep.tiesSeen();
+    if (const auto end = prSweep.undefinedEnd(largerTestMorePositive_))
+        precisionRecall_[end->position].first = end->precision;
+}
+
+const std::vector<ROCData>& ROCSpace::getROCData()
+{
+    finishUpdate();
+    if (data_.size() != observations_.size())
+        data_ = listObservations();
+    return data_;
+}
+
+/// The observations in the order that getROCData() shows.
+std::vector<ROCData> ROCSpace::listObservations() const
+{
+    std::vector<ROCData> list(observations_.size());
+    if (order_ == Order::Arrival) {
+        for (std::size_t i = 0; i < list.size(); ++i)
+            list[i] = {observations_.positive(i), observations_.value(i)};
+        return list;
+    }
+    auto positive = list.begin();
+    auto negative = list.begin() + (order_ == Order::ByState ? positiveCount_ : 0);
+    forEachDistinctValue([&](const DistinctValue& distinct) {
+        positive = std::fill_n(positive, distinct.positives, ROCData{true, distinct.value});
+        if (order_ == Order::ByValue)
+            negative = positive;
+        negative = std::fill_n(negative, distinct.negatives, ROCData{false, distinct.value});
+        if (order_ == Order::ByValue)
+            positive = negative;
+    });
+    return list;
+}
+
+void ROCSpace::orderByState()
+{
+    order_ = Order::ByState;
+    if (!data_.empty())
+        data_ = listObservations(); // whoever holds the list sees the new order
+}
+
+const std::vector<double>& ROCSpace::getCutOffPoints()
+{
+    prepareLists();
+    return cutOffPoints_;
+}
+
+const std::vector<std::pair<double, double>>& ROCSpace::getSensitivitySpecificity()
+{
+    prepareLists();
+    return sensSpec_;
+}
+
+const std::vector<std::pair<double, double>>& ROCSpace::getPrecisionRecall()
+{
+    prepareLists();
+    return precisionRecall_;
+}
+
+std::pair<double, double> ROCSpace::getKolmogorovSmirnov()
+{
+    prepareLists();
+    return {ksMaximum_, ksCutOff_};
+}
+
+bool ROCSpace::existTies()
+{
+    finishUpdate();
+    return ties_;
+}
+
+bool ROCSpace::existTiesInPR()
+{
+    prepareLists();
+    return tiesInPR_;
+}
+
+ROCBitSet ROCSpace::getPRInterpolationFlag()
+{
+    prepareLists();
+    return prInterpolationFlag_;
+}
+
+} // namespace ROCALG_920

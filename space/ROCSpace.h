@@ -1,0 +1,146 @@
+#pragma once
+
+#include "space/CurveSweep.h"
+#include "space/DistinctValue.h"
+#include "space/Observations.h"
+#include "space/ROCBitSet.h"
+#include "space/ROCData.h"
+#include "space/ValueSort.h"
+#include "vexrocproc/ROCConst.h"
+
+#include <utility>
+#include <vector>
+
+namespace ROCALG_920 {
+
+/// Collects the observations of one test variable in one group and turns them, once, into its empirical ROC curve
+/// and its precision-recall curve.
+///
+/// Life: open until the first summary read that finds at least 3 observations; that read orders the observations and
+/// closes the space for good. Frequency weights (whole cases) add to the frequency counts only: in the curve every
+/// observation counts once.
+/// Shapes: k distinct test values give k + 1 cut-offs, ascending, in the unit of the test variable; the sensitivity
+/// and specificity list runs parallel to them. Sensitivity, specificity, precision and recall are in [0, 1].
+/// Cost: one sort. The lists are made when the first of them is read; the sweeps need none of them.
+/// Failure: told by values. Fewer than 3 observations, or one state only, leave all lists empty. Memory that runs out
+/// throws std::bad_alloc and leaves the space as it was before the call.
+/// Source: Fawcett (2006), An introduction to ROC analysis, Pattern Recognition Letters 27, 861-874.
+class ROCSpace {
+public:
+    ROCSpace(bool includeCutOff, bool largerTestMorePositive, bool needPR, bool needROC, bool interpolateAlongTP);
+    virtual ~ROCSpace() = default;
+    ROCSpace(const ROCSpace&) = default;
+    ROCSpace& operator=(const ROCSpace&) = default;
+    ROCSpace(ROCSpace&&) = default;
+    ROCSpace& operator=(ROCSpace&&) = default;
+
+    /// Adds one case. False, and nothing changes, for a weight below 1, a test value that is NaN, a closed space, or
+    /// a space that holds as many observations as an int can count.
+    bool update(bool positive, double value, int weight);
+    /// Makes room for so many observations in all.
+    void reserve(std::size_t count) { observations_.reserve(count); }
+    /// Fills an empty space with the cases of two arrays, each of weight 1, without copying them: they must outlive
+    /// the space. No test value may be NaN.
+    void borrow(const BorrowedColumns& columns);
+
+    void setTestVarInd(int index) noexcept { testVarInd_ = index; }
+    void setGroup(int groupVar, ROCConst_920::Operation op, double value) noexcept;
+
+    // Summary reads. Not const: the first one closes the space, and the lists are made on demand. The references
+    // stay valid as long as the space lives.
+
+    /// The observations: in arrival order, by ascending value once a curve was built, in the order of
+    /// independentSortMethod once area statistics of independent samples were computed.
+    [[nodiscard]] const std::vector<ROCData>& getROCData();
+    [[nodiscard]] const std::vector<double>& getCutOffPoints();
+    /// (sensitivity, specificity) at each cut-off.
+    [[nodiscard]] const std::vector<std::pair<double, double>>& getSensitivitySpecificity();
+    /// (precision, recall): measured points in ascending order of cut-off, each preceded by the interpolated ones.
+    [[nodiscard]] const std::vector<std::pair<double, double>>& getPrecisionRecall();
+    /// (Kolmogorov-Smirnov maximum, its cut-off); (-1, 0) when it was not computed.
+    [[nodiscard]] std::pair<double, double> getKolmogorovSmirnov();
+    /// Some test value occurs with both states.
+    [[nodiscard]] bool existTies();
+    /// Some step between cut-offs moved several true positives between unequal precisions.
+    [[nodiscard]] bool existTiesInPR();
+    /// Marks the interpolated entries of getPrecisionRecall().
+    [[nodiscard]] ROCBitSet getPRInterpolationFlag();
+
+    /// Number of negative observations, unweighted. (Spelled so in the interface.)
+    [[nodiscard]] int getNegtiveCount() const noexcept { return negativeCount_; }
+    [[nodiscard]] int getPositiveCount() const noexcept { return positiveCount_; }
+    [[nodiscard]] bool hasBothStates() const noexcept { return positiveCount_ > 0 && negativeCount_ > 0; }
+    /// Sum of the weights of the negative observations.
+    [[nodiscard]] double getNegFreqCount() const noexcept { return negFreqCount_; }
+    [[nodiscard]] double getPosFreqCount() const noexcept { return posFreqCount_; }
+    [[nodiscard]] int getTestVar() const noexcept { return testVarInd_; }
+    [[nodiscard]] int getGroupVar() const noexcept { return groupVar_; }
+    [[nodiscard]] ROCConst_920::Operation getGroupOp() const noexcept { return groupOp_; }
+    [[nodiscard]] double getGroupValue() const noexcept { return groupValue_; }
+
+    /// Runs the summary, as every summary read does.
+    void finish() { finishUpdate(); }
+
+    // Sweeps, for readers that want the numbers and not the lists.
+
+    /// The observations in arrival order, whatever order getROCData() shows.
+    [[nodiscard]] const Observations& observations() const noexcept { return observations_; }
+    /// Calls visit(DistinctValue) for every distinct test value, ascending.
+    template <class Visit>
+    void forEachDistinctValue(Visit&& visit) const;
+    /// The distinct values behind the curve; no rows without a curve. Closes the space.
+    [[nodiscard]] DistinctTable curveTable();
+    [[nodiscard]] CurveOptions curveOptions() const noexcept { return {includeCutOff_, largerTestMorePositive_}; }
+    /// The order of independentSortMethod holds from here on.
+    void orderByState();
+
+private:
+    enum class Order { Arrival, ByValue, ByState };
+
+    bool finishUpdate();
+    void prepareLists();
+    void computeStats(bool needPR, bool needROC);
+    [[nodiscard]] std::vector<ROCData> listObservations() const;
+
+    Observations observations_;
+    std::vector<DistinctValue> distinct_; ///< ascending; filled with the curve
+
+    std::vector<ROCData> data_; ///< what getROCData() shows, made on demand in order_
+    std::vector<double> cutOffPoints_;
+    std::vector<std::pair<double, double>> sensSpec_;        ///< parallel to cutOffPoints_
+    std::vector<std::pair<double, double>> precisionRecall_; ///< parallel to the positions of prInterpolationFlag_
+    double ksMaximum_ = -1.0;
+    double ksCutOff_ = 0.0;
+    ROCBitSet prInterpolationFlag_;
+
+    int testVarInd_ = -1;
+    int groupVar_ = -1;
+    ROCConst_920::Operation groupOp_ = ROCConst_920::Equal;
+    double groupValue_;
+    int negativeCount_ = 0;
+    int positiveCount_ = 0;
+    double negFreqCount_ = 0.0;
+    double posFreqCount_ = 0.0;
+    Order order_ = Order::Arrival;
+    bool includeCutOff_;
+    bool largerTestMorePositive_;
+    bool needPR_;
+    bool needROC_;
+    bool interpolateAlongTP_;
+    bool finished_ = false;
+    bool listsReady_ = false;
+    bool ties_ = false;
+    bool tiesInPR_ = false;
+};
+
+template <class Visit>
+void ROCSpace::forEachDistinctValue(Visit&& visit) const
+{
+    if (!distinct_.empty())
+        for (const DistinctValue& distinct : distinct_)
+            visit(distinct);
+    else
+        observations_.visit([&](const auto& columns) { valuesort::forEachDistinctValue(columns, visit); });
+}
+
+} // namespace ROCALG_920

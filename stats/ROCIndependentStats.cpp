@@ -1,0 +1,116 @@
+#include "stats/ROCIndependentStats.h"
+
+#include "host/VexMV.h"
+#include "space/ROCSpace.h"
+#include "stats/Inference.h"
+#include "stats/Int128.h"
+#include "stats/OrderedPairs.h"
+
+#include <cmath>
+#include <cstdint>
+#include <tuple>
+
+namespace ROCALG_920 {
+
+using VexCommon_920::VexMV;
+
+namespace {
+
+/// Exact sums over the distinct values x of the sample, with a and c the negatives and positives equal to x,
+/// b the positives above it and d the negatives below it.
+struct PlacementSums {
+    std::int64_t twiceS = 0;   ///< sum of a * (c + 2b)
+    Int128 threeTimesS1 = 0;   ///< sum of a * (c^2 + 3bc + 3b^2)
+    Int128 threeTimesS2 = 0;   ///< sum of c * (a^2 + 3ad + 3d^2)
+    std::int64_t positives = 0; ///< up to and including x
+    std::int64_t negatives = 0; ///< below x
+
+    void add(const DistinctValue& x, std::int64_t nPos)
+    {
+        const std::int64_t a = x.negatives;
+        const std::int64_t c = x.positives;
+        positives += c;
+        const std::int64_t b = nPos - positives;
+        const std::int64_t d = negatives;
+        twiceS += a * (c + 2 * b);
+        threeTimesS1 += Int128{a} * (c * c + 3 * (b * c) + Int128{3} * (b * b));
+        threeTimesS2 += Int128{c} * (a * a + 3 * (a * d) + Int128{3} * (d * d));
+        negatives += a;
+    }
+};
+
+/// The two excess moments of the area: what the variance adds for every further case of a state.
+struct Moments {
+    double q1Excess; ///< Q1 - A^2, two positives against one negative
+    double q2Excess; ///< Q2 - A^2, one positive against two negatives
+};
+
+/// Q1 = S1 / (nNeg nPos^2) and Q2 = S2 / (nNeg^2 nPos), their excess over A^2 formed before anything is rounded.
+Moments nonparametricMoments(const PlacementSums& sums, std::int64_t nPos, std::int64_t nNeg)
+{
+    const double pairs = static_cast<double>(nPos) * static_cast<double>(nNeg);
+    const Int128 threeSquares = Int128{3} * sums.twiceS * sums.twiceS;
+    const auto excess = [&](Int128 threeTimesSum, std::int64_t count) {
+        return static_cast<double>(4 * count * threeTimesSum - threeSquares) / (12.0 * pairs * pairs);
+    };
+    return {excess(sums.threeTimesS1, nNeg), excess(sums.threeTimesS2, nPos)};
+}
+
+/// Q1 = A / (2 - A) and Q2 = 2 A^2 / (1 + A), their excess over A^2 as products of A and its rest 1 - A.
+Moments biNegativeExponentialMoments(double area, double rest)
+{
+    return {area * (rest * rest) / (2 - area), area * area * rest / (1 + area)};
+}
+
+} // namespace
+
+ROCIndependentStats::ROCIndependentStats(ROCSpace& space, ROCConst_920::Distribution distribution,
+                                         bool largerTestMorePositive, double confidenceLevel)
+    : space_(space),
+      area_(VexMV::Missing()),
+      stdError_(VexMV::Missing()),
+      giniIndex_(VexMV::Missing()),
+      asymptoticSig_(VexMV::Missing()),
+      confidenceLevel_(confidenceLevel),
+      zCritical_(criticalValue(confidenceLevel)),
+      distribution_(distribution),
+      largerTestMorePositive_(largerTestMorePositive),
+      ciLower_(VexMV::Missing()),
+      ciUpper_(VexMV::Missing())
+{
+    space_.finish();
+    if (space_.hasBothStates())
+        computeStats();
+}
+
+bool ROCIndependentStats::computeStats()
+{
+    const std::int64_t nPos = space_.getPositiveCount();
+    const std::int64_t nNeg = space_.getNegtiveCount();
+    PlacementSums sums;
+    space_.forEachDistinctValue([&](const DistinctValue& x) { sums.add(x, nPos); });
+    space_.orderByState();
+
+    // The moments and the standard error belong to the share of pairs in ascending order, whatever the direction.
+    const OrderedPairs pairs{sums.twiceS, 2 * nPos * nNeg};
+    const double share = pairs.share();
+    const double rest = pairs.restShare();
+    const auto [q1Excess, q2Excess] = distribution_ == ROCConst_920::NonParametric
+        ? nonparametricMoments(sums, nPos, nNeg)
+        : biNegativeExponentialMoments(share, rest);
+    const double ofPositives = q1Excess * static_cast<double>(nPos - 1) + rest * share;
+    stdError_ = std::sqrt((q2Excess * static_cast<double>(nNeg - 1) + ofPositives) / static_cast<double>(nNeg * nPos));
+
+    area_ = pairs.area(largerTestMorePositive_);
+    giniIndex_ = area_ + area_ - 1;
+    asymptoticSig_ = twoSidedSignificance((area_ - nullArea) / stdError_);
+    std::tie(ciLower_, ciUpper_) = confidenceInterval(area_, stdError_, zCritical_);
+    return true;
+}
+
+int ROCIndependentStats::getTestVarInd() const
+{
+    return space_.getTestVar();
+}
+
+} // namespace ROCALG_920

@@ -1,0 +1,90 @@
+#include "host/VexDisplay.h"
+#include "host/VexMV.h"
+
+#include <gtest/gtest.h>
+
+#include <iomanip>
+#include <locale>
+#include <ostream>
+#include <sstream>
+#include <string>
+#include <thread>
+
+namespace {
+
+using namespace VexDisplay_920;
+
+/// Every test starts and ends without a current stream.
+class Display : public testing::Test {
+protected:
+    ~Display() override { ClearOutStream(); }
+
+    std::ostringstream out;
+};
+
+TEST_F(Display, WritesOneLinePerCall)
+{
+    SetOutStream(out);
+    EXPECT_EQ(GetOutStream(), &out);
+    DisplayText(1, "a text");
+    DisplayText(7, std::string("another"));
+    DisplayText(1, "");
+    DisplayB("yes", true);
+    DisplayB("Need PR points:", false);
+    DisplayI("State Variable Index", -1);
+    DisplayD("CI", 0.95);
+    DisplayD("third", 1.0 / 3.0);
+    DisplayD("missing", VexCommon_920::VexMV::Missing());
+    DisplayDV("cuts", {0.5, 1e10, -2.0}, false);
+    DisplayDV("flagged", {0.5}, true);
+    DisplayIV("Test Variables", {4, 7});
+    DisplayIV("none", {});
+    DisplayDV("none", {}, false);
+    EXPECT_EQ(out.str(), "a text\n"
+                         "another\n"
+                         "\n"
+                         "yes true\n"
+                         "Need PR points: false\n"
+                         "State Variable Index -1\n"
+                         "CI 0.95\n"
+                         "third 0.333333\n"
+                         "missing nan\n"
+                         "cuts [0.5,1e+10,-2]\n"
+                         "flagged [0.5]\n"
+                         "Test Variables [4,7]\n"
+                         "none []\n"
+                         "none []\n");
+}
+
+TEST_F(Display, IgnoresTheFormattingOfTheStream)
+{
+    struct DecimalComma : std::numpunct<char> {
+        char do_decimal_point() const override { return ','; }
+        std::string do_grouping() const override { return "\3"; }
+    };
+    out.imbue(std::locale(std::locale::classic(), new DecimalComma));
+    out << std::hex << std::fixed << std::showpos << std::setprecision(1) << std::setfill('*') << std::setw(30);
+    SetOutStream(out);
+    DisplayI("count", 10000);
+    DisplayDV("cuts", {0.125, 1000.5}, false);
+    EXPECT_EQ(out.str(), "count 10000\ncuts [0.125,1000.5]\n");
+}
+
+TEST_F(Display, WritesNothingWithoutAStream)
+{
+    EXPECT_EQ(GetOutStream(), nullptr);
+    DisplayText(1, "lost");
+    SetOutStream(out);
+    ClearOutStream();
+    DisplayI("lost", 1);
+    EXPECT_EQ(out.str(), "");
+}
+
+TEST_F(Display, HasACurrentStreamPerThread)
+{
+    SetOutStream(out);
+    std::thread([] { EXPECT_EQ(GetOutStream(), nullptr); }).join();
+    EXPECT_EQ(GetOutStream(), &out);
+}
+
+} // namespace
