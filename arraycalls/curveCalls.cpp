@@ -22,16 +22,12 @@ roccurve_res rocCurve(const ArrayInput& input, const char* include, const char* 
 {
     ROCSpace space(isInclude(include), isLarger(larger), false, true, true);
     fill(space, input);
-    const DistinctTable table = space.curveTable();
-    if (table.rows.empty())
-        return {new double[0], 0};
-
-    const int count = checkedCount(table.rows.size() + 1);
-    std::unique_ptr<double[]> rows(new double[3 * (table.rows.size() + 1)]); // every one is written below
-    const double nPos = table.positives;
-    const double nNeg = table.negatives;
+    const int count = checkedCount(space.cutOffCount());
+    std::unique_ptr<double[]> rows(new double[3 * space.cutOffCount()]); // every one is written below
+    const double nPos = space.getPositiveCount();
+    const double nNeg = space.getNegtiveCount();
     double* row = rows.get();
-    forEachCutOff(table, space.curveOptions(), [&](double cutOff, const ClsResult& result) {
+    space.forEachCutOff([&](double cutOff, const ClsResult& result) {
         row[0] = cutOff;
         row[1] = 1.0 - result.trueNegative / nNeg;
         row[2] = (nPos - result.falseNegative) / nPos;
@@ -43,10 +39,10 @@ roccurve_res rocCurve(const ArrayInput& input, const char* include, const char* 
 /// Calls row(cut-off, true positives, cases classified as positive, interpolated) for every point in order; the sweep
 /// that it returns knows what the end point lacks.
 template <class Row>
-PrecisionRecallSweep sweepPoints(const DistinctTable& table, CurveOptions options, bool alongTP, Row&& row)
+PrecisionRecallSweep sweepPoints(const ROCSpace& space, bool alongTP, Row&& row)
 {
-    PrecisionRecallSweep sweep(table.positives, table.negatives, alongTP);
-    forEachCutOff(table, options, [&](double cutOff, const ClsResult& result) {
+    PrecisionRecallSweep sweep(space.getPositiveCount(), space.getNegtiveCount(), alongTP);
+    space.forEachCutOff([&](double cutOff, const ClsResult& result) {
         sweep.step(result, [&](double tp, double classifiedPositive, bool interpolated) {
             row(cutOff, tp, classifiedPositive, interpolated);
         });
@@ -57,23 +53,22 @@ PrecisionRecallSweep sweepPoints(const DistinctTable& table, CurveOptions option
 prcurve_res prCurve(const ArrayInput& input, const char* include, const char* larger, const char* interpolation)
 {
     const bool alongTP = isTP(interpolation);
-    ROCSpace space(isInclude(include), isLarger(larger), true, false, alongTP);
+    const bool largerTestMorePositive = isLarger(larger);
+    ROCSpace space(isInclude(include), largerTestMorePositive, true, false, alongTP);
     fill(space, input);
-    const DistinctTable table = space.curveTable();
-    if (table.rows.empty())
-        return {new prcurve_row[0], 0};
+    space.finish();
 
     std::size_t points = 0;
-    sweepPoints(table, space.curveOptions(), alongTP, [&](double, double, double, bool) { ++points; });
+    sweepPoints(space, alongTP, [&](double, double, double, bool) { ++points; });
     const int count = checkedCount(points);
     std::unique_ptr<prcurve_row[]> rows(new prcurve_row[points]); // every one is written below
+    const double nPos = space.getPositiveCount();
     prcurve_row* row = rows.get();
-    const PrecisionRecallSweep sweep =
-        sweepPoints(table, space.curveOptions(), alongTP,
-                    [&](double cutOff, double tp, double classifiedPositive, bool interpolated) {
-                        *row++ = {cutOff, tp / table.positives, tp / classifiedPositive, interpolated};
-                    });
-    if (const auto end = sweep.undefinedEnd(space.curveOptions().largerTestMorePositive))
+    const PrecisionRecallSweep sweep = sweepPoints(
+        space, alongTP, [&](double cutOff, double tp, double classifiedPositive, bool interpolated) {
+            *row++ = {cutOff, tp / nPos, tp / classifiedPositive, interpolated};
+        });
+    if (const auto end = sweep.undefinedEnd(largerTestMorePositive))
         rows[end->position].precision = end->precision;
     return {rows.release(), count};
 }

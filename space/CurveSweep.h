@@ -2,11 +2,11 @@
 
 #include "space/ClsResult.h"
 #include "space/DistinctValue.h"
+#include "space/SortedValues.h"
 
 #include <cmath>
 #include <cstddef>
 #include <optional>
-#include <span>
 #include <utility>
 
 /// The curve of one test variable as linear sweeps over its distinct values, for whoever wants the numbers one by
@@ -19,9 +19,10 @@ struct CurveOptions {
     bool largerTestMorePositive; ///< larger test values indicate the positive state
 };
 
-/// Distinct values, ascending, with the total counts of both states.
-struct DistinctTable {
-    std::span<const DistinctValue> rows;
+/// The ends of the scale and the total counts of the observations behind a curve.
+struct CurveTotals {
+    double lowest;  ///< smallest test value
+    double highest; ///< largest test value
     int positives;
     int negatives;
 };
@@ -35,34 +36,41 @@ struct DistinctTable {
 }
 
 /// Calls visit(cut-off, ClsResult) for every cut-off in ascending order: both end points and the midpoint of every
-/// two neighbouring distinct values. k distinct values (k >= 1) give k + 1 cut-offs.
+/// two neighbouring distinct values. k distinct values (k >= 1), which the cursor comes by, give k + 1 cut-offs.
 ///
-/// One forward sweep serves all cut-offs. A midpoint can round onto a neighbouring value or overflow; counting goes
-/// on from where the previous cut-off stopped, so the counts never fall.
-template <class Visit>
-void forEachCutOff(const DistinctTable& table, CurveOptions options, Visit&& visit)
+/// A midpoint can round onto a neighbouring value or overflow; counting goes on from where the previous cut-off
+/// stopped, so the counts never fall.
+template <class Cursor, class Visit>
+void forEachCutOff(const Cursor& values, const CurveTotals& totals, CurveOptions options, Visit&& visit)
 {
     // The left of a cut-off is its negative side when larger values are positive and its positive side otherwise;
     // a value equal to the cut-off joins the side that includeCutOff gives it.
     const bool equalIsLeft = options.includeCutOff != options.largerTestMorePositive;
     int positivesLeft = 0;
     int negativesLeft = 0;
-    auto next = table.rows.begin();
+    Cursor counted = values; // past an overflowing midpoint it is ahead of the values that make cut-offs
+    DistinctValue next;      // the first value that is not left of the cut-off
+    bool more = counted.next(next);
     const auto visitAt = [&](double cutOff) {
-        for (; next != table.rows.end() && (next->value < cutOff || (equalIsLeft && next->value == cutOff)); ++next) {
-            positivesLeft += next->positives;
-            negativesLeft += next->negatives;
+        while (more && (next.value < cutOff || (equalIsLeft && next.value == cutOff))) {
+            positivesLeft += next.positives;
+            negativesLeft += next.negatives;
+            more = counted.next(next);
         }
         if (options.largerTestMorePositive)
             visit(cutOff, ClsResult{static_cast<double>(positivesLeft), static_cast<double>(negativesLeft)});
         else
-            visit(cutOff, ClsResult{static_cast<double>(table.positives - positivesLeft),
-                                    static_cast<double>(table.negatives - negativesLeft)});
+            visit(cutOff, ClsResult{static_cast<double>(totals.positives - positivesLeft),
+                                    static_cast<double>(totals.negatives - negativesLeft)});
     };
-    const auto [first, last] = endPoints(table.rows.front().value, table.rows.back().value);
+    const auto [first, last] = endPoints(totals.lowest, totals.highest);
     visitAt(first);
-    for (std::size_t i = 1; i < table.rows.size(); ++i)
-        visitAt((table.rows[i - 1].value + table.rows[i].value) * 0.5);
+    double lower = totals.lowest;
+    valuesort::forEachValue(values, [&](const DistinctValue& upper) {
+        if (upper.value != lower)
+            visitAt((lower + upper.value) * 0.5);
+        lower = upper.value;
+    });
     visitAt(last);
 }
 

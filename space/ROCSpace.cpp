@@ -83,22 +83,23 @@ bool ROCSpace::finishUpdate()
     if (observations_.size() < minObservations)
         return false;
     if ((needROC_ || needPR_) && hasBothStates()) {
-        std::vector<DistinctValue> distinct;
-        forEachDistinctValue([&](const DistinctValue& value) {
-            ties_ = ties_ || (value.positives > 0 && value.negatives > 0);
-            distinct.push_back(value);
+        sorted_ = observations_.visit([](const auto& columns) { return valuesort::SortedValues(columns); });
+        forEachDistinctValue([&](const DistinctValue& x) {
+            lowest_ = distinctCount_ == 0 ? x.value : lowest_;
+            highest_ = x.value;
+            ++distinctCount_;
+            ties_ = ties_ || (x.positives > 0 && x.negatives > 0);
         });
-        distinct_ = std::move(distinct);
         order_ = Order::ByValue;
     }
     finished_ = true;
     return true;
 }
 
-DistinctTable ROCSpace::curveTable()
+std::size_t ROCSpace::cutOffCount()
 {
     finishUpdate();
-    return {distinct_, positiveCount_, negativeCount_};
+    return sorted_ ? distinctCount_ + 1 : 0;
 }
 
 /// Makes every list of the curve, when there is one.
@@ -106,7 +107,7 @@ void ROCSpace::prepareLists()
 {
     if (!finishUpdate() || listsReady_)
         return;
-    if (!distinct_.empty())
+    if (sorted_)
         computeStats(needPR_, needROC_);
     listsReady_ = true;
 }
@@ -123,16 +124,16 @@ void ROCSpace::computeStats(bool needPR, bool needROC)
     precisionRecall_.clear();
     sensSpec_.clear();
     cutOffPoints_.clear();
-    cutOffPoints_.reserve(distinct_.size() + 1);
-    sensSpec_.reserve(needROC ? distinct_.size() + 1 : 0);
-    precisionRecall_.reserve(needPR ? distinct_.size() + 1 : 0);
+    cutOffPoints_.reserve(distinctCount_ + 1);
+    sensSpec_.reserve(needROC ? distinctCount_ + 1 : 0);
+    precisionRecall_.reserve(needPR ? distinctCount_ + 1 : 0);
 
     const auto addPoint = [&](double tp, double classifiedPositive, bool interpolated) {
         if (interpolated)
             prInterpolationFlag_.set(static_cast<int>(precisionRecall_.size()), true);
         precisionRecall_.emplace_back(tp / classifiedPositive, tp / nPos);
     };
-    forEachCutOff(curveTable(), curveOptions(), [&](double cutOff, const ClsResult& result) {
+    forEachCutOff([&](double cutOff, const ClsResult& result) {
         cutOffPoints_.push_back(cutOff);
         if (needROC) {
             const double sensitivity = (nPos - result.falseNegative) / nPos;

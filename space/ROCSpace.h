@@ -1,13 +1,14 @@
 #pragma once
 
 #include "space/CurveSweep.h"
-#include "space/DistinctValue.h"
 #include "space/Observations.h"
 #include "space/ROCBitSet.h"
 #include "space/ROCData.h"
-#include "space/ValueSort.h"
+#include "space/SortedValues.h"
 #include "vexrocproc/ROCConst.h"
 
+#include <cstddef>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -88,9 +89,11 @@ public:
     /// Calls visit(DistinctValue) for every distinct test value, ascending.
     template <class Visit>
     void forEachDistinctValue(Visit&& visit) const;
-    /// The distinct values behind the curve; no rows without a curve. Closes the space.
-    [[nodiscard]] DistinctTable curveTable();
-    [[nodiscard]] CurveOptions curveOptions() const noexcept { return {includeCutOff_, largerTestMorePositive_}; }
+    /// Number of cut-offs; 0 without a curve. Closes the space, as every summary read does.
+    [[nodiscard]] std::size_t cutOffCount();
+    /// Calls visit(cut-off, ClsResult) for every cut-off in ascending order; never without a curve.
+    template <class Visit>
+    void forEachCutOff(Visit&& visit) const;
     /// The order of independentSortMethod holds from here on.
     void orderByState();
 
@@ -103,7 +106,10 @@ private:
     [[nodiscard]] std::vector<ROCData> listObservations() const;
 
     Observations observations_;
-    std::vector<DistinctValue> distinct_; ///< ascending; filled with the curve
+    std::optional<valuesort::SortedValues> sorted_; ///< with the curve
+    std::size_t distinctCount_ = 0;                 ///< with the curve
+    double lowest_ = 0.0;                           ///< smallest test value, with the curve
+    double highest_ = 0.0;                          ///< largest test value, with the curve
 
     std::vector<ROCData> data_; ///< what getROCData() shows, made on demand in order_
     std::vector<double> cutOffPoints_;
@@ -136,11 +142,24 @@ private:
 template <class Visit>
 void ROCSpace::forEachDistinctValue(Visit&& visit) const
 {
-    if (!distinct_.empty())
-        for (const DistinctValue& distinct : distinct_)
-            visit(distinct);
-    else
-        observations_.visit([&](const auto& columns) { valuesort::forEachDistinctValue(columns, visit); });
+    observations_.visit([&](const auto& columns) {
+        if (sorted_)
+            sorted_->withCursor(columns, [&](auto cursor) { valuesort::forEachValue(cursor, visit); });
+        else
+            valuesort::forEachDistinctValue(columns, visit);
+    });
+}
+
+template <class Visit>
+void ROCSpace::forEachCutOff(Visit&& visit) const
+{
+    if (!sorted_)
+        return;
+    const CurveTotals totals{lowest_, highest_, positiveCount_, negativeCount_};
+    const CurveOptions options{includeCutOff_, largerTestMorePositive_};
+    observations_.visit([&](const auto& columns) {
+        sorted_->withCursor(columns, [&](auto cursor) { ROCALG_920::forEachCutOff(cursor, totals, options, visit); });
+    });
 }
 
 } // namespace ROCALG_920

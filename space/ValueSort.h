@@ -1,27 +1,19 @@
 #pragma once
 
-#include "space/DistinctValue.h"
-
 #include <algorithm>
 #include <array>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <optional>
+#include <utility>
 #include <vector>
 
-/// Orders observations by test value in linear time; nothing outside this header knows how.
+/// Orders observations by test value in linear time.
 ///
-/// Two entry points, both over columns with size(), value(i) and positive(i) and without NaN:
-///  - forEachDistinctValue: the distinct test values, ascending, with their counts per state;
-///  - rankCases: the same, and what the caller answered for each value is handed on to the cases that have it.
-///
-/// Method. Doubles become unsigned integers of the same order. Ascending input and input with few distinct values
-/// are noticed early and need one pass. All else is scattered once into buckets by leading bits, the bucket
-/// borders equalised by a sample; each bucket is then split again by the bits in which its own elements differ,
-/// down to a handful that insertion orders. No input takes more than a few passes per eight bytes of key.
-/// Extra memory: 8 bytes a case for forEachDistinctValue, 16 for rankCases, none where one pass does.
+/// Doubles become unsigned integers of the same order. They are scattered once into buckets by leading bits, the bucket
+/// borders equalised by a sample; each bucket is then split again by the bits in which its own elements differ, down to
+/// a handful that insertion orders. No input takes more than a few passes per eight bytes of key.
 namespace ROCALG_920::valuesort {
 
 using Key = std::uint64_t;
@@ -43,7 +35,7 @@ inline constexpr Key signBit = Key{1} << 63;
 }
 
 /// A key with the state in its lowest bit. The key's highest bit makes room for it: words are compared only among
-/// keys that share that bit, and `WordRuns` knows where it changes.
+/// keys that share that bit, and `Sorted` tells where it changes.
 struct StateWord {
     Key word;
 
@@ -66,16 +58,27 @@ struct CaseKey {
     }
 };
 
-/// Memory that is written before it is read: nothing is cleared first.
+/// An allocator for elements that are written before they are read: nothing is cleared first.
 template <class T>
-class RawArray {
-public:
-    explicit RawArray(std::size_t size) : items_(std::make_unique_for_overwrite<T[]>(size)) {}
-    [[nodiscard]] T* data() noexcept { return items_.get(); }
-
-private:
-    std::unique_ptr<T[]> items_;
+struct UnclearedAllocator : std::allocator<T> {
+    template <class U>
+    struct rebind {
+        using other = UnclearedAllocator<U>;
+    };
+    template <class U>
+    void construct(U* place) noexcept
+    {
+        ::new (static_cast<void*>(place)) U;
+    }
+    template <class U, class... Args>
+    void construct(U* place, Args&&... args)
+    {
+        ::new (static_cast<void*>(place)) U(std::forward<Args>(args)...);
+    }
 };
+
+template <class T>
+using UnclearedVector = std::vector<T, UnclearedAllocator<T>>;
 
 template <class Element>
 void insertionSort(Element* first, std::size_t count) noexcept
@@ -98,16 +101,16 @@ void insertionSort(Element* first, std::size_t count) noexcept
     return shift;
 }
 
-/// Sorts elements whose orders share the leading bit range; scratch holds as many elements.
-/// Splits by the bits in which the elements differ, so that every level of the recursion takes off at least four.
-template <class Element>
-void sortBucket(Element* first, std::size_t count, Element* scratch) noexcept
-{
-    constexpr std::size_t byInsertion = 20;
-    constexpr int maxCellBits = 10;
-    if (count <= byInsertion)
-        return insertionSort(first, count);
+/// Up to so many elements are fastest ordered by insertion.
+inline constexpr std::size_t byInsertion = 20;
 
+template <class Element>
+void sortBucket(Element* first, std::size_t count, Element* scratch) noexcept;
+
+/// Splits elements into up to 2^maxCellBits cells by the bits in which they differ, and sorts the cells.
+template <int maxCellBits, class Element>
+void splitBucket(Element* first, std::size_t count, Element* scratch) noexcept
+{
     Key low = first[0].order();
     Key high = low;
     for (std::size_t i = 1; i < count; ++i) {
@@ -116,24 +119,43 @@ void sortBucket(Element* first, std::size_t count, Element* scratch) noexcept
     }
     if (low == high)
         return;
-    const int bits = std::clamp(static_cast<int>(std::bit_width(count)) - 1, 4, maxCellBits);
-    const int shift = cellShift(low, high, bits);
+    const int shift = cellShift(low, high, std::min(static_cast<int>(std::bit_width(count)), maxCellBits));
     const Key base = low >> shift;
     const std::size_t cells = static_cast<std::size_t>((high >> shift) - base) + 1;
+    const auto cellOf = [&](const Element& e) { return static_cast<std::size_t>((e.order() >> shift) - base); };
 
     std::array<std::uint32_t, (std::size_t{1} << maxCellBits) + 1> ends;
     std::fill_n(ends.begin(), cells + 1, 0u);
     for (std::size_t i = 0; i < count; ++i)
-        ++ends[(first[i].order() >> shift) - base + 1];
-    for (std::size_t cell = 1; cell < cells; ++cell)
+        ++ends[cellOf(first[i]) + 1];
+    std::uint32_t fullest = 0;
+    for (std::size_t cell = 1; cell <= cells; ++cell) {
+        fullest = std::max(fullest, ends[cell]);
         ends[cell] += ends[cell - 1];
+    }
     for (std::size_t i = 0; i < count; ++i) // turns each start into its end
-        scratch[ends[(first[i].order() >> shift) - base]++] = first[i];
+        scratch[ends[cellOf(first[i])]++] = first[i];
     std::copy_n(scratch, count, first);
+
     if (shift == 0)
-        return;
+        return; // each cell holds one key
+    if (fullest <= byInsertion)
+        return insertionSort(first, count); // nothing moves beyond its cell
     for (std::size_t cell = 0, begin = 0; cell < cells; begin = ends[cell++])
         sortBucket(first + begin, ends[cell] - begin, scratch);
+}
+
+/// Sorts elements whose orders are comparable; scratch holds as many. Every level of the recursion takes off at least
+/// four bits, and small buckets take little of the stack.
+template <class Element>
+void sortBucket(Element* first, std::size_t count, Element* scratch) noexcept
+{
+    if (count <= byInsertion)
+        insertionSort(first, count);
+    else if (count < 256)
+        splitBucket<8>(first, count, scratch);
+    else
+        splitBucket<11>(first, count, scratch);
 }
 
 /// Maps keys to buckets in ascending order. Cells of equal width, fine enough to tell binades apart, are halved
@@ -199,7 +221,7 @@ private:
 
     [[nodiscard]] static std::size_t wantedBuckets(std::size_t cases) noexcept
     {
-        return std::clamp<std::size_t>(cases / 256, 1, 2048);
+        return std::clamp<std::size_t>(cases / 512, 1, 1024);
     }
     [[nodiscard]] std::size_t cellOf(Key key) const noexcept { return static_cast<std::size_t>((key >> shift_) - base_); }
 
@@ -213,8 +235,8 @@ private:
 /// All elements in ascending order; those before `firstUpper` have negative values.
 template <class Element>
 struct Sorted {
-    RawArray<Element> elements;
-    std::size_t firstUpper;
+    UnclearedVector<Element> elements;
+    std::size_t firstUpper = 0;
 };
 
 template <class Element, class Columns>
@@ -236,166 +258,16 @@ template <class Element, class Columns>
     for (std::size_t bucket = 1; bucket < ends.size(); ++bucket)
         ends[bucket] += ends[bucket - 1];
 
-    Sorted<Element> sorted{RawArray<Element>(count), ends[bucketOf.firstUpperBucket()]};
+    Sorted<Element> sorted{UnclearedVector<Element>(count), ends[bucketOf.firstUpperBucket()]};
     Element* const elements = sorted.elements.data();
     for (std::size_t i = 0; i < count; ++i) { // turns each start into its end
         const Key key = orderedKey(columns.value(i));
         elements[ends[bucketOf(key)]++] = Element::of(key, columns.positive(i), i);
     }
-    RawArray<Element> scratch(largest);
+    UnclearedVector<Element> scratch(largest);
     for (std::size_t bucket = 0, begin = 0; bucket < bucketOf.buckets(); begin = ends[bucket++])
         sortBucket(elements + begin, ends[bucket] - begin, scratch.data());
     return sorted;
-}
-
-/// Counts per distinct value, while there are few: a small hash table that gives up when it fills.
-class FewValues {
-public:
-    struct Slot {
-        Key key = 0;
-        int positives = 0;
-        int negatives = 0;
-    };
-
-    /// Nothing when the columns hold too many distinct values for this to pay.
-    template <class Columns>
-    [[nodiscard]] static std::optional<FewValues> count(const Columns& columns)
-    {
-        const std::size_t limit = std::min(maxValues, columns.size() / 8);
-        if (limit == 0)
-            return std::nullopt;
-        FewValues few;
-        std::size_t distinct = 0;
-        for (std::size_t i = 0; i < columns.size(); ++i) {
-            const Key key = orderedKey(columns.value(i));
-            Slot& slot = few.slots_[few.find(key)];
-            if (isFree(slot)) {
-                if (++distinct > limit)
-                    return std::nullopt;
-                slot.key = key;
-            }
-            ++(columns.positive(i) ? slot.positives : slot.negatives);
-        }
-        few.sortUsed(distinct);
-        return few;
-    }
-
-    /// Slot numbers in ascending order of their values.
-    [[nodiscard]] const std::vector<std::uint16_t>& ascending() const noexcept { return ascending_; }
-    [[nodiscard]] const Slot& operator[](std::size_t slot) const noexcept { return slots_[slot]; }
-    /// The slot of a key, or the free one where it belongs.
-    [[nodiscard]] std::size_t find(Key key) const noexcept
-    {
-        std::size_t slot = static_cast<std::size_t>((key * 0x9E3779B97F4A7C15u) >> (64 - slotBits));
-        while (slots_[slot].key != key && !isFree(slots_[slot]))
-            slot = (slot + 1) % slotCount;
-        return slot;
-    }
-    static constexpr int slotBits = 11;
-    static constexpr std::size_t slotCount = std::size_t{1} << slotBits;
-
-private:
-    static constexpr std::size_t maxValues = slotCount / 4;
-
-    FewValues() : slots_(slotCount) {}
-    [[nodiscard]] static bool isFree(const Slot& slot) noexcept { return slot.positives == 0 && slot.negatives == 0; }
-    void sortUsed(std::size_t distinct)
-    {
-        ascending_.reserve(distinct);
-        for (std::size_t slot = 0; slot < slotCount; ++slot)
-            if (!isFree(slots_[slot]))
-                ascending_.push_back(static_cast<std::uint16_t>(slot));
-        std::ranges::sort(ascending_, {}, [this](std::uint16_t slot) { return slots_[slot].key; });
-    }
-
-    std::vector<Slot> slots_;
-    std::vector<std::uint16_t> ascending_;
-};
-
-template <class Columns>
-[[nodiscard]] bool isAscending(const Columns& columns) noexcept
-{
-    Key previous = 0;
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-        const Key key = orderedKey(columns.value(i));
-        if (key < previous)
-            return false;
-        previous = key;
-    }
-    return true;
-}
-
-/// Walks elements that are in ascending order: calls run(begin, end, distinct value) for every run of equal ones.
-/// keyAt(i) and positiveAt(i) read element i.
-template <class KeyAt, class PositiveAt, class Run>
-void forEachRun(std::size_t begin, std::size_t end, KeyAt keyAt, PositiveAt positiveAt, Run run)
-{
-    while (begin < end) {
-        const Key key = keyAt(begin);
-        int positives = 0;
-        std::size_t next = begin;
-        do
-            positives += positiveAt(next);
-        while (++next < end && keyAt(next) == key);
-        run(begin, next, DistinctValue{valueOfKey(key), positives, static_cast<int>(next - begin) - positives});
-        begin = next;
-    }
-}
-
-/// Calls visit(DistinctValue) for every distinct test value, ascending. Throws std::bad_alloc only.
-template <class Columns, class Visit>
-void forEachDistinctValue(const Columns& columns, Visit&& visit)
-{
-    const auto visitRun = [&](std::size_t, std::size_t, const DistinctValue& distinct) { visit(distinct); };
-    if (isAscending(columns)) {
-        forEachRun(
-            0, columns.size(), [&](std::size_t i) { return orderedKey(columns.value(i)); },
-            [&](std::size_t i) { return columns.positive(i); }, visitRun);
-    } else if (const std::optional<FewValues> few = FewValues::count(columns)) {
-        for (const std::uint16_t slot : few->ascending())
-            visit(DistinctValue{valueOfKey((*few)[slot].key), (*few)[slot].positives, (*few)[slot].negatives});
-    } else {
-        Sorted<StateWord> sorted = sortAll<StateWord>(columns);
-        const StateWord* const words = sorted.elements.data();
-        const auto positiveAt = [&](std::size_t i) { return words[i].positive(); };
-        forEachRun(0, sorted.firstUpper, [&](std::size_t i) { return words[i].word >> 1; }, positiveAt, visitRun);
-        forEachRun(sorted.firstUpper, columns.size(), [&](std::size_t i) { return words[i].word >> 1 | signBit; },
-                   positiveAt, visitRun);
-    }
-}
-
-/// Calls answer = onValue(DistinctValue) for every distinct test value, ascending, and after that
-/// onCase(i, positive, answer) for every case i that has the value. Throws std::bad_alloc only.
-template <class Columns, class OnValue, class OnCase>
-void rankCases(const Columns& columns, OnValue&& onValue, OnCase&& onCase)
-{
-    if (isAscending(columns)) {
-        forEachRun(
-            0, columns.size(), [&](std::size_t i) { return orderedKey(columns.value(i)); },
-            [&](std::size_t i) { return columns.positive(i); },
-            [&](std::size_t begin, std::size_t end, const DistinctValue& distinct) {
-                const auto answer = onValue(distinct);
-                for (std::size_t i = begin; i < end; ++i)
-                    onCase(i, columns.positive(i), answer);
-            });
-    } else if (const std::optional<FewValues> few = FewValues::count(columns)) {
-        std::vector<decltype(onValue(DistinctValue{}))> answers(FewValues::slotCount);
-        for (const std::uint16_t slot : few->ascending())
-            answers[slot] = onValue(DistinctValue{valueOfKey((*few)[slot].key), (*few)[slot].positives, (*few)[slot].negatives});
-        for (std::size_t i = 0; i < columns.size(); ++i)
-            onCase(i, columns.positive(i), answers[few->find(orderedKey(columns.value(i)))]);
-    } else {
-        Sorted<CaseKey> sorted = sortAll<CaseKey>(columns);
-        const CaseKey* const cases = sorted.elements.data();
-        forEachRun(
-            0, columns.size(), [&](std::size_t i) { return cases[i].key; },
-            [&](std::size_t i) { return cases[i].positive(); },
-            [&](std::size_t begin, std::size_t end, const DistinctValue& distinct) {
-                const auto answer = onValue(distinct);
-                for (std::size_t i = begin; i < end; ++i)
-                    onCase(cases[i].index, cases[i].positive(), answer);
-            });
-    }
 }
 
 } // namespace ROCALG_920::valuesort

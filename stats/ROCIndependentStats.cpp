@@ -22,19 +22,20 @@ struct PlacementSums {
     std::int64_t twiceS = 0;   ///< sum of a * (c + 2b)
     Int128 threeTimesS1 = 0;   ///< sum of a * (c^2 + 3bc + 3b^2)
     Int128 threeTimesS2 = 0;   ///< sum of c * (a^2 + 3ad + 3d^2)
-    std::int64_t positives = 0; ///< up to and including x
-    std::int64_t negatives = 0; ///< below x
+    std::uint64_t positives = 0; ///< up to and including x
+    std::uint64_t negatives = 0; ///< below x
 
-    void add(const DistinctValue& x, std::int64_t nPos)
+    /// Counts are below 2^31 in all, so each bracket, at most 3 * 2^62, fits into an unsigned 64-bit integer.
+    void add(const DistinctValue& x, std::uint64_t nPos)
     {
-        const std::int64_t a = x.negatives;
-        const std::int64_t c = x.positives;
+        const auto a = static_cast<std::uint64_t>(x.negatives);
+        const auto c = static_cast<std::uint64_t>(x.positives);
         positives += c;
-        const std::int64_t b = nPos - positives;
-        const std::int64_t d = negatives;
-        twiceS += a * (c + 2 * b);
-        threeTimesS1 += Int128{a} * (c * c + 3 * (b * c) + Int128{3} * (b * b));
-        threeTimesS2 += Int128{c} * (a * a + 3 * (a * d) + Int128{3} * (d * d));
+        const std::uint64_t b = nPos - positives;
+        const std::uint64_t d = negatives;
+        twiceS += static_cast<std::int64_t>(a * (c + 2 * b));
+        threeTimesS1 += Int128{a} * (c * c + 3 * b * (c + b));
+        threeTimesS2 += Int128{c} * (a * a + 3 * d * (a + d));
         negatives += a;
     }
 };
@@ -88,7 +89,7 @@ bool ROCIndependentStats::computeStats()
     const std::int64_t nPos = space_.getPositiveCount();
     const std::int64_t nNeg = space_.getNegtiveCount();
     PlacementSums sums;
-    space_.forEachDistinctValue([&](const DistinctValue& x) { sums.add(x, nPos); });
+    space_.forEachDistinctValue([&](const DistinctValue& x) { sums.add(x, static_cast<std::uint64_t>(nPos)); });
     space_.orderByState();
 
     // The moments and the standard error belong to the share of pairs in ascending order, whatever the direction.
