@@ -1,0 +1,131 @@
+#include "cli/Options.h"
+
+#include "cli/Failure.h"
+#include "cli/input/DelimitedReader.h"
+#include "cli/text/Words.h"
+
+#include <CLI/CLI.hpp>
+
+#include <array>
+#include <string_view>
+
+namespace vexroc {
+
+namespace {
+
+std::optional<char> parseDelimiter(const std::string& text)
+{
+    struct Named {
+        std::string_view name;
+        char delimiter;
+    };
+    constexpr std::array named{Named{"comma", ','}, Named{"tab", '\t'}, Named{"semicolon", ';'}, Named{",", ','},
+                               Named{"\t", '\t'},   Named{"\\t", '\t'}, Named{";", ';'}};
+    if (text.empty())
+        return std::nullopt;
+    for (const Named& candidate : named)
+        if (text == candidate.name)
+            return candidate.delimiter;
+    throw usageError("--delimiter " + inQuotes(text) + ": expected comma, tab or semicolon");
+}
+
+std::vector<std::string> parseTests(const std::vector<std::string>& lists)
+{
+    std::vector<std::string> tests;
+    for (const std::string& list : lists)
+        for (std::string& test : splitList(list, "--test"))
+            tests.push_back(std::move(test));
+    return tests;
+}
+
+} // namespace
+
+void addStudyOptions(CLI::App& command, StudyOptions& options)
+{
+    command.add_option("FILE", options.file, "Delimited text with a header row; - reads standard input")->required();
+    command.add_option("--state", options.state, "State variable and the value of its positive cases")
+        ->type_name("COLUMN=VALUE")
+        ->required();
+    command.add_option("--test", options.tests, "Test variables; one list, or the option repeated")
+        ->type_name("COLUMN[,COLUMN...]")
+        ->allow_extra_args(false)
+        ->required();
+    command.add_flag("--smaller", options.smaller, "Smaller test values are more positive");
+    command.add_flag("--exclude", options.exclude,
+                     "A value equal to a cut-off is negative; moves points of the curves, not the area");
+    command.add_option("--delimiter", options.delimiter, "comma, tab or semicolon; detected when not given")
+        ->type_name("WORD");
+    command.add_option("--format", options.format, "text, or csv with exact numbers")
+        ->type_name("WORD")
+        ->check(CLI::IsMember({"text", "csv"}));
+}
+
+void addLevelOption(CLI::App& command, std::string& level)
+{
+    command.add_option("--level", level, "Confidence level of the intervals, between 0 and 1; 0.95 when not given")
+        ->type_name("P");
+}
+
+void addBiNegativeOption(CLI::App& command, bool& biNegative)
+{
+    command.add_flag("--bi-negative", biNegative,
+                     "Standard error under bi-negative exponential distributions; needs as many positive as "
+                     "negative cases");
+}
+
+std::string Question::heading() const
+{
+    return "Positive: " + visible(state.column) + " = " + visible(state.values.front()) + "; " + larger
+        + " values are more positive";
+}
+
+Question parseQuestion(const StudyOptions& options)
+{
+    return {
+        .file = options.file,
+        .delimiter = parseDelimiter(options.delimiter),
+        .state = parseValueChoice(options.state, "--state", 1),
+        .tests = parseTests(options.tests),
+        .format = options.format == "csv" ? OutputFormat::csv : OutputFormat::text,
+        .include = options.exclude ? "exclude" : "include",
+        .larger = options.smaller ? "smaller" : "larger",
+    };
+}
+
+ValueChoice parseValueChoice(const std::string& text, const std::string& option, std::size_t count)
+{
+    Assignment assignment = splitAssignment(text, option);
+    std::vector<std::string> values = splitList(assignment.values, option);
+    if (values.size() != count)
+        throw usageError(option + " " + inQuotes(text) + ": expected COLUMN=VALUE" + (count == 2 ? ",VALUE" : "")
+                         + "; put a value that holds a comma in double quotes");
+    for (const std::string& value : values)
+        if (isMissingWord(value))
+            throw usageError(option + ": " + inQuotes(value) + " stands for a missing value and cannot be chosen");
+    return {std::move(assignment.column), std::move(values)};
+}
+
+double parseLevel(const std::string& text)
+{
+    const std::optional<double> level = parseNumber(text);
+    if (!level || !(*level > 0.0 && *level < 1.0))
+        throw usageError("--level " + inQuotes(text) + ": expected a number between 0 and 1, such as 0.95");
+    return *level;
+}
+
+Study readStudy(const Question& question, const std::optional<ValueChoice>& groups, std::istream& standardInput)
+{
+    std::vector<ColumnRequest> requests{{question.state.column, ColumnKind::labels}};
+    if (groups)
+        requests.push_back({groups->column, ColumnKind::labels});
+    for (const std::string& test : question.tests)
+        requests.push_back({test, ColumnKind::numbers});
+    Study study;
+    study.data = readDelimited(*openSource(question.file, standardInput), requests, question.delimiter);
+    study.states = matchRows(study.data, question.state);
+    if (groups)
+        study.groups = matchRows(study.data, *groups);
+    return study;
+}
+
+} // namespace vexroc

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "cli/input/Sample.h"
+#include "cli/output/Table.h"
+
+#include <iosfwd>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace CLI {
+class App;
+}
+
+namespace vexroc {
+
+/// The options that every analysis of a data file has, as typed.
+struct StudyOptions {
+    std::string file;
+    std::string delimiter;
+    std::string state;
+    std::vector<std::string> tests;
+    std::string format = "text";
+    bool smaller = false;
+    bool exclude = false;
+};
+
+void addStudyOptions(CLI::App& command, StudyOptions& options);
+void addLevelOption(CLI::App& command, std::string& level);
+void addBiNegativeOption(CLI::App& command, bool& biNegative);
+
+/// The question behind the options, checked as far as it can be without the data.
+struct Question {
+    std::string file;
+    std::optional<char> delimiter; ///< none: detected
+    ValueChoice state;             ///< one value
+    std::vector<std::string> tests;
+    OutputFormat format;
+    const char* include; ///< option words of the array calls
+    const char* larger;
+
+    /// "Positive: diagnosis = malignant; larger values are more positive"
+    [[nodiscard]] std::string heading() const;
+};
+
+/// Throws a usage error that names the option at fault.
+Question parseQuestion(const StudyOptions& options);
+/// COLUMN=VALUE[,VALUE...] with exactly `count` values that can occur in a column.
+ValueChoice parseValueChoice(const std::string& text, const std::string& option, std::size_t count);
+/// A confidence level in (0, 1).
+double parseLevel(const std::string& text);
+
+/// Reads the columns of the question, and of the groups when there are any.
+Study readStudy(const Question& question, const std::optional<ValueChoice>& groups, std::istream& standardInput);
+
+} // namespace vexroc

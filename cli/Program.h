@@ -1,0 +1,13 @@
+#pragma once
+
+#include <iosfwd>
+#include <span>
+#include <string_view>
+
+namespace vexroc {
+
+/// The program: `args` are the arguments behind its name. Results go to `out`, and only when they are complete; notes
+/// and errors to `err`; `in` is read when a file is named "-". Returns the exit code, throws nothing.
+int runProgram(std::span<const std::string_view> args, std::istream& in, std::ostream& out, std::ostream& err) noexcept;
+
+} // namespace vexroc

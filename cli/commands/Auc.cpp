@@ -1,0 +1,71 @@
+#include "cli/Options.h"
+#include "cli/commands/Commands.h"
+#include "cli/commands/Outcome.h"
+#include "cli/text/Words.h"
+
+#include <vexrocproc/arraycalls.h>
+
+#include <CLI/CLI.hpp>
+
+#include <array>
+#include <memory>
+
+namespace vexroc {
+
+namespace {
+
+struct AucOptions {
+    StudyOptions study;
+    std::string level = "0.95";
+    bool biNegative = false;
+};
+
+constexpr std::array columns{
+    TableColumn{"test", "test", CellRole::name},
+    TableColumn{"positive", "positive", CellRole::count},
+    TableColumn{"negative", "negative", CellRole::count},
+    TableColumn{"left_out", "left out", CellRole::count},
+    TableColumn{"area", "area", CellRole::statistic},
+    TableColumn{"standard_error", "std. error", CellRole::statistic},
+    TableColumn{"significance", "significance", CellRole::significance},
+    TableColumn{"lower", "lower", CellRole::statistic},
+    TableColumn{"upper", "upper", CellRole::statistic},
+};
+
+Report runAuc(const AucOptions& options, std::istream& standardInput)
+{
+    const Question question = parseQuestion(options.study);
+    const double level = parseLevel(options.level);
+    const char* const distribution = options.biNegative ? "bi-negative" : "nonparam";
+    const Study study = readStudy(question, std::nullopt, standardInput);
+
+    Report report;
+    Table table(question.format, columns);
+    for (const std::string& test : question.tests) {
+        const Cases cases = study.completeCases({&test, 1});
+        const auc_res result = auc(cases.states.data(), cases.values[0].data(), cases.count(), nullptr,
+                                   question.include, question.larger, distribution, level);
+        requireAnalysed(result, cases);
+        table.addRow({test, result.posCount, result.negCount, double(cases.leftOut), result.area, result.stdError,
+                      result.asymptoticSig, result.ciLower, result.ciUpper});
+        addAreaNotes(visible(test), cases, result, options.biNegative, report.notes);
+    }
+    report.text = reportText(
+        question.format,
+        {"Area under the ROC curve", question.heading(), standardErrorHeading(options.biNegative, level)}, table);
+    return report;
+}
+
+} // namespace
+
+Action addAuc(CLI::App& command)
+{
+    const auto options = std::make_shared<AucOptions>();
+    addStudyOptions(command, options->study);
+    addLevelOption(command, options->level);
+    addBiNegativeOption(command, options->biNegative);
+    command.footer("Example: vexroc auc data.csv --state diagnosis=malignant --test radius_mean,texture_mean");
+    return [options](std::istream& standardInput) { return runAuc(*options, standardInput); };
+}
+
+} // namespace vexroc

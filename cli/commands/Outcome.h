@@ -1,0 +1,28 @@
+#pragma once
+
+#include "cli/input/Sample.h"
+
+#include <vexrocproc/arraycalls.h>
+
+#include <string>
+#include <vector>
+
+namespace vexroc {
+
+// What the subcommands have in common once a call has answered. `subject` is visible text: a test, a test in a group.
+
+/// Throws an analysis error when a curve call answered with no rows at all: it ran out of memory.
+void requireRows(const void* rows);
+/// The same for an area, which then counts no case.
+void requireAnalysed(const auc_res& result, const Cases& cases);
+
+/// Says which cases a curve stands on, and why it is empty when it is.
+void addCurveNotes(const std::string& subject, const Cases& cases, std::vector<std::string>& notes);
+/// Says why an area or its standard error is not there, or not the one that was asked for.
+void addAreaNotes(const std::string& subject, const Cases& cases, const auc_res& result, bool biNegative,
+                  std::vector<std::string>& notes);
+
+/// "Standard error: nonparametric; confidence level 0.95"
+std::string standardErrorHeading(bool biNegative, double level);
+
+} // namespace vexroc

@@ -1,0 +1,68 @@
+#include "cli/input/ByteSource.h"
+
+#include "cli/Failure.h"
+#include "cli/text/Words.h"
+
+#include <cerrno>
+#include <istream>
+#include <system_error>
+
+namespace vexroc {
+
+namespace {
+
+Failure cannotRead(const std::string& name, int error)
+{
+    return inputError("cannot read " + name + ": " + std::generic_category().message(error));
+}
+
+class FileSource final : public ByteSource {
+public:
+    explicit FileSource(const std::string& path) : ByteSource(visible(path)), file_(std::fopen(path.c_str(), "rb"))
+    {
+        if (!file_)
+            throw cannotRead(name(), errno);
+        std::setvbuf(file_.get(), nullptr, _IONBF, 0); // the reader's blocks are the buffer
+    }
+
+    std::size_t read(std::span<char> block) override
+    {
+        const std::size_t length = std::fread(block.data(), 1, block.size(), file_.get());
+        if (std::ferror(file_.get()))
+            throw cannotRead(name(), errno);
+        return length;
+    }
+
+private:
+    struct Close {
+        void operator()(std::FILE* file) const noexcept { std::fclose(file); }
+    };
+    std::unique_ptr<std::FILE, Close> file_;
+};
+
+class StreamSource final : public ByteSource {
+public:
+    explicit StreamSource(std::istream& stream) : ByteSource("standard input"), stream_(stream) {}
+
+    std::size_t read(std::span<char> block) override
+    {
+        stream_.read(block.data(), static_cast<std::streamsize>(block.size()));
+        if (stream_.bad())
+            throw inputError("cannot read " + name());
+        return static_cast<std::size_t>(stream_.gcount());
+    }
+
+private:
+    std::istream& stream_;
+};
+
+} // namespace
+
+std::unique_ptr<ByteSource> openSource(const std::string& file, std::istream& standardInput)
+{
+    if (file == "-")
+        return std::make_unique<StreamSource>(standardInput);
+    return std::make_unique<FileSource>(file);
+}
+
+} // namespace vexroc

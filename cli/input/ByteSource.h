@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdio>
+#include <iosfwd>
+#include <memory>
+#include <span>
+#include <string>
+
+namespace vexroc {
+
+/// Bytes of an input, front to back, once.
+class ByteSource {
+public:
+    explicit ByteSource(std::string name) : name_(std::move(name)) {}
+    virtual ~ByteSource() = default;
+    ByteSource(const ByteSource&) = delete;
+    ByteSource& operator=(const ByteSource&) = delete;
+
+    /// Fills the front of the block and says how far; 0 at the end. Throws an input error when reading fails.
+    virtual std::size_t read(std::span<char> block) = 0;
+    /// How messages call the input.
+    [[nodiscard]] const std::string& name() const noexcept { return name_; }
+
+private:
+    std::string name_;
+};
+
+/// The named file, or standardInput for "-". Throws an input error for a file that cannot be opened.
+std::unique_ptr<ByteSource> openSource(const std::string& file, std::istream& standardInput);
+
+} // namespace vexroc

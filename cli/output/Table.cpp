@@ -1,0 +1,162 @@
+#include "cli/output/Table.h"
+
+#include "cli/text/Words.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <stdexcept>
+
+namespace vexroc {
+
+namespace {
+
+std::string digits(double value, std::chars_format format, int precision)
+{
+    std::array<char, 400> buffer{}; // the largest double has 309 digits before the point
+    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, format, precision);
+    return {buffer.data(), result.ptr};
+}
+
+std::string statistic(double value)
+{
+    constexpr double smallest = 0.00005; // below, four decimals show nothing
+    constexpr double largest = 1e9;
+    const double size = std::fabs(value);
+    if (size == 0.0)
+        return "0.0000";
+    if (size < smallest || size >= largest)
+        return digits(value, std::chars_format::scientific, 1);
+    return digits(value, std::chars_format::fixed, 4);
+}
+
+std::string readable(double value, CellRole role)
+{
+    if (std::isnan(value))
+        return "NA";
+    switch (role) {
+    case CellRole::flag: return value != 0.0 ? "yes" : "no";
+    case CellRole::statistic: return statistic(value);
+    case CellRole::significance: return value < 0.0001 ? "<0.0001" : statistic(value);
+    case CellRole::measure: return digits(value, std::chars_format::general, 8);
+    case CellRole::name:
+    case CellRole::count: break;
+    }
+    return digits(value, std::chars_format::fixed, 0);
+}
+
+std::string exact(double value, CellRole role)
+{
+    const bool whole = role == CellRole::count || role == CellRole::flag;
+    return whole ? digits(value, std::chars_format::fixed, 0) : shortest(value);
+}
+
+/// A text cell of CSV; in double quotes where a reader might take it apart or trim it otherwise.
+std::string csvText(std::string_view text)
+{
+    const bool plain = !text.empty() && trimmed(text) == text
+        && std::ranges::none_of(text, [](char c) {
+               return c == ',' || c == ';' || c == '"' || (c >= '\0' && c < ' ') || c == '\x7F';
+           });
+    if (plain)
+        return std::string(text);
+    std::string cell = "\"";
+    for (const char c : text)
+        cell.append(c == '"' ? 2 : 1, c);
+    return cell + '"';
+}
+
+} // namespace
+
+Table::Table(OutputFormat format, std::span<const TableColumn> columns)
+    : format_(format), columns_(columns.begin(), columns.end())
+{
+}
+
+void Table::addRow(std::initializer_list<Value> values)
+{
+    if (values.size() != columns_.size())
+        throw std::logic_error("a row does not have one value per column");
+    std::size_t column = 0;
+    for (const Value& value : values) {
+        const CellRole role = columns_[column++].role;
+        if (const auto* const text = std::get_if<std::string_view>(&value))
+            addCell(format_ == OutputFormat::csv ? csvText(*text) : visible(*text));
+        else if (format_ == OutputFormat::csv)
+            addCell(exact(std::get<double>(value), role));
+        else
+            addCell(readable(std::get<double>(value), role));
+    }
+}
+
+std::string Table::str() const
+{
+    std::string out;
+    if (format_ == OutputFormat::csv) {
+        writeCsv(out);
+        return out;
+    }
+    const int lastPanel = std::ranges::max(columns_, {}, &TableColumn::panel).panel;
+    for (int panel = std::min(lastPanel, 1); panel <= lastPanel; ++panel) {
+        if (!out.empty())
+            out += '\n';
+        writePanel(panel, out);
+    }
+    return out;
+}
+
+void Table::addCell(std::string_view text)
+{
+    text_ += text;
+    ends_.push_back(text_.size());
+}
+
+std::string_view Table::cell(std::size_t row, std::size_t column) const
+{
+    const std::size_t index = row * columns_.size() + column;
+    const std::size_t begin = index == 0 ? 0 : ends_[index - 1];
+    return std::string_view(text_).substr(begin, ends_[index] - begin);
+}
+
+void Table::writeCsv(std::string& out) const
+{
+    for (std::size_t c = 0; c < columns_.size(); ++c)
+        out.append(c == 0 ? "" : ",").append(columns_[c].name);
+    out += '\n';
+    for (std::size_t row = 0; row < rows(); ++row) {
+        for (std::size_t c = 0; c < columns_.size(); ++c)
+            out.append(c == 0 ? "" : ",").append(cell(row, c));
+        out += '\n';
+    }
+}
+
+void Table::writePanel(int panel, std::string& out) const
+{
+    std::vector<std::size_t> shown;
+    std::vector<std::size_t> widths;
+    for (std::size_t c = 0; c < columns_.size(); ++c) {
+        if (columns_[c].panel != 0 && columns_[c].panel != panel)
+            continue;
+        std::size_t width = displayWidth(columns_[c].title);
+        for (std::size_t row = 0; row < rows(); ++row)
+            width = std::max(width, displayWidth(cell(row, c)));
+        shown.push_back(c);
+        widths.push_back(width);
+    }
+    const auto writeLine = [&](auto textOf) {
+        for (std::size_t i = 0; i < shown.size(); ++i) {
+            const std::string_view text = textOf(shown[i]);
+            const std::size_t padding = widths[i] - displayWidth(text);
+            const bool left = columns_[shown[i]].role == CellRole::name;
+            out.append(i == 0 ? 0 : 2, ' ').append(left ? 0 : padding, ' ').append(text);
+            out.append(left && i + 1 < shown.size() ? padding : 0, ' ');
+        }
+        out += '\n';
+    };
+    writeLine([&](std::size_t c) { return columns_[c].title; });
+    for (std::size_t row = 0; row < rows(); ++row)
+        writeLine([&](std::size_t c) { return cell(row, c); });
+}
+
+} // namespace vexroc

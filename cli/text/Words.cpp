@@ -1,0 +1,233 @@
+#include "cli/text/Words.h"
+
+#include "cli/Failure.h"
+
+#include <fast_float/fast_float.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <numeric>
+
+namespace vexroc {
+
+namespace {
+
+char lower(char c) noexcept { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+bool equalIgnoringCase(std::string_view a, std::string_view b) noexcept
+{
+    return std::ranges::equal(a, b, {}, lower, lower);
+}
+
+/// Length of the UTF-8 sequence that starts the text and may be shown as it is; 0 for bytes that need an escape.
+std::size_t shownSequence(std::string_view text) noexcept
+{
+    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+    const unsigned char lead = byte(0);
+    if (lead < 0x80)
+        return lead >= 0x20 && lead != 0x7F ? 1 : 0;
+    const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
+    if (lead < 0xC2 || lead > 0xF4 || text.size() < length)
+        return 0;
+    for (std::size_t i = 1; i < length; ++i)
+        if ((byte(i) & 0xC0) != 0x80)
+            return 0;
+    // Overlong forms, surrogates and what lies beyond Unicode; then the control characters U+0080 to U+009F.
+    const bool malformed = (lead == 0xE0 && byte(1) < 0xA0) || (lead == 0xED && byte(1) > 0x9F)
+        || (lead == 0xF0 && byte(1) < 0x90) || (lead == 0xF4 && byte(1) > 0x8F);
+    return malformed || (lead == 0xC2 && byte(1) < 0xA0) ? 0 : length;
+}
+
+std::string escape(char c)
+{
+    switch (c) {
+    case '\n': return "\\n";
+    case '\r': return "\\r";
+    case '\t': return "\\t";
+    }
+    constexpr std::string_view digits = "0123456789abcdef";
+    const auto byte = static_cast<unsigned char>(c);
+    return {'\\', 'x', digits[byte >> 4], digits[byte & 15]};
+}
+
+/// The text inside the double quotes that text starts with; text then starts behind the closing quote.
+std::string takeQuoted(std::string_view& text, std::string_view option)
+{
+    std::string item;
+    for (std::size_t i = 1; i < text.size(); ++i) {
+        if (text[i] != '"') {
+            item += text[i];
+        } else if (i + 1 < text.size() && text[i + 1] == '"') {
+            item += text[i++];
+        } else {
+            text.remove_prefix(i + 1);
+            return item;
+        }
+    }
+    throw usageError(std::string(option) + ": a double quote is not closed");
+}
+
+/// The item before the separator; text then starts at the separator, or is empty.
+std::string takeItem(std::string_view& text, char separator, std::string_view option)
+{
+    text = trimmed(text);
+    if (text.empty() || text.front() != '"') {
+        const std::string_view item = text.substr(0, text.find(separator));
+        text.remove_prefix(item.size());
+        return std::string(trimmed(item));
+    }
+    std::string item = takeQuoted(text, option);
+    text = trimmed(text);
+    if (!text.empty() && text.front() != separator)
+        throw usageError(std::string(option) + ": text follows a closing double quote");
+    return item;
+}
+
+std::size_t editDistance(std::string_view a, std::string_view b)
+{
+    std::vector<std::size_t> row(b.size() + 1);
+    std::iota(row.begin(), row.end(), std::size_t{0});
+    for (std::size_t i = 1; i <= a.size(); ++i) {
+        std::size_t diagonal = row[0];
+        row[0] = i;
+        for (std::size_t j = 1; j <= b.size(); ++j) {
+            const std::size_t replaced = diagonal + (lower(a[i - 1]) == lower(b[j - 1]) ? 0 : 1);
+            diagonal = row[j];
+            row[j] = std::min({replaced, row[j] + 1, row[j - 1] + 1});
+        }
+    }
+    return row.back();
+}
+
+} // namespace
+
+std::string_view trimmed(std::string_view text) noexcept
+{
+    constexpr std::string_view blanks = " \t";
+    const std::size_t first = text.find_first_not_of(blanks);
+    if (first == std::string_view::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+bool isMissingWord(std::string_view cell) noexcept
+{
+    std::string_view word = trimmed(cell);
+    if (word.empty() || word == "." || equalIgnoringCase(word, "na"))
+        return true;
+    if (word.front() == '-' || word.front() == '+')
+        word.remove_prefix(1);
+    return equalIgnoringCase(word, "nan");
+}
+
+std::optional<double> parseNumber(std::string_view text) noexcept
+{
+    text = trimmed(text);
+    if (text.size() > 1 && text[0] == '+' && text[1] != '-')
+        text.remove_prefix(1);
+    double value = 0.0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = fast_float::from_chars(text.data(), end, value);
+    if (error != std::errc() || stop != end || std::isnan(value))
+        return std::nullopt;
+    const bool spelledInWords = lower(text.back()) == 'f' || lower(text.back()) == 'y';
+    if (std::isinf(value) && !spelledInWords)
+        return std::nullopt;
+    return value;
+}
+
+std::string shortest(double value)
+{
+    if (std::isnan(value))
+        return "NA";
+    std::array<char, 32> digits{};
+    const auto result = std::to_chars(digits.data(), digits.data() + digits.size(), value);
+    return {digits.data(), result.ptr};
+}
+
+std::string visible(std::string_view text)
+{
+    std::string shown;
+    while (!text.empty()) {
+        const std::size_t length = shownSequence(text);
+        shown += length > 0 ? std::string(text.substr(0, length)) : escape(text.front());
+        text.remove_prefix(std::max<std::size_t>(length, 1));
+    }
+    return shown;
+}
+
+std::string inQuotes(std::string_view text)
+{
+    constexpr std::size_t longest = 120;
+    const auto insideCharacter = [&](std::size_t i) {
+        return i > 0 && i < text.size() && (static_cast<unsigned char>(text[i]) & 0xC0) == 0x80;
+    };
+    std::size_t shown = std::min(longest, text.size());
+    while (insideCharacter(shown))
+        --shown;
+    std::string quoted(1, '\'');
+    return quoted.append(visible(text.substr(0, shown))).append(shown < text.size() ? "...'" : "'");
+}
+
+std::size_t displayWidth(std::string_view visibleText) noexcept
+{
+    return static_cast<std::size_t>(
+        std::ranges::count_if(visibleText, [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
+}
+
+std::string listed(std::span<const std::string> words, std::size_t most)
+{
+    std::string list;
+    for (const std::string& word : words.first(std::min(most, words.size())))
+        list += (list.empty() ? "" : ", ") + inQuotes(word);
+    if (words.size() > most)
+        list += " and " + std::to_string(words.size() - most) + " more";
+    return list;
+}
+
+std::vector<std::string> splitList(std::string_view text, std::string_view option)
+{
+    std::vector<std::string> items;
+    for (;;) {
+        items.push_back(takeItem(text, ',', option));
+        if (items.back().empty())
+            throw usageError(std::string(option) + ": an item of the list is empty");
+        if (text.empty())
+            return items;
+        text.remove_prefix(1);
+    }
+}
+
+Assignment splitAssignment(std::string_view text, std::string_view option)
+{
+    std::string_view rest = text;
+    std::string column = takeItem(rest, '=', option);
+    if (!rest.empty())
+        rest.remove_prefix(1);
+    rest = trimmed(rest);
+    if (column.empty() || rest.empty())
+        throw usageError(std::string(option) + " " + inQuotes(text) + ": expected COLUMN=VALUE");
+    return {std::move(column), rest};
+}
+
+std::vector<std::string> nearWords(std::string_view word, std::span<const std::string> candidates)
+{
+    struct Near {
+        std::size_t distance;
+        std::string_view word;
+    };
+    const std::size_t farthest = std::max<std::size_t>(1, word.size() / 3);
+    std::vector<Near> near;
+    for (const std::string& candidate : candidates)
+        if (const std::size_t distance = editDistance(word, candidate); distance <= farthest)
+            near.push_back({distance, candidate});
+    std::ranges::stable_sort(near, {}, &Near::distance);
+    std::vector<std::string> words;
+    for (std::size_t i = 0; i < near.size() && i < 3; ++i)
+        words.emplace_back(near[i].word);
+    return words;
+}
+
+} // namespace vexroc

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vexroc {
+
+/// Text without the blanks and tabs at its ends.
+std::string_view trimmed(std::string_view text) noexcept;
+
+/// Is the cell one of the words for a missing value: empty, ".", NA or NaN? Letter case, the sign of NaN and blanks
+/// around the word do not count.
+bool isMissingWord(std::string_view cell) noexcept;
+
+/// The number that the whole text spells, blanks around it aside: decimal or scientific with a decimal point, or an
+/// infinity in words. Nothing for other text, and for finite spellings beyond the range of a double.
+std::optional<double> parseNumber(std::string_view text) noexcept;
+
+/// The shortest digits that read back as the same double; "NA" for NaN, "inf" and "-inf" for the infinities.
+std::string shortest(double value);
+
+/// Text for people: control characters and bytes that are not UTF-8 become escapes such as \n and \x1b.
+std::string visible(std::string_view text);
+
+/// visible(text) in single quotes, cut when very long; for messages.
+std::string inQuotes(std::string_view text);
+
+/// How many places visible text takes in a line: its number of characters.
+std::size_t displayWidth(std::string_view visibleText) noexcept;
+
+/// "a", "b" and "c" as 'a', 'b', 'c'; at most `most` of them, then how many more there are.
+std::string listed(std::span<const std::string> words, std::size_t most);
+
+/// Items between commas. An item in double quotes may hold commas, and quotes doubled. `option` names the culprit in
+/// the usage error for an empty item or an open quote.
+std::vector<std::string> splitList(std::string_view text, std::string_view option);
+
+/// A column name and the values after the first "=" outside quotes.
+struct Assignment {
+    std::string column;
+    std::string_view values; ///< not yet taken apart; points into the text given
+};
+Assignment splitAssignment(std::string_view text, std::string_view option);
+
+/// The candidates that differ from word by letter case or by a few letters, best first, at most three.
+std::vector<std::string> nearWords(std::string_view word, std::span<const std::string> candidates);
+
+} // namespace vexroc
