@@ -1,0 +1,112 @@
+#include "host/VexDisplay.h"
+#include "vexrocproc/ROCSetting.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <sstream>
+#include <string>
+
+namespace {
+
+using namespace ROCConst_920;
+using ROCALG_920::ROCSetting;
+using testing::Test;
+
+class SettingDisplay : public Test {
+protected:
+    ~SettingDisplay() override { VexDisplay_920::ClearOutStream(); }
+
+    static std::string textOf(const ROCSetting& setting)
+    {
+        std::ostringstream out;
+        setting.Display(out);
+        VexDisplay_920::ClearOutStream();
+        return out.str();
+    }
+};
+
+TEST_F(SettingDisplay, ShowsTheDefaults)
+{
+    EXPECT_EQ(textOf(ROCSetting()), "ROC setting display start:\n"
+                                    "State Variable Index -1\n"
+                                    "State Variable Positive value nan\n"
+                                    "Test Variables []\n"
+                                    "Need PR points: false\n"
+                                    "PR points NOT required\n"
+                                    "Need ROC points: true\n"
+                                    "Comparison Type = No comparison\n"
+                                    "CUTOFF = Include\n"
+                                    "TESTPOS = Larger or higher test result indicates more positive test\n"
+                                    "DISTRIBUTION = Nonparametric Assumption\n"
+                                    "CI 0.95\n"
+                                    "ROC setting display end!\n");
+}
+
+TEST_F(SettingDisplay, ShowsWhatWasSet)
+{
+    ROCSetting setting;
+    setting.setStateVar(2, 1.0);
+    setting.setTestVars({4, 7});
+    setting.setSelectGroupVar(3, 2.5, 1.0);
+    setting.setNeedPR(true);
+    setting.setPRInterpolationType(AlongFP);
+    setting.setNeedROC(false);
+    setting.setComparisonType(IndependentComparison);
+    setting.setClassification(Exclude);
+    setting.setDirection(SmallerMorePositive);
+    setting.setDistribution(BiNegativeExponential);
+    setting.setConfidenceLevel(0.9);
+    setting.setFrequencyWeightVar(5); // not shown
+    EXPECT_EQ(textOf(setting), "ROC setting display start:\n"
+                               "State Variable Index 2\n"
+                               "State Variable Positive value 1\n"
+                               "Test Variables [4,7]\n"
+                               "Group Variable Index 3\n"
+                               "Group Defined Type = Select\n"
+                               "Group Selected Values [2.5,1]\n"
+                               "Need PR points: true\n"
+                               "PR iterpolate type = PR interpolate two adjacent points along FP\n"
+                               "Need ROC points: false\n"
+                               "Comparison Type = Independent comparison\n"
+                               "CUTOFF = Exclude\n"
+                               "TESTPOS = Smaller or lower test result indicates more positive test\n"
+                               "DISTRIBUTION = Bi-negative Exponential Distribution Assumption\n"
+                               "CI 0.9\n"
+                               "ROC setting display end!\n");
+}
+
+TEST_F(SettingDisplay, ShowsTheValuesThatDefineTheGroup)
+{
+    const struct {
+        std::function<void(ROCSetting&)> define;
+        std::string lines;
+    } cases[] = {
+        {[](ROCSetting& s) { s.setCutOffGroupVar(0, 7.5); },
+         "Group Variable Index 0\nGroup Defined Type = CutPoint\nGroup Cutoff Values 7.5\n"},
+        {[](ROCSetting& s) { s.setMidPointGroupVar(1); }, "Group Variable Index 1\nGroup Defined Type = MidPoint\n"},
+        {[](ROCSetting& s) { s.setCutOffGroupVar(-1, 7.5); }, ""}, // no group variable, no group
+    };
+    for (const auto& expected : cases) {
+        ROCSetting setting;
+        expected.define(setting);
+        const std::string text = textOf(setting);
+        EXPECT_NE(text.find("Test Variables []\n" + expected.lines + "Need PR points:"), std::string::npos) << text;
+    }
+}
+
+TEST_F(SettingDisplay, GivesTheHostItsStreamBack)
+{
+    std::ostringstream hosts;
+    std::ostringstream ours;
+    VexDisplay_920::SetOutStream(hosts);
+    ROCSetting().Display(ours);
+    EXPECT_EQ(VexDisplay_920::GetOutStream(), &hosts);
+    EXPECT_EQ(hosts.str(), "");
+
+    VexDisplay_920::ClearOutStream();
+    ROCSetting().Display(ours);
+    EXPECT_EQ(VexDisplay_920::GetOutStream(), &ours); // none to give back
+}
+
+} // namespace
