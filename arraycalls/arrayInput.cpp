@@ -1,20 +1,13 @@
 #include "arraycalls/arrayInput.h"
 
-#include <algorithm>
-#include <cmath>
-#include <span>
-
 namespace ROCALG_920::arraycalls {
 
 void fill(ROCSpace& space, const ArrayInput& input)
 {
-    const std::span<const double> values(input.predicted, input.size());
-    if (std::ranges::none_of(values, [](double v) { return std::isnan(v); })) {
-        space.borrow({values.data(), input.actual, input.positiveState(), values.size()});
+    if (space.borrow({input.predicted, input.actual, input.positiveState(), input.size()}))
         return;
-    }
-    for (std::size_t i = 0; i < values.size(); ++i)
-        space.update(input.actual[i] == input.positiveState(), values[i], 1);
+    for (std::size_t i = 0; i < input.size(); ++i)
+        space.update(input.actual[i] == input.positiveState(), input.predicted[i], 1);
 }
 
 } // namespace ROCALG_920::arraycalls

@@ -68,8 +68,8 @@ prcurve_res prCurve(const ArrayInput& input, const char* include, const char* la
         space, alongTP, [&](double cutOff, double tp, double classifiedPositive, bool interpolated) {
             *row++ = {cutOff, tp / nPos, tp / classifiedPositive, interpolated};
         });
-    if (const auto end = sweep.undefinedEnd(largerTestMorePositive))
-        rows[end->position].precision = end->precision;
+    if (const auto precision = sweep.lentPrecision(largerTestMorePositive))
+        rows[largerTestMorePositive ? points - 1 : 0].precision = *precision;
     return {rows.release(), count};
 }
 

@@ -47,14 +47,6 @@ private:
     std::vector<double> predicted2_;
 };
 
-bool anyNaN(const PairedInput& input)
-{
-    for (std::size_t i = 0; i < input.size; ++i)
-        if (std::isnan(input.predicted1[i]) || std::isnan(input.predicted2[i]))
-            return true;
-    return false;
-}
-
 auc_res areaRecord(ROCPairedStats& stats)
 {
     auc_res res = missingArea();
@@ -67,15 +59,16 @@ auc_res areaRecord(ROCPairedStats& stats)
     return res;
 }
 
-auc_comparison_res compareComplete(const PairedInput& input, double positiveState, bool includeCutOff, bool larger,
-                                   double level)
+auc_comparison_res comparePaired(const PairedInput& input, double positiveState, bool includeCutOff, bool larger,
+                                 double level)
 {
     ROCSpace space1(includeCutOff, larger, false, false, true);
+    ROCSpace space2 = space1;
     space1.setTestVarInd(1);
-    space1.borrow({input.predicted1, input.actual, positiveState, input.size});
-    ROCSpace space2(includeCutOff, larger, false, false, true);
     space2.setTestVarInd(2);
-    space2.borrow({input.predicted2, input.actual, positiveState, input.size});
+    if (!space1.borrow({input.predicted1, input.actual, positiveState, input.size})
+        || !space2.borrow({input.predicted2, input.actual, positiveState, input.size}))
+        return comparePaired(CompleteCases(input).input(), positiveState, includeCutOff, larger, level);
     ROCPairedStats stats1(space1, larger, level);
     ROCPairedStats stats2(space2, larger, level);
     DummyIter cases(input.actual, input.predicted1, input.predicted2, static_cast<int>(input.size));
@@ -93,16 +86,6 @@ auc_comparison_res compareComplete(const PairedInput& input, double positiveStat
     return res;
 }
 
-auc_comparison_res comparePaired(const PairedInput& input, const double* positiveValue, const char* include,
-                                 const char* larger, double confidenceLevel)
-{
-    const auto compare = [&](const PairedInput& complete) {
-        return compareComplete(complete, positiveValue != nullptr ? *positiveValue : 1.0, isInclude(include),
-                               isLarger(larger), usableLevel(confidenceLevel));
-    };
-    return anyNaN(input) ? compare(CompleteCases(input).input()) : compare(input);
-}
-
 } // namespace
 } // namespace ROCALG_920::arraycalls
 
@@ -114,6 +97,10 @@ auc_comparison_res auc_pairedcomparison(const double* actual, const double* pred
 {
     const bool noCases = actual == nullptr || predicted1 == nullptr || predicted2 == nullptr || n <= 0;
     const PairedInput input{actual, predicted1, predicted2, noCases ? 0 : static_cast<std::size_t>(n)};
-    return guarded([&] { return comparePaired(input, positiveValue, include, larger, confidenceLevel); },
-                   missingComparison());
+    return guarded(
+        [&] {
+            return comparePaired(input, positiveValue != nullptr ? *positiveValue : 1.0, isInclude(include),
+                                 isLarger(larger), usableLevel(confidenceLevel));
+        },
+        missingComparison());
 }

@@ -4,6 +4,7 @@
 #include "space/DistinctValue.h"
 #include "space/SortedValues.h"
 
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <optional>
@@ -94,32 +95,27 @@ public:
     {
         const Counts current{positives_ - result.falseNegative, negatives_ - result.trueNegative};
         if (measured_ > 0)
-            interpolate(current, [&](double tp, double classifiedPositive) {
-                point(tp, classifiedPositive, true);
-                ++points_;
-            });
-        point(current.tp, current.tp + current.fp, false);
-        if (current.tp + current.fp == 0.0)
-            zeroPosition_ = points_;
-        if (measured_ == 1)
-            second_ = current;
+            interpolate(current, [&](double tp, double classifiedPositive) { point(tp, classifiedPositive, true); });
+        point(current.tp, current.positives(), false);
+        if (measured_ < firstTwo_.size())
+            firstTwo_[measured_] = current;
+        ++measured_;
         beforePrevious_ = previous_;
         previous_ = current;
-        ++measured_;
-        ++points_;
     }
 
-    /// The measured point at the end where nothing is classified as positive has no precision of its own; it takes
-    /// that of the nearest measured point. After the last step: the position of such a point, and what it takes.
-    struct LentPrecision {
-        std::size_t position;
-        double precision;
-    };
-    [[nodiscard]] std::optional<LentPrecision> undefinedEnd(bool largerTestMorePositive) const noexcept
+    /// The measured point at the end where nothing is classified as positive, the last when larger values are positive
+    /// and the first otherwise, has no precision of its own; it takes that of the nearest measured point. After the
+    /// last step: what the end point takes, if it lacks a precision.
+    [[nodiscard]] std::optional<double> lentPrecision(bool largerTestMorePositive) const noexcept
     {
-        if (measured_ < 2 || zeroPosition_ != (largerTestMorePositive ? points_ - 1 : 0))
+        if (measured_ < 2)
             return std::nullopt;
-        return LentPrecision{*zeroPosition_, (largerTestMorePositive ? beforePrevious_ : second_).precision()};
+        if (largerTestMorePositive)
+            return previous_.positives() == 0.0 ? std::optional(beforePrevious_.precision()) : std::nullopt;
+        // With a second point that classifies nothing as positive, that one is the end.
+        const bool onlyFirst = firstTwo_[0].positives() == 0.0 && firstTwo_[1].positives() != 0.0;
+        return onlyFirst ? std::optional(firstTwo_[1].precision()) : std::nullopt;
     }
 
     /// Some step moved several true positives at once between unequal precisions.
@@ -130,7 +126,8 @@ private:
         double tp = 0.0;
         double fp = 0.0;
 
-        [[nodiscard]] double precision() const noexcept { return tp / (tp + fp); }
+        [[nodiscard]] double positives() const noexcept { return tp + fp; }
+        [[nodiscard]] double precision() const noexcept { return tp / positives(); }
     };
 
     template <class Point>
@@ -172,12 +169,10 @@ private:
     double negatives_;
     bool alongTP_;
     bool tiesSeen_ = false;
-    std::size_t points_ = 0;   ///< made so far
-    std::size_t measured_ = 0; ///< of them measured
-    std::optional<std::size_t> zeroPosition_; ///< of the last measured point that classifies nothing as positive
-    Counts previous_;       ///< at the last measured point
-    Counts beforePrevious_; ///< at the measured point before it
-    Counts second_;         ///< at the second measured point
+    std::size_t measured_ = 0; ///< points so far, interpolated ones not counted
+    Counts previous_;          ///< at the last measured point
+    Counts beforePrevious_;    ///< at the measured point before it
+    std::array<Counts, 2> firstTwo_;
 };
 
 } // namespace ROCALG_920

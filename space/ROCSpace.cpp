@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <limits>
 
 namespace ROCALG_920 {
@@ -58,14 +59,22 @@ bool ROCSpace::update(bool positive, double value, int weight)
     return true;
 }
 
-void ROCSpace::borrow(const BorrowedColumns& columns)
+bool ROCSpace::borrow(const BorrowedColumns& columns)
 {
+    std::int64_t positives = 0;
+    std::int64_t notNumbers = 0;
+    for (std::size_t i = 0; i < columns.size(); ++i) { // no branch: several cases at a time
+        positives += columns.positive(i);
+        notNumbers += std::isnan(columns.value(i));
+    }
+    if (notNumbers > 0)
+        return false;
     observations_.borrow(columns);
-    for (std::size_t i = 0; i < columns.size(); ++i)
-        positiveCount_ += columns.positive(i);
+    positiveCount_ = static_cast<int>(positives);
     negativeCount_ = static_cast<int>(columns.size()) - positiveCount_;
     posFreqCount_ = positiveCount_;
     negFreqCount_ = negativeCount_;
+    return true;
 }
 
 void ROCSpace::setGroup(int groupVar, ROCConst_920::Operation op, double value) noexcept
@@ -147,8 +156,8 @@ void ROCSpace::computeStats(bool needPR, bool needROC)
     ksMaximum_ = ks.maximum;
     ksCutOff_ = ks.cutOff;
     tiesInPR_ = prSweep.tiesSeen();
-    if (const auto end = prSweep.undefinedEnd(largerTestMorePositive_))
-        precisionRecall_[end->position].first = end->precision;
+    if (const auto precision = prSweep.lentPrecision(largerTestMorePositive_))
+        (largerTestMorePositive_ ? precisionRecall_.back() : precisionRecall_.front()).first = *precision;
 }
 
 const std::vector<ROCData>& ROCSpace::getROCData()

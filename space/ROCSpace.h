@@ -41,8 +41,8 @@ public:
     /// Makes room for so many observations in all.
     void reserve(std::size_t count) { observations_.reserve(count); }
     /// Fills an empty space with the cases of two arrays, each of weight 1, without copying them: they must outlive
-    /// the space. No test value may be NaN.
-    void borrow(const BorrowedColumns& columns);
+    /// the space. False, and nothing changes, when a test value is NaN.
+    bool borrow(const BorrowedColumns& columns);
 
     void setTestVarInd(int index) noexcept { testVarInd_ = index; }
     void setGroup(int groupVar, ROCConst_920::Operation op, double value) noexcept;

@@ -117,17 +117,17 @@ private:
 template <class Columns>
 class ColumnsCursor {
 public:
-    explicit ColumnsCursor(const Columns& columns) : columns_(columns) {}
+    explicit ColumnsCursor(const Columns& columns) : columns_(columns), key_(keyAt(0)) {}
     [[nodiscard]] bool next(DistinctValue& x) noexcept
     {
         const std::size_t begin = next_;
         if (begin == columns_.size())
             return false;
-        const Key key = orderedKey(columns_.value(begin));
+        const Key key = key_;
         int positives = 0;
         do
             positives += columns_.positive(next_);
-        while (++next_ < columns_.size() && orderedKey(columns_.value(next_)) == key);
+        while ((key_ = keyAt(++next_)) == key && next_ < columns_.size());
         x = {valueOfKey(key), positives, static_cast<int>(next_ - begin) - positives};
         return true;
     }
@@ -135,8 +135,14 @@ public:
     [[nodiscard]] std::size_t position() const noexcept { return next_; }
 
 private:
+    [[nodiscard]] Key keyAt(std::size_t i) const noexcept
+    {
+        return i < columns_.size() ? orderedKey(columns_.value(i)) : 0;
+    }
+
     Columns columns_;
     std::size_t next_ = 0;
+    Key key_; ///< of the case at next_
 };
 
 /// Over sorted words: those of negative values first, then the others.

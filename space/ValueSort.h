@@ -164,7 +164,8 @@ class BucketMap {
 public:
     template <class Columns>
     BucketMap(const Columns& columns, Key low, Key high)
-        : shift_(cellShift(low, high, cellBits)), base_(low >> shift_)
+        : shift_(cellShift(low, high, std::min(static_cast<int>(std::bit_width(columns.size())), cellBits))),
+          base_(low >> shift_)
     {
         const std::size_t cells = static_cast<std::size_t>((high >> shift_) - base_) + 1;
         std::array<std::uint32_t, std::size_t{1} << cellBits> sampled{};

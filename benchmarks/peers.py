@@ -1,0 +1,174 @@
+#!/usr/bin/env python3
+"""Times the array calls against other packages, in one process, on the same arrays.
+
+    tools/install_packages.sh peers
+    cmake --preset release && cmake --build --preset release
+    benchmarks/peers.py [--library build/release/libvexrocproc920r.so] [--largest 10000000]
+
+Peers: scikit-learn (roc_auc_score, roc_curve, precision_recall_curve) and, for the paired comparison, the
+O(n log n) DeLong method in NumPy below. Before anything is timed the results are compared. Calls alternate, and each
+line shows the median of the ratios of neighbouring times, so that a slow moment of the machine hits both sides.
+"""
+import argparse
+import ctypes
+import pathlib
+import statistics
+import time
+
+import numpy as np
+from scipy.stats import rankdata
+from sklearn.metrics import precision_recall_curve, roc_auc_score, roc_curve
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+DOUBLES = ctypes.POINTER(ctypes.c_double)
+
+
+class CurveRes(ctypes.Structure):
+    _fields_ = [("rows", DOUBLES), ("count", ctypes.c_int)]
+
+
+class PrRow(ctypes.Structure):
+    _fields_ = [("cutOff", ctypes.c_double), ("recall", ctypes.c_double), ("precision", ctypes.c_double),
+                ("interpolated", ctypes.c_int)]
+
+
+class PrRes(ctypes.Structure):
+    _fields_ = [("rows", ctypes.POINTER(PrRow)), ("count", ctypes.c_int)]
+
+
+class AucRes(ctypes.Structure):
+    _fields_ = [(name, ctypes.c_double) for name in
+                ("posCount", "negCount", "area", "stdError", "asymptoticSig", "ciLower", "ciUpper")]
+
+
+class ComparisonRes(ctypes.Structure):
+    _fields_ = [("first", AucRes), ("second", AucRes)] + [
+        (name, ctypes.c_double) for name in ("z", "zSig", "areaDiff", "stdErrorDiff", "ciLower", "ciUpper")]
+
+
+class Library:
+    """The array calls over NumPy arrays of doubles."""
+
+    def __init__(self, path):
+        self.lib = ctypes.CDLL(str(path))
+        for name, result in (("roccurve", CurveRes), ("prcurve", PrRes), ("auc", AucRes),
+                             ("auc_pairedcomparison", ComparisonRes)):
+            getattr(self.lib, name).restype = result
+        self.lib.release_roccurve_res.restype = None
+        self.lib.release_prcurve_res.restype = None
+
+    @staticmethod
+    def _columns(*arrays):
+        return [array.ctypes.data_as(DOUBLES) for array in arrays] + [ctypes.c_int(len(arrays[0])), None]
+
+    def auc(self, y, score):
+        return self.lib.auc(*self._columns(y, score), b"include", b"larger", b"nonparam", ctypes.c_double(0.95))
+
+    def roc_curve(self, y, score, keep=False):
+        res = self.lib.roccurve(*self._columns(y, score), b"include", b"larger")
+        rows = np.ctypeslib.as_array(res.rows, (res.count, 3)).copy() if keep else None
+        self.lib.release_roccurve_res(res)
+        return rows
+
+    def pr_curve(self, y, score, keep=False):
+        res = self.lib.prcurve(*self._columns(y, score), b"include", b"larger", b"davis-goadrich")
+        rows = [(r.precision, r.recall) for r in res.rows[:res.count] if not r.interpolated] if keep else None
+        self.lib.release_prcurve_res(res)
+        return rows
+
+    def paired(self, y, first, second):
+        return self.lib.auc_pairedcomparison(*self._columns(y, first, second), b"include", b"larger",
+                                             ctypes.c_double(0.95))
+
+
+def numpy_delong(y, first, second):
+    """Areas, standard errors and the standard error of their difference (Sun and Xu 2014, IEEE Signal Processing
+    Letters 21, 1389-1393): placements from midranks, three sorts a variable."""
+    positive = y == 1.0
+    m, n = int(positive.sum()), int((~positive).sum())
+    v, w = np.empty((2, m)), np.empty((2, n))
+    for row, score in enumerate((first, second)):
+        pos, neg = score[positive], score[~positive]
+        ranks = rankdata(np.concatenate([pos, neg]))
+        v[row] = (ranks[:m] - rankdata(pos)) / n
+        w[row] = 1.0 - (ranks[m:] - rankdata(neg)) / m
+    cov = np.cov(v) / m + np.cov(w) / n
+    return v.mean(axis=1), np.sqrt(np.diag(cov)), np.sqrt(cov[0, 0] + cov[1, 1] - 2 * cov[0, 1])
+
+
+def sample(shape, cases):
+    """10 % positive cases whose scores lie higher."""
+    random = np.random.default_rng(20240131)
+    y = (random.random(cases) < 0.1).astype(float)
+    signal = random.normal(size=cases) + y
+    first = signal + 0.5 * random.normal(size=cases)
+    second = signal + 0.5 * random.normal(size=cases)
+    if shape == "100 distinct values":
+        first, second = (np.clip(np.floor((s + 4) / 9 * 100), 0, 99) for s in (first, second))
+    if shape == "ascending":
+        order = np.argsort(first)
+        y, first, second = y[order], first[order], second[order]
+    return y, first, second
+
+
+def check(library, shape):
+    """The same numbers from both sides, or no timing."""
+    y, first, second = sample(shape, 20_000)
+    assert abs(library.auc(y, first).area - roc_auc_score(y, first)) < 1e-12
+    fpr, tpr, _ = roc_curve(y, first, drop_intermediate=False)
+    rows = library.roc_curve(y, first, keep=True)[::-1]
+    assert np.allclose(rows[:, 1], fpr, atol=1e-12) and np.allclose(rows[:, 2], tpr, atol=1e-12)
+    precision, recall, _ = precision_recall_curve(y, first)
+    points = np.array(library.pr_curve(y, first, keep=True))[:-1]  # the last one, with recall 0, differs by definition
+    assert np.allclose(points[:len(precision) - 1, 0], precision[:-1]) and np.allclose(points[:, 1], recall[:-1])
+    areas, errors, difference = numpy_delong(y, first, second)
+    res = library.paired(y, first, second)
+    assert np.allclose(areas, [res.first.area, res.second.area], rtol=1e-12)
+    assert np.allclose(errors, [res.first.stdError, res.second.stdError], rtol=1e-9)
+    assert abs(difference - res.stdErrorDiff) < 1e-9 * difference
+
+
+def seconds(call):
+    start = time.perf_counter()
+    call()
+    return time.perf_counter() - start
+
+
+def compare(ours, peer, cases):
+    rounds = max(5, min(51, 20_000_000 // cases // 10))
+    times = [(seconds(ours), seconds(peer)) for _ in range(rounds + 1)][1:]  # the first warms up
+    return (statistics.median(a for a, _ in times) / cases * 1e9, statistics.median(b for _, b in times) / cases * 1e9,
+            statistics.median(b / a for a, b in times))
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--library", default=ROOT / "build/release/libvexrocproc920r.so")
+    parser.add_argument("--largest", type=int, default=10_000_000, help="largest number of cases")
+    arguments = parser.parse_args()
+    library = Library(arguments.library)
+
+    print("| call | scores | cases | ns a case | peer, ns a case | times faster |")
+    print("|---|---|---|---|---|---|")
+    for shape in ("continuous", "100 distinct values", "ascending"):
+        check(library, shape)
+        for exponent in range(3, 9):
+            cases = 10 ** exponent
+            if cases > arguments.largest:
+                break
+            y, first, second = sample(shape, cases)
+            pairs = [
+                ("auc", lambda: library.auc(y, first), lambda: roc_auc_score(y, first)),
+                ("roccurve", lambda: library.roc_curve(y, first),
+                 lambda: roc_curve(y, first, drop_intermediate=False)),
+                ("prcurve", lambda: library.pr_curve(y, first), lambda: precision_recall_curve(y, first)),
+                ("auc_pairedcomparison", lambda: library.paired(y, first, second),
+                 lambda: numpy_delong(y, first, second)),
+            ]
+            for name, ours, peer in pairs:
+                ns, peer_ns, ratio = compare(ours, peer, cases)
+                print(f"| {name} | {shape} | {cases:.0e} | {ns:.1f} | {peer_ns:.1f} | {ratio:.1f} |", flush=True)
+
+
+if __name__ == "__main__":
+    main()
