@@ -4,9 +4,12 @@ set -euo pipefail
 cd "$(dirname "$0")"
 
 tools/install_packages.sh build
-cmake -S . -B build/demo -G Ninja -DCMAKE_BUILD_TYPE=Release -DVEXROC_BUILD_TESTS=OFF -DVEXROC_BUILD_BENCHMARKS=OFF >build-demo.log 2>&1 \
-    && cmake --build build/demo >>build-demo.log 2>&1 || { cat build-demo.log >&2; exit 1; }
-rm -f build-demo.log
+mkdir -p build
+if ! { cmake -S . -B build/demo -G Ninja -DCMAKE_BUILD_TYPE=Release -DVEXROC_BUILD_TESTS=OFF \
+           -DVEXROC_BUILD_EXAMPLES=OFF -DVEXROC_BUILD_BENCHMARKS=OFF && cmake --build build/demo; } >build/demo.log 2>&1; then
+    cat build/demo.log >&2
+    exit 1
+fi
 
 show() {
     printf '\n$ vexroc %s\n' "$*"

@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <tuple>
+#include <utility>
 
 namespace ROCALG_920 {
 
@@ -33,11 +34,11 @@ void ROCOutBase::init(int testVarInd, int groupVarInd, ROCConst_920::Operation o
     groupValueOperation_ = op;
     groupValue_ = groupValue;
     distributionChanged_ = distributionChanged;
-    copyCurves(stats.getROCSpace());
+    takeCurve(stats.getROCSpace());
     copyArea(stats);
 }
 
-void ROCOutBase::copyCurves(ROCSpace& space)
+void ROCOutBase::takeCurve(ROCSpace& space)
 {
     ties_ = space.existTies();
     positiveCount_ = space.getPositiveCount();
@@ -45,11 +46,13 @@ void ROCOutBase::copyCurves(ROCSpace& space)
     posFreqCount_ = space.getPosFreqCount();
     negFreqCount_ = space.getNegFreqCount();
     zeroCountExist_ = positiveCount_ == 0 || negativeCount_ == 0;
-    cutOffPoints_ = space.getCutOffPoints();
-    sensSpec_ = space.getSensitivitySpecificity();
-    std::tie(ksMaximum_, ksCutOff_) = space.getKolmogorovSmirnov();
-    precisionRecallDraw_ = space.getPrecisionRecall();
-    prInterpolationFlag_ = std::make_unique<ROCBitSet>(space.getPRInterpolationFlag());
+    CurveLists curve = space.takeCurve();
+    cutOffPoints_ = std::move(curve.cutOffPoints);
+    sensSpec_ = std::move(curve.sensSpec);
+    ksMaximum_ = curve.ksMaximum;
+    ksCutOff_ = curve.ksCutOff;
+    precisionRecallDraw_ = std::move(curve.precisionRecall);
+    prInterpolationFlag_ = std::make_unique<ROCBitSet>(std::move(curve.prInterpolationFlag));
     for (std::size_t i = 0; i < precisionRecallDraw_.size(); ++i)
         if (!prInterpolationFlag_->get(static_cast<int>(i)))
             precisionRecallCoordinates_.push_back(precisionRecallDraw_[i]);

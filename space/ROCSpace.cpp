@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <utility>
 
 namespace ROCALG_920 {
 
@@ -111,53 +112,56 @@ std::size_t ROCSpace::cutOffCount()
     return sorted_ ? distinctCount_ + 1 : 0;
 }
 
-/// Makes every list of the curve, when there is one.
-void ROCSpace::prepareLists()
+const CurveLists& ROCSpace::curveLists()
 {
-    if (!finishUpdate() || listsReady_)
-        return;
-    if (sorted_)
-        computeStats(needPR_, needROC_);
-    listsReady_ = true;
+    if (finishUpdate() && !listsReady_) {
+        lists_ = sorted_ ? computeStats(needPR_, needROC_) : CurveLists();
+        listsReady_ = true;
+    }
+    return lists_;
+}
+
+CurveLists ROCSpace::takeCurve()
+{
+    curveLists();
+    listsReady_ = false;
+    return std::exchange(lists_, CurveLists());
 }
 
 /// One pass over the cut-offs: pairs, Kolmogorov-Smirnov maximum and precision-recall points, as far as needed.
-void ROCSpace::computeStats(bool needPR, bool needROC)
+CurveLists ROCSpace::computeStats(bool needPR, bool needROC) const
 {
     const double nPos = positiveCount_;
     const double nNeg = negativeCount_;
     KolmogorovSmirnov ks;
     PrecisionRecallSweep prSweep(positiveCount_, negativeCount_, interpolateAlongTP_);
-
-    prInterpolationFlag_.clear();
-    precisionRecall_.clear();
-    sensSpec_.clear();
-    cutOffPoints_.clear();
-    cutOffPoints_.reserve(distinctCount_ + 1);
-    sensSpec_.reserve(needROC ? distinctCount_ + 1 : 0);
-    precisionRecall_.reserve(needPR ? distinctCount_ + 1 : 0);
+    CurveLists lists;
+    lists.cutOffPoints.reserve(distinctCount_ + 1);
+    lists.sensSpec.reserve(needROC ? distinctCount_ + 1 : 0);
+    lists.precisionRecall.reserve(needPR ? distinctCount_ + 1 : 0);
 
     const auto addPoint = [&](double tp, double classifiedPositive, bool interpolated) {
         if (interpolated)
-            prInterpolationFlag_.set(static_cast<int>(precisionRecall_.size()), true);
-        precisionRecall_.emplace_back(tp / classifiedPositive, tp / nPos);
+            lists.prInterpolationFlag.set(static_cast<int>(lists.precisionRecall.size()), true);
+        lists.precisionRecall.emplace_back(tp / classifiedPositive, tp / nPos);
     };
     forEachCutOff([&](double cutOff, const ClsResult& result) {
-        cutOffPoints_.push_back(cutOff);
+        lists.cutOffPoints.push_back(cutOff);
         if (needROC) {
             const double sensitivity = (nPos - result.falseNegative) / nPos;
             const double specificity = result.trueNegative / nNeg;
-            sensSpec_.emplace_back(sensitivity, specificity);
+            lists.sensSpec.emplace_back(sensitivity, specificity);
             ks.take(cutOff, sensitivity, specificity, largerTestMorePositive_);
         }
         if (needPR)
             prSweep.step(result, addPoint);
     });
-    ksMaximum_ = ks.maximum;
-    ksCutOff_ = ks.cutOff;
-    tiesInPR_ = prSweep.tiesSeen();
+    lists.ksMaximum = ks.maximum;
+    lists.ksCutOff = ks.cutOff;
+    lists.tiesInPR = prSweep.tiesSeen();
     if (const auto precision = prSweep.lentPrecision(largerTestMorePositive_))
-        (largerTestMorePositive_ ? precisionRecall_.back() : precisionRecall_.front()).first = *precision;
+        (largerTestMorePositive_ ? lists.precisionRecall.back() : lists.precisionRecall.front()).first = *precision;
+    return lists;
 }
 
 const std::vector<ROCData>& ROCSpace::getROCData()
@@ -199,26 +203,23 @@ void ROCSpace::orderByState()
 
 const std::vector<double>& ROCSpace::getCutOffPoints()
 {
-    prepareLists();
-    return cutOffPoints_;
+    return curveLists().cutOffPoints;
 }
 
 const std::vector<std::pair<double, double>>& ROCSpace::getSensitivitySpecificity()
 {
-    prepareLists();
-    return sensSpec_;
+    return curveLists().sensSpec;
 }
 
 const std::vector<std::pair<double, double>>& ROCSpace::getPrecisionRecall()
 {
-    prepareLists();
-    return precisionRecall_;
+    return curveLists().precisionRecall;
 }
 
 std::pair<double, double> ROCSpace::getKolmogorovSmirnov()
 {
-    prepareLists();
-    return {ksMaximum_, ksCutOff_};
+    const CurveLists& lists = curveLists();
+    return {lists.ksMaximum, lists.ksCutOff};
 }
 
 bool ROCSpace::existTies()
@@ -229,14 +230,12 @@ bool ROCSpace::existTies()
 
 bool ROCSpace::existTiesInPR()
 {
-    prepareLists();
-    return tiesInPR_;
+    return curveLists().tiesInPR;
 }
 
 ROCBitSet ROCSpace::getPRInterpolationFlag()
 {
-    prepareLists();
-    return prInterpolationFlag_;
+    return curveLists().prInterpolationFlag;
 }
 
 } // namespace ROCALG_920

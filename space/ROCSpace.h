@@ -14,6 +14,17 @@
 
 namespace ROCALG_920 {
 
+/// The curve of one test variable as lists. Empty without a curve; the lists that were not asked for are empty.
+struct CurveLists {
+    std::vector<double> cutOffPoints;                       ///< ascending
+    std::vector<std::pair<double, double>> sensSpec;        ///< (sensitivity, specificity), parallel to cutOffPoints
+    double ksMaximum = -1.0;                                ///< Kolmogorov-Smirnov maximum; -1 when not computed
+    double ksCutOff = 0.0;                                  ///< the cut-off where it is reached
+    std::vector<std::pair<double, double>> precisionRecall; ///< (precision, recall)
+    bool tiesInPR = false;
+    ROCBitSet prInterpolationFlag; ///< marks the interpolated entries of precisionRecall
+};
+
 /// Collects the observations of one test variable in one group and turns them, once, into its empirical ROC curve
 /// and its precision-recall curve.
 ///
@@ -67,6 +78,9 @@ public:
     /// Marks the interpolated entries of getPrecisionRecall().
     [[nodiscard]] ROCBitSet getPRInterpolationFlag();
 
+    /// Hands over all lists of the curve at once; a later read makes them anew.
+    [[nodiscard]] CurveLists takeCurve();
+
     /// Number of negative observations, unweighted. (Spelled so in the interface.)
     [[nodiscard]] int getNegtiveCount() const noexcept { return negativeCount_; }
     [[nodiscard]] int getPositiveCount() const noexcept { return positiveCount_; }
@@ -101,8 +115,8 @@ private:
     enum class Order { Arrival, ByValue, ByState };
 
     bool finishUpdate();
-    void prepareLists();
-    void computeStats(bool needPR, bool needROC);
+    const CurveLists& curveLists();
+    [[nodiscard]] CurveLists computeStats(bool needPR, bool needROC) const;
     [[nodiscard]] std::vector<ROCData> listObservations() const;
 
     Observations observations_;
@@ -112,12 +126,7 @@ private:
     double highest_ = 0.0;                          ///< largest test value, with the curve
 
     std::vector<ROCData> data_; ///< what getROCData() shows, made on demand in order_
-    std::vector<double> cutOffPoints_;
-    std::vector<std::pair<double, double>> sensSpec_;        ///< parallel to cutOffPoints_
-    std::vector<std::pair<double, double>> precisionRecall_; ///< parallel to the positions of prInterpolationFlag_
-    double ksMaximum_ = -1.0;
-    double ksCutOff_ = 0.0;
-    ROCBitSet prInterpolationFlag_;
+    CurveLists lists_;          ///< made on demand
 
     int testVarInd_ = -1;
     int groupVar_ = -1;
@@ -136,7 +145,6 @@ private:
     bool finished_ = false;
     bool listsReady_ = false;
     bool ties_ = false;
-    bool tiesInPR_ = false;
 };
 
 template <class Visit>

@@ -20,7 +20,7 @@ class ROCStats;
 /// Result of one test variable in one group: the counts, the ROC curve, the Kolmogorov-Smirnov maximum, the
 /// precision-recall points and the area under the ROC curve.
 ///
-/// Life: complete when the constructor returns, and never changes. Everything is copied: the statistics and their
+/// Life: complete when the constructor returns, and never changes. The statistics and their
 /// space may go. The driver that made a record owns it.
 /// Shapes: the (sensitivity, specificity) list runs parallel to the cut-offs, which are ascending and in the unit of
 /// the test variable. Shares and areas are in [0, 1]; the confidence interval is not clipped to it.
@@ -94,7 +94,7 @@ public:
 private:
     void init(int testVarInd, int groupVarInd, ROCConst_920::Operation op, double groupValue, ROCStats& stats,
               bool distributionChanged);
-    void copyCurves(ROCSpace& space);
+    void takeCurve(ROCSpace& space);
     void copyArea(const ROCStats& stats);
 
     int testVarInd_;

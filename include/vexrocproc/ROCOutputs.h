@@ -1,5 +1,8 @@
 #pragma once
 
+#include "vexrocproc/ROCComparisonOutStats.h"
+#include "vexrocproc/ROCOutBase.h"
+
 #include <iosfwd>
 #include <vector>
 
@@ -8,9 +11,6 @@ class VexVarList;
 }
 
 namespace ROCALG_920 {
-
-class ROCComparisonOutStats;
-class ROCOutBase;
 
 /// The result set of one analysis: its records and comparisons, in the order in which they were made.
 ///

@@ -1,13 +1,11 @@
-/// Times the array calls per case, over sizes and shapes of scores, beside one std::sort of the same observations.
-/// "x_sort" is how many times faster the call is than that sort, measured in the same run.
-
+#include "benchmarks.h"
 #include "samples.h"
+#include "timing.h"
 #include "vexrocproc/arraycalls.h"
 
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <chrono>
 #include <string>
 #include <utility>
 #include <vector>
@@ -44,40 +42,27 @@ void callPaired(const Sample& s, int n)
 }
 
 /// What any method that sorts observations pays at least: a copy and one std::sort of (score, state) pairs.
-double secondsOfOneSort(const Sample& s)
+void sortObservations(const Sample& s)
 {
-    const auto start = std::chrono::steady_clock::now();
     std::vector<std::pair<double, double>> observations(s.first.size());
     for (std::size_t i = 0; i < observations.size(); ++i)
         observations[i] = {s.first[i], s.actual[i]};
     std::ranges::sort(observations, {}, &std::pair<double, double>::first);
     benchmark::DoNotOptimize(observations.data());
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-double medianSortSeconds(const Sample& s)
-{
-    std::vector<double> seconds(5);
-    std::ranges::generate(seconds, [&] { return secondsOfOneSort(s); });
-    std::ranges::nth_element(seconds, seconds.begin() + 2);
-    return seconds[2];
 }
 
 void run(benchmark::State& state, void (*call)(const Sample&, int), Shape shape)
 {
     const Sample sample = samples::make(shape, static_cast<std::size_t>(state.range(0)));
     const int n = static_cast<int>(sample.first.size());
-    std::vector<double> seconds;
+    std::vector<double> times;
     for (auto _ : state) {
-        const auto start = std::chrono::steady_clock::now();
-        call(sample, n);
-        seconds.push_back(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
-        state.SetIterationTime(seconds.back());
+        times.push_back(timing::seconds([&] { call(sample, n); }));
+        state.SetIterationTime(times.back());
     }
-    const auto middle = seconds.begin() + static_cast<std::ptrdiff_t>(seconds.size() / 2);
-    std::ranges::nth_element(seconds, middle);
-    state.counters["ns_per_case"] = *middle / n * 1e9;
-    state.counters["x_sort"] = medianSortSeconds(sample) / *middle;
+    const double median = timing::median(times);
+    state.counters["ns_per_case"] = median / n * 1e9;
+    state.counters["x_sort"] = timing::medianSeconds(5, [&] { sortObservations(sample); }) / median;
 }
 
 void registerCall(const std::string& name, void (*call)(const Sample&, int))
@@ -95,15 +80,10 @@ void registerCall(const std::string& name, void (*call)(const Sample&, int))
 
 } // namespace
 
-int main(int argc, char** argv)
+void registerArrayCalls()
 {
     registerCall("auc", callAuc);
     registerCall("roccurve", callRocCurve);
     registerCall("prcurve", callPrCurve);
     registerCall("auc_pairedcomparison", callPaired);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 2;
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
 }
