@@ -249,7 +249,7 @@ public:
 private:
     [[nodiscard]] bool isComplete(const Record& record) const
     {
-        return std::ranges::none_of(variables_, [&](const auto& variable) { return std::isnan(record[variable.index]); });
+        return std::ranges::none_of(variables_, [&](const auto& v) { return std::isnan(record[v.index]); });
     }
 
     const GroupSplit& split_;

@@ -22,7 +22,10 @@ public:
     /// Number of entries of the test-variable list, repeats included.
     [[nodiscard]] std::size_t entries() const noexcept { return slots_.size(); }
     /// The spaces behind an entry, in the order of the groups.
-    [[nodiscard]] std::vector<ROCSpace>& ofEntry(std::size_t entry) noexcept { return variables_[slots_[entry]].spaces; }
+    [[nodiscard]] std::vector<ROCSpace>& ofEntry(std::size_t entry) noexcept
+    {
+        return variables_[slots_[entry]].spaces;
+    }
 
     /// The distinct variables, each fed once per record.
     struct Variable {

@@ -74,7 +74,8 @@ public:
     /// The slot of a key, or the free one where it belongs.
     [[nodiscard]] std::size_t find(Key key) const noexcept
     {
-        std::size_t slot = static_cast<std::size_t>((key * 0x9E3779B97F4A7C15u) >> (64 - std::bit_width(slotCount - 1)));
+        constexpr Key spread = 0x9E3779B97F4A7C15u; // 2^64 over the golden ratio
+        std::size_t slot = static_cast<std::size_t>((key * spread) >> (64 - std::bit_width(slotCount - 1)));
         while (slots_[slot].key != key && !isFree(slots_[slot]))
             slot = (slot + 1) % slotCount;
         return slot;

@@ -41,7 +41,10 @@ struct StateWord {
 
     [[nodiscard]] Key order() const noexcept { return word; }
     [[nodiscard]] bool positive() const noexcept { return (word & 1) != 0; }
-    [[nodiscard]] static StateWord of(Key key, bool positive, std::size_t) noexcept { return {key << 1 | Key{positive}}; }
+    [[nodiscard]] static StateWord of(Key key, bool positive, std::size_t) noexcept
+    {
+        return {key << 1 | Key{positive}};
+    }
 };
 
 /// A key with the position of its case.
@@ -188,7 +191,8 @@ public:
             }
             if (cell == firstUpperCell)
                 firstUpperBucket_ = next;
-            entries_[cell] = {next, static_cast<std::uint16_t>(shift_ - bits), static_cast<std::uint16_t>((1u << bits) - 1)};
+            entries_[cell] = {next, static_cast<std::uint16_t>(shift_ - bits),
+                              static_cast<std::uint16_t>((1u << bits) - 1)};
             filled += sampled[cell];
             if (bits > 0) {
                 next += (1u << bits) - 1;
@@ -224,7 +228,10 @@ private:
     {
         return std::clamp<std::size_t>(cases / 512, 1, 1024);
     }
-    [[nodiscard]] std::size_t cellOf(Key key) const noexcept { return static_cast<std::size_t>((key >> shift_) - base_); }
+    [[nodiscard]] std::size_t cellOf(Key key) const noexcept
+    {
+        return static_cast<std::size_t>((key >> shift_) - base_);
+    }
 
     int shift_;
     Key base_;

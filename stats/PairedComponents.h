@@ -3,6 +3,7 @@
 #include "stats/Int128.h"
 #include "stats/OrderedPairs.h"
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -35,6 +36,12 @@ public:
     [[nodiscard]] std::size_t size() const noexcept { return twice_.size(); }
     /// Twice the count behind the component of the case that arrived at this position.
     [[nodiscard]] std::uint32_t twice(std::size_t position) const noexcept { return twice_[position]; }
+    /// Twice the count behind a component of a case in this state.
+    [[nodiscard]] std::int64_t twiceOf(double component, bool positive) const noexcept
+    {
+        // A whole number but for the rounding of the component.
+        return std::llround(component * 2.0 * static_cast<double>(positive ? nNeg_ : nPos_));
+    }
     [[nodiscard]] OrderedPairs pairs() const noexcept { return pairs_; }
     /// Products of `twice` with itself, summed by state.
     [[nodiscard]] const StateSums& squares() const noexcept { return squares_; }

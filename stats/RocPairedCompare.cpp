@@ -13,9 +13,10 @@ using VexCommon_920::MultiPassRecordIter;
 using VexCommon_920::Record;
 using VexCommon_920::VexMV;
 
-/// Products of centred components, case by case, for records that are not the spaces' cases in order.
-struct RocPairedCompare::CentredSums {
-    CentredSums(ROCPairedStats& first, ROCPairedStats& second, bool largerTestMorePositive)
+/// Sums over records that are looked up by value: products of centred components, and the exact sums of the counts
+/// behind the components, which serve when the records turn out to be the spaces' cases in another order.
+struct RocPairedCompare::SearchedSums {
+    SearchedSums(ROCPairedStats& first, ROCPairedStats& second, bool largerTestMorePositive)
         : first_(first),
           second_(second),
           centre1_(largerTestMorePositive ? first.getArea() : 1 - first.getArea()),
@@ -31,10 +32,29 @@ struct RocPairedCompare::CentredSums {
         const double v2 = (positive ? second_.getTxs() : second_.getTys())[value2];
         (positive ? nPos_ : nNeg_) += 1;
         (positive ? s10_ : s01_) += (v1 - centre1_) * (v2 - centre2_);
+        const Int128 twice1 = first_.components().twiceOf(v1, positive);
+        const Int128 twice2 = second_.components().twiceOf(v2, positive);
+        totals1_.add(positive, twice1);
+        totals2_.add(positive, twice2);
+        products_.add(positive, twice1 * twice2);
     }
     [[nodiscard]] double covariance() const { return s10_ / (nPos_ - 1) / nPos_ + s01_ / (nNeg_ - 1) / nNeg_; }
+    [[nodiscard]] const StateSums& products() const { return products_; }
+    /// As many cases of each state with the same totals as in both spaces?
+    [[nodiscard]] bool areOfTheSpaces() const
+    {
+        return areOf(first_, totals1_) && areOf(second_, totals2_);
+    }
 
 private:
+    [[nodiscard]] bool areOf(ROCPairedStats& stats, const StateSums& totals) const
+    {
+        const ROCSpace& space = stats.getROCSpace();
+        const Int128 ordered = stats.components().pairs().twiceOrdered;
+        return nPos_ == space.getPositiveCount() && nNeg_ == space.getNegtiveCount() && totals.positives == ordered
+            && totals.negatives == ordered;
+    }
+
     ROCPairedStats& first_;
     ROCPairedStats& second_;
     double centre1_; ///< mean of the components, which do not know the direction
@@ -43,6 +63,9 @@ private:
     double nNeg_ = 0;
     double s10_ = 0;
     double s01_ = 0;
+    StateSums totals1_;
+    StateSums totals2_;
+    StateSums products_;
 };
 
 RocPairedCompare::RocPairedCompare(ROCPairedStats& first, ROCPairedStats& second, bool largerTestMorePositive,
@@ -138,13 +161,15 @@ void RocPairedCompare::finishExactly(const StateSums& products)
 /// Goes on by value after the first records lined up; `next` is the record that did not, if there is one.
 void RocPairedCompare::finishBySearch(std::size_t linedUp, const Record* next, MultiPassRecordIter& iter)
 {
-    CentredSums sums(first_, second_, largerTestMorePositive_);
+    SearchedSums sums(first_, second_, largerTestMorePositive_);
     const Observations& cases1 = first_.getROCSpace().observations();
     const Observations& cases2 = second_.getROCSpace().observations();
     for (std::size_t i = 0; i < linedUp; ++i)
         sums.add(cases1.positive(i), cases1.value(i), cases2.value(i));
     for (; next != nullptr; next = iter.HasMore() ? iter.Next() : nullptr)
         sums.add((*next)[stateVarIndex_] == positiveStateValue_, (*next)[testVarIndex1_], (*next)[testVarIndex2_]);
+    if (sums.areOfTheSpaces())
+        return finishExactly(sums.products());
     const double covariance = sums.covariance();
     finish(covariance, pairedStdError(first_.getStdError(), second_.getStdError(), covariance));
 }

@@ -10,8 +10,9 @@ class ROCPairedStats;
 /// Compares the areas of two test variables measured on the same cases, with the covariance of the areas.
 ///
 /// Both statistics and their spaces must outlive the object.
-/// Numbers: over the cases that filled the spaces every sum is exact, the variance of the difference included: it is
-/// formed from the integers, not as a difference of rounded variances, and is exactly 0 for a variable against itself.
+/// Numbers: over the cases that filled the spaces, in whatever order, every sum is exact, the variance of the
+/// difference included: it is formed from the integers, not as a difference of rounded variances, and is exactly 0 for
+/// a variable against itself.
 /// Failure: with exactly one positive or negative case the covariance and what depends on it are not a number.
 /// Source: DeLong, DeLong and Clarke-Pearson (1988), Biometrics 44, 837-845.
 class RocPairedCompare : public ROCComparisonStats {
@@ -36,13 +37,14 @@ public:
     bool computeOverSpaces();
 
 private:
-    struct CentredSums;
+    struct SearchedSums;
 
     [[nodiscard]] bool hasBothStates() const;
     [[nodiscard]] bool linesUp(std::size_t position, bool positive, double value1, double value2) const;
     void addComponentProduct(std::size_t position, bool positive, StateSums& products) const;
     void finishExactly(const StateSums& products);
-    void finishBySearch(std::size_t linedUp, const VexCommon_920::Record* next, VexCommon_920::MultiPassRecordIter& iter);
+    void finishBySearch(std::size_t linedUp, const VexCommon_920::Record* next,
+                        VexCommon_920::MultiPassRecordIter& iter);
     void finish(double covariance, double stdErrorDiff);
 
     double z_;
