@@ -95,14 +95,20 @@ Question parseQuestion(const StudyOptions& options)
 ValueChoice parseValueChoice(const std::string& text, const std::string& option, std::size_t count)
 {
     Assignment assignment = splitAssignment(text, option);
-    std::vector<std::string> values = splitList(assignment.values, option);
+    std::vector<std::string> values = parseValues(assignment.values, option);
     if (values.size() != count)
         throw usageError(option + " " + inQuotes(text) + ": expected COLUMN=VALUE" + (count == 2 ? ",VALUE" : "")
                          + "; put a value that holds a comma in double quotes");
+    return {std::move(assignment.column), std::move(values)};
+}
+
+std::vector<std::string> parseValues(std::string_view list, const std::string& option)
+{
+    std::vector<std::string> values = splitList(list, option);
     for (const std::string& value : values)
         if (isMissingWord(value))
             throw usageError(option + ": " + inQuotes(value) + " stands for a missing value and cannot be chosen");
-    return {std::move(assignment.column), std::move(values)};
+    return values;
 }
 
 double parseLevel(const std::string& text)

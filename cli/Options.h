@@ -6,6 +6,7 @@
 #include <iosfwd>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace CLI {
@@ -47,6 +48,8 @@ struct Question {
 Question parseQuestion(const StudyOptions& options);
 /// COLUMN=VALUE[,VALUE...] with exactly `count` values that can occur in a column.
 ValueChoice parseValueChoice(const std::string& text, const std::string& option, std::size_t count);
+/// VALUE[,VALUE...], each a value that can occur in a column.
+std::vector<std::string> parseValues(std::string_view list, const std::string& option);
 /// A confidence level in (0, 1).
 double parseLevel(const std::string& text);
 

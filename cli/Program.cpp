@@ -24,6 +24,7 @@ struct Command {
 };
 
 constexpr std::array commands{
+    Command{"analyze", "Full analysis: groups, weights, comparisons, ROC and precision-recall curves", addAnalyze},
     Command{"auc", "Area under the ROC curve, with standard error, significance and interval", addAuc},
     Command{"compare", "Compare areas: tests on the same cases, or one test in two groups", addCompare},
     Command{"curve", "Points of the ROC curve", addCurve},
@@ -135,7 +136,7 @@ void write(const std::string& text, std::ostream& out)
         throw Failure(exitOutput, "cannot write the results: the output is full, closed or not writable");
 }
 
-int run(std::span<const std::string_view> args, std::istream& in, std::ostream& out, std::ostream& err)
+int run(std::span<const std::string_view> args, const Session& session, std::ostream& out, std::ostream& err)
 {
     if (args.empty()) {
         err << shortHelp();
@@ -144,23 +145,28 @@ int run(std::span<const std::string_view> args, std::istream& in, std::ostream& 
     Report report;
     CommandLine commandLine;
     if (const Action action = commandLine.parse(args, report.text))
-        report = action(in);
+        report = action(session);
     write(report.text, out);
     for (const std::string& note : report.notes)
         err << "vexroc: note: " << note << '\n';
+    for (const std::string& warning : report.warnings)
+        err << "vexroc: warning: " << warning << '\n';
+    if (!report.error.empty())
+        throw analysisError(report.error);
     return exitDone;
 }
 
 } // namespace
 
-int runProgram(std::span<const std::string_view> args, std::istream& in, std::ostream& out, std::ostream& err) noexcept
+int runProgram(std::span<const std::string_view> args, std::istream& in, std::ostream& out, std::ostream& err,
+               ProgressDisplay progress) noexcept
 {
     const auto fail = [&err](int exitCode, const char* message) {
         err << "vexroc: error: " << message << '\n';
         return exitCode;
     };
     try {
-        return run(args, in, out, err);
+        return run(args, {in, progress.shown ? &err : nullptr, progress.after}, out, err);
     } catch (const Failure& failure) {
         return fail(failure.exitCode(), failure.what());
     } catch (const std::bad_alloc&) {

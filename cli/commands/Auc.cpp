@@ -48,7 +48,9 @@ Report runAuc(const AucOptions& options, std::istream& standardInput)
         requireAnalysed(result, cases);
         table.addRow({test, result.posCount, result.negCount, double(cases.leftOut), result.area, result.stdError,
                       result.asymptoticSig, result.ciLower, result.ciUpper});
-        addAreaNotes(visible(test), cases, result, options.biNegative, report.notes);
+        addAreaNotes(visible(test), outcomeOf(cases, result), report.notes);
+        if (options.biNegative)
+            addBiNegativeNotes(visible(test), cases, report.notes);
     }
     report.text = reportText(
         question.format,
@@ -65,7 +67,7 @@ Action addAuc(CLI::App& command)
     addLevelOption(command, options->level);
     addBiNegativeOption(command, options->biNegative);
     command.footer("Example: vexroc auc data.csv --state diagnosis=malignant --test radius_mean,texture_mean");
-    return [options](std::istream& standardInput) { return runAuc(*options, standardInput); };
+    return [options](const Session& session) { return runAuc(*options, session.standardInput); };
 }
 
 } // namespace vexroc

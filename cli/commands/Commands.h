@@ -2,6 +2,7 @@
 
 #include "cli/output/Report.h"
 
+#include <chrono>
 #include <functional>
 #include <iosfwd>
 
@@ -11,10 +12,18 @@ class App;
 
 namespace vexroc {
 
-/// Runs a subcommand whose arguments are parsed; reads standard input from the stream when asked to. Throws Failure.
-using Action = std::function<Report(std::istream& standardInput)>;
+/// What a subcommand may use of its surroundings.
+struct Session {
+    std::istream& standardInput;
+    std::ostream* terminal = nullptr; ///< where progress is shown; null for nowhere
+    std::chrono::milliseconds progressAfter{0}; ///< a run that takes less shows none
+};
+
+/// Runs a subcommand whose arguments are parsed. Throws Failure.
+using Action = std::function<Report(const Session& session)>;
 
 // Each adds its options to its part of the command line and returns what to run with them.
+Action addAnalyze(CLI::App& command);
 Action addAuc(CLI::App& command);
 Action addCompare(CLI::App& command);
 Action addCurve(CLI::App& command);

@@ -93,7 +93,7 @@ private:
         table_.addRow({first, second, r.first.posCount, r.first.negCount, double(cases.leftOut), r.first.area,
                        r.first.stdError, r.second.area, r.second.stdError, r.areaDiff, r.stdErrorDiff, r.z, r.zSig,
                        r.ciLower, r.ciUpper});
-        addAreaNotes(visible(first) + " and " + visible(second), cases, r.first, false, report_.notes);
+        addAreaNotes(visible(first) + " and " + visible(second), outcomeOf(cases, r.first), report_.notes);
     }
 
     const Question& question_;
@@ -145,8 +145,15 @@ private:
                        r.second.area, r.second.stdError, r.areaDiff, r.stdErrorDiff, r.z, r.zSig, r.ciLower,
                        r.ciUpper});
         const std::string subject = visible(test) + " where " + visible(groups_.column) + " = ";
-        addAreaNotes(subject + visible(groups_.values[0]), one, r.first, biNegative_, report_.notes);
-        addAreaNotes(subject + visible(groups_.values[1]), two, r.second, biNegative_, report_.notes);
+        addNotes(subject + visible(groups_.values[0]), one, r.first);
+        addNotes(subject + visible(groups_.values[1]), two, r.second);
+    }
+
+    void addNotes(const std::string& subject, const Cases& cases, const auc_res& result)
+    {
+        addAreaNotes(subject, outcomeOf(cases, result), report_.notes);
+        if (biNegative_)
+            addBiNegativeNotes(subject, cases, report_.notes);
     }
 
     const Question& question_;
@@ -195,7 +202,7 @@ Action addCompare(CLI::App& command)
     addBiNegativeOption(command, options->biNegative);
     command.footer("Example: vexroc compare data.csv --state diagnosis=malignant --test radius_mean,texture_mean\n"
                    "         vexroc compare data.csv --state disease=1 --test marker --group sex=female,male");
-    return [options](std::istream& standardInput) { return runCompare(*options, standardInput); };
+    return [options](const Session& session) { return runCompare(*options, session.standardInput); };
 }
 
 } // namespace vexroc

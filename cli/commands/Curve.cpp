@@ -58,7 +58,7 @@ Action addCurve(CLI::App& command)
     const auto options = std::make_shared<StudyOptions>();
     addStudyOptions(command, *options);
     command.footer("Example: vexroc curve data.csv --state diagnosis=malignant --test radius_mean --format csv");
-    return [options](std::istream& standardInput) { return runCurve(*options, standardInput); };
+    return [options](const Session& session) { return runCurve(*options, session.standardInput); };
 }
 
 } // namespace vexroc

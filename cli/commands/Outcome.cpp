@@ -16,14 +16,14 @@ std::string counted(int count, const char* singular, const char* plural)
 }
 
 /// Why no curve and no area exist; nothing when both states occur.
-std::optional<std::string> missingState(const Cases& cases)
+std::optional<std::string> missingState(int positive, int negative)
 {
-    if (cases.positive > 0 && cases.negative > 0)
+    if (positive > 0 && negative > 0)
         return std::nullopt;
     const std::string needed = "; positive and negative cases are needed";
-    if (cases.count() == 0)
+    if (positive + negative == 0)
         return "no case is left" + needed;
-    return "every case is " + std::string(cases.positive > 0 ? "positive" : "negative") + needed;
+    return "every case is " + std::string(positive > 0 ? "positive" : "negative") + needed;
 }
 
 } // namespace
@@ -46,24 +46,27 @@ void addCurveNotes(const std::string& subject, const Cases& cases, std::vector<s
     std::string note = subject + ": " + std::to_string(cases.positive) + " positive and "
         + counted(cases.negative, "negative case", "negative cases") + ", " + counted(cases.leftOut, "row", "rows")
         + " left out";
-    if (const std::optional<std::string> reason = missingState(cases))
+    if (const std::optional<std::string> reason = missingState(cases.positive, cases.negative))
         note += "; no curve: " + *reason;
     else if (cases.count() < fewestCases)
         note += "; no curve: at least " + std::to_string(fewestCases) + " cases are needed";
     notes.push_back(note);
 }
 
-void addAreaNotes(const std::string& subject, const Cases& cases, const auc_res& result, bool biNegative,
-                  std::vector<std::string>& notes)
+void addAreaNotes(const std::string& subject, const AreaOutcome& outcome, std::vector<std::string>& notes)
 {
-    if (const std::optional<std::string> reason = missingState(cases))
+    if (const std::optional<std::string> reason = missingState(outcome.positive, outcome.negative))
         notes.push_back(subject + ": no area: " + *reason);
-    else if (biNegative && cases.positive != cases.negative)
+    else if (!std::isnan(outcome.area) && std::isnan(outcome.stdError))
+        notes.push_back(subject + ": no standard error: at least 2 positive and 2 negative cases are needed");
+}
+
+void addBiNegativeNotes(const std::string& subject, const Cases& cases, std::vector<std::string>& notes)
+{
+    if (cases.positive > 0 && cases.negative > 0 && cases.positive != cases.negative)
         notes.push_back(subject + ": nonparametric standard error, because --bi-negative needs as many positive as "
                         + "negative cases (" + std::to_string(cases.positive) + " and "
                         + std::to_string(cases.negative) + " here)");
-    if (!std::isnan(result.area) && std::isnan(result.stdError))
-        notes.push_back(subject + ": no standard error: at least 2 positive and 2 negative cases are needed");
 }
 
 std::string standardErrorHeading(bool biNegative, double level)

@@ -18,9 +18,22 @@ void requireAnalysed(const auc_res& result, const Cases& cases);
 
 /// Says which cases a curve stands on, and why it is empty when it is.
 void addCurveNotes(const std::string& subject, const Cases& cases, std::vector<std::string>& notes);
-/// Says why an area or its standard error is not there, or not the one that was asked for.
-void addAreaNotes(const std::string& subject, const Cases& cases, const auc_res& result, bool biNegative,
-                  std::vector<std::string>& notes);
+/// An area and the cases it stands on.
+struct AreaOutcome {
+    int positive;
+    int negative;
+    double area;
+    double stdError;
+};
+inline AreaOutcome outcomeOf(const Cases& cases, const auc_res& result)
+{
+    return {cases.positive, cases.negative, result.area, result.stdError};
+}
+
+/// Says why an area or its standard error is not there.
+void addAreaNotes(const std::string& subject, const AreaOutcome& outcome, std::vector<std::string>& notes);
+/// Says where a standard error is not the bi-negative exponential one that was asked for.
+void addBiNegativeNotes(const std::string& subject, const Cases& cases, std::vector<std::string>& notes);
 
 /// "Standard error: nonparametric; confidence level 0.95"
 std::string standardErrorHeading(bool biNegative, double level);

@@ -67,7 +67,7 @@ Action addPr(CLI::App& command)
     command.add_flag("--keilwagen", options->keilwagen,
                      "Interpolate along false positives (Keilwagen) instead of true positives (Davis, Goadrich)");
     command.footer("Example: vexroc pr data.csv --state diagnosis=malignant --test radius_mean --format csv");
-    return [options](std::istream& standardInput) { return runPr(*options, standardInput); };
+    return [options](const Session& session) { return runPr(*options, session.standardInput); };
 }
 
 } // namespace vexroc

@@ -25,16 +25,28 @@ struct TextHash {
     std::size_t operator()(std::string_view text) const noexcept { return std::hash<std::string_view>{}(text); }
 };
 
-/// Fills one requested column.
+/// Fills one column.
 class ColumnFiller {
 public:
-    explicit ColumnFiller(ColumnRequest request) { column_.request = std::move(request); }
+    explicit ColumnFiller(ColumnRequest request, bool requested) : requested_(requested)
+    {
+        column_.request = std::move(request);
+    }
 
-    /// False, and nothing is stored, for a cell that the column's kind does not allow.
+    /// False, and nothing is stored, for a cell that the column's kind does not allow. A column that nobody requested
+    /// takes such a cell and is given up.
     bool append(std::string_view cell)
     {
-        return column_.request.kind == ColumnKind::numbers ? appendNumber(cell) : appendLabel(cell);
+        if (givenUp_)
+            return true;
+        const bool fits = column_.request.kind == ColumnKind::numbers ? appendNumber(cell) : appendLabel(cell);
+        if (fits || requested_)
+            return fits;
+        column_.numbers = {};
+        return givenUp_ = true;
     }
+    [[nodiscard]] bool isKept() const noexcept { return requested_ || (!givenUp_ && numberSeen_); }
+    [[nodiscard]] bool isRequested() const noexcept { return requested_; }
     [[nodiscard]] const ColumnRequest& request() const noexcept { return column_.request; }
     DataColumn take() { return std::move(column_); }
 
@@ -44,6 +56,7 @@ private:
         const std::optional<double> number = parseNumber(cell);
         if (!number && !isMissingWord(cell))
             return false;
+        numberSeen_ = numberSeen_ || number.has_value();
         column_.numbers.push_back(number.value_or(std::numeric_limits<double>::quiet_NaN()));
         return true;
     }
@@ -65,6 +78,9 @@ private:
     }
 
     DataColumn column_;
+    bool requested_;
+    bool givenUp_ = false;
+    bool numberSeen_ = false;
     std::unordered_map<std::string, std::int32_t, TextHash, std::equal_to<>> labelIndex_;
 };
 
@@ -73,12 +89,12 @@ private:
 /// libcsv is C: what a callback throws is kept in failure_ and thrown again once libcsv has returned.
 class Parser {
 public:
-    Parser(const std::string& source, std::span<const ColumnRequest> requests, char delimiter)
-        : source_(source), delimiter_(delimiter)
+    Parser(const std::string& source, std::span<const ColumnRequest> requests, OtherColumns others, char delimiter)
+        : source_(source), delimiter_(delimiter), others_(others)
     {
         for (const ColumnRequest& request : requests)
             if (std::ranges::find(fillers_, request, &ColumnFiller::request) == fillers_.end())
-                fillers_.emplace_back(request);
+                fillers_.emplace_back(request, true);
         if (csv_init(&parser_, CSV_STRICT | CSV_STRICT_FINI) != 0)
             throw std::bad_alloc();
         csv_set_delim(&parser_, static_cast<unsigned char>(delimiter));
@@ -108,8 +124,13 @@ public:
         if (rows_ == 0)
             throw inputError(source_ + " has a header row but no rows of data");
         DataTable table{.source = source_, .columns = {}, .rows = rows_};
-        for (ColumnFiller& filler : fillers_)
+        for (ColumnFiller& filler : fillers_) {
+            if (!filler.isKept())
+                continue;
+            if (!filler.isRequested() && std::ranges::count(header_, filler.request().name) > 1)
+                throw inputError(source_ + ": " + repeatedName(filler.request().name));
             table.columns.push_back(filler.take());
+        }
         return table;
     }
 
@@ -212,16 +233,33 @@ private:
 
     void bindColumns()
     {
-        fillersOf_.resize(header_.size());
-        for (ColumnFiller& filler : fillers_) {
-            const std::string& name = filler.request().name;
-            const auto found = std::ranges::find(header_, name);
-            if (found == header_.end())
-                throw unknownColumn(name);
-            if (std::find(found + 1, header_.end(), name) != header_.end())
-                throw at(rowLine_, "the column name " + inQuotes(name) + " occurs more than once; rename one of them");
-            fillersOf_[static_cast<std::size_t>(found - header_.begin())].push_back(&filler);
+        std::vector<std::size_t> positions; // parallel to fillers_
+        for (const ColumnFiller& filler : fillers_)
+            positions.push_back(positionOf(filler.request().name));
+        for (std::size_t column = 0; others_ == OtherColumns::numeric && column < header_.size(); ++column) {
+            if (std::ranges::find(positions, column) != positions.end())
+                continue;
+            fillers_.emplace_back(ColumnRequest{header_[column], ColumnKind::numbers}, false);
+            positions.push_back(column);
         }
+        fillersOf_.resize(header_.size());
+        for (std::size_t i = 0; i < fillers_.size(); ++i)
+            fillersOf_[positions[i]].push_back(&fillers_[i]);
+    }
+
+    [[nodiscard]] std::size_t positionOf(const std::string& name) const
+    {
+        const auto found = std::ranges::find(header_, name);
+        if (found == header_.end())
+            throw unknownColumn(name);
+        if (std::find(found + 1, header_.end(), name) != header_.end())
+            throw at(rowLine_, repeatedName(name));
+        return static_cast<std::size_t>(found - header_.begin());
+    }
+
+    static std::string repeatedName(const std::string& name)
+    {
+        return "the column name " + inQuotes(name) + " occurs more than once; rename one of them";
     }
 
     [[nodiscard]] Failure unknownColumn(const std::string& name) const
@@ -275,6 +313,7 @@ private:
 
     std::string source_;
     char delimiter_;
+    OtherColumns others_;
     std::vector<ColumnFiller> fillers_;
     csv_parser parser_{};
     std::exception_ptr failure_;
@@ -338,13 +377,14 @@ std::string readFront(ByteSource& source)
 
 } // namespace
 
-DataTable readDelimited(ByteSource& source, std::span<const ColumnRequest> requests, std::optional<char> delimiter)
+DataTable readDelimited(ByteSource& source, std::span<const ColumnRequest> requests, std::optional<char> delimiter,
+                        OtherColumns others)
 {
     const std::string front = readFront(source);
     const std::string_view header = std::string_view(front).substr(0, headerEnd(front));
     if (header.find('\0') != std::string_view::npos)
         throw inputError(source.name() + " is not text in UTF-8: its first line holds a zero byte; save it as UTF-8");
-    Parser parser(source.name(), requests, delimiter ? *delimiter : detectDelimiter(header));
+    Parser parser(source.name(), requests, others, delimiter ? *delimiter : detectDelimiter(header));
     parser.feed(front);
     std::vector<char> block(blockSize);
     while (const std::size_t length = source.read(block))

@@ -9,8 +9,11 @@ namespace vexroc {
 
 /// What a subcommand has to say, complete before a byte of it is written.
 struct Report {
-    std::string text;               ///< for standard output
-    std::vector<std::string> notes; ///< for standard error, one line each, already visible text
+    std::string text; ///< for standard output
+    // For standard error, one line each, already visible text.
+    std::vector<std::string> notes;
+    std::vector<std::string> warnings;
+    std::string error; ///< why the analysis came to no result; the program then ends with exitNoResult
 };
 
 /// The text of a report: the heading lines, for people only, then the table.

@@ -74,7 +74,7 @@ Table::Table(OutputFormat format, std::span<const TableColumn> columns)
 {
 }
 
-void Table::addRow(std::initializer_list<Value> values)
+void Table::addRow(std::span<const Value> values)
 {
     if (values.size() != columns_.size())
         throw std::logic_error("a row does not have one value per column");

@@ -36,7 +36,8 @@ public:
     Table(OutputFormat format, std::span<const TableColumn> columns);
 
     /// One value per column: text for names, a number for the others. NaN is written as NA.
-    void addRow(std::initializer_list<Value> values);
+    void addRow(std::span<const Value> values);
+    void addRow(std::initializer_list<Value> values) { addRow(std::span(values.begin(), values.size())); }
     /// Header and rows.
     [[nodiscard]] std::string str() const;
 

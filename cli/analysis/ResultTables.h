@@ -1,0 +1,27 @@
+#pragma once
+
+#include "cli/analysis/HostData.h"
+#include "cli/output/Table.h"
+#include "vexrocproc/ROCOutputs.h"
+
+#include <string>
+#include <vector>
+
+namespace vexroc {
+
+// The results of an analysis as tables, one row per record. `weighted` adds the numbers of cases that the rows of the
+// data stand for.
+
+Table caseTable(OutputFormat format, const RowCounts& rows, bool weighted);
+Table areaTable(OutputFormat format, const ROCALG_920::ROCOutputs& results, const VexXML_920::VexVarList& variables,
+                bool weighted);
+/// Of tests where it is paired, of groups otherwise.
+Table comparisonTable(OutputFormat format, const ROCALG_920::ROCOutputs& results,
+                      const VexXML_920::VexVarList& variables, bool paired);
+
+/// The points of all ROC curves as CSV.
+std::string curveCsv(const ROCALG_920::ROCOutputs& results, const VexXML_920::VexVarList& variables);
+/// The points of all precision-recall curves as CSV, measured ones and those drawn between them.
+std::string precisionRecallCsv(const ROCALG_920::ROCOutputs& results, const VexXML_920::VexVarList& variables);
+
+} // namespace vexroc

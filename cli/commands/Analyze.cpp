@@ -1,0 +1,401 @@
+#include "cli/Failure.h"
+#include "cli/Options.h"
+#include "cli/analysis/HostData.h"
+#include "cli/analysis/Meanings.h"
+#include "cli/analysis/ResultTables.h"
+#include "cli/commands/Commands.h"
+#include "cli/commands/Outcome.h"
+#include "cli/input/DelimitedReader.h"
+#include "cli/output/OutputFile.h"
+#include "cli/run/InterruptGuard.h"
+#include "cli/run/ProgressLine.h"
+#include "cli/text/Words.h"
+
+#include "host/ColumnRecordIter.h"
+#include "host/FunctionListener.h"
+#include "vexrocproc/ROCStatusCodes.h"
+#include "vexrocproc/RocAlgorithm.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <memory>
+#include <optional>
+#include <sstream>
+
+namespace vexroc {
+
+namespace {
+
+using ROCALG_920::ROCOutBase;
+using ROCALG_920::ROCSetting;
+using ROCALG_920::RocAlgorithm;
+using VexCommon_920::CancelFlag;
+using VexCommon_920::FunctionListener;
+using VexCommon_920::VexStatus;
+
+struct AnalyzeOptions {
+    StudyOptions study;
+    std::string group;
+    std::string select;
+    std::string cut;
+    bool midPoint = false;
+    std::string weight;
+    std::string compare;
+    std::string level = "0.95";
+    bool biNegative = false;
+    bool pr = false;
+    bool keilwagen = false;
+    bool noCurve = false;
+    bool display = false;
+    std::string curveFile;
+    std::string prCurveFile;
+};
+
+/// The options as far as they can be understood without the data.
+struct Request {
+    Question question;
+    Roles roles;
+    double level;
+    bool allTests;
+    bool independent;
+    bool needPr;
+};
+
+void requireFit(const AnalyzeOptions& options)
+{
+    const bool split = options.midPoint || !options.select.empty() || !options.cut.empty();
+    const struct {
+        bool wrong;
+        const char* message;
+    } rules[] = {
+        {split && options.group.empty(), "--select, --cut and --mid-point split the cases by a column: name it with "
+                                         "--group"},
+        {int(options.midPoint) + int(!options.select.empty()) + int(!options.cut.empty()) > 1,
+         "--select, --cut and --mid-point are three ways to split the cases: give one of them"},
+        {options.biNegative && options.compare == "paired",
+         "--bi-negative does not go with --compare paired: tests on the same cases have DeLong standard errors"},
+        {options.noCurve && !options.curveFile.empty(), "--curve FILE needs the curve that --no-curve leaves out"},
+        {options.keilwagen && !options.pr && options.prCurveFile.empty(),
+         "--keilwagen says how precision-recall points are interpolated: ask for them with --pr or --pr-curve FILE"},
+        {options.display && options.study.format != "text",
+         "--display prints the component's own text: leave out --format"},
+        {!options.curveFile.empty() && options.curveFile == options.prCurveFile,
+         "--curve and --pr-curve name the same file"},
+    };
+    for (const auto& [wrong, message] : rules)
+        if (wrong)
+            throw usageError(message);
+}
+
+std::optional<GroupSplit> parseGroup(const AnalyzeOptions& options)
+{
+    if (options.group.empty())
+        return std::nullopt;
+    GroupSplit group{.column = options.group, .by = GroupSplit::By::values, .selected = {}};
+    if (options.midPoint) {
+        group.by = GroupSplit::By::midPoint;
+    } else if (!options.cut.empty()) {
+        group.by = GroupSplit::By::cut;
+        const std::optional<double> cut = parseNumber(options.cut);
+        if (!cut)
+            throw usageError("--cut " + inQuotes(options.cut) + ": expected a number");
+        group.cut = *cut;
+    } else if (!options.select.empty()) {
+        group.by = GroupSplit::By::select;
+        group.selected = parseValues(options.select, "--select");
+        if (group.selected.size() != 2)
+            throw usageError("--select " + inQuotes(options.select) + ": expected two values, such as female,male");
+    }
+    return group;
+}
+
+Request parseRequest(const AnalyzeOptions& options)
+{
+    requireFit(options);
+    Request request{.question = parseQuestion(options.study),
+                    .roles = {},
+                    .level = parseLevel(options.level),
+                    .allTests = options.study.tests == std::vector<std::string>{"all"},
+                    .independent = options.compare == "independent",
+                    .needPr = options.pr || !options.prCurveFile.empty()};
+    request.roles = {.state = request.question.state,
+                     .tests = request.allTests ? std::vector<std::string>{} : request.question.tests,
+                     .group = parseGroup(options),
+                     .weight = options.weight,
+                     .paired = options.compare == "paired"};
+    return request;
+}
+
+/// Reads the columns; with --test all, the tests become known by it.
+HostData readData(Request& request, std::istream& standardInput)
+{
+    const std::vector<ColumnRequest> requests = requestsFor(request.roles);
+    DataTable table = readDelimited(*openSource(request.question.file, standardInput), requests,
+                                    request.question.delimiter,
+                                    request.allTests ? OtherColumns::numeric : OtherColumns::skipped);
+    if (request.allTests)
+        for (const DataColumn& column : table.columns)
+            if (std::ranges::find(requests, column.request) == requests.end())
+                request.roles.tests.push_back(column.request.name);
+    return makeHostData(std::move(table), request.roles);
+}
+
+void setGroup(const GroupSplit& group, int variable, ROCSetting& setting)
+{
+    switch (group.by) {
+    case GroupSplit::By::cut: return setting.setCutOffGroupVar(variable, group.cut);
+    case GroupSplit::By::midPoint: return setting.setMidPointGroupVar(variable);
+    case GroupSplit::By::values: // 0 and 1
+    case GroupSplit::By::select: break;
+    }
+    setting.setSelectGroupVar(variable, firstGroupCode, secondGroupCode);
+}
+
+ROCSetting settingFor(const AnalyzeOptions& options, const Request& request, const HostData& data)
+{
+    ROCSetting setting;
+    setting.setStateVar(data.state, 1.0);
+    setting.setTestVars(data.tests);
+    if (request.roles.group)
+        setGroup(*request.roles.group, data.group, setting);
+    setting.setFrequencyWeightVar(data.weight);
+    setting.setConfidenceLevel(request.level);
+    setting.setNeedPR(request.needPr);
+    setting.setNeedROC(!options.noCurve);
+    if (options.study.smaller)
+        setting.setDirection(ROCConst_920::SmallerMorePositive);
+    if (options.study.exclude)
+        setting.setClassification(ROCConst_920::Exclude);
+    if (options.biNegative)
+        setting.setDistribution(ROCConst_920::BiNegativeExponential);
+    if (options.keilwagen)
+        setting.setPRInterpolationType(ROCConst_920::AlongFP);
+    if (request.roles.paired)
+        setting.setComparisonType(ROCConst_920::PairedComparison);
+    if (request.independent)
+        setting.setComparisonType(ROCConst_920::IndependentComparison);
+    return setting;
+}
+
+/// Runs the analysis, with progress where a terminal shows it.
+VexStatus buildModel(RocAlgorithm& algorithm, const HostData& data, CancelFlag& cancel, const Session& session)
+{
+    std::optional<ProgressLine> line;
+    std::optional<FunctionListener> listener;
+    if (session.terminal) {
+        line.emplace(*session.terminal, session.progressAfter, data.columns.front().size());
+        listener.emplace([&line](VexCommon_920::ProgressReport& report) { line->show(report); });
+        algorithm.SetProgressListener(&*listener);
+    }
+    algorithm.SetCancelPtr(&cancel);
+    VexCommon_920::ColumnRecordIter records({data.columns.begin(), data.columns.end()});
+    const VexStatus status = algorithm.BuildModel(records);
+    algorithm.SetProgressListener(nullptr);
+    return status;
+}
+
+void requireNotCancelled(bool cancelled)
+{
+    if (cancelled)
+        throw Failure(exitCancelled, "cancelled; nothing was written");
+}
+
+/// Puts a finished run into words, tables and files.
+class AnalysisReport {
+public:
+    AnalysisReport(const AnalyzeOptions& options, const Request& request, const HostData& data,
+                   const RocAlgorithm& algorithm)
+        : options_(options), request_(request), data_(data), algorithm_(algorithm)
+    {
+        report_.warnings = inWords(algorithm.GetWarningMessages(), data.variables);
+    }
+
+    Report failed()
+    {
+        addRowNote();
+        report_.error = inWords(algorithm_.GetStatus());
+        return std::move(report_);
+    }
+
+    Report done()
+    {
+        if (options_.display) {
+            std::ostringstream text;
+            algorithm_.Display(text);
+            report_.text = text.str();
+            addRowNote();
+        } else {
+            report_.text = tables();
+        }
+        addNotes();
+        return std::move(report_);
+    }
+
+    /// All files or, where one cannot be written or the run is cancelled meanwhile, none.
+    void writeFiles(CancelFlag& cancel) const
+    {
+        std::vector<std::string> texts;
+        texts.reserve(2); // a file may refer to its text until it is in place
+        std::vector<std::unique_ptr<OutputFile>> files;
+        const auto stage = [&](const std::string& path, auto csvOf) {
+            if (path.empty())
+                return;
+            texts.push_back(csvOf(*algorithm_.GetOutputStats(), data_.variables));
+            files.push_back(std::make_unique<OutputFile>(path, texts.back()));
+        };
+        stage(options_.curveFile, curveCsv);
+        stage(options_.prCurveFile, precisionRecallCsv);
+        requireNotCancelled(cancel.IsCancelRequested());
+        for (const auto& file : files)
+            file->commit();
+    }
+
+private:
+    [[nodiscard]] std::string tables() const
+    {
+        const bool text = request_.question.format == OutputFormat::text;
+        std::string all = text ? heading() : "";
+        const auto add = [&](const char* title, const Table& table) {
+            all += (all.empty() ? "" : "\n") + (text ? std::string(title) + '\n' : "") + table.str();
+        };
+        const OutputFormat format = request_.question.format;
+        const bool weighted = data_.weight >= 0;
+        const ROCALG_920::ROCOutputs& results = *algorithm_.GetOutputStats();
+        add("Cases", caseTable(format, data_.rows, weighted));
+        add("Areas under the ROC curves", areaTable(format, results, data_.variables, weighted));
+        if (!results.getROCComparisonStats().empty())
+            add("Differences between the areas",
+                comparisonTable(format, results, data_.variables, request_.roles.paired));
+        return all;
+    }
+
+    [[nodiscard]] std::string heading() const
+    {
+        std::string lines = "ROC analysis\n" + request_.question.heading() + '\n';
+        if (data_.weight >= 0)
+            lines += "Weights: " + visible(request_.roles.weight)
+                + "; they enter the weighted counts only: areas and curves count every row once\n";
+        return lines
+            + (request_.roles.paired ? "Standard errors: DeLong; confidence level " + shortest(request_.level)
+                                     : standardErrorHeading(options_.biNegative, request_.level))
+            + '\n';
+    }
+
+    void addNotes()
+    {
+        if (std::ranges::find(data_.tests, data_.state) != data_.tests.end())
+            report_.notes.push_back(inQuotes(request_.roles.state.column) + " is the state; it is not also a test");
+        if (const std::size_t rounded = data_.rows.roundedWeights; rounded > 0)
+            report_.notes.push_back("weights that are not whole numbers, rounded with halves up: "
+                                    + std::to_string(rounded));
+        for (const ROCOutBase* const record : algorithm_.GetOutputStats()->getROCBaseStats())
+            addAreaNotes(subjectOf(*record),
+                         {record->getPositiveCount(), record->getNegativeCount(), record->getArea(),
+                          record->getStdError()},
+                         report_.notes);
+        if (options_.pr && options_.prCurveFile.empty() && !options_.display)
+            report_.notes.push_back("the points of --pr are shown by --display and written by --pr-curve FILE");
+    }
+
+    [[nodiscard]] std::string subjectOf(const ROCOutBase& record) const
+    {
+        const std::string variable = visible(variableName(data_.variables, record.getTestVarInd()));
+        return record.getGroupVarInd() < 0 ? variable
+                                           : variable + " where " + visible(groupOf(record, data_.variables));
+    }
+
+    /// What the table of cases tells, where there is none.
+    void addRowNote()
+    {
+        const RowCounts& rows = data_.rows;
+        std::string note = std::to_string(rows.read) + " rows read, " + std::to_string(rows.read - rows.used())
+            + " left out";
+        const char* separator = " (";
+        for (const auto& [reason, count] : rows.leftOut())
+            note += std::exchange(separator, ", ") + reason + ": " + std::to_string(count);
+        note += rows.leftOut().empty() ? "" : ")";
+        for (const auto& [test, count] : rows.missingTests)
+            note += ", " + inQuotes(test) + " missing in " + std::to_string(count);
+        report_.notes.push_back(note);
+    }
+
+    const AnalyzeOptions& options_;
+    const Request& request_;
+    const HostData& data_;
+    const RocAlgorithm& algorithm_;
+    Report report_;
+};
+
+Report runAnalyze(const AnalyzeOptions& options, const Session& session)
+{
+    Request request = parseRequest(options);
+    for (const std::string& path : {options.curveFile, options.prCurveFile})
+        if (!path.empty())
+            OutputFile::requirePlace(path);
+    // Nothing is there to tidy up while the data are read: until then, an interrupt just ends the program.
+    HostData data = readData(request, session.standardInput);
+    CancelFlag cancel;
+    const InterruptGuard guard(cancel);
+    ROCSetting setting = settingFor(options, request, data);
+    RocAlgorithm algorithm(setting, data.variables);
+    const VexStatus status = buildModel(algorithm, data, cancel, session);
+    requireNotCancelled(status.GetErrorCode() == ROCALG_920::statusCode::cancelled);
+    AnalysisReport report(options, request, data, algorithm);
+    if (status.IsError())
+        return report.failed();
+    report.writeFiles(cancel);
+    return report.done();
+}
+
+void addGroupOptions(CLI::App& command, AnalyzeOptions& options)
+{
+    command.add_option("--group", options.group, "Column that splits the cases in two groups; needs no more when it "
+                                                 "holds two values")
+        ->type_name("COLUMN");
+    command.add_option("--select", options.select, "The two values of the group column, in this order")
+        ->type_name("VALUE,VALUE");
+    command.add_option("--cut", options.cut, "Groups below this value of the group column, and from it on")
+        ->type_name("VALUE");
+    command.add_flag("--mid-point", options.midPoint, "Groups below and from the middle of the group column's range");
+}
+
+void addOutputOptions(CLI::App& command, AnalyzeOptions& options)
+{
+    command.add_flag("--pr", options.pr, "Precision-recall curves");
+    command.add_flag("--keilwagen", options.keilwagen,
+                     "Interpolate them along false positives (Keilwagen) instead of true positives (Davis, Goadrich)");
+    command.add_flag("--no-curve", options.noCurve, "Areas only, without the points of the ROC curves");
+    command.add_flag("--display", options.display, "Print the component's own text instead of tables");
+    command.add_option("--curve", options.curveFile, "Write the points of the ROC curves to this file, as CSV")
+        ->type_name("FILE");
+    command.add_option("--pr-curve", options.prCurveFile, "Write the points of the precision-recall curves, as CSV")
+        ->type_name("FILE");
+}
+
+} // namespace
+
+Action addAnalyze(CLI::App& command)
+{
+    const auto options = std::make_shared<AnalyzeOptions>();
+    addStudyOptions(command, options->study);
+    command.get_option("--test")->description("Test variables; or the word all: every column of numbers without "
+                                              "another part");
+    addGroupOptions(command, *options);
+    command.add_option("--weight", options->weight, "Column with the number of cases that a row stands for; changes "
+                                                    "the weighted counts only")
+        ->type_name("COLUMN");
+    command.add_option("--compare", options->compare, "paired: all tests on the same cases; independent: each test "
+                                                      "between the groups")
+        ->type_name("WORD")
+        ->check(CLI::IsMember({"paired", "independent"}));
+    addLevelOption(command, options->level);
+    addBiNegativeOption(command, options->biNegative);
+    addOutputOptions(command, *options);
+    command.footer("Example: vexroc analyze data.csv --state diagnosis=malignant --test all --compare paired\n"
+                   "         vexroc analyze data.csv --state disease=1 --test marker --group age --cut 50 --compare "
+                   "independent");
+    return [options](const Session& session) { return runAnalyze(*options, session); };
+}
+
+} // namespace vexroc

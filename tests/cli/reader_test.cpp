@@ -1,0 +1,174 @@
+#include "cli/Failure.h"
+#include "cli/input/DelimitedReader.h"
+
+#include <gmock/gmock.h>
+
+#include <array>
+#include <cmath>
+#include <limits>
+#include <sstream>
+
+namespace vexroc {
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
+/// Gives the text in pieces of a fixed size, so that everything meets a block's end somewhere.
+class Pieces final : public ByteSource {
+public:
+    Pieces(std::string text, std::size_t size) : ByteSource("data.csv"), text_(std::move(text)), size_(size) {}
+
+    std::size_t read(std::span<char> block) override
+    {
+        const std::size_t length = text_.copy(block.data(), std::min(size_, block.size()), next_);
+        next_ += length;
+        return length;
+    }
+
+private:
+    std::string text_;
+    std::size_t size_;
+    std::size_t next_ = 0;
+};
+
+const std::array stateAndTest{ColumnRequest{"state", ColumnKind::labels}, ColumnRequest{"test", ColumnKind::numbers}};
+
+DataTable read(const std::string& text, std::span<const ColumnRequest> requests = stateAndTest,
+               std::size_t pieceSize = std::string::npos, std::optional<char> delimiter = {})
+{
+    Pieces source(text, pieceSize);
+    return readDelimited(source, requests, delimiter);
+}
+
+std::string errorOf(const std::string& text, std::size_t pieceSize = std::string::npos)
+{
+    try {
+        read(text, stateAndTest, pieceSize);
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.exitCode(), exitInput);
+        return failure.what();
+    }
+    return "no error";
+}
+
+} // namespace
+
+TEST(DelimitedReader, UnderstandsEveryWayToWriteATable)
+{
+    const std::pair<const char*, std::string> tables[] = {
+        {"comma", "state,test\nyes,1.5\nno,-2\nyes,3\n"},
+        {"tab", "state\ttest\nyes\t1.5\nno\t-2\nyes\t3\n"},
+        {"semicolon", "state;test\nyes;1.5\nno;-2\nyes;3\n"},
+        {"CRLF", "state,test\r\nyes,1.5\r\nno,-2\r\nyes,3\r\n"},
+        {"CR", "state,test\ryes,1.5\rno,-2\ryes,3\r"},
+        {"byte order mark", "\xEF\xBB\xBFstate,test\nyes,1.5\nno,-2\nyes,3\n"},
+        {"no last line end", "state,test\nyes,1.5\nno,-2\nyes,3"},
+        {"last cell quoted, no line end", "state,test\nyes,1.5\nno,-2\nyes,\"3\""},
+        {"blank lines", "\n\nstate,test\nyes,1.5\n\nno,-2\n  \nyes,3\n\n"},
+        {"blanks", " state , test\nyes, 1.5\n no,-2 \nyes ,\" 3 \"\n"},
+        {"quotes", "\"state\",\"test\"\n\"yes\",\"1.5\"\n\"no\",\"-2\"\n\"yes\",\"3\"\n"},
+        {"other columns", "x,state,test\n\"a \"\"b\"\", c\nd\",yes,1.5\n,no,-2\n\"\",yes,3\n"},
+        {"delimiters in quotes", "\"a;b;c\",state,test\n,yes,1.5\n,no,-2\n,yes,3\n"},
+        {"order", "test,state\n1.5,yes\n-2,no\n3,yes\n"},
+    };
+    for (const auto& [name, text] : tables)
+        for (const std::size_t pieceSize : {std::size_t{1}, std::size_t{7}, std::string::npos}) {
+            SCOPED_TRACE(std::string(name) + ", pieces of " + std::to_string(pieceSize));
+            const DataTable table = read(text, stateAndTest, pieceSize);
+            EXPECT_EQ(table.rows, 3u);
+            EXPECT_THAT(table.column("state", ColumnKind::labels).labelTexts, ElementsAre("yes", "no"));
+            EXPECT_THAT(table.column("state", ColumnKind::labels).labels, ElementsAre(0, 1, 0));
+            EXPECT_THAT(table.numbers("test"), ElementsAre(1.5, -2.0, 3.0));
+        }
+}
+
+TEST(DelimitedReader, TellsMissingCellsFromNumbersAndWords)
+{
+    const DataTable table = read("state,test\n,1\nNA,NA\n.,.\nnan,NaN\nNone,-nan\nN/A,\n\"\",\"\"\n");
+    EXPECT_THAT(table.column("state", ColumnKind::labels).labels, ElementsAre(-1, -1, -1, -1, 0, 1, -1));
+    EXPECT_EQ(table.numbers("test")[0], 1.0);
+    for (const double value : table.numbers("test").subspan(1))
+        EXPECT_TRUE(std::isnan(value));
+}
+
+TEST(DelimitedReader, ReadsNumbersExactly)
+{
+    const DataTable table = read("state,test\na,0.1\na,+1e3\na,-0\na,inf\na,-Infinity\na,5e-324\n"
+                                 "a,1.7976931348623157e308\na,9007199254740993\n");
+    EXPECT_THAT(table.numbers("test"), ElementsAre(0.1, 1000.0, 0.0, infinity, -infinity, 5e-324,
+                                                   std::numeric_limits<double>::max(), 9007199254740992.0));
+}
+
+TEST(DelimitedReader, KeepsAColumnOncePerKind)
+{
+    const std::array requests{ColumnRequest{"x", ColumnKind::numbers}, ColumnRequest{"x", ColumnKind::labels},
+                              ColumnRequest{"x", ColumnKind::numbers}};
+    const DataTable table = read("x|y\n1.0|2\n1|2\n", requests, std::string::npos, '|');
+    EXPECT_EQ(table.columns.size(), 2u);
+    EXPECT_THAT(table.numbers("x"), ElementsAre(1.0, 1.0));
+    EXPECT_THAT(table.column("x", ColumnKind::labels).labelTexts, ElementsAre("1.0", "1"));
+}
+
+TEST(DelimitedReader, KeepsOtherColumnsThatHoldNumbers)
+{
+    const auto names = [](const std::string& text) {
+        std::istringstream stream(text);
+        const std::array requests{ColumnRequest{"state", ColumnKind::labels}};
+        const DataTable table = readDelimited(*openSource("-", stream), requests, ',', OtherColumns::numeric);
+        std::string kept;
+        for (const DataColumn& column : table.columns)
+            kept += column.request.name + std::to_string(column.numbers.size()) + ' ';
+        return kept;
+    };
+    EXPECT_EQ(names("b,state,word,a,empty,late\n1,x,y,NA,,1\n2,x,3,4,.,z\n"), "state0 b2 a2 ");
+    EXPECT_EQ(names("state,,,a\nx,,,1\n"), "state0 a1 "); // names of columns that are not kept may repeat
+    EXPECT_THROW(names("state,a,a\nx,1,2\n"), Failure);
+}
+
+TEST(DelimitedReader, NamesPlaceAndCellOfWhatItCannotRead)
+{
+    const std::pair<std::string, const char*> faults[] = {
+        {"", "data.csv is empty"},
+        {"\n \n", "data.csv is empty"},
+        {"state,test\n", "data.csv has a header row but no rows of data"},
+        {"state,test\na,1\nb,x1\n", "data.csv, line 3, column 'test': 'x1' is neither a number nor missing"},
+        {"state,test\r\na,1\r\n\r\nb,0x10\r\n", "line 4, column 'test': '0x10'"},
+        {"state,test\na,1 2\n", "'1 2' is neither"},
+        {"state,test\na,1e999\n", "'1e999' is neither"},
+        {"state;test\na;1,5\n", "'1,5' is neither a number nor missing; write a number, or leave the cell empty (the "
+                                "decimal sign is a point)"},
+        {"state,test\n\"a\nb\",1\nc,\"\nd\"\n", "line 4, column 'test': '\\nd'"},
+        {"state,test\ra,1\rb,x\r", "line 3, column 'test': 'x'"},
+        {"state,test\na,1\nb\n", "line 3: the row has 1 cell, the header has 2"},
+        {"state,test\na,b,1\n", "line 2: the row has 3 cells, the header has 2"},
+        {"state,test\na,\"1\nb,2\nc,3\n", "line 2: the text ends inside a quoted cell that begins here"},
+        {"state,test\n\"a\n\n", "line 2: the text ends inside a quoted cell"},
+        {"state,test\na,\"1\nb,\"2\"\n", "line 2, column 'test': a double quote inside a cell without quotes, or text"},
+        {"state,test\na,5\"\n", "line 2, column 'test': a double quote"},
+        {"stat,test\na,1\n", "line 1: no column 'state' in the header; did you mean 'stat'?"},
+        {"u,v\na,1\n", "line 1: no column 'state' in the header; its columns are 'u', 'v'"},
+        {"1,2\n3,4\n", "This line holds numbers only"},
+        {"test,state,test\n1,a,2\n", "line 1: the column name 'test' occurs more than once"},
+        {std::string("s\0t\0", 4), "not text in UTF-8"},
+    };
+    for (const auto& [text, message] : faults)
+        for (const std::size_t pieceSize : {std::size_t{1}, std::string::npos}) {
+            SCOPED_TRACE(text);
+            EXPECT_THAT(errorOf(text, pieceSize), HasSubstr(message));
+        }
+}
+
+TEST(DelimitedReader, CountsLinesAcrossBlocks)
+{
+    std::string text = "state,test,note\r\n";
+    for (int row = 0; row < 60'000; ++row)
+        text += "a," + std::to_string(row) + ",\"two\r\nlines\"\r\n";
+    EXPECT_EQ(read(text).numbers("test").back(), 59'999.0);
+    EXPECT_THAT(errorOf(text + "a,b,c\r\n"), HasSubstr("line 120002, column 'test': 'b'"));
+}
+
+} // namespace vexroc

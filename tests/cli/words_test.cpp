@@ -1,0 +1,52 @@
+#include "cli/Failure.h"
+#include "cli/text/Words.h"
+
+#include <gmock/gmock.h>
+
+namespace vexroc {
+
+using testing::ElementsAre;
+
+TEST(Words, ListsRespectQuotes)
+{
+    EXPECT_THAT(splitList("a, b ,c", "--test"), ElementsAre("a", "b", "c"));
+    EXPECT_THAT(splitList("\"a,\"\"b\"\"\" ,c\"d", "--test"), ElementsAre("a,\"b\"", "c\"d"));
+    for (const char* const wrong : {"", "a,", ",a", "a,,b", "\"a", "\"a\"b"})
+        EXPECT_THROW(splitList(wrong, "--test"), Failure) << wrong;
+}
+
+TEST(Words, AssignmentsSplitAtTheFirstEqualSignOutsideQuotes)
+{
+    EXPECT_EQ(splitAssignment("a=b=c", "--state").column, "a");
+    EXPECT_EQ(splitAssignment("a=b=c", "--state").values, "b=c");
+    EXPECT_EQ(splitAssignment("\"a=b\"=c", "--state").column, "a=b");
+    for (const char* const wrong : {"", "a", "a=", "=b", "\"a=b"})
+        EXPECT_THROW(splitAssignment(wrong, "--state"), Failure) << wrong;
+}
+
+TEST(Words, NearWordsForgiveCaseAndAFewLetters)
+{
+    const std::vector<std::string> names{"radius_mean", "radius_worst", "texture_mean", "Age"};
+    EXPECT_THAT(nearWords("Radius_Maen", names), ElementsAre("radius_mean"));
+    EXPECT_THAT(nearWords("age", names), ElementsAre("Age"));
+    EXPECT_THAT(nearWords("smoothness", names), ElementsAre());
+}
+
+TEST(Words, VisibleTextHasNoControlCharactersAndIsUtf8)
+{
+    const std::pair<std::string, std::string> texts[] = {
+        {"plain 'text' \"x\"", "plain 'text' \"x\""},
+        {"a\tb\nc\r", "a\\tb\\nc\\r"},
+        {"\x1b[31m\x7f", "\\x1b[31m\\x7f"},
+        {"Größe €😀", "Größe €😀"},
+        {"\xC2\x9B[", "\\xc2\\x9b["},       // a control character of U+0080 to U+009F
+        {"\xE9t\xE9", "\\xe9t\\xe9"},         // Latin-1
+        {"\xED\xA0\x80", "\\xed\\xa0\\x80"}, // half of a surrogate pair
+        {"\xE2\x82", "\\xe2\\x82"},           // cut short
+    };
+    for (const auto& [text, shown] : texts)
+        EXPECT_EQ(visible(text), shown);
+    EXPECT_EQ(displayWidth("Größe €😀"), 8u);
+}
+
+} // namespace vexroc
