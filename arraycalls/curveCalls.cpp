@@ -22,8 +22,7 @@ roccurve_res rocCurve(const ArrayInput& input, const char* include, const char* 
 {
     ROCSpace space(isInclude(include), isLarger(larger), false, true, true);
     fill(space, input);
-    const int count = checkedCount(space.cutOffCount());
-    std::unique_ptr<double[]> rows(new double[3 * space.cutOffCount()]); // every one is written below
+    std::unique_ptr<double[]> rows(new double[3 * space.mostCutOffs()]); // what is not written costs no memory
     const double nPos = space.getPositiveCount();
     const double nNeg = space.getNegtiveCount();
     double* row = rows.get();
@@ -33,6 +32,7 @@ roccurve_res rocCurve(const ArrayInput& input, const char* include, const char* 
         row[2] = (nPos - result.falseNegative) / nPos;
         row += 3;
     });
+    const int count = checkedCount(static_cast<std::size_t>(row - rows.get()) / 3);
     return {rows.release(), count};
 }
 

@@ -1,4 +1,3 @@
-#include "arraycalls/DummyIter.h"
 #include "arraycalls/arrayInput.h"
 #include "arraycalls/results.h"
 #include "stats/Inference.h"
@@ -71,9 +70,8 @@ auc_comparison_res comparePaired(const PairedInput& input, double positiveState,
         return comparePaired(CompleteCases(input).input(), positiveState, includeCutOff, larger, level);
     ROCPairedStats stats1(space1, larger, level);
     ROCPairedStats stats2(space2, larger, level);
-    DummyIter cases(input.actual, input.predicted1, input.predicted2, static_cast<int>(input.size));
     RocPairedCompare comparison(stats1, stats2, larger, level, 0, positiveState);
-    comparison.computeStats(cases);
+    comparison.computeOverSpaces(); // the same as a pass over records of these arrays
 
     auc_comparison_res res = missingComparison();
     res.first = areaRecord(stats1);

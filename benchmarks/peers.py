@@ -58,27 +58,27 @@ class Library:
         self.lib.release_prcurve_res.restype = None
 
     @staticmethod
-    def _columns(*arrays):
+    def columns(*arrays):
+        """Arguments that stand for NumPy arrays, made once: a host in C has them as they are."""
         return [array.ctypes.data_as(DOUBLES) for array in arrays] + [ctypes.c_int(len(arrays[0])), None]
 
-    def auc(self, y, score):
-        return self.lib.auc(*self._columns(y, score), b"include", b"larger", b"nonparam", ctypes.c_double(0.95))
+    def auc(self, columns):
+        return self.lib.auc(*columns, b"include", b"larger", b"nonparam", ctypes.c_double(0.95))
 
-    def roc_curve(self, y, score, keep=False):
-        res = self.lib.roccurve(*self._columns(y, score), b"include", b"larger")
+    def roc_curve(self, columns, keep=False):
+        res = self.lib.roccurve(*columns, b"include", b"larger")
         rows = np.ctypeslib.as_array(res.rows, (res.count, 3)).copy() if keep else None
         self.lib.release_roccurve_res(res)
         return rows
 
-    def pr_curve(self, y, score, keep=False):
-        res = self.lib.prcurve(*self._columns(y, score), b"include", b"larger", b"davis-goadrich")
+    def pr_curve(self, columns, keep=False):
+        res = self.lib.prcurve(*columns, b"include", b"larger", b"davis-goadrich")
         rows = [(r.precision, r.recall) for r in res.rows[:res.count] if not r.interpolated] if keep else None
         self.lib.release_prcurve_res(res)
         return rows
 
-    def paired(self, y, first, second):
-        return self.lib.auc_pairedcomparison(*self._columns(y, first, second), b"include", b"larger",
-                                             ctypes.c_double(0.95))
+    def paired(self, columns):
+        return self.lib.auc_pairedcomparison(*columns, b"include", b"larger", ctypes.c_double(0.95))
 
 
 def numpy_delong(y, first, second):
@@ -114,15 +114,16 @@ def sample(shape, cases):
 def check(library, shape):
     """The same numbers from both sides, or no timing."""
     y, first, second = sample(shape, 20_000)
-    assert abs(library.auc(y, first).area - roc_auc_score(y, first)) < 1e-12
+    one, two = library.columns(y, first), library.columns(y, first, second)
+    assert abs(library.auc(one).area - roc_auc_score(y, first)) < 1e-12
     fpr, tpr, _ = roc_curve(y, first, drop_intermediate=False)
-    rows = library.roc_curve(y, first, keep=True)[::-1]
+    rows = library.roc_curve(one, keep=True)[::-1]
     assert np.allclose(rows[:, 1], fpr, atol=1e-12) and np.allclose(rows[:, 2], tpr, atol=1e-12)
     precision, recall, _ = precision_recall_curve(y, first)
-    points = np.array(library.pr_curve(y, first, keep=True))[:-1]  # the last one, with recall 0, differs by definition
+    points = np.array(library.pr_curve(one, keep=True))[:-1]  # the last one, with recall 0, differs by definition
     assert np.allclose(points[:len(precision) - 1, 0], precision[:-1]) and np.allclose(points[:, 1], recall[:-1])
     areas, errors, difference = numpy_delong(y, first, second)
-    res = library.paired(y, first, second)
+    res = library.paired(two)
     assert np.allclose(areas, [res.first.area, res.second.area], rtol=1e-12)
     assert np.allclose(errors, [res.first.stdError, res.second.stdError], rtol=1e-9)
     assert abs(difference - res.stdErrorDiff) < 1e-9 * difference
@@ -157,12 +158,13 @@ def main():
             if cases > arguments.largest:
                 break
             y, first, second = sample(shape, cases)
+            one, two = library.columns(y, first), library.columns(y, first, second)
             pairs = [
-                ("auc", lambda: library.auc(y, first), lambda: roc_auc_score(y, first)),
-                ("roccurve", lambda: library.roc_curve(y, first),
+                ("auc", lambda: library.auc(one), lambda: roc_auc_score(y, first)),
+                ("roccurve", lambda: library.roc_curve(one),
                  lambda: roc_curve(y, first, drop_intermediate=False)),
-                ("prcurve", lambda: library.pr_curve(y, first), lambda: precision_recall_curve(y, first)),
-                ("auc_pairedcomparison", lambda: library.paired(y, first, second),
+                ("prcurve", lambda: library.pr_curve(one), lambda: precision_recall_curve(y, first)),
+                ("auc_pairedcomparison", lambda: library.paired(two),
                  lambda: numpy_delong(y, first, second)),
             ]
             for name, ours, peer in pairs:

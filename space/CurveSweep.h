@@ -7,6 +7,7 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <limits>
 #include <optional>
 #include <utility>
 
@@ -36,43 +37,108 @@ struct CurveTotals {
     return {lowest + (-1.0), highest + 1.0};
 }
 
-/// Calls visit(cut-off, ClsResult) for every cut-off in ascending order: both end points and the midpoint of every
-/// two neighbouring distinct values. k distinct values (k >= 1), which the cursor comes by, give k + 1 cut-offs.
-///
-/// A midpoint can round onto a neighbouring value or overflow; counting goes on from where the previous cut-off
+/// Counts of observations in each state.
+struct StateCounts {
+    int positives = 0;
+    int negatives = 0;
+
+    void add(const DistinctValue& x) noexcept
+    {
+        positives += x.positives;
+        negatives += x.negatives;
+    }
+};
+
+/// Turns the counts left of a cut-off into a classification. The left is the negative side when larger values are
+/// positive and the positive side otherwise; a value equal to the cut-off joins the side that includeCutOff gives it.
+class SideOfCutOff {
+public:
+    SideOfCutOff(const CurveTotals& totals, CurveOptions options)
+        : totals_(totals),
+          larger_(options.largerTestMorePositive),
+          equalIsLeft_(options.includeCutOff != options.largerTestMorePositive)
+    {
+    }
+
+    [[nodiscard]] bool isLeft(double value, double cutOff) const noexcept
+    {
+        return value < cutOff || (equalIsLeft_ && value == cutOff);
+    }
+    [[nodiscard]] ClsResult classify(const StateCounts& left) const noexcept
+    {
+        if (larger_)
+            return {static_cast<double>(left.positives), static_cast<double>(left.negatives)};
+        return {static_cast<double>(totals_.positives - left.positives),
+                static_cast<double>(totals_.negatives - left.negatives)};
+    }
+
+private:
+    CurveTotals totals_;
+    bool larger_;
+    bool equalIsLeft_;
+};
+
+/// The cut-offs of values whose sums stay finite: every midpoint lies between its two neighbours or rounds onto one, so
+/// that all values below the lower neighbour are left of it and none above the upper one.
+template <class Cursor, class Visit>
+void forEachCutOffBetween(Cursor values, const CurveTotals& totals, const SideOfCutOff& side, Visit&& visit)
+{
+    const auto [first, last] = endPoints(totals.lowest, totals.highest);
+    StateCounts below; // left of every cut-off to come
+    DistinctValue lower;
+    if (!values.next(lower))
+        return;
+    const auto visitAt = [&](double cutOff, const DistinctValue& upper) {
+        StateCounts left = below;
+        if (side.isLeft(lower.value, cutOff))
+            left.add(lower);
+        if (side.isLeft(upper.value, cutOff))
+            left.add(upper);
+        visit(cutOff, side.classify(left));
+    };
+    visitAt(first, DistinctValue{lower.value, 0, 0});
+    for (DistinctValue upper; values.next(upper); lower = upper) {
+        visitAt((lower.value + upper.value) * 0.5, upper);
+        below.add(lower);
+    }
+    visitAt(last, DistinctValue{lower.value, 0, 0});
+}
+
+/// The cut-offs of any values: a midpoint may overflow or be undefined. Counting goes on from where the previous cut-off
 /// stopped, so the counts never fall.
 template <class Cursor, class Visit>
-void forEachCutOff(const Cursor& values, const CurveTotals& totals, CurveOptions options, Visit&& visit)
+void forEachCutOffAnywhere(Cursor values, const CurveTotals& totals, const SideOfCutOff& side, Visit&& visit)
 {
-    // The left of a cut-off is its negative side when larger values are positive and its positive side otherwise;
-    // a value equal to the cut-off joins the side that includeCutOff gives it.
-    const bool equalIsLeft = options.includeCutOff != options.largerTestMorePositive;
-    int positivesLeft = 0;
-    int negativesLeft = 0;
-    Cursor counted = values; // past an overflowing midpoint it is ahead of the values that make cut-offs
+    const auto [first, last] = endPoints(totals.lowest, totals.highest);
+    StateCounts left;
+    Cursor counted = values; // runs ahead of the values that make cut-offs
     DistinctValue next;      // the first value that is not left of the cut-off
     bool more = counted.next(next);
     const auto visitAt = [&](double cutOff) {
-        while (more && (next.value < cutOff || (equalIsLeft && next.value == cutOff))) {
-            positivesLeft += next.positives;
-            negativesLeft += next.negatives;
-            more = counted.next(next);
-        }
-        if (options.largerTestMorePositive)
-            visit(cutOff, ClsResult{static_cast<double>(positivesLeft), static_cast<double>(negativesLeft)});
-        else
-            visit(cutOff, ClsResult{static_cast<double>(totals.positives - positivesLeft),
-                                    static_cast<double>(totals.negatives - negativesLeft)});
+        for (; more && side.isLeft(next.value, cutOff); more = counted.next(next))
+            left.add(next);
+        visit(cutOff, side.classify(left));
     };
-    const auto [first, last] = endPoints(totals.lowest, totals.highest);
+    DistinctValue lower;
+    if (!values.next(lower))
+        return;
     visitAt(first);
-    double lower = totals.lowest;
-    valuesort::forEachValue(values, [&](const DistinctValue& upper) {
-        if (upper.value != lower)
-            visitAt((lower + upper.value) * 0.5);
-        lower = upper.value;
-    });
+    for (DistinctValue upper; values.next(upper); lower = upper)
+        visitAt((lower.value + upper.value) * 0.5);
     visitAt(last);
+}
+
+/// Calls visit(cut-off, ClsResult) for every cut-off in ascending order: both end points and the midpoint of every
+/// two neighbouring distinct values. k distinct values (k >= 1), which the cursor comes by, give k + 1 cut-offs.
+template <class Cursor, class Visit>
+void forEachCutOff(const Cursor& values, const CurveTotals& totals, CurveOptions options, Visit&& visit)
+{
+    constexpr double half = std::numeric_limits<double>::max() / 2;
+    const SideOfCutOff side(totals, options);
+    if (-half <= totals.lowest && totals.highest <= half)
+        forEachCutOffBetween(values, totals, side, visit);
+    else
+        forEachCutOffAnywhere(values, totals, side, visit);
 }
 
 /// Turns the classification counts of successive cut-offs into precision-recall points.

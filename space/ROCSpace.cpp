@@ -94,22 +94,34 @@ bool ROCSpace::finishUpdate()
         return false;
     if ((needROC_ || needPR_) && hasBothStates()) {
         sorted_ = observations_.visit([](const auto& columns) { return valuesort::SortedValues(columns); });
-        forEachDistinctValue([&](const DistinctValue& x) {
-            lowest_ = distinctCount_ == 0 ? x.value : lowest_;
-            highest_ = x.value;
-            ++distinctCount_;
-            ties_ = ties_ || (x.positives > 0 && x.negatives > 0);
-        });
         order_ = Order::ByValue;
     }
     finished_ = true;
     return true;
 }
 
-std::size_t ROCSpace::cutOffCount()
+std::size_t ROCSpace::mostCutOffs()
 {
     finishUpdate();
-    return sorted_ ? distinctCount_ + 1 : 0;
+    if (!sorted_)
+        return 0;
+    return observations_.visit([&](const auto& columns) { return sorted_->mostDistinct(columns) + 1; });
+}
+
+/// All zero without a curve.
+ROCSpace::DistinctSummary ROCSpace::distinctSummary()
+{
+    if (!finishUpdate() || !sorted_)
+        return {};
+    if (!distinct_) {
+        DistinctSummary summary;
+        forEachDistinctValue([&](const DistinctValue& x) {
+            ++summary.count;
+            summary.ties = summary.ties || (x.positives > 0 && x.negatives > 0);
+        });
+        distinct_ = summary;
+    }
+    return *distinct_;
 }
 
 const CurveLists& ROCSpace::curveLists()
@@ -129,16 +141,17 @@ CurveLists ROCSpace::takeCurve()
 }
 
 /// One pass over the cut-offs: pairs, Kolmogorov-Smirnov maximum and precision-recall points, as far as needed.
-CurveLists ROCSpace::computeStats(bool needPR, bool needROC) const
+CurveLists ROCSpace::computeStats(bool needPR, bool needROC)
 {
+    const std::size_t cutOffs = distinctSummary().count + 1;
     const double nPos = positiveCount_;
     const double nNeg = negativeCount_;
     KolmogorovSmirnov ks;
     PrecisionRecallSweep prSweep(positiveCount_, negativeCount_, interpolateAlongTP_);
     CurveLists lists;
-    lists.cutOffPoints.reserve(distinctCount_ + 1);
-    lists.sensSpec.reserve(needROC ? distinctCount_ + 1 : 0);
-    lists.precisionRecall.reserve(needPR ? distinctCount_ + 1 : 0);
+    lists.cutOffPoints.reserve(cutOffs);
+    lists.sensSpec.reserve(needROC ? cutOffs : 0);
+    lists.precisionRecall.reserve(needPR ? cutOffs : 0);
 
     const auto addPoint = [&](double tp, double classifiedPositive, bool interpolated) {
         if (interpolated)
@@ -224,8 +237,7 @@ std::pair<double, double> ROCSpace::getKolmogorovSmirnov()
 
 bool ROCSpace::existTies()
 {
-    finishUpdate();
-    return ties_;
+    return distinctSummary().ties;
 }
 
 bool ROCSpace::existTiesInPR()

@@ -103,8 +103,9 @@ public:
     /// Calls visit(DistinctValue) for every distinct test value, ascending.
     template <class Visit>
     void forEachDistinctValue(Visit&& visit) const;
-    /// Number of cut-offs; 0 without a curve. Closes the space, as every summary read does.
-    [[nodiscard]] std::size_t cutOffCount();
+    /// No more cut-offs than this, and exactly as many when there are few; 0 without a curve. Closes the space, as
+    /// every summary read does.
+    [[nodiscard]] std::size_t mostCutOffs();
     /// Calls visit(cut-off, ClsResult) for every cut-off in ascending order; never without a curve.
     template <class Visit>
     void forEachCutOff(Visit&& visit) const;
@@ -114,16 +115,21 @@ public:
 private:
     enum class Order { Arrival, ByValue, ByState };
 
+    /// What one walk over the distinct values of a curve tells.
+    struct DistinctSummary {
+        std::size_t count = 0;
+        bool ties = false; ///< some value occurs with both states
+    };
+
     bool finishUpdate();
+    DistinctSummary distinctSummary();
     const CurveLists& curveLists();
-    [[nodiscard]] CurveLists computeStats(bool needPR, bool needROC) const;
+    [[nodiscard]] CurveLists computeStats(bool needPR, bool needROC);
     [[nodiscard]] std::vector<ROCData> listObservations() const;
 
     Observations observations_;
     std::optional<valuesort::SortedValues> sorted_; ///< with the curve
-    std::size_t distinctCount_ = 0;                 ///< with the curve
-    double lowest_ = 0.0;                           ///< smallest test value, with the curve
-    double highest_ = 0.0;                          ///< largest test value, with the curve
+    std::optional<DistinctSummary> distinct_;       ///< made on demand
 
     std::vector<ROCData> data_; ///< what getROCData() shows, made on demand in order_
     CurveLists lists_;          ///< made on demand
@@ -144,7 +150,6 @@ private:
     bool interpolateAlongTP_;
     bool finished_ = false;
     bool listsReady_ = false;
-    bool ties_ = false;
 };
 
 template <class Visit>
@@ -163,9 +168,10 @@ void ROCSpace::forEachCutOff(Visit&& visit) const
 {
     if (!sorted_)
         return;
-    const CurveTotals totals{lowest_, highest_, positiveCount_, negativeCount_};
     const CurveOptions options{includeCutOff_, largerTestMorePositive_};
     observations_.visit([&](const auto& columns) {
+        const auto [lowest, highest] = sorted_->range(columns);
+        const CurveTotals totals{lowest, highest, positiveCount_, negativeCount_};
         sorted_->withCursor(columns, [&](auto cursor) { ROCALG_920::forEachCutOff(cursor, totals, options, visit); });
     });
 }

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <utility>
 #include <vector>
 
 /// Observations in ascending order of test value, as walks over the distinct values.
@@ -31,16 +32,14 @@ template <class Columns>
 /// Counts per distinct value, while there are few: a small hash table that gives up when it fills.
 class FewValues {
 public:
-    static constexpr std::size_t slotCount = 2048;
-
     /// Nothing when the columns hold too many distinct values for this to pay.
     template <class Columns>
     [[nodiscard]] static std::optional<FewValues> count(const Columns& columns)
     {
-        const std::size_t limit = std::min(slotCount / 4, columns.size() / 8);
+        const std::size_t limit = std::min<std::size_t>(512, columns.size() / 8);
         if (limit == 0)
             return std::nullopt;
-        FewValues few;
+        FewValues few(std::bit_ceil(4 * limit));
         for (std::size_t i = 0; i < columns.size(); ++i) {
             const Key key = orderedKey(columns.value(i));
             Slot& slot = few.slots_[few.find(key)];
@@ -61,7 +60,7 @@ public:
     {
         std::vector<std::uint16_t> used;
         used.reserve(used_);
-        for (std::size_t slot = 0; slot < slotCount; ++slot)
+        for (std::size_t slot = 0; slot < slots(); ++slot)
             if (!isFree(slots_[slot]))
                 used.push_back(static_cast<std::uint16_t>(slot));
         std::ranges::sort(used, {}, [this](std::uint16_t slot) { return slots_[slot].key; });
@@ -75,11 +74,13 @@ public:
     [[nodiscard]] std::size_t find(Key key) const noexcept
     {
         constexpr Key spread = 0x9E3779B97F4A7C15u; // 2^64 over the golden ratio
-        std::size_t slot = static_cast<std::size_t>((key * spread) >> (64 - std::bit_width(slotCount - 1)));
+        std::size_t slot = static_cast<std::size_t>((key * spread) >> hashShift_);
         while (slots_[slot].key != key && !isFree(slots_[slot]))
-            slot = (slot + 1) % slotCount;
+            slot = (slot + 1) & (slots() - 1);
         return slot;
     }
+    /// Number of slots, used or not: a power of two.
+    [[nodiscard]] std::size_t slots() const noexcept { return slots_.size(); }
 
 private:
     struct Slot {
@@ -88,10 +89,11 @@ private:
         int negatives = 0;
     };
 
-    FewValues() : slots_(slotCount) {}
+    explicit FewValues(std::size_t slots) : slots_(slots), hashShift_(64 - std::countr_zero(slots)) {}
     [[nodiscard]] static bool isFree(const Slot& slot) noexcept { return (slot.positives | slot.negatives) == 0; }
 
     std::vector<Slot> slots_;
+    int hashShift_;
     std::size_t used_ = 0;
 };
 
@@ -218,12 +220,33 @@ public:
         return work(WordsCursor(sorted_));
     }
 
+    /// No more distinct values than this; exact when they are few.
+    template <class Columns>
+    [[nodiscard]] std::size_t mostDistinct(const Columns& columns) const noexcept
+    {
+        return order_ == Order::Listed ? list_.size() : columns.size();
+    }
+    /// Smallest and largest value; there is at least one.
+    template <class Columns>
+    [[nodiscard]] std::pair<double, double> range(const Columns& columns) const noexcept
+    {
+        switch (order_) {
+        case Order::AsTheyStand:
+            return {columns.value(0), columns.value(columns.size() - 1)};
+        case Order::Listed:
+            return {list_.front().value, list_.back().value};
+        case Order::Words:
+            break;
+        }
+        return {sorted_.valueAt(0), sorted_.valueAt(sorted_.elements.size() - 1)};
+    }
+
 private:
     enum class Order { AsTheyStand, Listed, Words };
 
     Order order_;
     std::vector<DistinctValue> list_;
-    Sorted<StateWord> sorted_{};
+    Sorted<StateWord> sorted_;
 };
 
 /// Calls visit(DistinctValue) for every distinct value that a cursor comes by.
@@ -257,7 +280,7 @@ void rankCases(const Columns& columns, OnValue&& onValue, OnCase&& onCase)
                 onCase(i, columns.positive(i), answer);
         }
     } else if (const std::optional<FewValues> few = FewValues::count(columns)) {
-        std::vector<decltype(onValue(x))> answers(FewValues::slotCount);
+        std::vector<decltype(onValue(x))> answers(few->slots());
         for (const std::uint16_t slot : few->ascending())
             answers[slot] = onValue(few->at(slot));
         for (std::size_t i = 0; i < count; ++i)

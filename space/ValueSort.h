@@ -40,6 +40,7 @@ struct StateWord {
     Key word;
 
     [[nodiscard]] Key order() const noexcept { return word; }
+    [[nodiscard]] Key key(Key highestBit) const noexcept { return word >> 1 | highestBit; }
     [[nodiscard]] bool positive() const noexcept { return (word & 1) != 0; }
     [[nodiscard]] static StateWord of(Key key, bool positive, std::size_t) noexcept
     {
@@ -171,7 +172,8 @@ public:
           base_(low >> shift_)
     {
         const std::size_t cells = static_cast<std::size_t>((high >> shift_) - base_) + 1;
-        std::array<std::uint32_t, std::size_t{1} << cellBits> sampled{};
+        std::array<std::uint32_t, std::size_t{1} << cellBits> sampled;
+        std::fill_n(sampled.begin(), cells, 0u);
         const std::size_t stride = std::max<std::size_t>(1, columns.size() / sampleSize);
         std::size_t samples = 0;
         for (std::size_t i = 0; i < columns.size(); i += stride, ++samples)
@@ -245,6 +247,11 @@ template <class Element>
 struct Sorted {
     UnclearedVector<Element> elements;
     std::size_t firstUpper = 0;
+
+    [[nodiscard]] double valueAt(std::size_t i) const noexcept
+    {
+        return valueOfKey(elements[i].key(i >= firstUpper ? signBit : 0));
+    }
 };
 
 template <class Element, class Columns>

@@ -17,7 +17,11 @@ struct StateSums {
     Int128 positives = 0;
     Int128 negatives = 0;
 
-    void add(bool positive, Int128 term) noexcept { (positive ? positives : negatives) += term; }
+    void add(bool positive, Int128 term) noexcept
+    {
+        positives += positive ? term : 0;
+        negatives += positive ? 0 : term;
+    }
 };
 
 /// The structural components (placement values) of one test variable, by case in the order of arrival.

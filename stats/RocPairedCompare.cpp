@@ -6,6 +6,7 @@
 #include "stats/ROCPairedStats.h"
 
 #include <cmath>
+#include <cstdint>
 
 namespace ROCALG_920 {
 
@@ -105,7 +106,8 @@ bool RocPairedCompare::linesUp(std::size_t position, bool positive, double value
 
 void RocPairedCompare::addComponentProduct(std::size_t position, bool positive, StateSums& products) const
 {
-    products.add(positive, Int128{first_.components().twice(position)} * second_.components().twice(position));
+    // Both factors are below 2^32: one 64-bit product.
+    products.add(positive, std::uint64_t{first_.components().twice(position)} * second_.components().twice(position));
 }
 
 bool RocPairedCompare::computeStats(MultiPassRecordIter& iter)
