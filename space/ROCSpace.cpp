@@ -16,7 +16,6 @@ using VexCommon_920::VexMV;
 namespace {
 
 constexpr std::size_t minObservations = 3;
-constexpr std::size_t maxObservations = std::numeric_limits<int>::max();
 constexpr double ksTieTolerance = 1e-14; // differences up to this count as a tie with the maximum
 
 /// Keeps the Kolmogorov-Smirnov maximum over successive cut-offs.
@@ -47,17 +46,6 @@ ROCSpace::ROCSpace(bool includeCutOff, bool largerTestMorePositive, bool needPR,
       needROC_(needROC),
       interpolateAlongTP_(interpolateAlongTP)
 {
-}
-
-bool ROCSpace::update(bool positive, double value, int weight)
-{
-    if (weight < 1 || finished_ || std::isnan(value) || observations_.size() >= maxObservations)
-        return false;
-    observations_.add(positive, value);
-    (positive ? positiveCount_ : negativeCount_) += 1;
-    (positive ? posFreqCount_ : negFreqCount_) += weight;
-    data_.clear(); // a list handed out before is out of date
-    return true;
 }
 
 bool ROCSpace::borrow(const BorrowedColumns& columns)

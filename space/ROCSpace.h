@@ -7,7 +7,9 @@
 #include "space/SortedValues.h"
 #include "vexrocproc/ROCConst.h"
 
+#include <cmath>
 #include <cstddef>
+#include <limits>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -151,6 +153,19 @@ private:
     bool finished_ = false;
     bool listsReady_ = false;
 };
+
+// Inline: a record pass calls it for every record and variable.
+inline bool ROCSpace::update(bool positive, double value, int weight)
+{
+    constexpr std::size_t maxObservations = std::numeric_limits<int>::max();
+    if (weight < 1 || finished_ || std::isnan(value) || observations_.size() >= maxObservations)
+        return false;
+    observations_.add(positive, value);
+    (positive ? positiveCount_ : negativeCount_) += 1;
+    (positive ? posFreqCount_ : negFreqCount_) += weight;
+    data_.clear(); // a list handed out before is out of date
+    return true;
+}
 
 template <class Visit>
 void ROCSpace::forEachDistinctValue(Visit&& visit) const
