@@ -1,0 +1,28 @@
+#include "vexrocproc/arraycalls.h"
+
+#include <cstddef>
+#include <type_traits>
+
+// What a binding in another language relies on; the compiler is the test.
+
+static_assert(sizeof(prcurve_row) == 32);
+static_assert(offsetof(prcurve_row, cutOff) == 0);
+static_assert(offsetof(prcurve_row, recall) == 8);
+static_assert(offsetof(prcurve_row, precision) == 16);
+static_assert(offsetof(prcurve_row, interpolated) == 24 && sizeof(prcurve_row::interpolated) == 4);
+
+static_assert(offsetof(roccurve_res, rows) == 0 && offsetof(roccurve_res, count) == sizeof(void*));
+static_assert(offsetof(prcurve_res, rows) == 0 && offsetof(prcurve_res, count) == sizeof(void*));
+
+static_assert(sizeof(auc_res) == 7 * sizeof(double));
+static_assert(offsetof(auc_res, posCount) == 0 && offsetof(auc_res, negCount) == 8 && offsetof(auc_res, area) == 16);
+static_assert(offsetof(auc_res, stdError) == 24 && offsetof(auc_res, asymptoticSig) == 32);
+static_assert(offsetof(auc_res, ciLower) == 40 && offsetof(auc_res, ciUpper) == 48);
+
+static_assert(sizeof(auc_comparison_res) == 20 * sizeof(double));
+static_assert(offsetof(auc_comparison_res, first) == 0 && offsetof(auc_comparison_res, second) == 7 * 8);
+static_assert(offsetof(auc_comparison_res, z) == 14 * 8 && offsetof(auc_comparison_res, zSig) == 15 * 8);
+static_assert(offsetof(auc_comparison_res, areaDiff) == 16 * 8 && offsetof(auc_comparison_res, stdErrorDiff) == 17 * 8);
+static_assert(offsetof(auc_comparison_res, ciLower) == 18 * 8 && offsetof(auc_comparison_res, ciUpper) == 19 * 8);
+
+static_assert(std::is_trivial_v<roccurve_res> && std::is_trivial_v<prcurve_res> && std::is_trivial_v<auc_comparison_res>);

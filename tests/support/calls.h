@@ -1,0 +1,35 @@
+#pragma once
+
+#include "tests/support/Exact.h"
+#include "tests/support/Sample.h"
+#include "vexrocproc/arraycalls.h"
+
+#include <span>
+#include <vector>
+
+/// The array calls on samples, with everything they return as one list of numbers.
+namespace roctest {
+
+struct Words {
+    const char* include = "include";
+    const char* larger = "larger";
+    const char* interpolation = "davis-goadrich";
+    const char* distribution = "nonparam";
+};
+
+/// Three numbers a row; nothing at all (not even 0 rows) fails the test program.
+[[nodiscard]] Numbers curve(std::span<const double> states, std::span<const double> values, const Words& words = {});
+/// Four numbers a row.
+[[nodiscard]] Numbers precisionRecall(std::span<const double> states, std::span<const double> values,
+                                      const Words& words = {});
+[[nodiscard]] auc_res areaOf(std::span<const double> states, std::span<const double> values, const Words& words = {},
+                             double level = 0.95);
+[[nodiscard]] auc_comparison_res pairedOf(const Sample& sample, const Words& words = {}, double level = 0.95);
+
+[[nodiscard]] Numbers numbers(const auc_res& record);
+[[nodiscard]] Numbers numbers(const auc_comparison_res& record);
+
+/// What every call says about the sample.
+[[nodiscard]] Numbers everything(const Sample& sample, const Words& words);
+
+} // namespace roctest
