@@ -93,12 +93,14 @@ HostData analysisData(std::size_t size, Script* script)
     for (std::size_t c = 0; c < columns.size(); ++c) {
         using VexXML_920::IVexVariable;
         const int valueType = c == code ? IVexVariable::twoValued : IVexVariable::plainValues;
-        if (script != nullptr)
+        if (script != nullptr) {
             data.add(std::move(columns[c]), std::make_unique<ScriptedVariable>(*script, valueType));
-        else if (c == code)
-            data.variables.AddTwoValued("code", {{0, "none"}, {1, "some"}}), data.columns.push_back(columns[c]);
-        else
+        } else if (c == code) {
+            data.variables.AddTwoValued("code", {{0, "none"}, {1, "some"}});
+            data.columns.push_back(std::move(columns[c]));
+        } else {
             data.add(std::move(columns[c]));
+        }
     }
     return data;
 }

@@ -39,9 +39,9 @@ public:
     }
     [[nodiscard]] long expectedCode() const
     {
-        const long codes[faults] = {statusCode::stateVarNotSet, statusCode::stateValueMissing, statusCode::noTestVar,
-                                    comparison_.code,           statusCode::noData,            statusCode::groupConstant,
-                                    statusCode::stateValueNotFound};
+        const long codes[faults] = {
+            statusCode::stateVarNotSet, statusCode::stateValueMissing, statusCode::noTestVar, comparison_.code,
+            statusCode::noData,         statusCode::groupConstant,     statusCode::stateValueNotFound};
         for (int fault = 0; fault < faults; ++fault)
             if (has(static_cast<Fault>(fault)))
                 return codes[fault];
@@ -52,7 +52,8 @@ public:
         ROCSetting setting;
         const double found = has(stateNotFound) ? 77.0 : 1.0;
         setting.setStateVar(has(noStateVar) ? -1 : state, has(missingStateValue) ? VexMV::Missing() : found);
-        setting.setTestVars(has(noTestVar) ? std::vector<int>{has(noStateVar) ? -1 : int{state}} : std::vector<int>{test1});
+        const int unusable = has(noStateVar) ? -1 : int{state};
+        setting.setTestVars({has(noTestVar) ? unusable : int{test1}});
         if (has(comparisonFault))
             setting.setComparisonType(static_cast<ROCConst_920::ComparisonType>(comparison_.type));
         if (has(constantGroup)) {
@@ -239,6 +240,12 @@ TEST(Warnings, TiesAreNamedForTheVariablesThatHaveThem)
     setting.setTestVars({tied});
     setting.setSelectGroupVar(side, 1.0, 2.0);
     EXPECT_EQ(analyse(setting, data).warnings, Warnings{});
+    // A tie in one group is enough, whichever comes first.
+    const int half = data.add({1, 1, 1, 2, 2, 2});
+    for (const double first : {1.0, 2.0}) {
+        setting.setSelectGroupVar(half, first, 3.0 - first);
+        EXPECT_EQ(analyse(setting, data).warnings, (Warnings{{statusCode::tiesExist, tied}}));
+    }
 }
 
 TEST(Warnings, OneUnequalSpaceChangesTheAssumptionOfTheWholeRun)

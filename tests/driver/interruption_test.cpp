@@ -48,8 +48,8 @@ public:
 
 /// Interrupts a run at one point after the other, on a fresh facade and on one that has results. Afterwards the
 /// fresh facade has none, the other has still its old ones, and both work. Returns the number of points.
-int interruptEverywhere(const Analysis& analysis, int points, const std::function<long(ScriptedHost&, int)>& interrupted,
-                        long code)
+int interruptEverywhere(const Analysis& analysis, int points,
+                        const std::function<long(ScriptedHost&, int)>& interrupted, long code)
 {
     ScriptedHost used(analysis);
     EXPECT_EQ(used.run(Script::never, Script::never), 0);
@@ -72,6 +72,7 @@ int interruptEverywhere(const Analysis& analysis, int points, const std::functio
         const Outcome after = readBack(used.facade);
         EXPECT_EQ(after.records, expected.records);
         EXPECT_EQ(after.comparisons, expected.comparisons);
+        EXPECT_TRUE(code == statusCode::cancelled || after.warnings.empty()) << "warnings of an earlier run";
         if (testing::Test::HasFailure())
             return point;
     }
