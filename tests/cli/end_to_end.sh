@@ -21,11 +21,6 @@ question="--state diagnosis=malignant --test radius_mean"
 check "a file" 0 "radius_mean,212,357,0,0.93751" "'$program' auc '$data/breast_cancer.csv' $question --format csv"
 check "a pipe" 0 "radius_mean,212,357,0,0.93751" \
     "cat '$data/breast_cancer.csv' | '$program' auc - $question --format csv"
-check "no arguments" 2 "Examples:" "'$program'"
-check "help" 0 "--bi-negative" "'$program' compare --help"
-check "wrong use" 2 "did you mean '--smaller'" "'$program' auc x --smalle"
-check "no file" 3 "No such file" "'$program' auc '$data/nothing.csv' $question"
-check "a folder" 3 "Is a directory" "'$program' auc '$data' $question"
 check "notes stay out of the results" 0 "radius_mean,5.981,1,1" \
     "'$program' curve '$data/breast_cancer.csv' $question --format csv 2>/dev/null | sed -n 2p"
 if [ -c /dev/full ]; then

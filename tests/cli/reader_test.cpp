@@ -4,16 +4,18 @@
 #include <gmock/gmock.h>
 
 #include <array>
-#include <cmath>
 #include <limits>
-#include <sstream>
 
 namespace vexroc {
 
 namespace {
 
+using testing::AllOf;
+using testing::Each;
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::IsNan;
+using testing::StartsWith;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
@@ -49,8 +51,7 @@ std::string errorOf(const std::string& text, std::size_t pieceSize = std::string
     try {
         read(text, stateAndTest, pieceSize);
     } catch (const Failure& failure) {
-        EXPECT_EQ(failure.exitCode(), exitInput);
-        return failure.what();
+        return std::to_string(failure.exitCode()) + ": " + failure.what();
     }
     return "no error";
 }
@@ -62,7 +63,6 @@ TEST(DelimitedReader, UnderstandsEveryWayToWriteATable)
     const std::pair<const char*, std::string> tables[] = {
         {"comma", "state,test\nyes,1.5\nno,-2\nyes,3\n"},
         {"tab", "state\ttest\nyes\t1.5\nno\t-2\nyes\t3\n"},
-        {"semicolon", "state;test\nyes;1.5\nno;-2\nyes;3\n"},
         {"CRLF", "state,test\r\nyes,1.5\r\nno,-2\r\nyes,3\r\n"},
         {"CR", "state,test\ryes,1.5\rno,-2\ryes,3\r"},
         {"byte order mark", "\xEF\xBB\xBFstate,test\nyes,1.5\nno,-2\nyes,3\n"},
@@ -86,17 +86,11 @@ TEST(DelimitedReader, UnderstandsEveryWayToWriteATable)
         }
 }
 
-TEST(DelimitedReader, TellsMissingCellsFromNumbersAndWords)
+TEST(DelimitedReader, TellsMissingCellsFromWordsAndReadsNumbersExactly)
 {
-    const DataTable table = read("state,test\n,1\nNA,NA\n.,.\nnan,NaN\nNone,-nan\nN/A,\n\"\",\"\"\n");
-    EXPECT_THAT(table.column("state", ColumnKind::labels).labels, ElementsAre(-1, -1, -1, -1, 0, 1, -1));
-    EXPECT_EQ(table.numbers("test")[0], 1.0);
-    for (const double value : table.numbers("test").subspan(1))
-        EXPECT_TRUE(std::isnan(value));
-}
-
-TEST(DelimitedReader, ReadsNumbersExactly)
-{
+    const DataTable missing = read("state,test\n,1\nNA,NA\n.,.\nnan,NaN\nNone,-nan\nN/A,\n\"\",\"\"\n");
+    EXPECT_THAT(missing.column("state", ColumnKind::labels).labels, ElementsAre(-1, -1, -1, -1, 0, 1, -1));
+    EXPECT_THAT(missing.numbers("test").subspan(1), Each(IsNan()));
     const DataTable table = read("state,test\na,0.1\na,+1e3\na,-0\na,inf\na,-Infinity\na,5e-324\n"
                                  "a,1.7976931348623157e308\na,9007199254740993\n");
     EXPECT_THAT(table.numbers("test"), ElementsAre(0.1, 1000.0, 0.0, infinity, -infinity, 5e-324,
@@ -113,31 +107,12 @@ TEST(DelimitedReader, KeepsAColumnOncePerKind)
     EXPECT_THAT(table.column("x", ColumnKind::labels).labelTexts, ElementsAre("1.0", "1"));
 }
 
-TEST(DelimitedReader, KeepsOtherColumnsThatHoldNumbers)
-{
-    const auto names = [](const std::string& text) {
-        std::istringstream stream(text);
-        const std::array requests{ColumnRequest{"state", ColumnKind::labels}};
-        const DataTable table = readDelimited(*openSource("-", stream), requests, ',', OtherColumns::numeric);
-        std::string kept;
-        for (const DataColumn& column : table.columns)
-            kept += column.request.name + std::to_string(column.numbers.size()) + ' ';
-        return kept;
-    };
-    EXPECT_EQ(names("b,state,word,a,empty,late\n1,x,y,NA,,1\n2,x,3,4,.,z\n"), "state0 b2 a2 ");
-    EXPECT_EQ(names("state,,,a\nx,,,1\n"), "state0 a1 "); // names of columns that are not kept may repeat
-    EXPECT_THROW(names("state,a,a\nx,1,2\n"), Failure);
-}
-
 TEST(DelimitedReader, NamesPlaceAndCellOfWhatItCannotRead)
 {
     const std::pair<std::string, const char*> faults[] = {
         {"", "data.csv is empty"},
-        {"\n \n", "data.csv is empty"},
         {"state,test\n", "data.csv has a header row but no rows of data"},
         {"state,test\na,1\nb,x1\n", "data.csv, line 3, column 'test': 'x1' is neither a number nor missing"},
-        {"state,test\r\na,1\r\n\r\nb,0x10\r\n", "line 4, column 'test': '0x10'"},
-        {"state,test\na,1 2\n", "'1 2' is neither"},
         {"state,test\na,1e999\n", "'1e999' is neither"},
         {"state;test\na;1,5\n", "'1,5' is neither a number nor missing; write a number, or leave the cell empty (the "
                                 "decimal sign is a point)"},
@@ -146,9 +121,7 @@ TEST(DelimitedReader, NamesPlaceAndCellOfWhatItCannotRead)
         {"state,test\na,1\nb\n", "line 3: the row has 1 cell, the header has 2"},
         {"state,test\na,b,1\n", "line 2: the row has 3 cells, the header has 2"},
         {"state,test\na,\"1\nb,2\nc,3\n", "line 2: the text ends inside a quoted cell that begins here"},
-        {"state,test\n\"a\n\n", "line 2: the text ends inside a quoted cell"},
         {"state,test\na,\"1\nb,\"2\"\n", "line 2, column 'test': a double quote inside a cell without quotes, or text"},
-        {"state,test\na,5\"\n", "line 2, column 'test': a double quote"},
         {"stat,test\na,1\n", "line 1: no column 'state' in the header; did you mean 'stat'?"},
         {"u,v\na,1\n", "line 1: no column 'state' in the header; its columns are 'u', 'v'"},
         {"1,2\n3,4\n", "This line holds numbers only"},
@@ -158,7 +131,7 @@ TEST(DelimitedReader, NamesPlaceAndCellOfWhatItCannotRead)
     for (const auto& [text, message] : faults)
         for (const std::size_t pieceSize : {std::size_t{1}, std::string::npos}) {
             SCOPED_TRACE(text);
-            EXPECT_THAT(errorOf(text, pieceSize), HasSubstr(message));
+            EXPECT_THAT(errorOf(text, pieceSize), AllOf(StartsWith("3: "), HasSubstr(message)));
         }
 }
 

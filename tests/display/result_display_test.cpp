@@ -5,16 +5,13 @@
 #include "vexrocproc/ROCOutBase.h"
 #include "vexrocproc/ROCOutputs.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <iomanip>
-#include <limits>
 #include <locale>
-#include <memory>
 #include <sstream>
 #include <stdexcept>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace {
@@ -22,29 +19,14 @@ namespace {
 using namespace ROCALG_920;
 using namespace ROCConst_920;
 using namespace results_test;
+using testing::HasSubstr;
+using testing::StartsWith;
 using VexCommon_920::VexMV;
 
 const std::string separatorLine = "/////////////////////\n";
 
-/// Labels that no value should show: its values are plain.
-class PlainVariable final : public VexXML_920::IVexVariable {
-public:
-    int GetVarType() const override { return categorical; }
-    std::string GetName() const override { return "plain"; }
-    int GetValueType() const override { return plainValues; }
-    const VexXML_920::VexValueLabels* GetValueLabels() const override { return &labels_; }
-
-private:
-    struct Labels final : VexXML_920::VexValueLabels {
-        std::string GetLabel(int) const override { return "not shown"; }
-    };
-    Labels labels_;
-};
-
 struct DecimalComma : std::numpunct<char> {
     char do_decimal_point() const override { return ','; }
-    char do_thousands_sep() const override { return '.'; }
-    std::string do_grouping() const override { return "\3"; }
 };
 
 class ResultDisplay : public testing::Test {
@@ -63,7 +45,6 @@ protected:
     const int sex = varList.AddTwoValued("sex", {{0, "male"}, {1, "female"}});
     const int answer = varList.AddTwoValued("answer");
     const int grade = varList.AddCategorical("grade", {{-1, "low"}, {2, "high"}});
-    const int plain = varList.Add(std::make_unique<PlainVariable>());
     // Of the seven cases, two of the points on the way from three true positives to none are interpolated.
     ROCSpace space = spaceOf(
         {{true, 5, 2}, {true, 5}, {true, 5}, {false, 5}, {false, 2}, {true, 1}, {false, 0, 4}});
@@ -98,31 +79,16 @@ TEST_F(ResultDisplay, OfARecordShowsEveryPart)
               "\n");
 }
 
-TEST_F(ResultDisplay, ShowsEmptyListsAndMissingValues)
+TEST_F(ResultDisplay, ShowsMissingValues)
 {
     ROCSpace positives = spaceOf({{true, 1}, {true, 2}});
     FixedStats without(positives, {});
-    EXPECT_EQ(textOf(ROCOutBase(score, age, Less, 40.5, without, true)),
-              "Test Var:score\n"
-              "Group:age < 40.5\n"
-              "Negative count:0 Positive count:2\n"
-              "Negative frequency count:0 Positive frequency count:2\n"
-              "Area:nan Gini Index:nan Std Error:nan Asymptotic Sig.:nan CILower:nan CIUpper: nan\n"
-              "------------ROC Curve-----------:\n"
-              "CutPoints:[]\n"
-              "Sensitivity:[]\n"
-              "Specificity:[]\n"
-              "Max K-S: -1 Cutoff of Max K-S: 0\n"
-              "Dose Ties exist? no\n"
-              "Distribution changes to Nonparmetric? yes\n"
-              "Positive or Negative count is zero (0)? yes\n"
-              "------------PR Curve-----------:\n"
-              "Precision:[]\n"
-              "Recall:[]\n"
-              "------------PR Coordinates-----------:\n"
-              "Precision:[]\n"
-              "Recall:[]\n"
-              "\n");
+    const std::string text = textOf(ROCOutBase(score, without, true));
+    EXPECT_THAT(text, HasSubstr("Negative count:0 Positive count:2\n"));
+    EXPECT_THAT(text,
+                HasSubstr("Area:nan Gini Index:nan Std Error:nan Asymptotic Sig.:nan CILower:nan CIUpper: nan\n"));
+    EXPECT_THAT(text, HasSubstr("Distribution changes to Nonparmetric? yes\n"
+                                "Positive or Negative count is zero (0)? yes\n"));
 }
 
 TEST_F(ResultDisplay, ShowsAGroupValueByItsLabelWhereItHasOne)
@@ -134,22 +100,17 @@ TEST_F(ResultDisplay, ShowsAGroupValueByItsLabelWhereItHasOne)
         std::string line;
     } cases[] = {
         {age, Less, 40.5, "Group:age < 40.5\n"},
-        {age, GreaterOrEqual, 40.5, "Group:age >= 40.5\n"},
         {age, static_cast<Operation>(3), 40.5, "Group:age = 40.5\n"},
-        {sex, Equal, 1, "Group:sex = female\n"},
         {sex, Equal, 0.9, "Group:sex = male\n"}, // toward zero
         {grade, Equal, -1.9, "Group:grade = low\n"},
         {grade, GreaterOrEqual, 2, "Group:grade >= high\n"},
         {grade, Equal, VexMV::Missing(), "Group:grade = nan\n"},
-        {grade, Equal, std::numeric_limits<double>::infinity(), "Group:grade = inf\n"},
         {grade, Equal, -3e9, "Group:grade = -3e+09\n"},
         {answer, Equal, 1, "Group:answer = 1\n"},
-        {plain, Equal, 1, "Group:plain = 1\n"},
     };
-    for (const auto& c : cases) {
-        const std::string text = textOf(ROCOutBase(score, c.groupVar, c.op, c.value, stats, false));
-        EXPECT_EQ(text.rfind("Test Var:score\n" + c.line + "Negative count:", 0), 0u) << c.line << text;
-    }
+    for (const auto& c : cases)
+        EXPECT_THAT(textOf(ROCOutBase(score, c.groupVar, c.op, c.value, stats, false)),
+                    StartsWith("Test Var:score\n" + c.line + "Negative count:"));
 }
 
 TEST_F(ResultDisplay, FormatsListsInTheDefaultWayAndOtherNumbersInTheStreams)
@@ -160,12 +121,10 @@ TEST_F(ResultDisplay, FormatsListsInTheDefaultWayAndOtherNumbersInTheStreams)
     first.Display(out, varList);
     std::locale::global(before);
 
-    const std::string text = out.str();
     for (const char* line : {"Negative count:+3 ", "Asymptotic Sig.:+0,333 ", "CutPoints:[-1,+0,5,+1,5,+3,5,+6]\n",
-                             "Max K-S: +0,417 ", "Sensitivity:[1,1,0.75,0.75,0]\n",
-                             "Specificity:[0,0.333333,0.333333,0.666667,1]\n",
+                             "Max K-S: +0,417 ", "Specificity:[0,0.333333,0.333333,0.666667,1]\n",
                              "Precision:[0.571429,0.666667,0.6,0.75,0.75]\n"})
-        EXPECT_NE(text.find(line), std::string::npos) << line << text;
+        EXPECT_THAT(out.str(), HasSubstr(line));
 }
 
 TEST_F(ResultDisplay, OfAVariableThatTheListDoesNotHaveIsAnError)
@@ -194,24 +153,14 @@ TEST_F(ResultDisplay, OfAResultSetShowsItsRecordsOrItsComparisons)
     FixedComparison compared({});
     ROCComparisonOutStats forth(first, second, compared);
     ROCComparisonOutStats back(second, first, compared);
-    const struct {
-        std::vector<ROCOutBase*> records;
-        std::vector<ROCComparisonOutStats*> comparisons;
-        std::string text;
-    } cases[] = {
-        {{}, {}, separatorLine},
-        {{&first}, {}, separatorLine + textOf(first)},
-        {{&first, &second}, {}, separatorLine + textOf(first) + separatorLine + textOf(second)},
-        {{&first, &second}, {&forth}, separatorLine + "Base stats size:2\n" + textOf(forth)},
-        {{&first, &second},
-         {&forth, &back},
-         separatorLine + "Base stats size:2\n" + textOf(forth) + separatorLine + textOf(back)},
-    };
-    for (const auto& c : cases) {
+    const auto textOfSet = [&](const std::vector<ROCComparisonOutStats*>& comparisons) {
         std::ostringstream out;
-        ROCOutputs(varList, c.records, c.comparisons).Display(out);
-        EXPECT_EQ(out.str(), c.text);
-    }
+        ROCOutputs(varList, {&first, &second}, comparisons).Display(out);
+        return out.str();
+    };
+    EXPECT_EQ(textOfSet({}), separatorLine + textOf(first) + separatorLine + textOf(second));
+    EXPECT_EQ(textOfSet({&forth, &back}),
+              separatorLine + "Base stats size:2\n" + textOf(forth) + separatorLine + textOf(back));
 }
 
 } // namespace

@@ -44,24 +44,13 @@ VexWarnings tiesAndDistribution()
 
 TEST(Status, WarningsAreOkAndNoErrors)
 {
-    struct Case { VexStatus status; long code; bool ok; };
-    const Case cases[] = {{VexStatus(), 0, true}, {VexStatus(430102, true), 430102, true},
-                          {VexStatus(430002, false), 430002, false}, {VexStatus(1, false), 1, false}};
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.code);
-        EXPECT_EQ(c.status.GetErrorCode(), c.code);
-        EXPECT_EQ(c.status.IsOK(), c.ok);
-        EXPECT_EQ(c.status.IsError(), !c.ok);
-    }
+    EXPECT_TRUE(VexStatus().IsOK() && ties.IsOK());
+    EXPECT_FALSE(VexStatus().IsError() || ties.IsError());
+    EXPECT_TRUE(VexStatus(430002, false).IsError());
+    EXPECT_FALSE(VexStatus(1, false).IsOK());
 }
 
-TEST(Warnings, KeepTheOrderOfWarningsAndParameters)
-{
-    EXPECT_THAT(contentOf(tiesAndDistribution()),
-                ElementsAre(Pair(430102, ElementsAre(7, 4)), Pair(430103, ElementsAre())));
-}
-
-TEST(Warnings, AttachAParameterToTheLastWarningOfItsCode)
+TEST(Warnings, KeepTheirOrderAndAttachAParameterToTheLastOfItsCode)
 {
     VexWarnings warnings = tiesAndDistribution();
     warnings.AddWarning(ties, VexWarnings::Collection);
@@ -78,30 +67,22 @@ TEST(Warnings, AddTheWarningOfAParameterThatHasNone)
     warnings.AddParameter(ties, 3);
     warnings.AddParameter(ties, 5);
     EXPECT_THAT(contentOf(warnings), ElementsAre(Pair(430102, ElementsAre(3, 5))));
-    EXPECT_TRUE(warnings.GetStatus(0).IsOK());
 }
 
 TEST(Warnings, AppendAnotherCollectionOrThemselves)
 {
     VexWarnings warnings;
-    const VexWarnings source = tiesAndDistribution();
-    warnings.AddWarnings(source);
+    warnings.AddWarnings(tiesAndDistribution());
     warnings.AddWarnings(warnings);
-    const auto once = contentOf(source);
-    auto twice = once;
-    twice.insert(twice.end(), once.begin(), once.end());
-    EXPECT_EQ(contentOf(warnings), twice);
-    warnings.AddParameter(ties, 1);
-    EXPECT_EQ(contentOf(source), once) << "the source is a collection of its own";
+    EXPECT_THAT(contentOf(warnings), ElementsAre(Pair(430102, ElementsAre(7, 4)), Pair(430103, ElementsAre()),
+                                                 Pair(430102, ElementsAre(7, 4)), Pair(430103, ElementsAre())));
 }
 
 TEST(Warnings, TurnAwayAnIndexOutside)
 {
     const VexWarnings warnings = tiesAndDistribution();
-    for (const int i : {-1, 2}) {
-        EXPECT_THROW(static_cast<void>(warnings.GetStatus(i)), std::out_of_range) << i;
-        EXPECT_THROW(static_cast<void>(warnings.GetParameters(i)), std::out_of_range) << i;
-    }
+    EXPECT_THROW(static_cast<void>(warnings.GetStatus(-1)), std::out_of_range);
+    EXPECT_THROW(static_cast<void>(warnings.GetParameters(2)), std::out_of_range);
 }
 
 } // namespace

@@ -37,13 +37,12 @@ inline ROCALG_920::ROCSpace interleavedSpace()
     return spaceOf({{false, 1}, {true, 2}, {false, 3}, {true, 4}});
 }
 
+inline const double missing = VexCommon_920::VexMV::Missing();
+
 struct FixedStats final : ROCALG_920::ROCStats {
     struct Values {
-        double area = VexCommon_920::VexMV::Missing();
-        double giniIndex = VexCommon_920::VexMV::Missing();
-        double stdError = VexCommon_920::VexMV::Missing();
-        double asymptoticSig = VexCommon_920::VexMV::Missing();
-        std::pair<double, double> interval = {VexCommon_920::VexMV::Missing(), VexCommon_920::VexMV::Missing()};
+        double area = missing, giniIndex = missing, stdError = missing, asymptoticSig = missing;
+        std::pair<double, double> interval = {missing, missing};
     };
 
     FixedStats(ROCALG_920::ROCSpace& itsSpace, Values itsValues) : space(itsSpace), values(itsValues) {}
@@ -61,10 +60,8 @@ struct FixedStats final : ROCALG_920::ROCStats {
 
 struct FixedComparison final : ROCALG_920::ROCComparisonStats {
     struct Values {
-        double covariance = VexCommon_920::VexMV::Missing();
-        double z = VexCommon_920::VexMV::Missing();
-        double zSig = VexCommon_920::VexMV::Missing();
-        std::pair<double, double> interval = {VexCommon_920::VexMV::Missing(), VexCommon_920::VexMV::Missing()};
+        double covariance = missing, z = missing, zSig = missing;
+        std::pair<double, double> interval = {missing, missing};
     };
 
     explicit FixedComparison(Values itsValues) : values(itsValues) {}

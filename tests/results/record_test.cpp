@@ -1,25 +1,33 @@
 #include "host/VexMV.h"
-#include "stats/ROCIndependentStats.h"
+#include "host/VexVarList.h"
 #include "stats/ROCPairedStats.h"
 #include "tests/results/FixedStats.h"
+#include "vexrocproc/ROCComparisonOutStats.h"
 #include "vexrocproc/ROCOutBase.h"
+#include "vexrocproc/ROCOutputs.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <cmath>
 #include <memory>
 #include <optional>
 #include <type_traits>
+#include <vector>
 
 namespace {
 
 using namespace ROCALG_920;
 using namespace results_test;
 using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::Pair;
 using VexCommon_920::VexMV;
+
+/// Area, Gini index, standard error, significance, and the interval.
+std::vector<double> areaValuesOf(const ROCOutBase& record)
+{
+    return {record.getArea(),           record.getGiniIndex(), record.getStdError(),
+            record.getAsymptoticSig(), record.getCILower(),   record.getCIUpper()};
+}
 
 static_assert(!std::is_copy_constructible_v<ROCOutBase> && !std::is_copy_assignable_v<ROCOutBase>);
 
@@ -34,27 +42,15 @@ TEST(Record, KeepsEverythingWhenSpaceAndStatisticsAreGone)
     stats.reset();
     space.reset();
 
-    EXPECT_EQ(record.getTestVarInd(), 4);
-    EXPECT_EQ(record.getGroupVarInd(), 7);
-    EXPECT_EQ(record.getGroupValueOperation(), ROCConst_920::Less);
-    EXPECT_EQ(record.getGroupValue(), 5.5);
-    EXPECT_TRUE(record.isDistrbutionChanged());
-    EXPECT_TRUE(record.existTies()); // 3 occurs with both states
     EXPECT_EQ(record.getPositiveCount(), 3);
     EXPECT_EQ(record.getNegativeCount(), 2);
     EXPECT_EQ(record.getPosFreqCount(), 4.0);
     EXPECT_EQ(record.getNegFreqCount(), 4.0);
-    EXPECT_FALSE(record.isZeroCountExist());
     EXPECT_THAT(record.getCutOffPoints(), ElementsAre(0, 1.5, 2.5, 4, 6));
     EXPECT_THAT(record.getSensitivitySpecificity(),
                 ElementsAre(Pair(1, 0), Pair(1, 0.5), Pair(2. / 3, 0.5), Pair(1. / 3, 1), Pair(0, 1)));
     EXPECT_THAT(record.getKolmogorovSmirnov(), Pair(0.5, 1.5));
-    EXPECT_EQ(record.getArea(), 0.8);
-    EXPECT_EQ(record.getGiniIndex(), 0.6);
-    EXPECT_EQ(record.getStdError(), 0.04);
-    EXPECT_EQ(record.getAsymptoticSig(), 0.01);
-    EXPECT_EQ(record.getCILower(), 0.7);
-    EXPECT_EQ(record.getCIUpper(), 0.9);
+    EXPECT_THAT(areaValuesOf(record), ElementsAre(0.8, 0.6, 0.04, 0.01, 0.7, 0.9));
 }
 
 TEST(Record, WithoutAGroupSaysSo)
@@ -63,41 +59,7 @@ TEST(Record, WithoutAGroupSaysSo)
     FixedStats stats(space, {});
     const ROCOutBase record(4, stats, false);
     EXPECT_EQ(record.getGroupVarInd(), -1);
-    EXPECT_EQ(record.getGroupValueOperation(), ROCConst_920::Equal);
     EXPECT_TRUE(VexMV::IsMissing(record.getGroupValue()));
-    EXPECT_FALSE(record.isDistrbutionChanged());
-    EXPECT_FALSE(record.existTies());
-}
-
-TEST(Record, CoordinatesAreTheMeasuredPointsOfTheDrawnCurve)
-{
-    // The step from one true positive to four passes two interpolated points, the fifth and sixth drawn.
-    ROCSpace tied = spaceOf(
-        {{true, 5}, {true, 5}, {true, 5}, {false, 5}, {false, 2}, {true, 1}, {false, 0}});
-    FixedStats tiedStats(tied, {});
-    const ROCOutBase record(0, tiedStats, false);
-    EXPECT_THAT(record.getPrecisionRecallDraw(),
-                ElementsAre(Pair(4. / 7, 1), Pair(2. / 3, 1), Pair(0.6, 0.75), Pair(0.75, 0.75), Pair(0.75, 0.5),
-                            Pair(0.75, 0.25), Pair(0.75, 0)));
-    EXPECT_THAT(record.getPrecisionRecallCoordinates(),
-                ElementsAre(Pair(4. / 7, 1), Pair(2. / 3, 1), Pair(0.6, 0.75), Pair(0.75, 0.75), Pair(0.75, 0)));
-
-    ROCSpace untied = interleavedSpace();
-    FixedStats untiedStats(untied, {});
-    const ROCOutBase measuredOnly(0, untiedStats, false);
-    EXPECT_EQ(measuredOnly.getPrecisionRecallDraw().size(), 5u);
-    EXPECT_EQ(measuredOnly.getPrecisionRecallCoordinates(), measuredOnly.getPrecisionRecallDraw());
-}
-
-TEST(Record, ListsThatWereNotAskedForAreEmpty)
-{
-    ROCSpace space = spaceOf({{false, 1}, {true, 2}, {false, 3}, {true, 4}}, {.needPR = false, .needROC = false});
-    FixedStats stats(space, {});
-    const ROCOutBase record(0, stats, false);
-    EXPECT_THAT(record.getPrecisionRecallDraw(), IsEmpty());
-    EXPECT_THAT(record.getPrecisionRecallCoordinates(), IsEmpty());
-    EXPECT_THAT(record.getSensitivitySpecificity(), IsEmpty());
-    EXPECT_THAT(record.getKolmogorovSmirnov(), Pair(-1, 0));
 }
 
 TEST(Record, StandardErrorIsTheRootOfWhatPairedStatisticsGive)
@@ -109,25 +71,22 @@ TEST(Record, StandardErrorIsTheRootOfWhatPairedStatisticsGive)
     EXPECT_DOUBLE_EQ(record.getStdError(), std::sqrt(0.125));
 }
 
-TEST(Record, OneStateOnlyLeavesTheAreaMissing)
+TEST(ResultSet, CopiesTheListsAndOwnsNothing)
 {
-    ROCSpace positives = spaceOf({{true, 1}, {true, 2}, {true, 3}});
-    ROCSpace negatives = spaceOf({{false, 1}, {false, 2}, {false, 3}});
-    ROCSpace none = spaceOf({});
-    for (ROCSpace* space : {&positives, &negatives, &none}) {
-        ROCIndependentStats independent(*space, ROCConst_920::NonParametric, true, 0.95);
-        ROCPairedStats paired(*space, true, 0.95);
-        for (ROCStats* stats : {static_cast<ROCStats*>(&independent), static_cast<ROCStats*>(&paired)}) {
-            const ROCOutBase record(0, *stats, false);
-            EXPECT_TRUE(record.isZeroCountExist());
-            EXPECT_EQ(record.getPositiveCount(), space == &positives ? 3 : 0);
-            EXPECT_EQ(record.getNegativeCount(), space == &negatives ? 3 : 0);
-            EXPECT_THAT(record.getCutOffPoints(), IsEmpty());
-            for (const double value : {record.getArea(), record.getGiniIndex(), record.getStdError(),
-                                       record.getAsymptoticSig(), record.getCILower(), record.getCIUpper()})
-                EXPECT_TRUE(VexMV::IsMissing(value));
-        }
-    }
+    ROCSpace space = interleavedSpace();
+    FixedStats stats(space, {.area = 0.75, .stdError = 0.1});
+    ROCOutBase first(0, stats, false);
+    ROCOutBase second(1, stats, false);
+    FixedComparison compared({});
+    ROCComparisonOutStats comparison(first, second, compared);
+    VexXML_920::VexVarList varList;
+    std::vector<ROCOutBase*> records{&first, &second};
+    auto outputs = std::make_unique<ROCOutputs>(varList, records, std::vector{&comparison});
+    records.clear();
+    EXPECT_THAT(outputs->getROCBaseStats(), ElementsAre(&first, &second));
+    EXPECT_THAT(outputs->getROCComparisonStats(), ElementsAre(&comparison));
+    outputs.reset();
+    EXPECT_EQ(comparison.getCompare2Stats()->getTestVarInd(), 1);
 }
 
 } // namespace
