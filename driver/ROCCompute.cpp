@@ -89,6 +89,8 @@ ROCCompute::Code ROCCompute::run(MultiPassRecordIter& iter)
     monitor.announceShare(0.01);
     const ROCSpace empty(setting_.isIncludeCutOff(), setting_.isLargerTestMorePositive(), setting_.needPR(),
                          setting_.needROC(), setting_.getPRInterpolationType() == ROCConst_920::AlongTP);
+    for (const int testVar : testVars)
+        static_cast<void>(varList_.GetVarAt(testVar)); // what the host's list does not know cannot be displayed later
     TestSpaces spaces(testVars, empty, split);
     monitor.announceShare(0.03);
     if (const Code code = readRecords(iter, split, spaces, monitor); code != statusCode::noError)

@@ -44,11 +44,11 @@ public:
 
     /// Status of the last run; success before the first.
     [[nodiscard]] VexCommon_920::VexStatus GetStatus() const { return status_; }
-    /// Did the last run end well?
+    /// Did the last run end well? A run that an exception ended leaves the answer as it was.
     [[nodiscard]] bool IsModelBuilt() const { return modelBuilt_; }
     /// Results of the last run that ended well; null before. Owned by the facade.
     [[nodiscard]] ROCOutputs* GetOutputStats() const { return outputs_; }
-    /// Warnings of the last run, also when an error ended it.
+    /// Warnings of the last run, also when an error ended it; none when an exception did.
     [[nodiscard]] const VexCommon_920::VexWarnings& GetWarningMessages() const { return warnings_; }
     /// Prints the results of the last run that ended well; nothing before.
     void Display(std::ostream& os) const;
