@@ -179,9 +179,7 @@ public:
             return std::nullopt;
         if (largerTestMorePositive)
             return previous_.positives() == 0.0 ? std::optional(beforePrevious_.precision()) : std::nullopt;
-        // With a second point that classifies nothing as positive, that one is the end.
-        const bool onlyFirst = firstTwo_[0].positives() == 0.0 && firstTwo_[1].positives() != 0.0;
-        return onlyFirst ? std::optional(firstTwo_[1].precision()) : std::nullopt;
+        return firstTwo_[0].positives() == 0.0 ? std::optional(firstTwo_[1].precision()) : std::nullopt;
     }
 
     /// Some step moved several true positives at once between unequal precisions.

@@ -70,37 +70,33 @@ std::span<const Analysis> analyses()
     return everyKind;
 }
 
-ROCSetting settingOf(const Analysis& analysis)
+ROCSetting areasOf(const std::vector<int>& testVars)
 {
     ROCSetting setting;
     setting.setStateVar(state, 1.0);
-    setting.setTestVars({test1, test2, test3});
+    setting.setTestVars(testVars);
+    return setting;
+}
+
+ROCSetting settingOf(const Analysis& analysis)
+{
+    ROCSetting setting = areasOf({test1, test2, test3});
     analysis.configure(setting);
     return setting;
 }
 
-HostData analysisData(std::size_t size, Script* script)
+HostData analysisData(std::size_t size)
 {
     Random random(7);
     const auto below = [&](unsigned limit) { return static_cast<double>(random() % limit); };
-    std::vector<std::vector<double>> columns(constant + 1);
+    HostData data;
+    using VexXML_920::IVexVariable;
+    for (int column = state; column <= constant; ++column)
+        data.add({}, column == code ? IVexVariable::twoValued : IVexVariable::plainValues);
     for (std::size_t i = 0; i < size; ++i) {
         const double row[] = {below(2), below(12), below(12), below(6), below(10), below(2), below(4), 4.0};
-        for (std::size_t c = 0; c < columns.size(); ++c)
-            columns[c].push_back(row[c]);
-    }
-    HostData data;
-    for (std::size_t c = 0; c < columns.size(); ++c) {
-        using VexXML_920::IVexVariable;
-        const int valueType = c == code ? IVexVariable::twoValued : IVexVariable::plainValues;
-        if (script != nullptr) {
-            data.add(std::move(columns[c]), std::make_unique<ScriptedVariable>(*script, valueType));
-        } else if (c == code) {
-            data.variables.AddTwoValued("code", {{0, "none"}, {1, "some"}});
-            data.columns.push_back(std::move(columns[c]));
-        } else {
-            data.add(std::move(columns[c]));
-        }
+        for (std::size_t c = 0; c < data.columns.size(); ++c)
+            data.columns[c].push_back(row[c]);
     }
     return data;
 }

@@ -11,8 +11,7 @@ namespace roctest {
 enum Column { state, test1, test2, test3, group, code, weight, constant };
 
 /// Cases with ties within and between the states; `code` is 0 or 1, `weight` 0 to 3, `group` 0 to 9.
-/// With a script, every call into a description is a call into that host.
-[[nodiscard]] HostData analysisData(std::size_t size, Script* script = nullptr);
+[[nodiscard]] HostData analysisData(std::size_t size);
 
 struct Analysis {
     const char* name;
@@ -21,5 +20,7 @@ struct Analysis {
 };
 [[nodiscard]] std::span<const Analysis> analyses();
 [[nodiscard]] ROCALG_920::ROCSetting settingOf(const Analysis& analysis);
+/// Areas of these variables; the state is column 0.
+[[nodiscard]] ROCALG_920::ROCSetting areasOf(const std::vector<int>& testVars);
 
 } // namespace roctest

@@ -1,13 +1,9 @@
-#include "folders.h"
+#include "tests/driver/analyses.h"
 #include "tests/support/calls.h"
-#include "tests/support/hosts.h"
 #include "vexrocproc/ROCComparisonOutStats.h"
-#include "vexrocproc/ROCOutBase.h"
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <sstream>
 #include <string>
 
 /// The facade against the array calls: the same columns give the same numbers, to the last bit.
@@ -17,7 +13,7 @@ using namespace roctest;
 using namespace ROCALG_920;
 using namespace ROCConst_920;
 
-enum Column { state, value, other, side };
+enum { value = 1, other, side };
 
 struct Option {
     Words words;
@@ -38,9 +34,7 @@ const Option options[] = {
 
 ROCSetting settingWith(const Option& option)
 {
-    ROCSetting setting;
-    setting.setStateVar(state, 1.0);
-    setting.setTestVars({value});
+    ROCSetting setting = areasOf({value});
     setting.setNeedPR(true);
     setting.setClassification(option.classification);
     setting.setDirection(option.direction);
@@ -77,8 +71,12 @@ Numbers areaNumbers(const ROCOutBase& record)
             {record.getStdError()}, {record.getAsymptoticSig()}, {record.getCILower()}, {record.getCIUpper()}};
 }
 
-Numbers comparisonNumbers(const ROCComparisonOutStats& comparison)
+/// Of the first comparison of a run.
+Numbers comparisonNumbers(const ROCSetting& setting, HostData& data)
 {
+    Host host(setting, data);
+    EXPECT_EQ(host.run(), 0);
+    const ROCComparisonOutStats& comparison = *host.facade.GetOutputStats()->getROCComparisonStats().at(0);
     Numbers all = areaNumbers(*comparison.getCompare1Stats());
     const Numbers second = areaNumbers(*comparison.getCompare2Stats());
     all.insert(all.end(), second.begin(), second.end());
@@ -98,131 +96,79 @@ Numbers curveRows(const ROCOutBase& record)
     return rows;
 }
 
-/// (recall, precision) of all points, then of the measured ones.
+/// (recall, precision) of all points, measured and interpolated.
 Numbers precisionRecallPoints(const ROCOutBase& record)
 {
     Numbers points;
-    for (const auto* list : {&record.getPrecisionRecallDraw(), &record.getPrecisionRecallCoordinates()})
-        for (const auto& [precision, recall] : *list)
-            points.insert(points.end(), {{recall}, {precision}});
+    for (const auto& [precision, recall] : record.getPrecisionRecallDraw())
+        points.insert(points.end(), {{recall}, {precision}});
     return points;
 }
 
 Numbers precisionRecallPoints(const Sample& sample, const Words& words)
 {
     const Numbers rows = precisionRecall(sample.states, sample.values, words); // cut-off, recall, precision, flag
-    Numbers all;
-    Numbers measured;
-    for (std::size_t i = 0; i < rows.size(); i += 4) {
-        all.insert(all.end(), {rows[i + 1], rows[i + 2]});
-        if (rows[i + 3].value == 0.0)
-            measured.insert(measured.end(), {rows[i + 1], rows[i + 2]});
-    }
-    all.insert(all.end(), measured.begin(), measured.end());
-    return all;
+    Numbers points;
+    for (std::size_t i = 0; i < rows.size(); i += 4)
+        points.insert(points.end(), {rows[i + 1], rows[i + 2]});
+    return points;
 }
 
 void expectSameAsArrayCalls(const Sample& sample, const Option& option)
 {
     HostData data = hostDataOf(sample);
-    const auto run = [&](ROCSetting setting, const auto& look) {
-        RocAlgorithm facade(setting, data.variables);
-        VexCommon_920::ColumnRecordIter records = data.records();
-        ASSERT_EQ(facade.BuildModel(records).GetErrorCode(), 0);
-        look(*facade.GetOutputStats());
-    };
-    run(settingWith(option), [&](const ROCOutputs& results) {
-        const ROCOutBase& record = *results.getROCBaseStats().at(0);
-        EXPECT_EQ(areaNumbers(record), numbers(areaOf(sample.states, sample.values, option.words, option.level)));
-        EXPECT_EQ(curveRows(record), curve(sample.states, sample.values, option.words));
-        EXPECT_EQ(precisionRecallPoints(record), precisionRecallPoints(sample, option.words));
-    });
+    Host areas(settingWith(option), data);
+    ASSERT_EQ(areas.run(), 0);
+    EXPECT_EQ(areaNumbers(areas.record()), numbers(areaOf(sample.states, sample.values, option.words, option.level)));
+    EXPECT_EQ(curveRows(areas.record()), curve(sample.states, sample.values, option.words));
+    EXPECT_EQ(precisionRecallPoints(areas.record()), precisionRecallPoints(sample, option.words));
 
     ROCSetting paired = settingWith(option);
     paired.setTestVars({value, other});
     paired.setComparisonType(PairedComparison);
-    run(paired, [&](const ROCOutputs& results) {
-        EXPECT_EQ(comparisonNumbers(*results.getROCComparisonStats().at(0)),
-                  numbers(pairedOf(sample, option.words, option.level)));
-    });
+    EXPECT_EQ(comparisonNumbers(paired, data), numbers(pairedOf(sample, option.words, option.level)));
 
     ROCSetting independent = settingWith(option);
     independent.setDistribution(NonParametric); // a call decides on the assumption per sample, a run for all
     independent.setSelectGroupVar(side, 2.0, 1.0);
     independent.setComparisonType(IndependentComparison);
-    run(independent, [&](const ROCOutputs& results) {
-        const Sample first = halfOf(sample, 1);
-        const Sample second = halfOf(sample, 0);
-        const auc_comparison_res called = auc_indpendentcomparison(
-            first.states.data(), first.values.data(), first.size(), second.states.data(), second.values.data(),
-            second.size(), nullptr, option.words.include, option.words.larger, "nonparam", option.level);
-        EXPECT_EQ(comparisonNumbers(*results.getROCComparisonStats().at(0)), numbers(called));
-    });
+    const Sample first = halfOf(sample, 1);
+    const Sample second = halfOf(sample, 0);
+    EXPECT_EQ(comparisonNumbers(independent, data),
+              numbers(auc_indpendentcomparison(first.states.data(), first.values.data(), first.size(),
+                                               second.states.data(), second.values.data(), second.size(), nullptr,
+                                               option.words.include, option.words.larger, "nonparam", option.level)));
 }
 
-TEST(SameAsArrayCalls, OnSamplesOfEveryShape)
+TEST(SameAsArrayCalls, OnSamplesOfEveryShapeAndOnBalancedOnes)
 {
     for (const Shape& shape : shapes())
         for (unsigned seed = 1; seed <= 6; ++seed) {
             SCOPED_TRACE(std::string(shape.name) + ", seed " + std::to_string(seed));
             expectSameAsArrayCalls(drawSample(shape, seed, sizeFor(seed)), options[seed % 4]);
+            Sample balanced = drawSample(shape, seed, 20);
+            for (std::size_t i = 0; i < 20; ++i)
+                balanced.states[i] = i % 2 == 0 ? 1.0 : 0.0;
+            expectSameAsArrayCalls(balanced, options[2 + seed % 2]); // keeps the bi-negative assumption
         }
 }
 
-TEST(SameAsArrayCalls, OnBalancedSamplesUnderTheBiNegativeAssumption)
+TEST(Comparisons, ComeInTheOrderOfTheList)
 {
-    for (unsigned seed = 1; seed <= 6; ++seed) {
-        SCOPED_TRACE(seed);
-        Sample sample = drawSample(shapes()[seed], seed, 20);
-        for (std::size_t i = 0; i < 20; ++i)
-            sample.states[i] = i % 2 == 0 ? 1.0 : 0.0;
-        expectSameAsArrayCalls(sample, options[2 + seed % 2]);
-    }
-}
-
-TEST(SameAsArrayCalls, OnTheBreastCancerData)
-{
-    std::ifstream file(std::string(dataFolder) + "/breast_cancer.csv");
-    Sample sample;
-    std::string line;
-    for (std::getline(file, line); std::getline(file, line);) {
-        std::istringstream cells(line);
-        std::string diagnosis;
-        std::string radius;
-        std::string texture;
-        std::getline(std::getline(std::getline(cells, diagnosis, ','), radius, ','), texture, ',');
-        sample.add(diagnosis == "malignant" ? 1.0 : 0.0, std::stod(radius), std::stod(texture));
-    }
-    ASSERT_EQ(sample.size(), 569);
-    for (const Option& option : options)
-        expectSameAsArrayCalls(sample, option);
-}
-
-TEST(Comparisons, OfThreeVariablesComeInTheOrderOfTheList)
-{
-    const Sample sample = drawSample(shapes()[1], 5, 50);
-    HostData data = hostDataOf(sample);
-    ROCSetting setting;
-    setting.setStateVar(state, 1.0);
+    HostData data = hostDataOf(drawSample(shapes()[1], 5, 50));
+    ROCSetting setting = areasOf({other, side, value});
     setting.setComparisonType(PairedComparison);
-    setting.setTestVars({other, side, value});
-    RocAlgorithm facade(setting, data.variables);
-    VexCommon_920::ColumnRecordIter records = data.records();
-    ASSERT_TRUE(facade.BuildModel(records).IsOK());
-    const auto& base = facade.GetOutputStats()->getROCBaseStats();
-    const auto& comparisons = facade.GetOutputStats()->getROCComparisonStats();
+    Host host(setting, data);
+    ASSERT_EQ(host.run(), 0);
+    const auto& base = host.facade.GetOutputStats()->getROCBaseStats();
+    std::vector<std::pair<ROCOutBase*, ROCOutBase*>> compared;
+    for (const ROCComparisonOutStats* const comparison : host.facade.GetOutputStats()->getROCComparisonStats())
+        compared.emplace_back(comparison->getCompare1Stats(), comparison->getCompare2Stats());
     ASSERT_EQ(base.size(), 3u);
-    ASSERT_EQ(comparisons.size(), 3u);
-    const std::pair<int, int> pairs[] = {{0, 1}, {0, 2}, {1, 2}};
-    for (std::size_t i = 0; i < 3; ++i) {
-        EXPECT_EQ(comparisons[i]->getCompare1Stats(), base[static_cast<std::size_t>(pairs[i].first)]);
-        EXPECT_EQ(comparisons[i]->getCompare2Stats(), base[static_cast<std::size_t>(pairs[i].second)]);
-    }
-    // A variable against itself differs by nothing.
-    setting.setTestVars({value, value});
-    RocAlgorithm itself(setting, data.variables);
-    ASSERT_TRUE(itself.BuildModel(records).IsOK());
-    const Numbers all = comparisonNumbers(*itself.GetOutputStats()->getROCComparisonStats().at(0));
+    EXPECT_EQ(compared, (decltype(compared){{base[0], base[1]}, {base[0], base[2]}, {base[1], base[2]}}));
+
+    setting.setTestVars({value, value}); // a variable against itself differs by nothing
+    const Numbers all = comparisonNumbers(setting, data);
     EXPECT_EQ(Numbers(all.end() - 6, all.end()), (Numbers{{0.0}, {1.0}, {0.0}, {0.0}, {0.0}, {0.0}}));
 }
 

@@ -1,114 +1,106 @@
 #include "tests/driver/analyses.h"
-#include "vexrocproc/ROCOutBase.h"
 #include "vexrocproc/ROCStatusCodes.h"
 
 #include <gtest/gtest.h>
+
+#include <sstream>
 
 namespace {
 
 using namespace roctest;
 using namespace ROCALG_920;
 
-TEST(Facade, IsEmptyBeforeARun)
-{
-    HostData data = analysisData(24);
-    ROCSetting setting;
-    const RocAlgorithm facade(setting, data.variables);
-    Outcome nothing;
-    nothing.code = 0;
-    EXPECT_EQ(readBack(facade), nothing);
-    EXPECT_EQ(facade.GetOutputStats(), nullptr);
-}
-
-TEST(Facade, KeepsItsOwnSettings)
-{
-    HostData data = analysisData(24);
-    ROCSetting setting = settingOf(analyses()[0]);
-    const Outcome expected = analyse(setting, data);
-    RocAlgorithm facade(setting, data.variables);
-    setting = ROCSetting();
-    VexCommon_920::ColumnRecordIter records = data.records();
-    EXPECT_TRUE(facade.BuildModel(records).IsOK());
-    EXPECT_EQ(readBack(facade), expected);
-}
-
-TEST(Facade, ReturnsTheStatusThatItKeeps)
-{
-    HostData data = analysisData(0);
-    ROCSetting setting = settingOf(analyses()[0]);
-    RocAlgorithm facade(setting, data.variables);
-    VexCommon_920::ColumnRecordIter records = data.records();
-    const VexCommon_920::VexStatus returned = facade.BuildModel(records);
-    EXPECT_EQ(returned, VexCommon_920::VexStatus(statusCode::noData, false));
-    EXPECT_EQ(facade.GetStatus(), returned);
-}
-
 TEST(Facade, RunsAgainWithFreshStatusAndWarnings)
 {
-    HostData data = analysisData(24);
-    HostData none = analysisData(0);
-    HostData longer = analysisData(100);
     for (const Analysis& analysis : analyses()) {
         SCOPED_TRACE(analysis.name);
-        ROCSetting setting = settingOf(analysis);
+        HostData data = analysisData(24);
+        const ROCSetting setting = settingOf(analysis);
         const Outcome expected = analyse(setting, data);
-        RocAlgorithm facade(setting, data.variables);
-        VexCommon_920::ColumnRecordIter records = data.records();
+        Host host(setting, data);
+        EXPECT_EQ(host.outcome(), Outcome{});
         for (int i = 0; i < 2; ++i) {
-            EXPECT_TRUE(facade.BuildModel(records).IsOK());
-            EXPECT_EQ(readBack(facade), expected);
+            EXPECT_EQ(host.run(), 0);
+            EXPECT_EQ(host.outcome(), expected);
         }
-        const ROCOutBase* const early = facade.GetOutputStats()->getROCBaseStats()[0];
-        const Numbers earlyNumbers = numbers(*early);
+        const ROCOutBase& early = host.record();
 
         // An error keeps the results of the last good run.
-        VexCommon_920::ColumnRecordIter noRecords = none.records();
-        EXPECT_EQ(facade.BuildModel(noRecords).GetErrorCode(), statusCode::noData);
-        EXPECT_FALSE(facade.IsModelBuilt());
-        EXPECT_EQ(readBack(facade).records, expected.records);
+        data.columns = analysisData(0).columns;
+        EXPECT_EQ(host.run(), statusCode::noData);
+        EXPECT_EQ(host.facade.GetStatus(), VexCommon_920::VexStatus(statusCode::noData, false));
+        EXPECT_FALSE(host.facade.IsModelBuilt());
+        EXPECT_EQ(host.outcome().records, expected.records);
 
-        VexCommon_920::ColumnRecordIter moreRecords = longer.records();
-        EXPECT_TRUE(facade.BuildModel(moreRecords).IsOK());
-        EXPECT_EQ(readBack(facade), analyse(setting, longer));
-        EXPECT_EQ(numbers(*early), earlyNumbers); // records of earlier runs live on
+        data.columns = analysisData(100).columns;
+        EXPECT_EQ(host.run(), 0);
+        EXPECT_EQ(host.outcome(), analyse(setting, data));
+        EXPECT_EQ(numbers(early), expected.records[0]); // records of earlier runs live on
     }
 }
 
 TEST(Facade, ForgetsAConstantGroupBetweenRuns)
 {
     HostData data = analysisData(24);
-    HostData constantData = analysisData(24);
-    constantData.columns[group].assign(24, 4.0);
-    ROCSetting setting = settingOf(analyses()[0]);
+    data.columns[group].swap(data.columns[constant]);
+    ROCSetting setting = areasOf({test1});
     setting.setMidPointGroupVar(group);
     setting.setComparisonType(ROCConst_920::IndependentComparison);
-    RocAlgorithm facade(setting, data.variables);
-    VexCommon_920::ColumnRecordIter constantRecords = constantData.records();
-    EXPECT_EQ(facade.BuildModel(constantRecords).GetErrorCode(), statusCode::groupConstant);
-    VexCommon_920::ColumnRecordIter records = data.records();
-    EXPECT_EQ(facade.BuildModel(records).GetErrorCode(), 0);
-    EXPECT_EQ(readBack(facade), analyse(setting, data));
+    Host host(setting, data);
+    EXPECT_EQ(host.run(), statusCode::groupConstant);
+    data.columns[group].swap(data.columns[constant]);
+    EXPECT_EQ(host.run(), 0);
+    EXPECT_EQ(host.outcome(), analyse(setting, data));
 }
 
-TEST(Facade, ListenerAndCancelQueryCanBeReplacedAndRemoved)
+TEST(Facade, ListenerAndCancelQueryCanBeRemoved)
 {
     HostData data = analysisData(24);
-    ROCSetting setting = settingOf(analyses()[0]);
-    RocAlgorithm facade(setting, data.variables);
-    Script script;
-    script.cancelAt = 0;
-    ScriptedListener listener(script);
-    ScriptedCancel cancel(script);
-    facade.SetProgressListener(&listener);
-    facade.SetCancelPtr(&cancel);
-    VexCommon_920::ColumnRecordIter records = data.records();
-    EXPECT_EQ(facade.BuildModel(records).GetErrorCode(), statusCode::cancelled);
-    EXPECT_EQ(listener.announcements.size(), 2u);
-    facade.SetProgressListener(nullptr);
-    facade.SetCancelPtr(nullptr);
-    const int calls = script.calls();
-    EXPECT_EQ(facade.BuildModel(records).GetErrorCode(), 0);
-    EXPECT_EQ(script.calls(), calls);
+    Host host(areasOf({test1}), data);
+    EXPECT_EQ(host.run(Script::never, 0), statusCode::cancelled);
+    EXPECT_EQ(host.announcements.size(), 2u);
+    host.facade.SetProgressListener(nullptr);
+    host.facade.SetCancelPtr(nullptr);
+    EXPECT_EQ(host.run(Script::never, 0), 0);
+    EXPECT_EQ(host.calls(Script::notify) + host.calls(Script::cancelQuery), 0);
+}
+
+TEST(Facade, DisplaysTheResultsToTheCharacterAndNothingBeforeARun)
+{
+    HostData data;
+    data.columns = {{1, 0, 1, 0}, {4, 3, 3, 1}};
+    data.variables.AddTwoValued("disease");
+    data.variables.AddContinuous("marker");
+    ROCSetting setting = areasOf({1});
+    setting.setNeedPR(true);
+    Host host(setting, data);
+    std::ostringstream shown;
+    host.facade.Display(shown);
+    EXPECT_EQ(shown.str(), "");
+    ASSERT_EQ(host.run(), 0);
+    host.facade.Display(shown);
+    // Counted by hand: 3.5 of 4 pairs in order; the maximum 0.5 is reached at 2 and at 3.5, the last one counts.
+    EXPECT_EQ(shown.str(), R"(/////////////////////
+Test Var:marker
+Negative count:2 Positive count:2
+Negative frequency count:2 Positive frequency count:2
+Area:0.875 Gini Index:0.75 Std Error:0.200909 Asymptotic Sig.:0.0619696 CILower:0.481225 CIUpper: 1.26878
+------------ROC Curve-----------:
+CutPoints:[0,2,3.5,5]
+Sensitivity:[1,1,0.5,0]
+Specificity:[0,0.5,1,1]
+Max K-S: 0.5 Cutoff of Max K-S: 3.5
+Dose Ties exist? yes
+Distribution changes to Nonparmetric? no
+Positive or Negative count is zero (0)? no
+------------PR Curve-----------:
+Precision:[0.5,0.666667,1,1]
+Recall:[1,1,0.5,0]
+------------PR Coordinates-----------:
+Precision:[0.5,0.666667,1,1]
+Recall:[1,1,0.5,0]
+
+)");
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 #include "tests/support/hosts.h"
 
 #include "vexrocproc/ROCComparisonOutStats.h"
-#include "vexrocproc/ROCOutBase.h"
 
 #include <span>
 
@@ -11,20 +10,40 @@ using namespace ROCALG_920;
 using namespace VexCommon_920;
 using namespace VexXML_920;
 
-int HostData::add(std::vector<double> column)
+namespace {
+
+class ScriptedVariable final : public VexContVar {
+public:
+    ScriptedVariable(Script& script, int valueType) : VexContVar("scripted"), script_(script), valueType_(valueType) {}
+    [[nodiscard]] int GetVarType() const override { return script_.enter(Script::varType, varType_); }
+    [[nodiscard]] int GetValueType() const override { return script_.enter(Script::valueType, valueType_); }
+
+private:
+    Script& script_;
+    int varType_ = continuous;
+    int valueType_;
+};
+
+Numbers numbers(const ROCComparisonOutStats& c)
 {
-    return add(std::move(column), std::make_unique<VexContVar>("column " + std::to_string(columns.size())));
+    const ROCOutBase& first = *c.getCompare1Stats();
+    const ROCOutBase& second = *c.getCompare2Stats();
+    return {{double(first.getTestVarInd())}, {first.getGroupValue()}, {double(second.getTestVarInd())},
+            {second.getGroupValue()}, {c.getZStats()}, {c.getAsymptoticSig()}, {c.getAUCDiff()}, {c.getStdErrorDiff()},
+            {c.getCILower()}, {c.getCIUpper()}};
 }
 
-int HostData::add(std::vector<double> column, std::unique_ptr<IVexVariable> description)
+} // namespace
+
+int HostData::add(std::vector<double> column, int valueType)
 {
     columns.push_back(std::move(column));
-    return variables.Add(std::move(description));
+    return variables.Add(std::make_unique<ScriptedVariable>(*script, valueType));
 }
 
-ColumnRecordIter HostData::records() const
+ScriptedIter HostData::records() const
 {
-    return ColumnRecordIter(std::vector<std::span<const double>>(columns.begin(), columns.end()));
+    return {ColumnRecordIter(std::vector<std::span<const double>>(columns.begin(), columns.end())), *script};
 }
 
 Numbers numbers(const ROCOutBase& r)
@@ -45,20 +64,6 @@ Numbers numbers(const ROCOutBase& r)
         for (const auto& [first, second] : *points)
             all.insert(all.end(), {{first}, {second}});
     return all;
-}
-
-Numbers numbers(const ROCComparisonOutStats& c)
-{
-    return {{double(c.getCompare1Stats()->getTestVarInd())},
-            {c.getCompare1Stats()->getGroupValue()},
-            {double(c.getCompare2Stats()->getTestVarInd())},
-            {c.getCompare2Stats()->getGroupValue()},
-            {c.getZStats()},
-            {c.getAsymptoticSig()},
-            {c.getAUCDiff()},
-            {c.getStdErrorDiff()},
-            {c.getCILower()},
-            {c.getCIUpper()}};
 }
 
 Outcome readBack(const RocAlgorithm& facade)
@@ -85,71 +90,41 @@ Outcome readBack(const RocAlgorithm& facade)
 Outcome analyse(ROCSetting setting, HostData& data)
 {
     RocAlgorithm facade(setting, data.variables);
-    ColumnRecordIter records = data.records();
+    ScriptedIter records = data.records();
     static_cast<void>(facade.BuildModel(records));
     return readBack(facade);
 }
 
-void Script::enter(Call call)
+Host::Host(ROCSetting setting, HostData& data) : data_(data), facade(setting, data.variables)
 {
-    ++byKind_[call];
-    if (calls_++ == throwAt)
-        throw Failure();
+    facade.SetProgressListener(this);
+    facade.SetCancelPtr(this);
 }
 
-bool ScriptedIter::HasMore() const
+long Host::run(int throwAt, int cancelAt)
 {
-    script_.enter(Script::hasMore);
-    return records_.HasMore();
+    *data_.script = Script{.throwAt = throwAt, .cancelAt = cancelAt};
+    announcements.clear();
+    ScriptedIter records = data_.records();
+    return facade.BuildModel(records).GetErrorCode();
 }
 
-Record* ScriptedIter::Next()
+const ROCOutBase& Host::record() const
 {
-    script_.enter(Script::next);
-    return records_.Next();
+    return *facade.GetOutputStats()->getROCBaseStats().at(0);
 }
 
-int ScriptedIter::NewPass()
+int Host::Notify(ProgressReport& report)
 {
-    script_.enter(Script::newPass);
-    return records_.NewPass();
-}
-
-int ScriptedListener::Notify(ProgressReport& report)
-{
-    script_.enter(Script::notify);
-    announcements.emplace_back(report.DiscreteMeasure("records"), report.ScaleMeasure("percentage"));
+    data_.script->enter(Script::notify, announcements)
+        .emplace_back(report.DiscreteMeasure("records"), report.ScaleMeasure("percentage"));
     return 0;
 }
 
-bool ScriptedCancel::IsCancelRequested()
+bool Host::IsCancelRequested()
 {
-    script_.enter(Script::cancelQuery);
-    return script_.calls(Script::cancelQuery) - 1 == script_.cancelAt;
-}
-
-int ScriptedVariable::GetVarType() const
-{
-    script_.enter(Script::varType);
-    return continuous;
-}
-
-std::string ScriptedVariable::GetName() const
-{
-    script_.enter(Script::name);
-    return VexContVar::GetName();
-}
-
-int ScriptedVariable::GetValueType() const
-{
-    script_.enter(Script::valueType);
-    return valueType_;
-}
-
-const VexValueLabels* ScriptedVariable::GetValueLabels() const
-{
-    script_.enter(Script::valueLabels);
-    return VexContVar::GetValueLabels();
+    const int query = calls(Script::cancelQuery);
+    return data_.script->enter(Script::cancelQuery, query) == data_.script->cancelAt;
 }
 
 } // namespace roctest

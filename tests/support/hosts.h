@@ -6,6 +6,7 @@
 #include "host/VexQueryCancel.h"
 #include "host/VexVarList.h"
 #include "tests/support/Exact.h"
+#include "vexrocproc/ROCOutBase.h"
 #include "vexrocproc/RocAlgorithm.h"
 
 #include <array>
@@ -14,28 +15,70 @@
 #include <utility>
 #include <vector>
 
-/// Hosts in memory: one that behaves, and the parts of one that fails or cancels on request.
+/// Hosts in memory that behave, fail or cancel on request.
 namespace roctest {
 
-/// A host's data: columns of equal length and what its variable list says of them.
+/// What the parts of a host share: it counts every call into the host, lets one of them throw and one cancel query
+/// say yes.
+struct Script {
+    enum Call { hasMore, next, newPass, notify, cancelQuery, varType, valueType, callKinds };
+    /// Thrown by a host that derives its exceptions from nothing.
+    struct Failure {};
+    static constexpr int never = -1;
+
+    int throwAt = never;  ///< which call of all throws, from 0
+    int cancelAt = never; ///< which cancel query says yes, from 0
+    int calls = 0;
+    std::array<int, callKinds> byKind{};
+
+    /// Counts the call, throws if it is its turn, and gives back the part that answers it.
+    template <class Part>
+    Part& enter(Call call, Part& part)
+    {
+        ++byKind[call];
+        if (calls++ == throwAt)
+            throw Failure();
+        return part;
+    }
+};
+
+class ScriptedIter final : public VexCommon_920::MultiPassRecordIter {
+public:
+    ScriptedIter(VexCommon_920::ColumnRecordIter records, Script& script)
+        : records_(std::move(records)), script_(script)
+    {
+    }
+    [[nodiscard]] bool HasMore() const override { return script_.enter(Script::hasMore, records_).HasMore(); }
+    VexCommon_920::Record* Next() override { return script_.enter(Script::next, records_).Next(); }
+    [[nodiscard]] int GetFailReason() const override { return 0; }
+    int NewPass() override { return script_.enter(Script::newPass, records_).NewPass(); }
+
+private:
+    VexCommon_920::ColumnRecordIter records_;
+    Script& script_;
+};
+
+/// (records, share)
+using Announcements = std::vector<std::pair<int, double>>;
+
+/// A host's data: columns of equal length and what its variable list says of them. All calls go through the script.
 struct HostData {
     VexXML_920::VexVarList variables;
     std::vector<std::vector<double>> columns;
+    std::unique_ptr<Script> script = std::make_unique<Script>();
 
-    /// These append a column and return its index. Without a description it is continuous with an unknown range.
-    int add(std::vector<double> column);
-    int add(std::vector<double> column, std::unique_ptr<VexXML_920::IVexVariable> description);
+    /// Appends a continuous column of unknown range and returns its index.
+    int add(std::vector<double> column, int valueType = VexXML_920::IVexVariable::plainValues);
     /// The data must outlive it.
-    [[nodiscard]] VexCommon_920::ColumnRecordIter records() const;
+    [[nodiscard]] ScriptedIter records() const;
 };
 
 /// All numbers of a result record.
 [[nodiscard]] Numbers numbers(const ROCALG_920::ROCOutBase& record);
-[[nodiscard]] Numbers numbers(const ROCALG_920::ROCComparisonOutStats& comparison);
 
 /// What a host reads back after a run.
 struct Outcome {
-    long code = -1;
+    long code = 0;
     bool built = false;
     std::vector<std::vector<long>> warnings; ///< a code and its parameters each
     bool hasResults = false;
@@ -50,79 +93,30 @@ struct Outcome {
     }
 };
 [[nodiscard]] Outcome readBack(const ROCALG_920::RocAlgorithm& facade);
-/// A run on a facade of its own.
+/// A run on a facade of its own, without listener and cancel query.
 [[nodiscard]] Outcome analyse(ROCALG_920::ROCSetting setting, HostData& data);
 
-/// What the parts of a scripted host share: it counts every call into the host, lets one of them throw and one cancel
-/// query say yes.
-class Script {
+/// A facade with its listener and cancel query. The data outlive it; the settings that it was made with do not.
+class Host final : VexCommon_920::ProgressListener, VexCommon_920::VexQueryCancel {
 public:
-    enum Call { hasMore, next, newPass, notify, cancelQuery, varType, name, valueType, valueLabels, callKinds };
-    /// Thrown by a host that derives its exceptions from nothing.
-    struct Failure {};
-    static constexpr int never = -1;
+    Host(ROCALG_920::ROCSetting setting, HostData& data);
+    /// A run over the data; counts and announcements start again.
+    long run(int throwAt = Script::never, int cancelAt = Script::never);
+    [[nodiscard]] int calls(Script::Call call) const { return data_.script->byKind[call]; }
+    /// The first one of the results.
+    [[nodiscard]] const ROCALG_920::ROCOutBase& record() const;
+    [[nodiscard]] Outcome outcome() const { return readBack(facade); }
 
-    int throwAt = never;  ///< which call of all throws, from 0
-    int cancelAt = never; ///< which cancel query says yes, from 0
-
-    /// Counts the call and throws if it is its turn.
-    void enter(Call call);
-    [[nodiscard]] int calls() const noexcept { return calls_; }
-    [[nodiscard]] int calls(Call call) const noexcept { return byKind_[call]; }
+    Announcements announcements;
 
 private:
-    int calls_ = 0;
-    std::array<int, callKinds> byKind_{};
-};
-
-class ScriptedIter final : public VexCommon_920::MultiPassRecordIter {
-public:
-    ScriptedIter(const HostData& data, Script& script) : records_(data.records()), script_(script) {}
-    [[nodiscard]] bool HasMore() const override;
-    VexCommon_920::Record* Next() override;
-    [[nodiscard]] int GetFailReason() const override { return 0; }
-    int NewPass() override;
-
-private:
-    VexCommon_920::ColumnRecordIter records_;
-    Script& script_;
-};
-
-/// Keeps every announcement: (records, share).
-class ScriptedListener final : public VexCommon_920::ProgressListener {
-public:
-    explicit ScriptedListener(Script& script) : script_(script) {}
     int Notify(VexCommon_920::ProgressReport& report) override;
-
-    std::vector<std::pair<int, double>> announcements;
-
-private:
-    Script& script_;
-};
-
-class ScriptedCancel final : public VexCommon_920::VexQueryCancel {
-public:
-    explicit ScriptedCancel(Script& script) : script_(script) {}
     [[nodiscard]] bool IsCancelRequested() override;
 
-private:
-    Script& script_;
-};
+    HostData& data_;
 
-class ScriptedVariable final : public VexXML_920::VexContVar {
 public:
-    ScriptedVariable(Script& script, int valueTypeOfValues)
-        : VexContVar("scripted"), script_(script), valueType_(valueTypeOfValues)
-    {
-    }
-    [[nodiscard]] int GetVarType() const override;
-    [[nodiscard]] std::string GetName() const override;
-    [[nodiscard]] int GetValueType() const override;
-    [[nodiscard]] const VexXML_920::VexValueLabels* GetValueLabels() const override;
-
-private:
-    Script& script_;
-    int valueType_;
+    ROCALG_920::RocAlgorithm facade;
 };
 
 } // namespace roctest
