@@ -88,6 +88,7 @@ int ResultAssembly::recordAreas(Results& results)
             ROCIndependentStats stats(space, distribution_, larger_, level_);
             record(space, stats, distributionChanged_, results);
         }
+        spaces_.doneWith(entry);
         announceDone(entry);
     }
     return statusCode::noError;

@@ -3,6 +3,7 @@
 #include "driver/GroupSplit.h"
 #include "space/ROCSpace.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <vector>
 
@@ -25,6 +26,14 @@ public:
     [[nodiscard]] std::vector<ROCSpace>& ofEntry(std::size_t entry) noexcept
     {
         return variables_[slots_[entry]].spaces;
+    }
+
+    /// Gives the memory of an entry's spaces back, unless a later entry repeats the variable.
+    void doneWith(std::size_t entry)
+    {
+        const auto later = slots_.begin() + static_cast<std::ptrdiff_t>(entry) + 1;
+        if (std::find(later, slots_.end(), slots_[entry]) == slots_.end())
+            std::vector<ROCSpace>().swap(ofEntry(entry));
     }
 
     /// The distinct variables, each fed once per record.
