@@ -35,7 +35,7 @@ struct CurveLists {
 /// observation counts once.
 /// Shapes: k distinct test values give k + 1 cut-offs, ascending, in the unit of the test variable; the sensitivity
 /// and specificity list runs parallel to them. Sensitivity, specificity, precision and recall are in [0, 1].
-/// Cost: one sort. The lists are made when the first of them is read; the sweeps need none of them.
+/// Cost: one sort. The lists are made when the first of them is read; the walks over values and cut-offs need none.
 /// Failure: told by values. Fewer than 3 observations, or one state only, leave all lists empty. Memory that runs out
 /// throws std::bad_alloc and leaves the space as it was before the call.
 /// Source: Fawcett (2006), An introduction to ROC analysis, Pattern Recognition Letters 27, 861-874.
