@@ -1,6 +1,7 @@
 #include "cli/Options.h"
 
 #include "cli/Failure.h"
+#include "cli/commandline/Choice.h"
 #include "cli/input/DelimitedReader.h"
 #include "cli/text/Words.h"
 
@@ -55,9 +56,7 @@ void addStudyOptions(CLI::App& command, StudyOptions& options)
                      "A value equal to a cut-off is negative; moves points of the curves, not the area");
     command.add_option("--delimiter", options.delimiter, "comma, tab or semicolon; detected when not given")
         ->type_name("WORD");
-    command.add_option("--format", options.format, "text, or csv with exact numbers")
-        ->type_name("WORD")
-        ->check(CLI::IsMember({"text", "csv"}));
+    addChoice(command, "--format", options.format, {"text", "csv"}, "csv has exact numbers");
 }
 
 void addLevelOption(CLI::App& command, std::string& level)

@@ -3,6 +3,7 @@
 #include "cli/analysis/HostData.h"
 #include "cli/analysis/Meanings.h"
 #include "cli/analysis/ResultTables.h"
+#include "cli/commandline/Choice.h"
 #include "cli/commands/Commands.h"
 #include "cli/commands/Outcome.h"
 #include "cli/input/DelimitedReader.h"
@@ -183,8 +184,8 @@ VexStatus buildModel(RocAlgorithm& algorithm, const HostData& data, CancelFlag& 
 {
     std::optional<ProgressLine> line;
     std::optional<FunctionListener> listener;
-    if (session.terminal) {
-        line.emplace(*session.terminal, session.progressAfter, data.columns.front().size());
+    if (session.progress.stream != nullptr) {
+        line.emplace(session.progress, data.columns.front().size());
         listener.emplace([&line](VexCommon_920::ProgressReport& report) { line->show(report); });
         algorithm.SetProgressListener(&*listener);
     }
@@ -385,10 +386,8 @@ Action addAnalyze(CLI::App& command)
     command.add_option("--weight", options->weight, "Column with the number of cases that a row stands for; changes "
                                                     "the weighted counts only")
         ->type_name("COLUMN");
-    command.add_option("--compare", options->compare, "paired: all tests on the same cases; independent: each test "
-                                                      "between the groups")
-        ->type_name("WORD")
-        ->check(CLI::IsMember({"paired", "independent"}));
+    addChoice(command, "--compare", options->compare, {"paired", "independent"},
+              "paired: all tests on the same cases; independent: each test between the groups");
     addLevelOption(command, options->level);
     addBiNegativeOption(command, options->biNegative);
     addOutputOptions(command, *options);

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "cli/output/Report.h"
+#include "cli/run/ProgressLine.h"
 
-#include <chrono>
 #include <functional>
 #include <iosfwd>
 
@@ -15,8 +15,7 @@ namespace vexroc {
 /// What a subcommand may use of its surroundings.
 struct Session {
     std::istream& standardInput;
-    std::ostream* terminal = nullptr; ///< where progress is shown; null for nowhere
-    std::chrono::milliseconds progressAfter{0}; ///< a run that takes less shows none
+    ProgressDisplay progress;
 };
 
 /// Runs a subcommand whose arguments are parsed. Throws Failure.

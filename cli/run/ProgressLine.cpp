@@ -16,15 +16,14 @@ constexpr double shareAfterRecords = 0.2;
 
 } // namespace
 
-ProgressLine::ProgressLine(std::ostream& terminal, std::chrono::milliseconds after, std::size_t rows)
-    : terminal_(terminal), after_(after), rows_(rows)
+ProgressLine::ProgressLine(const ProgressDisplay& display, std::size_t rows) : display_(display), rows_(rows)
 {
 }
 
 ProgressLine::~ProgressLine()
 {
-    if (lastShown_)
-        terminal_ << wipedLine << std::flush;
+    if (lastShown_ && display_.form == ProgressForm::line)
+        *display_.stream << wipedLine << std::flush;
 }
 
 void ProgressLine::show(VexCommon_920::ProgressReport& report)
@@ -41,14 +40,19 @@ void ProgressLine::show(VexCommon_920::ProgressReport& report)
     const double read = rows_ > 0 ? std::min(records / static_cast<double>(rows_), 1.0) : 1.0;
     const double done = std::max(share, shareBeforeRecords + (shareAfterRecords - shareBeforeRecords) * read);
     const double perSecond = records / std::max(readingSeconds_.value_or(seconds), 1e-3);
-    terminal_ << wipedLine << "vexroc: " << std::lround(100.0 * done) << " %, " << std::llround(records) << " of "
-              << rows_ << " rows, " << std::llround(perSecond) << " rows/s" << std::flush;
+    if (display_.form == ProgressForm::json)
+        *display_.stream << "{\"share\":" << static_cast<double>(std::lround(1000.0 * done)) / 1000.0
+                         << ",\"rows\":" << std::llround(records) << ",\"of\":" << rows_
+                         << ",\"rows_per_second\":" << std::llround(perSecond) << '}' << std::endl;
+    else
+        *display_.stream << wipedLine << "vexroc: " << std::lround(100.0 * done) << " %, " << std::llround(records)
+                         << " of " << rows_ << " rows, " << std::llround(perSecond) << " rows/s" << std::flush;
 }
 
 bool ProgressLine::isDue(Clock::time_point now) const
 {
     constexpr std::chrono::milliseconds pause{100};
-    return lastShown_ ? now - *lastShown_ >= pause : now - start_ >= after_;
+    return lastShown_ ? now - *lastShown_ >= pause : now - start_ >= display_.after;
 }
 
 } // namespace vexroc

@@ -9,13 +9,23 @@
 
 namespace vexroc {
 
-/// One line of a terminal that tells how far a run is: "42 %, 3000000 of 10000000 rows, 1500000 rows/s".
-///
-/// Life: shows nothing before `after` has passed, then what the last report told, at most ten times a second; the line
-/// is wiped at the end.
+enum class ProgressForm {
+    line, ///< "42 %, 3000000 of 10000000 rows, 1500000 rows/s", over and over on one line of a terminal
+    json, ///< {"share":0.42,"rows":3000000,"of":10000000,"rows_per_second":1500000}, each on a line of its own
+};
+
+/// Where, how and when progress is told.
+struct ProgressDisplay {
+    std::ostream* stream = nullptr; ///< null for nowhere
+    ProgressForm form = ProgressForm::line;
+    std::chrono::milliseconds after{0}; ///< a run that takes less tells none
+};
+
+/// Tells how far a run is, at most ten times a second; a line on a terminal is wiped at the end.
 class ProgressLine {
 public:
-    ProgressLine(std::ostream& terminal, std::chrono::milliseconds after, std::size_t rows);
+    /// The display has a stream.
+    ProgressLine(const ProgressDisplay& display, std::size_t rows);
     ~ProgressLine();
     ProgressLine(const ProgressLine&) = delete;
     ProgressLine& operator=(const ProgressLine&) = delete;
@@ -26,8 +36,7 @@ private:
     using Clock = std::chrono::steady_clock;
     [[nodiscard]] bool isDue(Clock::time_point now) const;
 
-    std::ostream& terminal_;
-    std::chrono::milliseconds after_;
+    ProgressDisplay display_;
     std::size_t rows_;
     Clock::time_point start_ = Clock::now();
     std::optional<Clock::time_point> lastShown_;

@@ -8,7 +8,6 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <numeric>
 
 namespace vexroc {
 
@@ -85,20 +84,25 @@ std::string takeItem(std::string_view& text, char separator, std::string_view op
     return item;
 }
 
+/// Letters to replace, insert, drop or swap with their neighbour, letter case aside.
 std::size_t editDistance(std::string_view a, std::string_view b)
 {
-    std::vector<std::size_t> row(b.size() + 1);
-    std::iota(row.begin(), row.end(), std::size_t{0});
-    for (std::size_t i = 1; i <= a.size(); ++i) {
-        std::size_t diagonal = row[0];
-        row[0] = i;
-        for (std::size_t j = 1; j <= b.size(); ++j) {
-            const std::size_t replaced = diagonal + (lower(a[i - 1]) == lower(b[j - 1]) ? 0 : 1);
-            diagonal = row[j];
-            row[j] = std::min({replaced, row[j] + 1, row[j - 1] + 1});
+    const std::size_t width = b.size() + 1;
+    std::vector<std::size_t> distance((a.size() + 1) * width);
+    const auto at = [&](std::size_t i, std::size_t j) -> std::size_t& { return distance[i * width + j]; };
+    const auto same = [&](std::size_t i, std::size_t j) { return lower(a[i - 1]) == lower(b[j - 1]); };
+    for (std::size_t i = 0; i <= a.size(); ++i) {
+        for (std::size_t j = 0; j <= b.size(); ++j) {
+            if (i == 0 || j == 0) {
+                at(i, j) = i + j;
+                continue;
+            }
+            at(i, j) = std::min({at(i - 1, j - 1) + (same(i, j) ? 0 : 1), at(i - 1, j) + 1, at(i, j - 1) + 1});
+            if (i > 1 && j > 1 && same(i, j - 1) && same(i - 1, j))
+                at(i, j) = std::min(at(i, j), at(i - 2, j - 2) + 1);
         }
     }
-    return row.back();
+    return distance.back();
 }
 
 } // namespace
@@ -218,16 +222,25 @@ std::vector<std::string> nearWords(std::string_view word, std::span<const std::s
         std::size_t distance;
         std::string_view word;
     };
+    constexpr std::size_t longestWord = 200; // nobody mistypes longer ones
     const std::size_t farthest = std::max<std::size_t>(1, word.size() / 3);
     std::vector<Near> near;
     for (const std::string& candidate : candidates)
-        if (const std::size_t distance = editDistance(word, candidate); distance <= farthest)
-            near.push_back({distance, candidate});
+        if (std::max(word.size(), candidate.size()) <= longestWord)
+            if (const std::size_t distance = editDistance(word, candidate); distance <= farthest)
+                near.push_back({distance, candidate});
     std::ranges::stable_sort(near, {}, &Near::distance);
     std::vector<std::string> words;
-    for (std::size_t i = 0; i < near.size() && i < 3; ++i)
-        words.emplace_back(near[i].word);
+    for (const Near& each : near)
+        if (words.size() < 3 && std::ranges::find(words, each.word) == words.end())
+            words.emplace_back(each.word);
     return words;
+}
+
+std::string didYouMean(std::string_view word, std::span<const std::string> candidates)
+{
+    const std::vector<std::string> near = nearWords(word, candidates);
+    return near.empty() ? "" : "; did you mean " + listed(near, near.size()) + "?";
 }
 
 } // namespace vexroc

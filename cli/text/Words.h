@@ -48,4 +48,7 @@ Assignment splitAssignment(std::string_view text, std::string_view option);
 /// The candidates that differ from word by letter case or by a few letters, best first, at most three.
 std::vector<std::string> nearWords(std::string_view word, std::span<const std::string> candidates);
 
+/// "; did you mean 'auc'?" with the nearWords; empty when there are none.
+std::string didYouMean(std::string_view word, std::span<const std::string> candidates);
+
 } // namespace vexroc

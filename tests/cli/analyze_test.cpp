@@ -80,7 +80,7 @@ private:
     int signal_ = SIGINT; // then 0, no signal
 };
 
-constexpr ProgressDisplay atOnce{.shown = true, .after = std::chrono::milliseconds(0)};
+constexpr Terminal atOnce{.isTerminal = true, .progressAfter = std::chrono::milliseconds(0)};
 
 volatile std::sig_atomic_t handled = 0;
 void countSignal(int)
@@ -300,14 +300,14 @@ TEST_F(AnalyzeFiles, AreNotLeftBehindByAnInterrupt)
 
 TEST(Analyze, ShowsProgressOnATerminalAndWipesIt)
 {
-    const auto progressOf = [](ProgressDisplay display) {
+    const auto progressOf = [](Terminal display) {
         std::ostringstream err;
         run("analyze - --state s=1 --test t", "s,t\n1,2\n0,1\n1,3\n", err, display);
         return err.str();
     };
     EXPECT_THAT(progressOf(atOnce), HasSubstr("vexroc: 3 %, 0 of 3 rows"));
     EXPECT_THAT(progressOf(atOnce), EndsWith("\r\x1b[K"));
-    EXPECT_EQ(progressOf({.shown = true, .after = std::chrono::hours(1)}), "");
+    EXPECT_EQ(progressOf({.isTerminal = true, .progressAfter = std::chrono::hours(1)}), "");
 }
 
 TEST(Analyze, DisplayPrintsTheComponentsOwnText)

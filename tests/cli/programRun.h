@@ -39,13 +39,13 @@ struct Outcome {
 
 /// Runs the program on the arguments, split at blanks; what it says goes to err.
 inline Outcome run(const std::string& arguments, const std::string& standardInput, std::ostream& err,
-                   ProgressDisplay progress)
+                   Terminal terminal)
 {
     Cells args = split(arguments, ' ');
     std::erase(args, "");
     std::istringstream in(standardInput);
     std::ostringstream out;
-    const int exitCode = runProgram(std::vector<std::string_view>(args.begin(), args.end()), in, out, err, progress);
+    const int exitCode = runProgram(std::vector<std::string_view>(args.begin(), args.end()), in, out, err, terminal);
     return {exitCode, out.str(), ""};
 }
 

@@ -107,7 +107,7 @@ TEST(Program, EndsWithTheExitCodeAndTheMessageOfTheFault)
         {"auc " + scores + "--state class=NA", exitUsage, "missing value"},
         {"auc " + cancer + "--test radius_mean,", exitUsage, "an item of the list is empty"},
         {"auc " + radius + "--level 1", exitUsage, "--level '1': expected a number between 0 and 1"},
-        {"auc " + radius + "--format xml", exitUsage, "xml"},
+        {"auc " + radius + "--format cvs", exitUsage, "no word 'cvs'; did you mean 'csv'?"},
         {"auc " + radius + "--delimiter x", exitUsage, "expected comma, tab or semicolon"},
         {"curve " + radius + "--level 0.9", exitUsage, "no option '--level'"},
         {"compare " + radius, exitUsage, "name two or more tests"},

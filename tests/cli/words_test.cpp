@@ -28,6 +28,7 @@ TEST(Words, NearWordsForgiveCaseAndAFewLetters)
     const std::vector<std::string> names{"radius_mean", "radius_worst", "texture_mean", "Age"};
     EXPECT_THAT(nearWords("Radius_Maen", names), ElementsAre("radius_mean"));
     EXPECT_THAT(nearWords("age", names), ElementsAre("Age"));
+    EXPECT_THAT(nearWords("aeg", names), ElementsAre("Age")); // neighbours swapped are one slip
     EXPECT_THAT(nearWords("smoothness", names), ElementsAre());
 }
 

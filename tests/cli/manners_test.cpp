@@ -1,0 +1,120 @@
+#include "programRun.h"
+
+#include <filesystem>
+#include <fstream>
+
+namespace vexroc {
+
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+const std::string radius = cancer + "--test radius_mean ";
+const std::string tied = "s,t\n1,1\n0,1\n1,2\n"; // a tie is worth a warning of analyze
+
+/// A config file for the time of a test.
+struct ConfigText {
+    std::string path;
+    explicit ConfigText(const std::string& text, const std::string& name = "vexroc_config.toml")
+        : path(testing::TempDir() + name)
+    {
+        std::ofstream(path) << text;
+    }
+    ~ConfigText() { std::filesystem::remove(path); }
+};
+
+} // namespace
+
+TEST(Config, FillsInWhatTheArgumentsDoNotSay)
+{
+    const ConfigText config("FILE = \"" + dataFolder + "breast_cancer.csv\"\n"
+                            "state = 'diagnosis=malignant'\ntest = ['radius_mean', 'area_mean']\nlevel = 0.9\n"
+                            "[auc]\nlevel = 0.5\n[compare]\nformat = 'csv'\nsmaller = true\n");
+    const std::string tests = "--test radius_mean,area_mean ";
+    const struct {
+        std::string arguments;
+        std::string same;
+    } runs[] = {
+        {"auc", "auc " + cancer + tests + "--level 0.5"}, // a section goes before the rest
+        {"auc --level 0.6 --test area_mean", "auc " + cancer + "--test area_mean --level 0.6"}, // an argument before both
+        {"compare", "compare " + cancer + tests + "--level 0.9 --smaller --format csv"},
+        {"curve", "curve " + cancer + tests}, // which has no --level
+    };
+    for (const auto& [arguments, same] : runs) {
+        EXPECT_EQ(run(arguments + " --config " + config.path).out, run(same).out) << arguments;
+        const ConfigText printed(run(same + " --print-config").out, "vexroc_printed.toml");
+        EXPECT_EQ(run(split(arguments, ' ').front() + " --config " + printed.path).out, run(same).out) << arguments;
+    }
+}
+
+TEST(Config, NamesTheLineAndTheKeyAtFault)
+{
+    const struct {
+        const char* text;
+        const char* message;
+    } faults[] = {
+        {"\nstat = 'x'", "line 2: no option 'stat'; did you mean 'state'?"},
+        {"[auk]\n", "line 1: no command 'auk'"},
+        {"[auc]\ntset = 'a'", "line 2: auc has no option 'tset'; did you mean 'test'?"},
+        {"state = [[1]]", "line 1: 'state': expected a text"},
+        {"state = ", "line 1: "},
+        {"smaller = 'maybe'", "--smaller"},
+        {"config = 'other'", "not allowed"},
+    };
+    for (const auto& [text, message] : faults) {
+        const ConfigText config(text);
+        expectEndings("auc " + radius, "", {{"--config " + config.path, exitUsage, message}});
+    }
+    expectEndings("auc " + radius, "", {{"--config nothing.toml", exitUsage, "nothing.toml"}});
+}
+
+TEST(Messages, QuietAndStrict)
+{
+    const std::string analyze = "analyze - --state s=1 --test t ";
+    const Outcome plain = run(analyze, tied);
+    EXPECT_THAT(plain.err, HasSubstr("warning: ties"));
+    const Outcome quiet = run(analyze + "--quiet --progress always", tied);
+    EXPECT_EQ(quiet.err, "");
+    EXPECT_EQ(quiet.out, plain.out);
+    const Outcome strict = run(analyze + "--strict", tied);
+    EXPECT_EQ(strict.exitCode, exitNoResult);
+    EXPECT_EQ(strict.out, plain.out); // nothing is lost
+    EXPECT_EQ(run(analyze + "--strict", "s,t\n1,1\n0,3\n1,2\n").exitCode, exitDone);
+}
+
+TEST(Messages, AreColouredOnlyWhereThatIsWelcome)
+{
+    std::ostringstream err;
+    run("auc", "", err, {.isTerminal = true, .colour = true});
+    EXPECT_THAT(err.str(), HasSubstr("\x1b[1;31merror:\x1b[0m FILE"));
+    EXPECT_THAT(run("auc").err, StartsWith("vexroc: error: FILE"));
+}
+
+TEST(Progress, GoesWhereTheOptionSays)
+{
+    const auto said = [](const std::string& mode, Terminal terminal) {
+        std::ostringstream err;
+        run("analyze - --state s=1 --test t --progress " + mode, "s,t\n1,1\n0,3\n1,2\n", err, terminal);
+        return err.str();
+    };
+    const Terminal atOnce{.isTerminal = true, .progressAfter = std::chrono::milliseconds(0)};
+    EXPECT_EQ(said("never", atOnce), "");
+    EXPECT_EQ(said("auto", {}), "");
+    EXPECT_THAT(said("always", {}), HasSubstr("vexroc: 3 %, 0 of 3 rows"));
+    EXPECT_THAT(said("json", {}), AllOf(StartsWith("{\"share\":0.03,\"rows\":0,\"of\":3,"), Not(HasSubstr("\x1b"))));
+}
+
+TEST(Texts, ManualPageAndCompletionsNameEveryOption)
+{
+    const std::string roff = run("man-page").out;
+    for (const std::string command : {"analyze", "auc", "compare", "curve", "pr"})
+        EXPECT_THAT(roff, HasSubstr(".SS vexroc " + command));
+    EXPECT_THAT(roff, HasSubstr(".B \\-\\-keilwagen"));
+    for (const std::string shell : {"bash", "zsh", "fish"})
+        EXPECT_THAT(run("completion " + shell).out, AllOf(HasSubstr("keilwagen"), HasSubstr("print-config"))) << shell;
+}
+
+} // namespace vexroc
