@@ -17,6 +17,7 @@ ARROWS = {
     "driver": ["results", "settings"],
     "display": ["results", "settings"],
     "arraycalls": ["stats"],
+    "analysis": [],
     "include": ["host"],
     "cli": [],
     "examples": [],
@@ -24,7 +25,7 @@ ARROWS = {
     "bindings": [],
 }
 # What a host application sees: it builds on the public headers and the host layer alone.
-HOST_APPLICATIONS = {"cli", "examples", "benchmarks", "bindings"}
+HOST_APPLICATIONS = {"analysis", "cli", "examples", "benchmarks", "bindings"}
 INCLUDE = re.compile(r'^\s*#\s*include\s*"([^"]+)"')
 SUFFIXES = {".h", ".cpp", ".c"}
 

@@ -1,0 +1,95 @@
+#pragma once
+
+#include "host/VexVarList.h"
+#include "vexrocproc/RocAlgorithm.h"
+#include "vexrocproc/analysis.h"
+
+#include <memory>
+#include <optional>
+#include <span>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ROCALG_920 {
+
+/// An argument or a setting that cannot be; says which.
+class InvalidArgument : public std::invalid_argument {
+public:
+    using invalid_argument::invalid_argument;
+};
+
+/// What a caller asks for, collected by name.
+class AnalysisRequest {
+public:
+    int addColumn(std::string_view name, std::span<const double> values);
+    void setColumn(std::string_view setting, int column);
+    void setNumber(std::string_view setting, double value);
+    void setWord(std::string_view setting, std::string_view word);
+
+    /// Throws where settings do not go together.
+    [[nodiscard]] ROCSetting setting() const;
+    [[nodiscard]] VexXML_920::VexVarList variables() const;
+    [[nodiscard]] std::vector<std::span<const double>> columns() const;
+
+private:
+    struct Column {
+        std::string name;
+        std::span<const double> values;
+    };
+    void setGroup(ROCSetting& setting) const;
+
+    std::vector<Column> columns_;
+    std::vector<int> tests_;
+    int state_ = -1;
+    int group_ = -1;
+    int weight_ = -1;
+    double positiveValue_ = 1.0;
+    std::optional<double> groupCut_;
+    std::optional<double> groupFirst_;
+    std::optional<double> groupSecond_;
+    bool groupMidPoint_ = false;
+    ROCSetting options_; ///< what needs no other setting
+};
+
+/// A run that has ended, with all that a caller may ask of it.
+class AnalysisRun {
+public:
+    struct Warning {
+        int code;
+        std::string name;
+        std::vector<int> parameters;
+    };
+    struct Callbacks {
+        vexroc_progress progress = nullptr;
+        void* progressUser = nullptr;
+        vexroc_cancel cancel = nullptr;
+        void* cancelUser = nullptr;
+    };
+
+    AnalysisRun(const AnalysisRequest& request, const Callbacks& callbacks);
+
+    [[nodiscard]] int statusCode() const noexcept { return statusCode_; }
+    [[nodiscard]] const std::string& statusName() const noexcept { return statusName_; }
+    [[nodiscard]] const std::vector<Warning>& warnings() const noexcept { return warnings_; }
+    [[nodiscard]] std::span<ROCOutBase* const> records() const noexcept;
+    [[nodiscard]] std::span<ROCComparisonOutStats* const> comparisons() const noexcept;
+
+private:
+    VexXML_920::VexVarList variables_;
+    std::unique_ptr<RocAlgorithm> algorithm_;
+    int statusCode_ = 0;
+    std::string statusName_;
+    std::vector<Warning> warnings_;
+};
+
+} // namespace ROCALG_920
+
+/// What the opaque handle of analysis.h points at.
+struct vexroc_analysis {
+    ROCALG_920::AnalysisRequest request;
+    ROCALG_920::AnalysisRun::Callbacks callbacks;
+    std::unique_ptr<ROCALG_920::AnalysisRun> run; ///< the last; null before
+    bool running = false;
+};

@@ -1,0 +1,184 @@
+/**
+ * The full analysis for callers in any language: groups, weights, comparisons, both curves, warnings, progress and
+ * cancel, behind one opaque handle. Compiles as C99 and C++.
+ *
+ * Order of calls: vexroc_analysis_new; columns and settings; vexroc_analysis_run; results by index;
+ * vexroc_analysis_free. A run may follow another; results are those of the last.
+ *
+ * Conventions that all calls share:
+ *  - Results: calls that can fail return one of enum vexroc_result. vexroc_last_error tells in words what the last
+ *    failed call of the thread complained about. No exception leaves a call and nothing is printed.
+ *  - Ownership: the values of columns are not copied; they must stay as they are until the last run has ended. Names
+ *    are copied. Texts and arrays that a call hands out belong to the handle and live until its next run or its end.
+ *  - Missing values: a statistic that cannot be computed is the quiet NaN with the payload 1954, as in arraycalls.h.
+ *  - Growth: the caller sets struct_size of a result structure to its sizeof; the library fills no more than that,
+ *    so that a program goes on working with a later library. New members are added at the end only.
+ *  - Threads: one handle is used by one thread at a time; handles share nothing. Callbacks run on the thread that
+ *    called vexroc_analysis_run, and must not call anything with the same handle.
+ */
+#pragma once
+
+#include <stddef.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+#pragma GCC visibility push(default)
+
+/** Counts up with every addition to this header; what a program was compiled with. */
+#define VEXROC_ANALYSIS_VERSION 1
+
+/** The same of the library that is loaded. */
+int vexroc_analysis_version(void);
+
+enum vexroc_result {
+    VEXROC_OK = 0,
+    VEXROC_CANCELLED = 1, /**< the cancel callback ended the run */
+    VEXROC_NO_RESULT = 2, /**< the analysis ended with an error; see vexroc_analysis_status */
+    VEXROC_INVALID = 3,   /**< an argument that cannot be, or settings that do not go together */
+    VEXROC_NO_MEMORY = 4,
+    VEXROC_FAILED = 5 /**< anything else, which vexroc_last_error tells */
+};
+
+/** What the last failed call of this thread complained about; "" before there was one. Never null. */
+const char* vexroc_last_error(void);
+
+typedef struct vexroc_analysis vexroc_analysis;
+
+/** Sets *analysis to a new handle, or to null on failure. */
+int vexroc_analysis_new(vexroc_analysis** analysis);
+
+/** Ends the handle and all that it handed out; null is ignored. */
+void vexroc_analysis_free(vexroc_analysis* analysis);
+
+/**
+ * Adds a column.
+ *
+ * @param name    of the variable
+ * @param values  rows doubles, NaN for missing; may be null when rows is 0
+ * @param rows    the same for all columns, at most 2147483647
+ * @param column  receives the index of the column, from 0; may be null
+ */
+int vexroc_analysis_add_column(vexroc_analysis* analysis, const char* name, const double* values, long long rows,
+                               int* column);
+
+/**
+ * Gives a column its part: "state" (required), "test" (once per test variable, required), "group" or "weight".
+ * A group also needs group_cut, group_first with group_second, or group_mid_point.
+ */
+int vexroc_analysis_set_column(vexroc_analysis* analysis, const char* setting, int column);
+
+/**
+ * Sets a number:
+ *   positive_value    state of a positive case, compared exactly; 1
+ *   confidence_level  in (0, 1); 0.95
+ *   group_cut         two groups: below this value of the group column, and from it on
+ *   group_first, group_second  two groups of one value each, in this order; other cases are left out
+ *   group_mid_point   not 0: two groups, below and from the middle of the group column's range
+ *   roc, pr           not 0: with ROC curves (1), with precision-recall curves (0)
+ */
+int vexroc_analysis_set_number(vexroc_analysis* analysis, const char* setting, double value);
+
+/**
+ * Sets a word; the first of each list is in force before:
+ *   direction      larger, smaller: which end of the scale is positive
+ *   cut_off        include, exclude: does a value equal to a cut-off count as positive?
+ *   distribution   nonparam, bi-negative: assumption behind the standard error
+ *   interpolation  davis-goadrich, keilwagen: of precision-recall points
+ *   comparison     none, independent (each test between the groups), paired (all pairs of tests)
+ */
+int vexroc_analysis_set_word(vexroc_analysis* analysis, const char* setting, const char* word);
+
+/** Told how far a run is: the share of the work in [0, 1], and the records read so far. */
+typedef void (*vexroc_progress)(double share, int records, void* user);
+/** Asked again and again whether to stop: any answer but 0 cancels the run. */
+typedef int (*vexroc_cancel)(void* user);
+
+/** Null takes the callback back. */
+int vexroc_analysis_on_progress(vexroc_analysis* analysis, vexroc_progress callback, void* user);
+/** Null takes the callback back. */
+int vexroc_analysis_on_cancel(vexroc_analysis* analysis, vexroc_cancel callback, void* user);
+
+/** Runs the analysis. VEXROC_NO_RESULT: vexroc_last_error and vexroc_analysis_status tell why. */
+int vexroc_analysis_run(vexroc_analysis* analysis);
+
+/** Status of the last run: 0, 1 when cancelled, or an error code, with its name. Either pointer may be null. */
+int vexroc_analysis_status(const vexroc_analysis* analysis, int* code, const char** name);
+
+/* Numbers of results of the last run; 0 for a null handle and before a run. */
+int vexroc_analysis_warning_count(const vexroc_analysis* analysis);
+int vexroc_analysis_record_count(const vexroc_analysis* analysis);
+int vexroc_analysis_comparison_count(const vexroc_analysis* analysis);
+
+typedef struct vexroc_warning {
+    size_t struct_size;
+    const char* name;      /**< such as "WARN_TieExist" */
+    const int* parameters; /**< parameter_count integers, for example indices of columns */
+    int parameter_count;
+    int code; /**< such as 430102 */
+} vexroc_warning;
+
+/** Result of one test variable in one group. */
+typedef struct vexroc_record {
+    size_t struct_size;
+    int test;            /**< column of the test variable */
+    int group;           /**< column of the group; -1 for all cases */
+    int group_operation; /**< group value of the cases: 0 equal to, 1 at least, 2 below group_value */
+    int ties;            /**< 1 when positive and negative cases share a test value */
+    double group_value;  /**< missing for all cases */
+    int positive;        /**< number of positive cases */
+    int negative;        /**< number of negative cases */
+    double weighted_positive; /**< sum of their weights; their number without weights */
+    double weighted_negative;
+    double area;       /**< area under the ROC curve, in [0, 1] */
+    double std_error;  /**< of the area; that of DeLong in a paired comparison */
+    double significance; /**< two-sided, against the area 0.5 */
+    double ci_lower;     /**< of the area, not clipped to [0, 1] */
+    double ci_upper;
+    double gini;       /**< 2 * area - 1 */
+    double ks_maximum; /**< largest sensitivity + specificity - 1; -1 without a curve */
+    double ks_cut_off; /**< its cut-off */
+    int curve_rows;    /**< rows of the ROC curve */
+    int pr_rows;       /**< points of the precision-recall curve, interpolated ones included */
+    int distribution_changed; /**< 1 when bi-negative was asked for and replaced, for the whole run */
+} vexroc_record;
+
+/** Difference of two areas: first less second. */
+typedef struct vexroc_comparison {
+    size_t struct_size;
+    int first; /**< index of a record */
+    int second;
+    double difference;
+    double std_error;
+    double z;
+    double significance; /**< two-sided */
+    double ci_lower;
+    double ci_upper;
+} vexroc_comparison;
+
+/* Each fills the structure; VEXROC_INVALID for an index that is not there. */
+int vexroc_analysis_warning(const vexroc_analysis* analysis, int index, vexroc_warning* warning);
+int vexroc_analysis_record(const vexroc_analysis* analysis, int index, vexroc_record* record);
+int vexroc_analysis_comparison(const vexroc_analysis* analysis, int index, vexroc_comparison* comparison);
+
+/**
+ * The ROC curve of a record, cut-offs ascending.
+ *
+ * @param cut_offs, sensitivity, specificity  receive curve_rows doubles each; null leaves a column out
+ */
+int vexroc_analysis_curve(const vexroc_analysis* analysis, int record, double* cut_offs, double* sensitivity,
+                          double* specificity);
+
+/**
+ * The precision-recall curve of a record, in the order of ascending cut-offs.
+ *
+ * @param precision, recall  receive pr_rows doubles each; null leaves a column out
+ * @param interpolated       receives pr_rows bytes: 1 for a point drawn between measured ones; or null
+ */
+int vexroc_analysis_precision_recall(const vexroc_analysis* analysis, int record, double* precision, double* recall,
+                                     unsigned char* interpolated);
+
+#pragma GCC visibility pop
+#ifdef __cplusplus
+}
+#endif
