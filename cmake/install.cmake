@@ -1,12 +1,13 @@
-# What a host application gets: both libraries, their headers, and a package for find_package(vexrocproc).
+# What a host application gets: both libraries, their headers, and a package for find_package(vexrocproc) and pkg-config.
 include(CMakePackageConfigHelpers)
 
 install(TARGETS vexcommon920r vexrocproc920r EXPORT vexrocproc-targets
-    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
     # The host headers are included as "host/Record.h": they live under a folder of the library's own name.
-    FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/vexroc920)
+    FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/vexroc920 COMPONENT development)
 set_target_properties(vexrocproc920r PROPERTIES INSTALL_RPATH "$ORIGIN")
-install(EXPORT vexrocproc-targets NAMESPACE vexrocproc:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/vexrocproc)
+install(EXPORT vexrocproc-targets NAMESPACE vexrocproc:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/vexrocproc
+    COMPONENT development)
 
 write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/vexrocprocConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/vexrocprocConfig.cmake
@@ -14,4 +15,10 @@ file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/vexrocprocConfig.cmake
 install(FILES
     ${CMAKE_CURRENT_BINARY_DIR}/vexrocprocConfig.cmake
     ${CMAKE_CURRENT_BINARY_DIR}/vexrocprocConfigVersion.cmake
-    DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/vexrocproc)
+    DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/vexrocproc COMPONENT development)
+
+# An installed copy may be moved: the paths start where the .pc file lies.
+file(RELATIVE_PATH prefix_from_pkgconfig ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
+configure_file(cmake/vexrocproc.pc.in vexrocproc.pc @ONLY)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/vexrocproc.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
+    COMPONENT development)
