@@ -30,10 +30,11 @@ def headers(option):
 
 
 def symbols(library):
-    """Names as a reader knows them, one a line; what only the compiler tells apart is one name. Left out (type u) are
-    constants of headers, of which every user has a copy: whether a library has one depends on the optimisation."""
-    lines = output("nm", "-D", "--defined-only", "-C", library).splitlines()
-    return "".join(f"{name}\n" for name in sorted({line[19:] for line in lines if line[17] != "u"}))
+    """Names as a reader knows them, one a line; what only the compiler tells apart is one name. Left out are constants
+    of headers (weak objects), of which every user has a copy: whether a library has one depends on the compiler."""
+    entries = [line[17:].split(" ", 1) for line in output("nm", "-D", "--defined-only", "-C", library).splitlines()]
+    names = {name for kind, name in entries if kind not in "uV" or name.startswith(("vtable for", "typeinfo"))}
+    return "".join(f"{name}\n" for name in sorted(names))
 
 
 def description(library):
