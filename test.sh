@@ -1,18 +1,18 @@
 #!/usr/bin/env bash
 # Builds the project and runs its tests. Installs what it needs from Debian.
 #   ./test.sh         the release build
-#   ./test.sh all     also clang, the checks of libstdc++'s debug mode, and the address, undefined-behaviour and
-#                     thread sanitizers
+#   ./test.sh all     also other packages as witnesses, the interface against the kept one, clang, no optimisation, the
+#                     checks of libstdc++'s debug mode, and the address, undefined-behaviour and thread sanitizers
 set -euo pipefail
 cd "$(dirname "$0")"
 
 case "${1:-}" in
-"") presets=(release) ;;
-all) presets=(release clang dev asan tsan) ;;
+"") presets=(release) packages=(build test) ;;
+all) presets=(release clang plain dev asan tsan) packages=(build test witness interface) ;;
 *) echo "test.sh: '$1' is not known; call ./test.sh or ./test.sh all" >&2; exit 2 ;;
 esac
 
-tools/install_packages.sh build test
+tools/install_packages.sh "${packages[@]}"
 for preset in "${presets[@]}"; do
     echo "== $preset"
     targets=(all all_verify_interface_header_sets)
@@ -20,6 +20,10 @@ for preset in "${presets[@]}"; do
     if [ "$preset" = tsan ]; then # has something to say where threads run
         targets=(arraycalls_tests)
         selection=(-R Threads)
+    fi
+    if [ "$preset" = plain ]; then # the same code unoptimised: the same bits, and the description of the interface
+        targets=(vexrocproc920r roc_bits)
+        selection=(-R '^(Bits|Interface)')
     fi
     cmake --preset "$preset" -DVEXROC_BUILD_BENCHMARKS=OFF >/dev/null
     cmake --build --preset "$preset" --target "${targets[@]}"

@@ -48,6 +48,7 @@ auc_res auc(const double* actual, const double* predicted, int n, const double* 
 
 auc_comparison_res auc_comparison(auc_res first, auc_res second, double confidenceLevel)
 {
+    const DefaultArithmetic arithmetic;
     auc_comparison_res res = missingComparison();
     res.first = first;
     res.second = second;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "space/DefaultArithmetic.h"
 #include "space/ROCSpace.h"
 
 #include <limits>
@@ -32,10 +33,11 @@ void fill(ROCSpace& space, const ArrayInput& input);
                                                           : std::numeric_limits<double>::quiet_NaN();
 }
 
-/// Runs a call's work; no exception leaves it, the failed result takes the place of one.
+/// Runs a call's work in default arithmetic; no exception leaves it, the failed result takes the place of one.
 template <class Work, class Result>
 Result guarded(Work&& work, const Result& failed) noexcept
 {
+    const DefaultArithmetic arithmetic;
     try {
         return work();
     } catch (...) {

@@ -1,6 +1,7 @@
 #include "vexrocproc/RocAlgorithm.h"
 
 #include "driver/ROCCompute.h"
+#include "space/DefaultArithmetic.h"
 #include "vexrocproc/ROCStatusCodes.h"
 
 #include <utility>
@@ -31,6 +32,7 @@ void RocAlgorithm::SetCancelPtr(VexCommon_920::VexQueryCancel* query)
 
 VexStatus RocAlgorithm::BuildModel(VexCommon_920::MultiPassRecordIter& iter)
 {
+    const DefaultArithmetic arithmetic;
     try {
         warnings_ = VexWarnings();
         status_ = compute_->build(iter);

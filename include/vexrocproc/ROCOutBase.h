@@ -92,10 +92,10 @@ public:
     void Display(std::ostream& out, const VexXML_920::VexVarList& varList) const;
 
 private:
-    void init(int testVarInd, int groupVarInd, ROCConst_920::Operation op, double groupValue, ROCStats& stats,
-              bool distributionChanged);
-    void takeCurve(ROCSpace& space);
-    void copyArea(const ROCStats& stats);
+    [[gnu::visibility("hidden")]] void init(int testVarInd, int groupVarInd, ROCConst_920::Operation op,
+                                            double groupValue, ROCStats& stats, bool distributionChanged);
+    [[gnu::visibility("hidden")]] void takeCurve(ROCSpace& space);
+    [[gnu::visibility("hidden")]] void copyArea(const ROCStats& stats);
 
     int testVarInd_;
     int groupVarInd_;

@@ -80,7 +80,8 @@ public:
     void Display(std::ostream& out) const;
 
 private:
-    void defineGroup(int groupVar, ROCConst_920::GroupType type, double cutValue, std::vector<double> selectValues);
+    [[gnu::visibility("hidden")]] void defineGroup(int groupVar, ROCConst_920::GroupType type, double cutValue,
+                                                   std::vector<double> selectValues);
 
     ROCConst_920::Classification classification_ = ROCConst_920::Include;
     ROCConst_920::Direction direction_ = ROCConst_920::LargerMorePositive;

@@ -26,6 +26,8 @@ class ROCCompute;
 /// that completes.
 /// Failure: BuildModel never throws; what the host or memory throws ends the run with status 430001.
 /// Threads: everything runs on the calling thread; one facade is used by one thread at a time.
+/// Arithmetic: BuildModel, and with it what it calls in the host, runs in the default floating-point environment; the
+/// caller's own is back when it returns.
 class [[gnu::visibility("default")]] RocAlgorithm {
 public:
     RocAlgorithm(ROCSetting& setting, VexXML_920::VexVarList& varList);

@@ -18,6 +18,7 @@
  *  - No exception leaves a call and nothing is printed. On failure (no memory) the curve calls return a null
  *    row pointer, the others counts of 0 and missing values.
  *  - Threads: the calls share no data and may run at the same time.
+ *  - Arithmetic: rounding to nearest, denormals kept, whatever the caller has set; it is set again on return.
  */
 #pragma once
 
