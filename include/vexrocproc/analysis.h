@@ -1,4 +1,4 @@
-/**
+/** @file
  * The full analysis for callers in any language: groups, weights, comparisons, both curves, warnings, progress and
  * cancel, behind one opaque handle. Compiles as C99 and C++.
  *

@@ -1,4 +1,4 @@
-/**
+/** @file
  * ROC analysis over plain arrays of doubles, for callers in any language. Compiles as C99 and C++.
  *
  * Conventions that all calls share:
