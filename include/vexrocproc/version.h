@@ -1,4 +1,6 @@
-/** @file Which version of the library is loaded. Compiles as C99 and C++. */
+/** @file
+ * Which version of the library is loaded. Compiles as C99 and C++.
+ */
 #pragma once
 
 #ifdef __cplusplus
