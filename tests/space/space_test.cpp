@@ -18,8 +18,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
 
-using Points = std::vector<std::pair<double, double>>;
-
 ROCSpace spaceOf(const Sample& sample, Options options, bool needPR = true, bool needROC = true, bool alongTP = true)
 {
     ROCSpace space(options.include, options.larger, needPR, needROC, alongTP);
@@ -31,74 +29,6 @@ ROCSpace spaceOf(const Sample& sample, Options options, bool needPR = true, bool
 Sample sampleOf(const std::vector<double>& states, const std::vector<double>& values)
 {
     return {states, values, values};
-}
-
-TEST(ROCSpace, MakesTheCurvesOfTheWorkedExamples)
-{
-    struct Case {
-        std::vector<double> states;
-        std::vector<double> values;
-        bool larger;
-        std::vector<double> cutOffs;
-        Points sensSpec;
-        double ksMaximum;
-        double ksCutOff;
-        bool ties;
-    };
-    const Case cases[] = {
-        {{1, 0, 1, 0, 1}, {0.9, 0.3, 0.6, 0.6, 0.2}, true, {0, 0.25, 0.44999999999999996, 0.75, 1},
-         {{1, 0}, {2. / 3, 0}, {2. / 3, 0.5}, {1. / 3, 1}, {0, 1}}, 1. / 3, 0.75, true},
-        {{1, 0, 1, 0, 1}, {0.9, 0.3, 0.6, 0.6, 0.2}, false, {0, 0.25, 0.44999999999999996, 0.75, 1},
-         {{0, 1}, {1. / 3, 1}, {1. / 3, 0.5}, {2. / 3, 0}, {1, 0}}, 1. / 3, 0.25, true},
-        {{1, 0, 1, 0}, {3, 1, 4, 2}, true, {0, 1.5, 2.5, 3.5, 5}, {{1, 0}, {1, 0.5}, {1, 1}, {0.5, 1}, {0, 1}}, 1, 2.5, false},
-        {{0, 1, 0, 1}, {1, 2, 3, 4}, true, {0, 1.5, 2.5, 3.5, 5}, {{1, 0}, {1, 0.5}, {0.5, 0.5}, {0.5, 1}, {0, 1}}, 0.5, 3.5, false},
-        {{0, 1, 0, 1}, {1, 2, 3, 4}, false, {0, 1.5, 2.5, 3.5, 5}, {{0, 1}, {0, 0.5}, {0.5, 0.5}, {0.5, 0}, {1, 0}}, 0, 0, false},
-        {{1, 0, 0}, {0.2, 0.5, 1.0}, true, {-0.8, 0.35, 0.75, 2}, {{1, 0}, {0, 0}, {0, 0.5}, {0, 1}}, 0, 2, false},
-        {{1, 1, 0}, {1, 1, 2}, true, {0, 1.5, 3}, {{1, 0}, {0, 0}, {0, 1}}, 0, 3, false},
-    };
-    for (const Case& expected : cases) {
-        SCOPED_TRACE(testing::PrintToString(expected.values) + (expected.larger ? " larger" : " smaller"));
-        ROCSpace space = spaceOf(sampleOf(expected.states, expected.values), {true, expected.larger});
-        EXPECT_EQ(space.getCutOffPoints(), expected.cutOffs);
-        EXPECT_EQ(space.getSensitivitySpecificity(), expected.sensSpec);
-        EXPECT_DOUBLE_EQ(space.getKolmogorovSmirnov().first, expected.ksMaximum);
-        EXPECT_EQ(space.getKolmogorovSmirnov().second, expected.ksCutOff);
-        EXPECT_EQ(space.existTies(), expected.ties);
-    }
-}
-
-TEST(ROCSpace, MakesThePrecisionRecallPointsOfTheWorkedExamples)
-{
-    const Sample tied = sampleOf({1, 1, 1, 0, 0, 1, 0}, {5, 5, 5, 5, 2, 1, 0});
-    const Sample allEqual = sampleOf({1, 1, 1, 0}, {2, 2, 2, 2});
-    struct Case {
-        Sample sample;
-        bool larger;
-        Points precisionRecall;
-        std::string interpolated;
-        bool ties;
-    };
-    const Case cases[] = {
-        {tied, true, {{4. / 7, 1}, {2. / 3, 1}, {0.6, 0.75}, {0.75, 0.75}, {0.75, 0.5}, {0.75, 0.25}, {0.75, 0}},
-         "[4:true,5:true]", true},
-        {tied, false, {{0, 0}, {0, 0}, {0.5, 0.25}, {1. / 3, 0.25}, {6. / 13, 0.5}, {9. / 17, 0.75}, {4. / 7, 1}},
-         "[4:true,5:true]", true},
-        {allEqual, true, {{0.75, 1}, {0.75, 2. / 3}, {0.75, 1. / 3}, {0.75, 0}}, "[1:true,2:true]", true},
-        // 2 of 4 positives at once, and precision 1/2 on both sides: no points
-        {sampleOf({1, 1, 0, 0, 1, 1, 0, 0}, {1, 1, 1, 1, 2, 2, 2, 2}), true, {{0.5, 1}, {0.5, 0.5}, {0.5, 0.25}, {0.5, 0}},
-         "[2:true]", true},
-    };
-    for (const Case& expected : cases) {
-        SCOPED_TRACE(expected.interpolated + (expected.larger ? " larger" : " smaller"));
-        ROCSpace space = spaceOf(expected.sample, {true, expected.larger});
-        const Points& points = space.getPrecisionRecall();
-        ASSERT_EQ(points.size(), expected.precisionRecall.size());
-        for (std::size_t i = 0; i < points.size(); ++i)
-            EXPECT_THAT(points[i], Pair(testing::DoubleEq(expected.precisionRecall[i].first),
-                                        expected.precisionRecall[i].second)) << i;
-        EXPECT_THAT(space.getPRInterpolationFlag().toString(), testing::HasSubstr(expected.interpolated));
-        EXPECT_EQ(space.existTiesInPR(), expected.ties);
-    }
 }
 
 TEST(ROCSpace, IsTheCurveCountedCutOffByCutOff)
