@@ -24,12 +24,12 @@ std::string described(const std::string& text, std::size_t pieceSize, OtherColum
         const DataTable table = readDelimited(source, requests, {}, others);
         std::string all = std::to_string(table.rows);
         for (const DataColumn& column : table.columns) {
-            all += "\n" + column.request.name + ":";
+            all.append("\n").append(column.request.name).append(":");
             require(column.numbers.size() + column.labels.size() == table.rows, "a column of another length");
             for (const double number : column.numbers)
-                all += " " + shortest(number);
+                all.append(" ").append(shortest(number));
             for (const std::int32_t label : column.labels)
-                all += label < 0 ? " NA" : " '" + column.labelTexts.at(static_cast<std::size_t>(label)) + "'";
+                all.append(label < 0 ? " NA" : column.labelTexts.at(static_cast<std::size_t>(label))).append("|");
         }
         return all;
     } catch (const Failure& failure) {
@@ -60,9 +60,7 @@ std::string written(const std::string& cell, bool quoted)
 /// A label that is no word for a missing value and has no blanks at its ends.
 std::string anyLabel(FuzzInput& input)
 {
-    std::string label = input.text(12);
-    std::erase(label, '\0');
-    return "<" + label + ">";
+    return std::string(1, '<').append(input.text(12)).append(1, '>');
 }
 
 /// A table of known numbers and labels, written in any of the ways that are allowed, reads back as it was.
@@ -83,8 +81,8 @@ void readWhatWasWritten(FuzzInput& input)
         const bool plain = label.find_first_of(",;\t\"\r\n") == std::string::npos;
         text += written(label, !plain || input.coin()) + delimiter + (input.coin() ? " " : "")
             + written(shortest(number), input.coin()) + delimiter + written(label, true) + end;
-        expected += " " + shortest(number);
-        labels += " '" + label + "'";
+        expected.append(" ").append(shortest(number));
+        labels.append(label).append("|");
         ++rows;
     }
     const std::string got = described(text, 1 + static_cast<std::size_t>(rows % 7), OtherColumns::skipped);

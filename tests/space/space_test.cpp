@@ -123,7 +123,7 @@ TEST(ROCSpace, MakesOnlyWhatIsAskedFor)
 TEST(ROCSpace, CopiesAreIndependent)
 {
     ROCSpace open(true, true, true, true, true);
-    for (const double value : {1.0, 2.0})
+    for (const double value : {2.0, 1.0}) // out of order, so that copies hold a sorted list
         open.update(value > 1.5, value, 1);
     open.setTestVarInd(7);
     open.setGroup(3, ROCConst_920::Less, 2.5);

@@ -92,7 +92,8 @@ TEST(RocIndependCompare, IsNotComputedWithoutBothStates)
         IndependentPair lacking(one, two);
         RocIndependCompare missing(lacking.first, lacking.second, 0.95);
         EXPECT_FALSE(missing.computeStats(noRecords));
-        for (const double value : {missing.getZ(), missing.getZSig(), missing.getZInterval().first, missing.getZInterval().second})
+        for (const double value : {missing.getZ(), missing.getZSig(), missing.getZInterval().first, missing.getZInterval().second,
+                                   missing.getCovariance()})
             EXPECT_TRUE(VexMV::IsMissing(value));
     }
 }

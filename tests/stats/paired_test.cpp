@@ -90,6 +90,7 @@ TEST(ROCPairedStats, CountsBelowAndTiedFromARunningStart)
     start = 5;
     EXPECT_EQ(computeYWk(9, xs, start), 5.0);
     EXPECT_EQ(computeYWk(9, {}, start = 0), 0.0);
+    EXPECT_TRUE(valueSort(1, 2) && !valueSort(2, 2) && !valueSort(2, 1));
 }
 
 TEST(RocPairedCompare, IsTheCovarianceOfTheComponentsWhateverTheRecordsOrder)
@@ -124,6 +125,24 @@ TEST(RocPairedCompare, IsTheCovarianceOfTheComponentsWhateverTheRecordsOrder)
         ASSERT_TRUE(byValue.computeStats(mixedRecords));
         EXPECT_NEAR(byValue.getCovariance(), static_cast<double>(truth), 1e-13 * scale);
     }
+}
+
+TEST(RocPairedCompare, TakesFewerRecordsThanCasesInAnyOrder)
+{
+    Sample first = worked; // 4 positives and 2 negatives
+    for (std::vector<double>* column : {&first.states, &first.values, &first.others})
+        column->resize(6);
+    PairedAreas areas(worked);
+    RocPairedCompare inOrder = areas.comparison();
+    ColumnRecordIter records = recordsOf(first);
+    ASSERT_TRUE(inOrder.computeStats(records));
+    // Centred products of the positives and of the two negatives.
+    EXPECT_DOUBLE_EQ(inOrder.getCovariance(), 0.0859375 / 3 / 4 + 0.10546875 / 1 / 2);
+    const Sample mixed = shuffled(first, 3);
+    ColumnRecordIter mixedRecords = recordsOf(mixed);
+    RocPairedCompare byValue = areas.comparison();
+    ASSERT_TRUE(byValue.computeStats(mixedRecords));
+    EXPECT_DOUBLE_EQ(byValue.getCovariance(), inOrder.getCovariance());
 }
 
 TEST(RocPairedCompare, SkipsRecordsWithNaNAndCountsUnknownValuesAsZero)
