@@ -5,6 +5,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <limits>
 #include <string>
 #include <utility>
@@ -43,6 +44,13 @@ TEST(ROCSpace, IsTheCurveCountedCutOffByCutOff)
             const CurveTruth truth = curveTruth(sample, options);
             ROCSpace space = spaceOf(sample, options, true, true, alongTP);
 
+            std::vector<ROCData> byValue;
+            for (std::size_t i = 0; i < sample.states.size(); ++i)
+                byValue.push_back({sample.positive(i), sample.values[i]});
+            std::ranges::sort(byValue, [](const ROCData& a, const ROCData& b) {
+                return a.value != b.value ? a.value < b.value : a.positive > b.positive;
+            });
+            EXPECT_EQ(space.getROCData(), byValue);
             EXPECT_EQ(space.existTies(), truth.ties);
             EXPECT_EQ(space.getKolmogorovSmirnov(), kolmogorovSmirnov(truth, options.larger));
             Numbers rows;
@@ -113,6 +121,7 @@ TEST(ROCSpace, MakesOnlyWhatIsAskedFor)
     EXPECT_THAT(rocOnly.getPrecisionRecall(), IsEmpty());
     EXPECT_FALSE(rocOnly.existTiesInPR());
     EXPECT_EQ(rocOnly.getPRInterpolationFlag(), ROCBitSet());
+    EXPECT_THAT(std::pair(rocOnly.getTestVar(), rocOnly.getGroupVar()), Pair(-1, -1)); // none was set
     ROCSpace oneState = spaceOf(sampleOf({1, 1, 1}, {2, 1, 2}), {true, true});
     EXPECT_THAT(oneState.getCutOffPoints(), IsEmpty());
     EXPECT_FALSE(oneState.existTies());
