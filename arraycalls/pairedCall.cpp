@@ -63,8 +63,6 @@ auc_comparison_res comparePaired(const PairedInput& input, double positiveState,
 {
     ROCSpace space1(includeCutOff, larger, false, false, true);
     ROCSpace space2 = space1;
-    space1.setTestVarInd(1);
-    space2.setTestVarInd(2);
     if (!space1.borrow({input.predicted1, input.actual, positiveState, input.size})
         || !space2.borrow({input.predicted2, input.actual, positiveState, input.size}))
         return comparePaired(CompleteCases(input).input(), positiveState, includeCutOff, larger, level);

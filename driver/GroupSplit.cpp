@@ -27,8 +27,6 @@ std::vector<ROCSpace> GroupSplit::spacesLike(const ROCSpace& empty) const
 
 int GroupSplit::spaceOf(double groupValue) const noexcept
 {
-    if (groupVar_ < 0)
-        return 0;
     if (values_.size() == 1)
         return !constant_ && groupValue >= values_[0] ? 1 : 0; // NaN is not at or above anything
     if (groupValue == values_[0])

@@ -25,7 +25,7 @@ public:
     [[nodiscard]] int groupVar() const noexcept { return groupVar_; }
     /// Copies of an empty space, one per group, that carry the group they stand for.
     [[nodiscard]] std::vector<ROCSpace> spacesLike(const ROCSpace& empty) const;
-    /// Index of the space for a case with this group value, -1 for none.
+    /// Index of the space for a case with this value of the group variable, which there is; -1 for none.
     [[nodiscard]] int spaceOf(double groupValue) const noexcept;
 
 private:

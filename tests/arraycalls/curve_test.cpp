@@ -1,9 +1,8 @@
 #include "tests/support/calls.h"
-#include "tests/support/oracle.h"
 
 #include <gtest/gtest.h>
 
-#include <string>
+#include <array>
 
 namespace {
 
@@ -25,17 +24,8 @@ TEST(RocCurve, HasTheRowsOfTheWorkedExamples)
               (Numbers{{0}, {1}, {1}, {0.2}, {1}, {0.5}, {0.4}, {0}, {0.5}, {1}, {0}, {0}}));
 }
 
-TEST(RocCurve, ReadsTheStateThatItIsGiven)
+TEST(Curves, ReleaseWhatHasNoRows)
 {
-    const List actual{2, 7, 2, 7, 2};
-    const List predicted{0.9, 0.3, 0.6, 0.6, 0.2};
-    const double two = 2.0;
-    const roccurve_res res = roccurve(actual.data(), predicted.data(), 5, &two, "include", "larger");
-    const Numbers expected = curve(List{1, 0, 1, 0, 1}, predicted);
-    ASSERT_EQ(res.count, 5);
-    for (std::size_t i = 0; i < 15; ++i)
-        EXPECT_EQ(Exact{res.rows[i]}, expected[i]) << i;
-    release_roccurve_res(res);
     release_roccurve_res({nullptr, 5});
     release_prcurve_res({nullptr, 5});
 }
@@ -63,26 +53,6 @@ TEST(PrecisionRecallCurve, HasTheRowsOfTheWorkedExamples)
     EXPECT_EQ(precisionRecall(List{1, 1, 1, 1, 0, 0, 0}, List(7, 2.0), {.interpolation = "keilwagen"}),
               rows({{1, 1, 4. / 7, 0}, {3, 2 * (4. / 3) / 4, 2 * (4. / 3) / (2 * (4. / 3) + 2), 1},
                     {3, 4. / 3 / 4, 4. / 3 / (4. / 3 + 1), 1}, {3, 0, 4. / 7, 0}}));
-}
-
-TEST(Curves, AreTheCurvesCountedCutOffByCutOff)
-{
-    int samples = 0;
-    for (const Shape& shape : shapes())
-        for (unsigned seed = 1; seed <= 200; ++seed, ++samples) {
-            SCOPED_TRACE(std::string(shape.name) + ", seed " + std::to_string(seed));
-            const Sample sample = drawSample(shape, seed, seed == 200 ? 20'000 : sizeFor(seed));
-            for (const bool include : {true, false})
-                for (const bool larger : {true, false}) {
-                    const CurveTruth truth = curveTruth(sample, {include, larger});
-                    Words words{.include = include ? "include" : "exclude", .larger = larger ? "larger" : "smaller"};
-                    ASSERT_EQ(curve(sample.states, sample.values, words), rocRows(truth));
-                    ASSERT_EQ(precisionRecall(sample.states, sample.values, words), prRows(truth, larger, true));
-                    words.interpolation = "keilwagen";
-                    ASSERT_EQ(precisionRecall(sample.states, sample.values, words), prRows(truth, larger, false));
-                }
-        }
-    RecordProperty("samples", samples);
 }
 
 } // namespace

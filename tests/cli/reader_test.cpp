@@ -1,5 +1,6 @@
 #include "cli/Failure.h"
 #include "cli/input/DelimitedReader.h"
+#include "tests/support/pieces.h"
 
 #include <gmock/gmock.h>
 
@@ -19,30 +20,12 @@ using testing::StartsWith;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-/// Gives the text in pieces of a fixed size, so that everything meets a block's end somewhere.
-class Pieces final : public ByteSource {
-public:
-    Pieces(std::string text, std::size_t size) : ByteSource("data.csv"), text_(std::move(text)), size_(size) {}
-
-    std::size_t read(std::span<char> block) override
-    {
-        const std::size_t length = text_.copy(block.data(), std::min(size_, block.size()), next_);
-        next_ += length;
-        return length;
-    }
-
-private:
-    std::string text_;
-    std::size_t size_;
-    std::size_t next_ = 0;
-};
-
 const std::array stateAndTest{ColumnRequest{"state", ColumnKind::labels}, ColumnRequest{"test", ColumnKind::numbers}};
 
 DataTable read(const std::string& text, std::span<const ColumnRequest> requests = stateAndTest,
                std::size_t pieceSize = std::string::npos, std::optional<char> delimiter = {})
 {
-    Pieces source(text, pieceSize);
+    roctest::Pieces source(text, pieceSize);
     return readDelimited(source, requests, delimiter);
 }
 

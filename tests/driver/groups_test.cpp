@@ -34,6 +34,7 @@ constexpr auto unknownRange = [](VexVarList& v) { v.AddContinuous("g"); };
 constexpr auto from0To10 = [](VexVarList& v) { v.AddContinuous("g", 0.0, 10.0); };
 constexpr auto at3 = [](VexVarList& v) { v.AddContinuous("g", 3.0, 3.0); };
 constexpr auto onlyMinKnown = [](VexVarList& v) { v.AddContinuous("g", 0.0, VexContVar::unknownMax); };
+constexpr auto onlyMaxKnown = [](VexVarList& v) { v.AddContinuous("g", VexContVar::unknownMin, 99.0); };
 constexpr auto strange = [](VexVarList& v) { v.Add(std::make_unique<StrangeContinuous>()); };
 constexpr auto twoValued = [](VexVarList& v) { v.AddTwoValued("g"); };
 constexpr auto labelled = [](VexVarList& v) { v.AddCategorical("g", {{1, "one"}}); };
@@ -113,6 +114,7 @@ TEST(Groups, EveryKindOfGroupSplitsAsDefined)
         {"mid point of the host's range", from0To10, {3, 9, 1, 7}, midPoint, at5},
         {"mid point of the data", unknownRange, {3, 9, 1, 7}, midPoint, at5, 2},
         {"half of the range is not a range", onlyMinKnown, {3, 9, 1, 7}, midPoint, at5, 2},
+        {"nor is the other half", onlyMaxKnown, {3, 9, 1, 7}, midPoint, at5, 2},
         {"a description of another class has no range", strange, {3, 9, 1, 7}, midPoint, at5, 2},
         {"NaN moves no bound", unknownRange, {2, nan, 8, 4}, midPoint, {{Less, 5, 1, 2}, {GreaterOrEqual, 5, 1, 0}}, 2},
         {"a NaN at the start stays", unknownRange, {nan, 1, 2}, midPoint,

@@ -154,34 +154,4 @@ HostData rowsWhere(const HostData& data, Keep keep)
     return kept;
 }
 
-TEST(MissingValues, LeaveOutTheCaseForThatVariableOnlyUnlessVariablesArePaired)
-{
-    HostData data = analysisData(40);
-    for (std::size_t i = 0; i < 40; ++i) {
-        data.columns[test1][i] = i % 7 == 0 ? VexMV::Missing() : data.columns[test1][i];
-        data.columns[test2][i] = i % 11 == 3 ? nan : data.columns[test2][i];
-        data.columns[state][i] = i % 13 == 5 ? VexMV::Missing() : data.columns[state][i]; // counts as negative
-    }
-    HostData withTest1 = rowsWhere(data, [](std::size_t i) { return i % 7 != 0; });
-    HostData complete = rowsWhere(data, [](std::size_t i) { return i % 7 != 0 && i % 11 != 3; });
-    HostData weighted = rowsWhere(complete, [&](std::size_t i) { return complete.columns[weight][i] >= 1.0; });
-
-    EXPECT_EQ(analyse(areasOf({test1, test2}), data).records[0], analyse(areasOf({test1}), withTest1).records[0]);
-    ROCSetting paired = areasOf({test1, test2, test3}); // complete in all variables, not pair by pair
-    paired.setComparisonType(ROCConst_920::PairedComparison);
-    EXPECT_EQ(analyse(paired, data), analyse(paired, complete));
-    paired.setFrequencyWeightVar(weight);
-    EXPECT_EQ(analyse(paired, data), analyse(paired, weighted));
-}
-
-TEST(Order, OfTheRecordsDoesNotChangeTheResults)
-{
-    HostData data = analysisData(300);
-    HostData other = analysisData(300);
-    for (std::vector<double>& column : other.columns)
-        std::shuffle(column.begin(), column.end(), Random(1)); // all alike: the rows stay together
-    for (const Analysis& analysis : analyses())
-        EXPECT_EQ(analyse(settingOf(analysis), other), analyse(settingOf(analysis), data)) << analysis.name;
-}
-
 } // namespace

@@ -75,32 +75,4 @@ TEST(ComparisonRecord, WhatDependsOnAMissingValueIsMissing)
     }
 }
 
-TEST(PairedRecord, OfAreasThatNeverDifferHasExactlyNoStandardErrorOnceComputed)
-{
-    const std::array<double, 4> states{0, 1, 0, 1};
-    const std::array<double, 4> values{1, 2, 3, 4}; // those of interleavedSpace
-    const std::array<double, 4> stretched{1, 4, 9, 16};
-    ColumnRecordIter iter({states, values, stretched});
-    ROCSpace space1 = interleavedSpace();
-    ROCSpace space2 = spaceOf({{false, 1}, {true, 4}, {false, 9}, {true, 16}});
-    space1.setTestVarInd(1);
-    space2.setTestVarInd(2);
-    ROCPairedStats stats1(space1, true, 0.95);
-    ROCPairedStats stats2(space2, true, 0.95);
-    ROCOutBase record1(1, stats1, false);
-    ROCOutBase record2(2, stats2, false);
-    const auto isMissing = Truly(VexMV::IsMissing);
-    for (const bool itself : {true, false}) {
-        SCOPED_TRACE(itself);
-        ROCOutBase& other = itself ? record1 : record2;
-        RocPairedCompare comparison(stats1, itself ? stats1 : stats2, true, 0.95, 0, 1.0);
-        EXPECT_THAT(valuesOf(ROCComparisonOutStats(record1, other, comparison)),
-                    ElementsAre(0.0, isMissing, isMissing, isMissing, isMissing, isMissing));
-        iter.NewPass();
-        comparison.computeStats(iter);
-        EXPECT_THAT(valuesOf(ROCComparisonOutStats(record1, other, comparison)),
-                    ElementsAre(0.0, 0.0, 0.0, 1.0, 0.0, 0.0));
-    }
-}
-
 } // namespace

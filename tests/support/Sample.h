@@ -43,6 +43,10 @@ struct Shape {
 /// The same cases in another order.
 [[nodiscard]] Sample shuffled(const Sample& sample, unsigned seed);
 
+/// How many samples of each shape a test of random data takes: `usual`, or as many as make VEXROC_RANDOM_CASES samples
+/// in all, when the environment sets it.
+[[nodiscard]] unsigned samplesPerShape(unsigned usual);
+
 /// A short size for most seeds, some hundreds for one in sixteen.
 [[nodiscard]] std::size_t sizeFor(unsigned seed);
 

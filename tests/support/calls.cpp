@@ -36,7 +36,8 @@ const Result& requireRows(const Result& result)
 Numbers curve(std::span<const double> states, std::span<const double> values, const Words& words)
 {
     const roccurve_res res =
-        requireRows(roccurve(states.data(), values.data(), count(states), nullptr, words.include, words.larger));
+        requireRows(roccurve(states.data(), values.data(), count(states), words.positiveValue, words.include,
+                             words.larger));
     Numbers rows;
     for (int i = 0; i < 3 * res.count; ++i)
         rows.push_back({res.rows[i]});
@@ -46,8 +47,9 @@ Numbers curve(std::span<const double> states, std::span<const double> values, co
 
 Numbers precisionRecall(std::span<const double> states, std::span<const double> values, const Words& words)
 {
-    const prcurve_res res = requireRows(prcurve(states.data(), values.data(), count(states), nullptr, words.include,
-                                                words.larger, words.interpolation));
+    const prcurve_res res =
+        requireRows(prcurve(states.data(), values.data(), count(states), words.positiveValue, words.include,
+                            words.larger, words.interpolation));
     Numbers rows;
     for (const prcurve_row& row : std::span(res.rows, static_cast<std::size_t>(res.count)))
         append(rows, {{row.cutOff}, {row.recall}, {row.precision}, {static_cast<double>(row.interpolated)}});
@@ -57,14 +59,21 @@ Numbers precisionRecall(std::span<const double> states, std::span<const double> 
 
 auc_res areaOf(std::span<const double> states, std::span<const double> values, const Words& words, double level)
 {
-    return auc(states.data(), values.data(), count(states), nullptr, words.include, words.larger, words.distribution,
-               level);
+    return auc(states.data(), values.data(), count(states), words.positiveValue, words.include, words.larger,
+               words.distribution, level);
 }
 
 auc_comparison_res pairedOf(const Sample& sample, const Words& words, double level)
 {
     return auc_pairedcomparison(sample.states.data(), sample.values.data(), sample.others.data(), sample.size(),
-                                nullptr, words.include, words.larger, level);
+                                words.positiveValue, words.include, words.larger, level);
+}
+
+auc_comparison_res independentOf(const Sample& sample, const Words& words, double level)
+{
+    return auc_indpendentcomparison(sample.states.data(), sample.values.data(), sample.size(), sample.states.data(),
+                                    sample.others.data(), sample.size(), words.positiveValue, words.include,
+                                    words.larger, words.distribution, level);
 }
 
 Numbers numbers(const auc_res& record)
@@ -83,9 +92,7 @@ Numbers everything(const Sample& sample, const Words& words)
     append(all, precisionRecall(sample.states, sample.values, words));
     append(all, numbers(areaOf(sample.states, sample.values, words)));
     append(all, numbers(pairedOf(sample, words)));
-    append(all, numbers(auc_indpendentcomparison(sample.states.data(), sample.values.data(), sample.size(),
-                                                 sample.states.data(), sample.others.data(), sample.size(), nullptr,
-                                                 words.include, words.larger, words.distribution, 0.95)));
+    append(all, numbers(independentOf(sample, words)));
     return all;
 }
 

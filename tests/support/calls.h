@@ -10,11 +10,13 @@
 /// The array calls on samples, with everything they return as one list of numbers.
 namespace roctest {
 
+/// The options of a call.
 struct Words {
     const char* include = "include";
     const char* larger = "larger";
     const char* interpolation = "davis-goadrich";
     const char* distribution = "nonparam";
+    const double* positiveValue = nullptr;
 };
 
 /// Three numbers a row; nothing at all (not even 0 rows) fails the test program.
@@ -25,6 +27,8 @@ struct Words {
 [[nodiscard]] auc_res areaOf(std::span<const double> states, std::span<const double> values, const Words& words = {},
                              double level = 0.95);
 [[nodiscard]] auc_comparison_res pairedOf(const Sample& sample, const Words& words = {}, double level = 0.95);
+/// The two variables as if other cases stood behind each.
+[[nodiscard]] auc_comparison_res independentOf(const Sample& sample, const Words& words = {}, double level = 0.95);
 
 [[nodiscard]] Numbers numbers(const auc_res& record);
 [[nodiscard]] Numbers numbers(const auc_comparison_res& record);
