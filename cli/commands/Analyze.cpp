@@ -5,7 +5,6 @@
 #include "cli/analysis/ResultTables.h"
 #include "cli/commands/Commands.h"
 #include "cli/commands/Outcome.h"
-#include "cli/input/DelimitedReader.h"
 #include "cli/output/OutputFile.h"
 #include "cli/run/InterruptGuard.h"
 #include "cli/run/ProgressLine.h"
@@ -131,9 +130,8 @@ Request parseRequest(const AnalyzeOptions& options)
 HostData readData(Request& request, std::istream& standardInput)
 {
     const std::vector<ColumnRequest> requests = requestsFor(request.roles);
-    DataTable table = readDelimited(*openSource(request.question.file, standardInput), requests,
-                                    request.question.delimiter,
-                                    request.allTests ? OtherColumns::numeric : OtherColumns::skipped);
+    DataTable table = readTable(request.question.input, standardInput, requests,
+                                request.allTests ? OtherColumns::numeric : OtherColumns::skipped);
     if (request.allTests)
         for (const DataColumn& column : table.columns)
             if (std::ranges::find(requests, column.request) == requests.end())

@@ -1,5 +1,7 @@
 #include "cli/Failure.h"
 #include "cli/input/DelimitedReader.h"
+#include "cli/input/TableBuilder.h"
+#include "pieces.h"
 
 #include <gmock/gmock.h>
 
@@ -19,31 +21,15 @@ using testing::StartsWith;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-/// Gives the text in pieces of a fixed size, so that everything meets a block's end somewhere.
-class Pieces final : public ByteSource {
-public:
-    Pieces(std::string text, std::size_t size) : ByteSource("data.csv"), text_(std::move(text)), size_(size) {}
-
-    std::size_t read(std::span<char> block) override
-    {
-        const std::size_t length = text_.copy(block.data(), std::min(size_, block.size()), next_);
-        next_ += length;
-        return length;
-    }
-
-private:
-    std::string text_;
-    std::size_t size_;
-    std::size_t next_ = 0;
-};
-
 const std::array stateAndTest{ColumnRequest{"state", ColumnKind::labels}, ColumnRequest{"test", ColumnKind::numbers}};
 
 DataTable read(const std::string& text, std::span<const ColumnRequest> requests = stateAndTest,
                std::size_t pieceSize = std::string::npos, std::optional<char> delimiter = {})
 {
     Pieces source(text, pieceSize);
-    return readDelimited(source, requests, delimiter);
+    TableBuilder builder(requests, OtherColumns::skipped);
+    readDelimited(source, delimiter, builder);
+    return builder.finish();
 }
 
 std::string errorOf(const std::string& text, std::size_t pieceSize = std::string::npos)
@@ -73,6 +59,8 @@ TEST(DelimitedReader, UnderstandsEveryWayToWriteATable)
         {"quotes", "\"state\",\"test\"\n\"yes\",\"1.5\"\n\"no\",\"-2\"\n\"yes\",\"3\"\n"},
         {"other columns", "x,state,test\n\"a \"\"b\"\", c\nd\",yes,1.5\n,no,-2\n\"\",yes,3\n"},
         {"delimiters in quotes", "\"a;b;c\",state,test\n,yes,1.5\n,no,-2\n,yes,3\n"},
+        {"quotes in some lines", "state,test\nyes,1.5\n\"no\",-2\nyes,3\n"},
+        {"CR, then LF", "state,test\ryes,1.5\rno,-2\nyes,3\n"},
         {"order", "test,state\n1.5,yes\n-2,no\n3,yes\n"},
     };
     for (const auto& [name, text] : tables)
@@ -118,6 +106,7 @@ TEST(DelimitedReader, NamesPlaceAndCellOfWhatItCannotRead)
                                 "decimal sign is a point)"},
         {"state,test\n\"a\nb\",1\nc,\"\nd\"\n", "line 4, column 'test': '\\nd'"},
         {"state,test\ra,1\rb,x\r", "line 3, column 'test': 'x'"},
+        {"state,test\ra,1\rb,2\nc,3\n\nd,x\n", "line 6, column 'test': 'x'"},
         {"state,test\na,1\nb\n", "line 3: the row has 1 cell, the header has 2"},
         {"state,test\na,b,1\n", "line 2: the row has 3 cells, the header has 2"},
         {"state,test\na,\"1\nb,2\nc,3\n", "line 2: the text ends inside a quoted cell that begins here"},
