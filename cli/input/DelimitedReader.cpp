@@ -21,8 +21,8 @@ constexpr std::array delimiters{',', '\t', ';'};
 
 /// Takes text line by line, finds the cells and hands them to the sink.
 ///
-/// Lines without quotes are split here; the others, and lines that two blocks share, go through libcsv, which knows what
-/// quotes mean. libcsv is C: what a callback throws is kept in failure_ and thrown again once libcsv has returned.
+/// Lines without quotes are split here; the others, and lines that two blocks share, go through libcsv, which knows
+/// what quotes mean. libcsv is C: what a callback throws is kept in failure_ and thrown again once it has returned.
 class Parser {
 public:
     Parser(const std::string& source, char delimiter, RowSink& sink)

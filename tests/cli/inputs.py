@@ -206,8 +206,8 @@ def check_types(check, server):
     cells = [("1.50::numeric", "1.5"), ("-12345678901234567890.000100::numeric", "-12345678901234567168"),
              ("1e-20::numeric", "1e-20"), ("40000::numeric", "40000"), ("0.00012::numeric", "0.00012"),
              ("'Infinity'::numeric", "inf"), ("'-Infinity'::float4", "-inf"), ("(-7)::int2", "-7"),
-             ("(-70000)::int4", "-70000"), ("9007199254740993::int8", "9007199254740992"), ("0.1::float4", "0.10000000149011612"),
-             ("0.1::float8", "0.1"), ("true", "1")]
+             ("(-70000)::int4", "-70000"), ("9007199254740993::int8", "9007199254740992"),
+             ("0.1::float4", "0.10000000149011612"), ("0.1::float8", "0.1"), ("true", "1")]
     for missing in ("NULL::int4", "'NaN'::numeric", "'NaN'::float8", "'NA'::text", "''"):
         cells.append((missing, "NA"))
     query = "SELECT " + ", ".join(f"{sql} AS c{i}" for i, (sql, _) in enumerate(cells))
