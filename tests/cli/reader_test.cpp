@@ -1,4 +1,5 @@
 #include "cli/Failure.h"
+#include "cli/input/BinaryCopy.h"
 #include "cli/input/DelimitedReader.h"
 #include "cli/input/TableBuilder.h"
 #include "pieces.h"
@@ -42,7 +43,42 @@ std::string errorOf(const std::string& text, std::size_t pieceSize = std::string
     return "no error";
 }
 
+/// The rows that a copy of an int4, a numeric and a text gives; what is wrong with it otherwise.
+std::string copied(std::string_view bytes, std::size_t pieceSize)
+{
+    std::string rows;
+    BinaryCopy copy({BinaryCopy::Type::int4, BinaryCopy::Type::numeric, BinaryCopy::Type::text},
+                    [&](std::span<const Cell> cells) {
+                        for (const Cell& cell : cells)
+                            rows += textOf(cell) + (isMissing(cell) ? "missing|" : "|");
+                    });
+    for (; !bytes.empty(); bytes.remove_prefix(std::min(pieceSize, bytes.size())))
+        if (!copy.feed(bytes.substr(0, pieceSize)))
+            return "not understood";
+    return copy.isComplete() ? rows : "not complete";
+}
+
 } // namespace
+
+TEST(BinaryCopy, ReadsRowsFromPartsOfAnyLengthAndRefusesOthers)
+{
+    using namespace std::string_literals;
+    const std::string header = "PGCOPY\n\xFF\r\n\0\0\0\0\0\0\0\0\0"s;
+    const std::string number = "\0\0\0\4\xFF\xFF\xFF\xF9"s;                             // -7
+    const std::string numeric = "\0\0\0\xE\0\3\0\1\x40\0\0\2\0\1\x09\x29\x1A\x2C"s;
+    // -12345.67: groups 1, 2345, 6700
+    const std::string null = "\xFF\xFF\xFF\xFF";
+    const std::string text = "\0\0\0\2ab"s;
+    const std::string whole = header + "\0\3"s + number + numeric + text + "\0\3"s + null + null + text + "\xFF\xFF";
+    for (const std::size_t pieceSize : {std::size_t{1}, std::size_t{5}, std::size_t{40}, whole.size()})
+        EXPECT_EQ(copied(whole, pieceSize), "-7|-12345.67|ab|missing|missing|ab|") << pieceSize;
+    for (std::size_t length = 0; length < whole.size(); ++length)
+        EXPECT_EQ(copied(whole.substr(0, length), 7), "not complete") << length;
+    for (const std::string& wrong :
+         {"PGCOPX"s + whole.substr(6), header + "\0\2"s + number + numeric, whole + "x",
+          header + "\0\3"s + text + numeric + text, header + "\0\3"s + number + text + text})
+        EXPECT_EQ(copied(wrong, wrong.size()), "not understood");
+}
 
 TEST(DelimitedReader, UnderstandsEveryWayToWriteATable)
 {
