@@ -2,33 +2,15 @@
 
 #include "cli/Failure.h"
 #include "cli/commandline/Choice.h"
-#include "cli/input/DelimitedReader.h"
 #include "cli/text/Words.h"
 
 #include <CLI/CLI.hpp>
 
-#include <array>
 #include <string_view>
 
 namespace vexroc {
 
 namespace {
-
-std::optional<char> parseDelimiter(const std::string& text)
-{
-    struct Named {
-        std::string_view name;
-        char delimiter;
-    };
-    constexpr std::array named{Named{"comma", ','}, Named{"tab", '\t'}, Named{"semicolon", ';'}, Named{",", ','},
-                               Named{"\t", '\t'},   Named{"\\t", '\t'}, Named{";", ';'}};
-    if (text.empty())
-        return std::nullopt;
-    for (const Named& candidate : named)
-        if (text == candidate.name)
-            return candidate.delimiter;
-    throw usageError("--delimiter " + inQuotes(text) + ": expected comma, tab or semicolon");
-}
 
 std::vector<std::string> parseTests(const std::vector<std::string>& lists)
 {
@@ -43,7 +25,7 @@ std::vector<std::string> parseTests(const std::vector<std::string>& lists)
 
 void addStudyOptions(CLI::App& command, StudyOptions& options)
 {
-    command.add_option("FILE", options.file, "Delimited text with a header row; - reads standard input")->required();
+    addInputOptions(command, options.input);
     command.add_option("--state", options.state, "State variable and the value of its positive cases")
         ->type_name("COLUMN=VALUE")
         ->required();
@@ -54,9 +36,12 @@ void addStudyOptions(CLI::App& command, StudyOptions& options)
     command.add_flag("--smaller", options.smaller, "Smaller test values are more positive");
     command.add_flag("--exclude", options.exclude,
                      "A value equal to a cut-off is negative; moves points of the curves, not the area");
-    command.add_option("--delimiter", options.delimiter, "comma, tab or semicolon; detected when not given")
-        ->type_name("WORD");
-    addChoice(command, "--format", options.format, {"text", "csv"}, "csv has exact numbers");
+    addFormatOption(command, options.format);
+}
+
+void addFormatOption(CLI::App& command, std::string& format)
+{
+    addChoice(command, "--format", format, {"text", "csv"}, "csv has exact numbers");
 }
 
 void addLevelOption(CLI::App& command, std::string& level)
@@ -81,14 +66,18 @@ std::string Question::heading() const
 Question parseQuestion(const StudyOptions& options)
 {
     return {
-        .file = options.file,
-        .delimiter = parseDelimiter(options.delimiter),
+        .input = parseInput(options.input),
         .state = parseValueChoice(options.state, "--state", 1),
         .tests = parseTests(options.tests),
-        .format = options.format == "csv" ? OutputFormat::csv : OutputFormat::text,
+        .format = parseFormat(options.format),
         .include = options.exclude ? "exclude" : "include",
         .larger = options.smaller ? "smaller" : "larger",
     };
+}
+
+OutputFormat parseFormat(const std::string& format)
+{
+    return format == "csv" ? OutputFormat::csv : OutputFormat::text;
 }
 
 ValueChoice parseValueChoice(const std::string& text, const std::string& option, std::size_t count)
@@ -126,7 +115,7 @@ Study readStudy(const Question& question, const std::optional<ValueChoice>& grou
     for (const std::string& test : question.tests)
         requests.push_back({test, ColumnKind::numbers});
     Study study;
-    study.data = readDelimited(*openSource(question.file, standardInput), requests, question.delimiter);
+    study.data = readTable(question.input, standardInput, requests);
     study.states = matchRows(study.data, question.state);
     if (groups)
         study.groups = matchRows(study.data, *groups);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/input/Input.h"
 #include "cli/input/Sample.h"
 #include "cli/output/Table.h"
 
@@ -17,8 +18,7 @@ namespace vexroc {
 
 /// The options that every analysis of a data file has, as typed.
 struct StudyOptions {
-    std::string file;
-    std::string delimiter;
+    InputOptions input;
     std::string state;
     std::vector<std::string> tests;
     std::string format = "text";
@@ -27,13 +27,13 @@ struct StudyOptions {
 };
 
 void addStudyOptions(CLI::App& command, StudyOptions& options);
+void addFormatOption(CLI::App& command, std::string& format);
 void addLevelOption(CLI::App& command, std::string& level);
 void addBiNegativeOption(CLI::App& command, bool& biNegative);
 
 /// The question behind the options, checked as far as it can be without the data.
 struct Question {
-    std::string file;
-    std::optional<char> delimiter; ///< none: detected
+    Input input;
     ValueChoice state;             ///< one value
     std::vector<std::string> tests;
     OutputFormat format;
@@ -46,6 +46,7 @@ struct Question {
 
 /// Throws a usage error that names the option at fault.
 Question parseQuestion(const StudyOptions& options);
+OutputFormat parseFormat(const std::string& format);
 /// COLUMN=VALUE[,VALUE...] with exactly `count` values that can occur in a column.
 ValueChoice parseValueChoice(const std::string& text, const std::string& option, std::size_t count);
 /// VALUE[,VALUE...], each a value that can occur in a column.

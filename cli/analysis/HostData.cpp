@@ -23,25 +23,6 @@ std::vector<double> codesOf(const std::vector<Match>& matches, double first, dou
     return codes;
 }
 
-bool lessThan(const std::string& a, const std::string& b)
-{
-    const std::optional<double> x = parseNumber(a);
-    const std::optional<double> y = parseNumber(b);
-    if (x && y)
-        return *x < *y;
-    return x.has_value() != y.has_value() ? x.has_value() : a < b;
-}
-
-/// The different values of a label column, ascending, numbers before words; 1 and 1.0 are one.
-std::vector<std::string> valuesOf(const DataColumn& column)
-{
-    std::vector<std::string> values = column.labelTexts;
-    std::ranges::stable_sort(values, lessThan);
-    const auto same = [](const std::string& a, const std::string& b) { return !lessThan(a, b) && !lessThan(b, a); };
-    values.erase(std::unique(values.begin(), values.end(), same), values.end());
-    return values;
-}
-
 bool isZeroOrOne(const std::string& value)
 {
     const std::optional<double> number = parseNumber(value);
@@ -113,7 +94,7 @@ private:
     void addTwoValues(GroupSplit& group)
     {
         const DataColumn& column = table_.column(group.column, ColumnKind::labels);
-        const std::vector<std::string> values = valuesOf(column);
+        const std::vector<std::string> values = distinctValues(column);
         if (!values.empty() && std::ranges::all_of(values, isZeroOrOne)) {
             data_.group = add(data_.variables.AddTwoValued(group.column), numbersIn(column));
             return;

@@ -199,7 +199,7 @@ Table comparisonTable(OutputFormat format, const ROCOutputs& results, const VexV
     return table;
 }
 
-std::string curveCsv(const ROCOutputs& results, const VexVarList& variables)
+Table curveTable(const ROCOutputs& results, const VexVarList& variables)
 {
     Table table(OutputFormat::csv, curveColumns);
     for (const ROCOutBase* const record : results.getROCBaseStats()) {
@@ -209,16 +209,16 @@ std::string curveCsv(const ROCOutputs& results, const VexVarList& variables)
         for (std::size_t i = 0; i < points.size(); ++i)
             table.addRow({variable, group, record->getCutOffPoints()[i], points[i].first, points[i].second});
     }
-    return table.str();
+    return table;
 }
 
-std::string precisionRecallCsv(const ROCOutputs& results, const VexVarList& variables)
+Table precisionRecallTable(const ROCOutputs& results, const VexVarList& variables)
 {
     Table table(OutputFormat::csv, precisionRecallColumns);
     for (const ROCOutBase* const record : results.getROCBaseStats())
         addPrecisionRecall(*record, variableName(variables, record->getTestVarInd()), groupOf(*record, variables),
                            table);
-    return table.str();
+    return table;
 }
 
 } // namespace vexroc

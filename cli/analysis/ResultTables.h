@@ -19,9 +19,9 @@ Table areaTable(OutputFormat format, const ROCALG_920::ROCOutputs& results, cons
 Table comparisonTable(OutputFormat format, const ROCALG_920::ROCOutputs& results,
                       const VexXML_920::VexVarList& variables, bool paired);
 
-/// The points of all ROC curves as CSV.
-std::string curveCsv(const ROCALG_920::ROCOutputs& results, const VexXML_920::VexVarList& variables);
-/// The points of all precision-recall curves as CSV, measured ones and those drawn between them.
-std::string precisionRecallCsv(const ROCALG_920::ROCOutputs& results, const VexXML_920::VexVarList& variables);
+/// The points of all ROC curves for CSV.
+Table curveTable(const ROCALG_920::ROCOutputs& results, const VexXML_920::VexVarList& variables);
+/// The points of all precision-recall curves for CSV, measured ones and those drawn between them.
+Table precisionRecallTable(const ROCALG_920::ROCOutputs& results, const VexXML_920::VexVarList& variables);
 
 } // namespace vexroc

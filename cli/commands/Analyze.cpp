@@ -3,10 +3,10 @@
 #include "cli/analysis/HostData.h"
 #include "cli/analysis/Meanings.h"
 #include "cli/analysis/ResultTables.h"
+#include "cli/analysis/Slices.h"
 #include "cli/commandline/Choice.h"
 #include "cli/commands/Commands.h"
 #include "cli/commands/Outcome.h"
-#include "cli/input/DelimitedReader.h"
 #include "cli/output/OutputFile.h"
 #include "cli/run/InterruptGuard.h"
 #include "cli/run/ProgressLine.h"
@@ -23,6 +23,7 @@
 #include <memory>
 #include <optional>
 #include <sstream>
+#include <string_view>
 
 namespace vexroc {
 
@@ -42,6 +43,7 @@ struct AnalyzeOptions {
     std::string cut;
     bool midPoint = false;
     std::string weight;
+    std::string by;
     std::string compare;
     std::string level = "0.95";
     bool biNegative = false;
@@ -83,6 +85,8 @@ void requireFit(const AnalyzeOptions& options)
          "--display prints the component's own text: leave out --format"},
         {!options.curveFile.empty() && options.curveFile == options.prCurveFile,
          "--curve and --pr-curve name the same file"},
+        {options.display && !options.by.empty(),
+         "--display prints the component's own text of one analysis: leave out --by"},
     };
     for (const auto& [wrong, message] : rules)
         if (wrong)
@@ -125,21 +129,24 @@ Request parseRequest(const AnalyzeOptions& options)
                      .group = parseGroup(options),
                      .weight = options.weight,
                      .paired = options.compare == "paired"};
+    if (options.by == request.question.state.column)
+        throw usageError("--by names the state column: every value would be one state; name another column");
     return request;
 }
 
 /// Reads the columns; with --test all, the tests become known by it.
-HostData readData(Request& request, std::istream& standardInput)
+DataTable readData(const AnalyzeOptions& options, Request& request, std::istream& standardInput)
 {
-    const std::vector<ColumnRequest> requests = requestsFor(request.roles);
-    DataTable table = readDelimited(*openSource(request.question.file, standardInput), requests,
-                                    request.question.delimiter,
-                                    request.allTests ? OtherColumns::numeric : OtherColumns::skipped);
+    std::vector<ColumnRequest> requests = requestsFor(request.roles);
+    if (!options.by.empty())
+        requests.push_back({options.by, ColumnKind::labels});
+    DataTable table = readTable(request.question.input, standardInput, requests,
+                                request.allTests ? OtherColumns::numeric : OtherColumns::skipped);
     if (request.allTests)
         for (const DataColumn& column : table.columns)
             if (std::ranges::find(requests, column.request) == requests.end())
                 request.roles.tests.push_back(column.request.name);
-    return makeHostData(std::move(table), request.roles);
+    return table;
 }
 
 void setGroup(const GroupSplit& group, int variable, ROCSetting& setting)
@@ -202,7 +209,62 @@ void requireNotCancelled(bool cancelled)
         throw Failure(exitCancelled, "cancelled; nothing was written");
 }
 
-/// Puts a finished run into words, tables and files.
+std::string heading(const AnalyzeOptions& options, const Request& request)
+{
+    std::string lines = "ROC analysis\n" + request.question.heading() + '\n';
+    if (!options.by.empty())
+        lines += "One analysis by value of " + visible(options.by) + '\n';
+    if (!options.weight.empty())
+        lines += "Weights: " + visible(options.weight)
+            + "; they enter the weighted counts only: areas and curves count every row once\n";
+    return lines
+        + (request.roles.paired ? "Standard errors: DeLong; confidence level " + shortest(request.level)
+                                : standardErrorHeading(options.biNegative, request.level))
+        + '\n';
+}
+
+struct TitledTable {
+    const char* title;
+    Table table;
+};
+
+/// What came of one analysis, or of one per value, before it is written.
+struct Answer {
+    Report report; ///< its text only where the component's own is asked for
+    std::vector<TitledTable> tables;
+    std::optional<Table> curve; ///< for --curve
+    std::optional<Table> precisionRecall;
+};
+
+std::string textOf(const AnalyzeOptions& options, const Request& request, const std::vector<TitledTable>& tables)
+{
+    const bool text = request.question.format == OutputFormat::text;
+    std::string all = text ? heading(options, request) : "";
+    for (const TitledTable& part : tables)
+        all += (all.empty() ? "" : "\n") + (text ? std::string(part.title) + '\n' : "") + part.table.str();
+    return all;
+}
+
+/// All files or, where one cannot be written or the run is cancelled meanwhile, none.
+void writeFiles(const AnalyzeOptions& options, const Answer& answer, CancelFlag& cancel)
+{
+    std::vector<std::string> texts;
+    texts.reserve(2); // a file may refer to its text until it is in place
+    std::vector<std::unique_ptr<OutputFile>> files;
+    const auto stage = [&](const std::string& path, const std::optional<Table>& table) {
+        if (!table)
+            return;
+        texts.push_back(table->str());
+        files.push_back(std::make_unique<OutputFile>(path, texts.back()));
+    };
+    stage(options.curveFile, answer.curve);
+    stage(options.prCurveFile, answer.precisionRecall);
+    requireNotCancelled(cancel.IsCancelRequested());
+    for (const auto& file : files)
+        file->commit();
+}
+
+/// Puts a finished run into words and tables.
 class AnalysisReport {
 public:
     AnalysisReport(const AnalyzeOptions& options, const Request& request, const HostData& data,
@@ -212,75 +274,47 @@ public:
         report_.warnings = inWords(algorithm.GetWarningMessages(), data.variables);
     }
 
-    Report failed()
+    Answer failed()
     {
         addRowNote();
         report_.error = inWords(algorithm_.GetStatus());
-        return std::move(report_);
+        return {std::move(report_), {}, {}, {}};
     }
 
-    Report done()
+    Answer done()
     {
+        Answer answer;
         if (options_.display) {
             std::ostringstream text;
             algorithm_.Display(text);
             report_.text = text.str();
             addRowNote();
         } else {
-            report_.text = tables();
+            answer.tables = tables();
         }
         addNotes();
-        return std::move(report_);
-    }
-
-    /// All files or, where one cannot be written or the run is cancelled meanwhile, none.
-    void writeFiles(CancelFlag& cancel) const
-    {
-        std::vector<std::string> texts;
-        texts.reserve(2); // a file may refer to its text until it is in place
-        std::vector<std::unique_ptr<OutputFile>> files;
-        const auto stage = [&](const std::string& path, auto csvOf) {
-            if (path.empty())
-                return;
-            texts.push_back(csvOf(*algorithm_.GetOutputStats(), data_.variables));
-            files.push_back(std::make_unique<OutputFile>(path, texts.back()));
-        };
-        stage(options_.curveFile, curveCsv);
-        stage(options_.prCurveFile, precisionRecallCsv);
-        requireNotCancelled(cancel.IsCancelRequested());
-        for (const auto& file : files)
-            file->commit();
+        const ROCALG_920::ROCOutputs& results = *algorithm_.GetOutputStats();
+        if (!options_.curveFile.empty())
+            answer.curve = curveTable(results, data_.variables);
+        if (!options_.prCurveFile.empty())
+            answer.precisionRecall = precisionRecallTable(results, data_.variables);
+        answer.report = std::move(report_);
+        return answer;
     }
 
 private:
-    [[nodiscard]] std::string tables() const
+    [[nodiscard]] std::vector<TitledTable> tables() const
     {
-        const bool text = request_.question.format == OutputFormat::text;
-        std::string all = text ? heading() : "";
-        const auto add = [&](const char* title, const Table& table) {
-            all += (all.empty() ? "" : "\n") + (text ? std::string(title) + '\n' : "") + table.str();
-        };
         const OutputFormat format = request_.question.format;
         const bool weighted = data_.weight >= 0;
         const ROCALG_920::ROCOutputs& results = *algorithm_.GetOutputStats();
-        add("Cases", caseTable(format, data_.rows, weighted));
-        add("Areas under the ROC curves", areaTable(format, results, data_.variables, weighted));
+        std::vector<TitledTable> all;
+        all.push_back({"Cases", caseTable(format, data_.rows, weighted)});
+        all.push_back({"Areas under the ROC curves", areaTable(format, results, data_.variables, weighted)});
         if (!results.getROCComparisonStats().empty())
-            add("Differences between the areas",
-                comparisonTable(format, results, data_.variables, request_.roles.paired));
+            all.push_back({"Differences between the areas",
+                           comparisonTable(format, results, data_.variables, request_.roles.paired)});
         return all;
-    }
-
-    [[nodiscard]] std::string heading() const
-    {
-        std::string lines = "ROC analysis\n" + request_.question.heading() + '\n';
-        if (data_.weight >= 0)
-            lines += "Weights: " + visible(request_.roles.weight)
-                + "; they enter the weighted counts only: areas and curves count every row once\n";
-        return lines
-            + (request_.roles.paired ? "Standard errors: DeLong; confidence level " + shortest(request_.level)
-                                     : standardErrorHeading(options_.biNegative, request_.level))
-            + '\n';
     }
 
     void addNotes()
@@ -328,6 +362,87 @@ private:
     Report report_;
 };
 
+/// One analysis of all rows of the table.
+Answer analyzeRows(const AnalyzeOptions& options, Request request, DataTable table, CancelFlag& cancel,
+                   const Session& session)
+{
+    HostData data = makeHostData(std::move(table), request.roles);
+    ROCSetting setting = settingFor(options, request, data);
+    RocAlgorithm algorithm(setting, data.variables);
+    const VexStatus status = buildModel(algorithm, data, cancel, session);
+    requireNotCancelled(status.GetErrorCode() == ROCALG_920::statusCode::cancelled);
+    AnalysisReport report(options, request, data, algorithm);
+    return status.IsError() ? report.failed() : report.done();
+}
+
+/// Puts the analyses of several values together: their tables behind a column with the value, their words behind it.
+class ValueAnswers {
+public:
+    explicit ValueAnswers(std::string column) : column_(std::move(column)) {}
+
+    void add(const std::string& value, Answer answer)
+    {
+        const std::string subject = visible(column_) + " = " + visible(value) + ": ";
+        for (const std::string& note : answer.report.notes)
+            all_.report.notes.push_back(subject + note);
+        for (const std::string& warning : answer.report.warnings)
+            all_.report.warnings.push_back(subject + warning);
+        if (!answer.report.error.empty()) {
+            all_.report.warnings.push_back(subject + "no result: " + answer.report.error);
+            return;
+        }
+        for (TitledTable& part : answer.tables)
+            append(value, part);
+        append(value, answer.curve, all_.curve);
+        append(value, answer.precisionRecall, all_.precisionRecall);
+        ++results_;
+    }
+
+    Answer take(std::size_t missing)
+    {
+        if (missing > 0)
+            all_.report.notes.push_back("rows with a missing " + inQuotes(column_) + ", in no analysis: "
+                                        + std::to_string(missing));
+        if (results_ == 0)
+            all_.report.error = "no value of " + inQuotes(column_) + " gave a result";
+        return std::move(all_);
+    }
+
+private:
+    static constexpr TableColumn leading{"by", "by", CellRole::name};
+
+    /// Values need not have the same tables: a comparison may lack a group.
+    void append(const std::string& value, const TitledTable& part)
+    {
+        auto same = std::ranges::find(all_.tables, std::string_view(part.title), &TitledTable::title);
+        if (same == all_.tables.end())
+            same = all_.tables.insert(same, {part.title, part.table.behind(leading)});
+        same->table.append(value, part.table);
+    }
+    static void append(const std::string& value, const std::optional<Table>& rows, std::optional<Table>& all)
+    {
+        if (!rows)
+            return;
+        if (!all)
+            all = rows->behind(leading);
+        all->append(value, *rows);
+    }
+
+    std::string column_;
+    Answer all_;
+    int results_ = 0;
+};
+
+Answer analyzeByValue(const AnalyzeOptions& options, const Request& request, DataTable table, CancelFlag& cancel,
+                      const Session& session)
+{
+    const Slices slices(std::move(table), options.by);
+    ValueAnswers answers(options.by);
+    for (std::size_t value = 0; value < slices.values().size(); ++value)
+        answers.add(slices.values()[value], analyzeRows(options, request, slices.slice(value), cancel, session));
+    return answers.take(slices.missing());
+}
+
 Report runAnalyze(const AnalyzeOptions& options, const Session& session)
 {
     Request request = parseRequest(options);
@@ -335,18 +450,17 @@ Report runAnalyze(const AnalyzeOptions& options, const Session& session)
         if (!path.empty())
             OutputFile::requirePlace(path);
     // Nothing is there to tidy up while the data are read: until then, an interrupt just ends the program.
-    HostData data = readData(request, session.standardInput);
+    DataTable table = readData(options, request, session.standardInput);
     CancelFlag cancel;
     const InterruptGuard guard(cancel);
-    ROCSetting setting = settingFor(options, request, data);
-    RocAlgorithm algorithm(setting, data.variables);
-    const VexStatus status = buildModel(algorithm, data, cancel, session);
-    requireNotCancelled(status.GetErrorCode() == ROCALG_920::statusCode::cancelled);
-    AnalysisReport report(options, request, data, algorithm);
-    if (status.IsError())
-        return report.failed();
-    report.writeFiles(cancel);
-    return report.done();
+    Answer answer = options.by.empty() ? analyzeRows(options, request, std::move(table), cancel, session)
+                                       : analyzeByValue(options, request, std::move(table), cancel, session);
+    if (!answer.report.error.empty())
+        return std::move(answer.report);
+    writeFiles(options, answer, cancel);
+    if (!options.display)
+        answer.report.text = textOf(options, request, answer.tables);
+    return std::move(answer.report);
 }
 
 void addGroupOptions(CLI::App& command, AnalyzeOptions& options)
@@ -385,6 +499,8 @@ Action addAnalyze(CLI::App& command)
     addGroupOptions(command, *options);
     command.add_option("--weight", options->weight, "Column with the number of cases that a row stands for; changes "
                                                     "the weighted counts only")
+        ->type_name("COLUMN");
+    command.add_option("--by", options->by, "One analysis per value of this column, in ascending order")
         ->type_name("COLUMN");
     addChoice(command, "--compare", options->compare, {"paired", "independent"},
               "paired: all tests on the same cases; independent: each test between the groups");

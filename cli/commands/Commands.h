@@ -24,6 +24,7 @@ using Action = std::function<Report(const Session& session)>;
 // Each adds its options to its part of the command line and returns what to run with them.
 Action addAnalyze(CLI::App& command);
 Action addAuc(CLI::App& command);
+Action addColumns(CLI::App& command);
 Action addCompare(CLI::App& command);
 Action addCurve(CLI::App& command);
 Action addPr(CLI::App& command);

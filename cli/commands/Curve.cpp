@@ -1,6 +1,7 @@
 #include "cli/Options.h"
 #include "cli/commands/Commands.h"
 #include "cli/commands/Outcome.h"
+#include "cli/text/Words.h"
 
 #include <vexrocproc/arraycalls.h>
 
@@ -45,7 +46,7 @@ Report runCurve(const StudyOptions& options, std::istream& standardInput)
         const std::span rows(curve.points.rows, 3 * static_cast<std::size_t>(curve.points.count));
         for (std::size_t i = 0; i < rows.size(); i += 3)
             table.addRow({test, rows[i], rows[i + 1], rows[i + 2]});
-        addCurveNotes(test, cases, report.notes);
+        addCurveNotes(visible(test), cases, report.notes);
     }
     report.text = reportText(question.format, {"ROC curve", question.heading()}, table);
     return report;

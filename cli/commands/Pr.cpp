@@ -1,6 +1,7 @@
 #include "cli/Options.h"
 #include "cli/commands/Commands.h"
 #include "cli/commands/Outcome.h"
+#include "cli/text/Words.h"
 
 #include <vexrocproc/arraycalls.h>
 
@@ -50,7 +51,7 @@ Report runPr(const PrOptions& options, std::istream& standardInput)
         requireRows(curve.points.rows);
         for (const prcurve_row& point : std::span(curve.points.rows, static_cast<std::size_t>(curve.points.count)))
             table.addRow({test, point.cutOff, point.recall, point.precision, double(point.interpolated)});
-        addCurveNotes(test, cases, report.notes);
+        addCurveNotes(visible(test), cases, report.notes);
     }
     report.text = reportText(
         question.format,

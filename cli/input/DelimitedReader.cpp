@@ -8,9 +8,8 @@
 #include <algorithm>
 #include <array>
 #include <exception>
-#include <limits>
 #include <new>
-#include <unordered_map>
+#include <vector>
 
 namespace vexroc {
 
@@ -20,81 +19,15 @@ constexpr std::size_t blockSize = std::size_t{256} << 10;
 constexpr std::size_t longestHeader = std::size_t{16} << 20;
 constexpr std::array delimiters{',', '\t', ';'};
 
-struct TextHash {
-    using is_transparent = void;
-    std::size_t operator()(std::string_view text) const noexcept { return std::hash<std::string_view>{}(text); }
-};
-
-/// Fills one column.
-class ColumnFiller {
-public:
-    explicit ColumnFiller(ColumnRequest request, bool requested) : requested_(requested)
-    {
-        column_.request = std::move(request);
-    }
-
-    /// False, and nothing is stored, for a cell that the column's kind does not allow. A column that nobody requested
-    /// takes such a cell and is given up.
-    bool append(std::string_view cell)
-    {
-        if (givenUp_)
-            return true;
-        const bool fits = column_.request.kind == ColumnKind::numbers ? appendNumber(cell) : appendLabel(cell);
-        if (fits || requested_)
-            return fits;
-        column_.numbers = {};
-        return givenUp_ = true;
-    }
-    [[nodiscard]] bool isKept() const noexcept { return requested_ || (!givenUp_ && numberSeen_); }
-    [[nodiscard]] bool isRequested() const noexcept { return requested_; }
-    [[nodiscard]] const ColumnRequest& request() const noexcept { return column_.request; }
-    DataColumn take() { return std::move(column_); }
-
-private:
-    bool appendNumber(std::string_view cell)
-    {
-        const std::optional<double> number = parseNumber(cell);
-        if (!number && !isMissingWord(cell))
-            return false;
-        numberSeen_ = numberSeen_ || number.has_value();
-        column_.numbers.push_back(number.value_or(std::numeric_limits<double>::quiet_NaN()));
-        return true;
-    }
-
-    bool appendLabel(std::string_view cell)
-    {
-        column_.labels.push_back(isMissingWord(cell) ? DataColumn::missingLabel : labelOf(cell));
-        return true;
-    }
-
-    std::int32_t labelOf(std::string_view cell)
-    {
-        if (const auto known = labelIndex_.find(cell); known != labelIndex_.end())
-            return known->second;
-        const auto label = static_cast<std::int32_t>(column_.labelTexts.size());
-        column_.labelTexts.emplace_back(cell);
-        labelIndex_.emplace(cell, label);
-        return label;
-    }
-
-    DataColumn column_;
-    bool requested_;
-    bool givenUp_ = false;
-    bool numberSeen_ = false;
-    std::unordered_map<std::string, std::int32_t, TextHash, std::equal_to<>> labelIndex_;
-};
-
-/// Takes text line by line, finds the cells through libcsv and hands them to the fillers.
+/// Takes text line by line, finds the cells and hands them to the sink.
 ///
-/// libcsv is C: what a callback throws is kept in failure_ and thrown again once libcsv has returned.
+/// Lines without quotes are split here; the others, and lines that two blocks share, go through libcsv, which knows
+/// what quotes mean. libcsv is C: what a callback throws is kept in failure_ and thrown again once it has returned.
 class Parser {
 public:
-    Parser(const std::string& source, std::span<const ColumnRequest> requests, OtherColumns others, char delimiter)
-        : source_(source), delimiter_(delimiter), others_(others)
+    Parser(const std::string& source, char delimiter, RowSink& sink)
+        : source_(source), delimiter_(delimiter), sink_(sink)
     {
-        for (const ColumnRequest& request : requests)
-            if (std::ranges::find(fillers_, request, &ColumnFiller::request) == fillers_.end())
-                fillers_.emplace_back(request, true);
         if (csv_init(&parser_, CSV_STRICT | CSV_STRICT_FINI) != 0)
             throw std::bad_alloc();
         csv_set_delim(&parser_, static_cast<unsigned char>(delimiter));
@@ -108,13 +41,15 @@ public:
     {
         while (!text.empty()) {
             const std::size_t lineEnd = text.find('\n');
-            const std::string_view piece = text.substr(0, lineEnd == std::string_view::npos ? lineEnd : lineEnd + 1);
-            feedPiece(piece);
+            const bool wholeLine = lineEnd != std::string_view::npos;
+            const std::string_view piece = text.substr(0, wholeLine ? lineEnd + 1 : lineEnd);
+            if (!(wholeLine && takePlainLine(piece.substr(0, lineEnd))))
+                feedPiece(piece);
             text.remove_prefix(piece.size());
         }
     }
 
-    DataTable finish()
+    void finish()
     {
         if (csv_fini(&parser_, onCell, onRow, this) != 0)
             throw at(cellLine_, "the text ends inside a quoted cell that begins here; close the double quote");
@@ -123,32 +58,69 @@ public:
             throw inputError(source_ + " is empty: a header row with column names and rows of data are expected");
         if (rows_ == 0)
             throw inputError(source_ + " has a header row but no rows of data");
-        DataTable table{.source = source_, .columns = {}, .rows = rows_};
-        for (ColumnFiller& filler : fillers_) {
-            if (!filler.isKept())
-                continue;
-            if (!filler.isRequested() && std::ranges::count(header_, filler.request().name) > 1)
-                throw inputError(source_ + ": " + repeatedName(filler.request().name));
-            table.columns.push_back(filler.take());
-        }
-        return table;
     }
 
 private:
+    /// True, and the line is dealt with, when it stands between rows and every CR in it belongs to its end.
+    bool takePlainLine(std::string_view line)
+    {
+        if (!betweenRows() || !headerDone_)
+            return false;
+        if (line.ends_with('\r'))
+            line.remove_suffix(1);
+        if (!split(line))
+            return false;
+        cellLine_ = currentLine();
+        const bool blank = plainCells_.size() == 1 && plainCells_.front().empty();
+        for (std::size_t cell = 0; !blank && cell < plainCells_.size(); ++cell)
+            takeCell(plainCells_[cell]);
+        if (!blank)
+            endRow();
+        endLine();
+        return true;
+    }
+
+    /// Fills plainCells_. False for a line with quotes or CR.
+    bool split(std::string_view line)
+    {
+        plainCells_.clear();
+        const char* const end = line.data() + line.size();
+        const char* begin = line.data();
+        for (const char* c = begin; c != end; ++c) {
+            if (*c == delimiter_) {
+                plainCells_.push_back(trimmed({begin, static_cast<std::size_t>(c - begin)}));
+                begin = c + 1;
+            } else if (*c == '"' || *c == '\r') {
+                return false;
+            }
+        }
+        plainCells_.push_back(trimmed({begin, static_cast<std::size_t>(end - begin)}));
+        return true;
+    }
+
     /// Part of one line; libcsv reports no positions, so the lines are counted here.
     void feedPiece(std::string_view piece)
     {
-        constexpr int rowNotBegun = 0; // state of a libcsv parser between rows
-        if (parser_.pstate == rowNotBegun)
+        if (betweenRows())
             cellLine_ = currentLine();
         const std::size_t parsed = csv_parse(&parser_, piece.data(), piece.size(), onCell, onRow, this);
         rethrowFailure();
         if (parsed != piece.size())
             throw syntaxError();
-        if (piece.back() == '\n') {
-            line_ += std::max<std::size_t>(rowsInLine_, 1);
-            rowsInLine_ = 0;
-        }
+        if (piece.back() == '\n')
+            endLine();
+    }
+
+    void endLine() noexcept
+    {
+        line_ += std::max<std::size_t>(rowsInLine_, 1);
+        rowsInLine_ = 0;
+    }
+
+    [[nodiscard]] bool betweenRows() const noexcept
+    {
+        constexpr int rowNotBegun = 0; // state of a libcsv parser
+        return parser_.pstate == rowNotBegun;
     }
 
     /// Rows that end with a lone CR share what feed takes for a line.
@@ -198,18 +170,18 @@ private:
 
     void store(std::string_view cell)
     {
-        for (ColumnFiller* const filler : fillersOf_[cells_])
-            if (!filler->append(cell) && badCell_.empty())
-                badCell_ = describeBadCell(cell);
+        if (wanted_[cells_] && !sink_.take(cells_, cell) && badCell_.empty())
+            badCell_ = badCellMessage(place(cellLine_), header_[cells_], cell,
+                                      "write a number, or leave the cell empty");
     }
 
     void endRow()
     {
         if (!headerDone_) {
-            bindColumns();
-            headerDone_ = true;
+            beginRows();
         } else {
             checkRow();
+            sink_.endRow();
             ++rows_;
         }
         cells_ = 0;
@@ -227,62 +199,21 @@ private:
                                    + delimiterName());
         if (!badCell_.empty())
             throw inputError(badCell_);
-        if (rows_ == static_cast<std::size_t>(std::numeric_limits<int>::max()))
-            throw at(rowLine_, "more than " + std::to_string(rows_) + " rows of data; split the data");
     }
 
-    void bindColumns()
+    void beginRows()
     {
-        std::vector<std::size_t> positions; // parallel to fillers_
-        for (const ColumnFiller& filler : fillers_)
-            positions.push_back(positionOf(filler.request().name));
-        for (std::size_t column = 0; others_ == OtherColumns::numeric && column < header_.size(); ++column) {
-            if (std::ranges::find(positions, column) != positions.end())
-                continue;
-            fillers_.emplace_back(ColumnRequest{header_[column], ColumnKind::numbers}, false);
-            positions.push_back(column);
-        }
-        fillersOf_.resize(header_.size());
-        for (std::size_t i = 0; i < fillers_.size(); ++i)
-            fillersOf_[positions[i]].push_back(&fillers_[i]);
-    }
-
-    [[nodiscard]] std::size_t positionOf(const std::string& name) const
-    {
-        const auto found = std::ranges::find(header_, name);
-        if (found == header_.end())
-            throw unknownColumn(name);
-        if (std::find(found + 1, header_.end(), name) != header_.end())
-            throw at(rowLine_, repeatedName(name));
-        return static_cast<std::size_t>(found - header_.begin());
-    }
-
-    static std::string repeatedName(const std::string& name)
-    {
-        return "the column name " + inQuotes(name) + " occurs more than once; rename one of them";
-    }
-
-    [[nodiscard]] Failure unknownColumn(const std::string& name) const
-    {
-        std::string message = "no column " + inQuotes(name) + " in the header";
-        if (const std::vector<std::string> near = nearWords(name, header_); !near.empty())
-            message += "; did you mean " + listed(near, near.size()) + "?";
-        else
-            message += "; its columns are " + listed(header_, 8);
-        if (std::ranges::all_of(header_, [](const std::string& cell) { return parseNumber(cell).has_value(); }))
-            message += ". This line holds numbers only: a header row with column names may be missing";
-        return at(rowLine_, message);
-    }
-
-    [[nodiscard]] std::string describeBadCell(std::string_view cell) const
-    {
-        std::string message = place(cellLine_) + ", column " + inQuotes(header_[cells_]) + ": " + inQuotes(cell)
-            + " is neither a number nor missing; write a number, or leave the cell empty";
-        std::string withPoint(cell);
-        std::ranges::replace(withPoint, ',', '.');
-        if (withPoint != cell && parseNumber(withPoint))
-            message += " (the decimal sign is a point)";
-        return message;
+        const bool onlyNumbers =
+            std::ranges::all_of(header_, [](const std::string& cell) { return parseNumber(cell).has_value(); });
+        wanted_ = sink_.begin(
+            {.source = source_,
+             .columns = header_,
+             .place = place(rowLine_),
+             .collection = "the header",
+             .hint = onlyNumbers
+                 ? ". This line holds numbers only: a header row with column names may be missing"
+                 : ""});
+        headerDone_ = true;
     }
 
     [[nodiscard]] Failure syntaxError()
@@ -313,15 +244,15 @@ private:
 
     std::string source_;
     char delimiter_;
-    OtherColumns others_;
-    std::vector<ColumnFiller> fillers_;
+    RowSink& sink_;
     csv_parser parser_{};
     std::exception_ptr failure_;
 
     std::vector<std::string> header_;
-    std::vector<std::vector<ColumnFiller*>> fillersOf_; ///< parallel to header_
+    std::vector<bool> wanted_; ///< parallel to header_
     bool headerDone_ = false;
     std::size_t rows_ = 0;
+    std::vector<std::string_view> plainCells_; ///< of the current line
     std::string badCell_; ///< what is wrong with a cell of the current row
 
     std::size_t cells_ = 0;      ///< of the current row, so far
@@ -377,19 +308,18 @@ std::string readFront(ByteSource& source)
 
 } // namespace
 
-DataTable readDelimited(ByteSource& source, std::span<const ColumnRequest> requests, std::optional<char> delimiter,
-                        OtherColumns others)
+void readDelimited(ByteSource& source, std::optional<char> delimiter, RowSink& sink)
 {
     const std::string front = readFront(source);
     const std::string_view header = std::string_view(front).substr(0, headerEnd(front));
     if (header.find('\0') != std::string_view::npos)
         throw inputError(source.name() + " is not text in UTF-8: its first line holds a zero byte; save it as UTF-8");
-    Parser parser(source.name(), requests, others, delimiter ? *delimiter : detectDelimiter(header));
+    Parser parser(source.name(), delimiter ? *delimiter : detectDelimiter(header), sink);
     parser.feed(front);
     std::vector<char> block(blockSize);
     while (const std::size_t length = source.read(block))
         parser.feed({block.data(), length});
-    return parser.finish();
+    parser.finish();
 }
 
 } // namespace vexroc

@@ -61,6 +61,24 @@ std::vector<Match> matchRows(const DataTable& data, const ValueChoice& choice)
     return matches;
 }
 
+bool lessValue(const std::string& a, const std::string& b)
+{
+    const std::optional<double> x = parseNumber(a);
+    const std::optional<double> y = parseNumber(b);
+    if (x && y)
+        return *x < *y;
+    return x.has_value() != y.has_value() ? x.has_value() : a < b;
+}
+
+std::vector<std::string> distinctValues(const DataColumn& column)
+{
+    std::vector<std::string> values = column.labelTexts;
+    std::ranges::stable_sort(values, lessValue);
+    const auto same = [](const std::string& a, const std::string& b) { return !lessValue(a, b) && !lessValue(b, a); };
+    values.erase(std::unique(values.begin(), values.end(), same), values.end());
+    return values;
+}
+
 Cases Study::completeCases(std::span<const std::string> tests, std::optional<Match> group) const
 {
     std::vector<std::span<const double>> columns;

@@ -26,6 +26,11 @@ constexpr Match missingValue = -2;
 /// values are the same.
 std::vector<Match> matchRows(const DataTable& data, const ValueChoice& choice);
 
+/// Does a value come before another: numbers ascending, then words by their text? Equal numbers are the same value.
+bool lessValue(const std::string& a, const std::string& b);
+/// The different values of a label column, ascending, each as it is first spelled; 1 and 1.0 are one.
+std::vector<std::string> distinctValues(const DataColumn& column);
+
 /// The rows that an analysis can use, as its arrays.
 struct Cases {
     std::vector<double> states;              ///< 1 positive, 0 negative

@@ -78,15 +78,34 @@ void Table::addRow(std::span<const Value> values)
 {
     if (values.size() != columns_.size())
         throw std::logic_error("a row does not have one value per column");
-    std::size_t column = 0;
-    for (const Value& value : values) {
-        const CellRole role = columns_[column++].role;
-        if (const auto* const text = std::get_if<std::string_view>(&value))
-            addCell(format_ == OutputFormat::csv ? csvText(*text) : visible(*text));
-        else if (format_ == OutputFormat::csv)
-            addCell(exact(std::get<double>(value), role));
-        else
-            addCell(readable(std::get<double>(value), role));
+    for (std::size_t c = 0; c < values.size(); ++c)
+        addCell(spelled(values[c], columns_[c].role));
+}
+
+std::string Table::spelled(const Value& value, CellRole role) const
+{
+    const auto* const text = std::get_if<std::string_view>(&value);
+    if (format_ == OutputFormat::csv)
+        return text ? csvText(*text) : exact(std::get<double>(value), role);
+    return text ? visible(*text) : readable(std::get<double>(value), role);
+}
+
+Table Table::behind(const TableColumn& leading) const
+{
+    std::vector<TableColumn> columns{leading};
+    columns.insert(columns.end(), columns_.begin(), columns_.end());
+    return Table(format_, columns);
+}
+
+void Table::append(std::string_view leading, const Table& rows)
+{
+    if (rows.columns_.size() + 1 != columns_.size() || rows.format_ != format_)
+        throw std::logic_error("a table does not fit behind a leading column");
+    const std::string first = spelled(leading, columns_.front().role);
+    for (std::size_t row = 0; row < rows.rows(); ++row) {
+        addCell(first);
+        for (std::size_t c = 0; c < rows.columns_.size(); ++c)
+            addCell(rows.cell(row, c));
     }
 }
 

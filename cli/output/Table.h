@@ -38,11 +38,16 @@ public:
     /// One value per column: text for names, a number for the others. NaN is written as NA.
     void addRow(std::span<const Value> values);
     void addRow(std::initializer_list<Value> values) { addRow(std::span(values.begin(), values.size())); }
+    /// A table without rows that has these columns behind one of names.
+    [[nodiscard]] Table behind(const TableColumn& leading) const;
+    /// Adds the rows of a table that lacks the first column only; `leading` is in that column of each.
+    void append(std::string_view leading, const Table& rows);
     /// Header and rows.
     [[nodiscard]] std::string str() const;
 
 private:
     void addCell(std::string_view text);
+    [[nodiscard]] std::string spelled(const Value& value, CellRole role) const;
     [[nodiscard]] std::string_view cell(std::size_t row, std::size_t column) const;
     [[nodiscard]] std::size_t rows() const noexcept { return ends_.size() / columns_.size(); }
     void writeCsv(std::string& out) const;

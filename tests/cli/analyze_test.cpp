@@ -17,6 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::AllOf;
+using testing::AnyOf;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
@@ -218,10 +219,50 @@ TEST(Analyze, RefusesWhatDoesNotFit)
         {"t --group g", exitInput, "holds 'x', 'y', 'z'; it needs two values: pick them with --select"},
         {"t --group g --mid-point", exitInput, "line 2, column 'g': 'x' is neither a number"},
         {"t --group g --select x,w", exitInput, "column 'g' never holds 'w'"},
+        {"t --by s", exitUsage, "--by names the state column"},
         {"t --weight v", exitInput, "no column 'v'"},
         {"t --curve /no/such/place.csv", exitOutput, "cannot write /no/such/place.csv: No such file"},
         {"t --curve /", exitOutput, "cannot write /: Is a directory"},
     });
+}
+
+TEST_F(AnalyzeFiles, OneAnalysisByValueIsThatOfItsRows)
+{
+    const std::string header = "s,t,u,g,site\n";
+    const std::string nine = "1,2,1,a,9\n0,1,3,b,9.0\n1,1,2,a,9\n0,3,1,a,9\n1,0,3,b,9\n";
+    const std::string ten = "0,1,2,a,10\n1,5,2,b,10\n0,2,0,b,10\n1,2,NA,a,10\n";
+    const std::string data = header + "0,1,1,a,x\n1,1,1,a,\n0,2,1,b,x\n" + ten + nine;
+    for (const std::string options : {"--group g --compare independent ", "--compare paired ", "--weight u --pr "}) {
+        SCOPED_TRACE(options);
+        const std::string question = "analyze - --state s=1 --test t,u --format csv " + options;
+        const auto files = [&](const char* name) { return " --curve " + curve + " --pr-curve " + curve + name; };
+        const Outcome all = run(question + "--by site" + files("pr"), data);
+        EXPECT_EQ(all.exitCode, exitDone);
+        EXPECT_THAT(all.err, AllOf(HasSubstr("warning: site = x: no result: status 430004"),
+                                   HasSubstr("rows with a missing 'site', in no analysis: 1\n"),
+                                   HasSubstr("warning: site = 9: ties")));
+        std::string together = all.out + contentOf(curve) + contentOf(curve + "pr");
+        for (const auto& [value, rows] : {std::pair{"9", nine}, std::pair{"10", ten}}) {
+            const Outcome one = run(question + files("pr"), header + rows);
+            std::istringstream lines(one.out + contentOf(curve) + contentOf(curve + "pr"));
+            for (std::string line; std::getline(lines, line);) {
+                if (line.empty()) // between tables
+                    continue;
+                EXPECT_THAT("\n" + together, AnyOf(HasSubstr(std::string("\n") + value + "," + line + "\n"),
+                                                   HasSubstr("\nby," + line + "\n")));
+            }
+            EXPECT_LT(together.find(std::string("\n") + "9,"), together.find("\n10,"));
+        }
+    }
+    std::string tooMany = "s,t,id\n";
+    for (int id = 0; id <= 1000; ++id)
+        tooMany += "1,2," + std::to_string(id) + "\n";
+    const std::string byId = "analyze - --state s=1 --test t --by id";
+    EXPECT_THAT(run(byId, tooMany).err, HasSubstr("'id' holds 1001 different values; --by takes 1000 at most"));
+    EXPECT_THAT(run(byId, "s,t,id\n1,2,\n").err, HasSubstr("column 'id' holds missing cells only"));
+    expectEndings(byId, "s,t,id\n1,2,a\n1,3,b\n", {{"", exitDone, "id = a: t: no area: every case is positive"},
+                                                   {" --display", exitUsage, "leave out --by"}});
+    EXPECT_EQ(run(byId, "s,t,id\n0,2,a\n1,3,\n").exitCode, exitNoResult);
 }
 
 TEST(Analyze, TestAllTakesTheNumbersWithoutAnotherPart)

@@ -89,8 +89,8 @@ TEST(Messages, AreColouredOnlyWhereThatIsWelcome)
 {
     std::ostringstream err;
     run("auc", "", err, {.isTerminal = true, .colour = true});
-    EXPECT_THAT(err.str(), HasSubstr("\x1b[1;31merror:\x1b[0m FILE"));
-    EXPECT_THAT(run("auc").err, StartsWith("vexroc: error: FILE"));
+    EXPECT_THAT(err.str(), HasSubstr("\x1b[1;31merror:\x1b[0m --state"));
+    EXPECT_THAT(run("auc").err, StartsWith("vexroc: error: --state"));
 }
 
 TEST(Progress, GoesWhereTheOptionSays)

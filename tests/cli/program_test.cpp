@@ -100,7 +100,7 @@ TEST(Program, EndsWithTheExitCodeAndTheMessageOfTheFault)
     expectEndings("", "", {
         {"", exitUsage, "Examples:"},
         {"aux", exitUsage, "no command 'aux'; did you mean 'auc'?"},
-        {"auc", exitUsage, "FILE is required; see vexroc auc --help"},
+        {"auc", exitUsage, "--state is required; see vexroc auc --help"},
         {"auc " + radius + "--smaler", exitUsage, "no option '--smaler'; did you mean '--smaller'?"},
         {"auc " + radius + "more", exitUsage, "unexpected argument 'more'"},
         {"auc " + scores + "--state class", exitUsage, "expected COLUMN=VALUE"},

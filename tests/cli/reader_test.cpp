@@ -1,5 +1,7 @@
 #include "cli/Failure.h"
+#include "cli/input/BinaryCopy.h"
 #include "cli/input/DelimitedReader.h"
+#include "cli/input/TableBuilder.h"
 #include "tests/support/pieces.h"
 
 #include <gmock/gmock.h>
@@ -26,7 +28,9 @@ DataTable read(const std::string& text, std::span<const ColumnRequest> requests 
                std::size_t pieceSize = std::string::npos, std::optional<char> delimiter = {})
 {
     roctest::Pieces source(text, pieceSize);
-    return readDelimited(source, requests, delimiter);
+    TableBuilder builder(requests, OtherColumns::skipped);
+    readDelimited(source, delimiter, builder);
+    return builder.finish();
 }
 
 std::string errorOf(const std::string& text, std::size_t pieceSize = std::string::npos)
@@ -39,7 +43,42 @@ std::string errorOf(const std::string& text, std::size_t pieceSize = std::string
     return "no error";
 }
 
+/// The rows that a copy of an int4, a numeric and a text gives; what is wrong with it otherwise.
+std::string copied(std::string_view bytes, std::size_t pieceSize)
+{
+    std::string rows;
+    BinaryCopy copy({BinaryCopy::Type::int4, BinaryCopy::Type::numeric, BinaryCopy::Type::text},
+                    [&](std::span<const Cell> cells) {
+                        for (const Cell& cell : cells)
+                            rows += textOf(cell) + (isMissing(cell) ? "missing|" : "|");
+                    });
+    for (; !bytes.empty(); bytes.remove_prefix(std::min(pieceSize, bytes.size())))
+        if (!copy.feed(bytes.substr(0, pieceSize)))
+            return "not understood";
+    return copy.isComplete() ? rows : "not complete";
+}
+
 } // namespace
+
+TEST(BinaryCopy, ReadsRowsFromPartsOfAnyLengthAndRefusesOthers)
+{
+    using namespace std::string_literals;
+    const std::string header = "PGCOPY\n\xFF\r\n\0\0\0\0\0\0\0\0\0"s;
+    const std::string number = "\0\0\0\4\xFF\xFF\xFF\xF9"s;                             // -7
+    const std::string numeric = "\0\0\0\xE\0\3\0\1\x40\0\0\2\0\1\x09\x29\x1A\x2C"s;
+    // -12345.67: groups 1, 2345, 6700
+    const std::string null = "\xFF\xFF\xFF\xFF";
+    const std::string text = "\0\0\0\2ab"s;
+    const std::string whole = header + "\0\3"s + number + numeric + text + "\0\3"s + null + null + text + "\xFF\xFF";
+    for (const std::size_t pieceSize : {std::size_t{1}, std::size_t{5}, std::size_t{40}, whole.size()})
+        EXPECT_EQ(copied(whole, pieceSize), "-7|-12345.67|ab|missing|missing|ab|") << pieceSize;
+    for (std::size_t length = 0; length < whole.size(); ++length)
+        EXPECT_EQ(copied(whole.substr(0, length), 7), "not complete") << length;
+    for (const std::string& wrong :
+         {"PGCOPX"s + whole.substr(6), header + "\0\2"s + number + numeric, whole + "x",
+          header + "\0\3"s + text + numeric + text, header + "\0\3"s + number + text + text})
+        EXPECT_EQ(copied(wrong, wrong.size()), "not understood");
+}
 
 TEST(DelimitedReader, UnderstandsEveryWayToWriteATable)
 {
@@ -56,6 +95,8 @@ TEST(DelimitedReader, UnderstandsEveryWayToWriteATable)
         {"quotes", "\"state\",\"test\"\n\"yes\",\"1.5\"\n\"no\",\"-2\"\n\"yes\",\"3\"\n"},
         {"other columns", "x,state,test\n\"a \"\"b\"\", c\nd\",yes,1.5\n,no,-2\n\"\",yes,3\n"},
         {"delimiters in quotes", "\"a;b;c\",state,test\n,yes,1.5\n,no,-2\n,yes,3\n"},
+        {"quotes in some lines", "state,test\nyes,1.5\n\"no\",-2\nyes,3\n"},
+        {"CR, then LF", "state,test\ryes,1.5\rno,-2\nyes,3\n"},
         {"order", "test,state\n1.5,yes\n-2,no\n3,yes\n"},
     };
     for (const auto& [name, text] : tables)
@@ -101,6 +142,7 @@ TEST(DelimitedReader, NamesPlaceAndCellOfWhatItCannotRead)
                                 "decimal sign is a point)"},
         {"state,test\n\"a\nb\",1\nc,\"\nd\"\n", "line 4, column 'test': '\\nd'"},
         {"state,test\ra,1\rb,x\r", "line 3, column 'test': 'x'"},
+        {"state,test\ra,1\rb,2\nc,3\n\nd,x\n", "line 6, column 'test': 'x'"},
         {"state,test\na,1\nb\n", "line 3: the row has 1 cell, the header has 2"},
         {"state,test\na,b,1\n", "line 2: the row has 3 cells, the header has 2"},
         {"state,test\na,\"1\nb,2\nc,3\n", "line 2: the text ends inside a quoted cell that begins here"},

@@ -1,5 +1,6 @@
 #include "cli/Failure.h"
 #include "cli/input/DelimitedReader.h"
+#include "cli/input/TableBuilder.h"
 #include "cli/text/Words.h"
 #include "tests/fuzz/FuzzInput.h"
 #include "tests/fuzz/values.h"
@@ -21,7 +22,9 @@ std::string described(const std::string& text, std::size_t pieceSize, OtherColum
 {
     try {
         Pieces source(text, pieceSize);
-        const DataTable table = readDelimited(source, requests, {}, others);
+        TableBuilder builder(requests, others);
+        readDelimited(source, {}, builder);
+        const DataTable table = builder.finish();
         std::string all = std::to_string(table.rows);
         for (const DataColumn& column : table.columns) {
             all.append("\n").append(column.request.name).append(":");

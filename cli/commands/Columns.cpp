@@ -1,0 +1,65 @@
+#include "cli/Options.h"
+#include "cli/commands/Commands.h"
+#include "cli/input/ColumnSurvey.h"
+
+#include <CLI/CLI.hpp>
+
+#include <array>
+#include <memory>
+
+namespace vexroc {
+
+namespace {
+
+struct ColumnsOptions {
+    InputOptions input;
+    std::string format = "text";
+};
+
+constexpr std::array columns{
+    TableColumn{"column", "column", CellRole::name},
+    TableColumn{"kind", "kind", CellRole::name},
+    TableColumn{"rows", "rows", CellRole::count},
+    TableColumn{"missing", "missing", CellRole::count},
+    TableColumn{"distinct", "distinct", CellRole::count},
+    TableColumn{"smallest", "smallest", CellRole::measure},
+    TableColumn{"largest", "largest", CellRole::measure},
+};
+
+const char* kindOf(const ColumnFacts& facts)
+{
+    if (facts.hasTexts())
+        return "text";
+    return facts.hasNumbers() ? "numbers" : "empty";
+}
+
+Report runColumns(const ColumnsOptions& options, std::istream& standardInput)
+{
+    const OutputFormat format = parseFormat(options.format);
+    ColumnSurvey survey;
+    readInput(parseInput(options.input), standardInput, survey);
+
+    Table table(format, columns);
+    for (const ColumnFacts& facts : survey.finish()) {
+        const std::string more = std::string(">").append(std::to_string(facts.distinct()));
+        const Table::Value distinct = facts.hasMore() ? Table::Value(more) : double(facts.distinct());
+        table.addRow({facts.name(), kindOf(facts), double(survey.rows()), double(facts.missing()), distinct,
+                      facts.smallest(), facts.largest()});
+    }
+    Report report;
+    report.text = reportText(format, {"Columns of " + survey.source()}, table);
+    return report;
+}
+
+} // namespace
+
+Action addColumns(CLI::App& command)
+{
+    const auto options = std::make_shared<ColumnsOptions>();
+    addInputOptions(command, options->input);
+    addFormatOption(command, options->format);
+    command.footer("Example: vexroc columns data.csv");
+    return [options](const Session& session) { return runColumns(*options, session.standardInput); };
+}
+
+} // namespace vexroc

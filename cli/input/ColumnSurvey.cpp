@@ -1,0 +1,73 @@
+#include "cli/input/ColumnSurvey.h"
+
+#include <algorithm>
+
+namespace vexroc {
+
+void ColumnFacts::take(const Cell& cell)
+{
+    if (const std::optional<double> number = numberIn(cell))
+        takeNumber(*number);
+    else if (isMissing(cell))
+        ++missing_;
+    else
+        takeText(textOf(cell));
+}
+
+void ColumnFacts::takeNumber(double number)
+{
+    constexpr std::size_t batch = 4 * mostDistinct; // sorting batches beats looking up every number
+    hasNumbers_ = true;
+    smallest_ = std::min(smallest_, number);
+    largest_ = std::max(largest_, number);
+    if (full_)
+        return;
+    numbers_.push_back(number);
+    if (numbers_.size() == batch)
+        settle();
+}
+
+void ColumnFacts::takeText(const std::string& text)
+{
+    hasTexts_ = true;
+    if (full_ || !texts_.insert(text).second)
+        return;
+    textBytes_ += text.size();
+    if (texts_.size() > mostDistinct || textBytes_ > mostTextBytes)
+        settle();
+}
+
+void ColumnFacts::settle()
+{
+    std::ranges::sort(numbers_);
+    numbers_.erase(std::unique(numbers_.begin(), numbers_.end()), numbers_.end());
+    if (full_ || (distinct() <= mostDistinct && textBytes_ <= mostTextBytes))
+        return;
+    seen_ = std::min(distinct() - 1, mostDistinct);
+    full_ = true;
+    numbers_ = {};
+    texts_ = {};
+}
+
+std::vector<bool> ColumnSurvey::begin(const InputHeader& header)
+{
+    source_ = header.source;
+    for (const std::string& name : header.columns)
+        columns_.emplace_back(name);
+    return std::vector<bool>(columns_.size(), true);
+}
+
+bool ColumnSurvey::take(std::size_t column, const Cell& cell)
+{
+    columns_[column].take(cell);
+    return true;
+}
+
+const std::vector<ColumnFacts>& ColumnSurvey::finish()
+{
+    for (ColumnFacts& facts : columns_)
+        facts.settle();
+    return columns_;
+}
+
+} // namespace vexroc

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "cli/input/DataTable.h"
+#include "cli/input/RowSink.h"
+#include "cli/input/TableBuilder.h"
+
+#include <iosfwd>
+#include <optional>
+#include <span>
+#include <string>
+
+namespace CLI {
+class App;
+}
+
+namespace vexroc {
+
+/// The options that name the data, as typed.
+struct InputOptions {
+    std::string file;
+    std::string delimiter;
+    std::string sqlite;
+    std::string postgres;
+    std::string table;
+    std::string query;
+};
+
+void addInputOptions(CLI::App& command, InputOptions& options);
+
+/// Where the data are.
+struct Input {
+    enum class Kind { delimited, sqlite, postgres };
+    Kind kind = Kind::delimited;
+    std::string place; ///< file, "-" for standard input; database file; connection
+    std::optional<char> delimiter; ///< none: detected
+    std::string table;
+    std::string query; ///< empty with a table
+};
+
+/// Throws a usage error when the options name no data, or data twice.
+Input parseInput(const InputOptions& options);
+
+/// Reads all rows into the sink. Throws an input error that names the input and the place in it.
+void readInput(const Input& input, std::istream& standardInput, RowSink& sink);
+/// Reads the requested columns.
+DataTable readTable(const Input& input, std::istream& standardInput, std::span<const ColumnRequest> requests,
+                    OtherColumns others = OtherColumns::skipped);
+
+} // namespace vexroc

@@ -1,0 +1,136 @@
+#include "cli/input/TableBuilder.h"
+
+#include "cli/Failure.h"
+#include "cli/text/Words.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace vexroc {
+
+namespace {
+
+Failure unknownColumn(const std::string& name, const InputHeader& header)
+{
+    std::string message = header.place + ": no column " + inQuotes(name) + " in " + header.collection;
+    if (const std::vector<std::string> near = nearWords(name, header.columns); !near.empty())
+        message += "; did you mean " + listed(near, near.size()) + "?";
+    else
+        message += "; its columns are " + listed(header.columns, 8);
+    return inputError(message + header.hint);
+}
+
+} // namespace
+
+bool ColumnFiller::append(const Cell& cell)
+{
+    if (givenUp_)
+        return true;
+    if (column_.request.kind == ColumnKind::labels) {
+        const auto* const text = std::get_if<std::string_view>(&cell);
+        column_.labels.push_back(isMissing(cell) ? DataColumn::missingLabel
+                                 : text          ? labelOf(*text)
+                                                 : labelOf(textOf(cell)));
+        return true;
+    }
+    const bool fits = appendNumber(cell);
+    if (fits || requested_)
+        return fits;
+    column_.numbers = {};
+    return givenUp_ = true;
+}
+
+bool ColumnFiller::appendNumber(const Cell& cell)
+{
+    const std::optional<double> number = numberIn(cell);
+    if (!number && !isMissing(cell))
+        return false;
+    numberSeen_ = numberSeen_ || number.has_value();
+    column_.numbers.push_back(number.value_or(std::numeric_limits<double>::quiet_NaN()));
+    return true;
+}
+
+std::int32_t ColumnFiller::labelOf(std::string_view text)
+{
+    if (lastLabel_ != DataColumn::missingLabel && column_.labelTexts[static_cast<std::size_t>(lastLabel_)] == text)
+        return lastLabel_;
+    if (const auto known = labelIndex_.find(text); known != labelIndex_.end())
+        return lastLabel_ = known->second;
+    lastLabel_ = static_cast<std::int32_t>(column_.labelTexts.size());
+    column_.labelTexts.emplace_back(text);
+    labelIndex_.emplace(text, lastLabel_);
+    return lastLabel_;
+}
+
+TableBuilder::TableBuilder(std::span<const ColumnRequest> requests, OtherColumns others) : others_(others)
+{
+    for (const ColumnRequest& request : requests)
+        if (std::ranges::find(fillers_, request, &ColumnFiller::request) == fillers_.end())
+            fillers_.emplace_back(request, true);
+}
+
+std::vector<bool> TableBuilder::begin(const InputHeader& header)
+{
+    header_ = header;
+    std::vector<std::size_t> positions; // parallel to fillers_
+    for (const ColumnFiller& filler : fillers_)
+        positions.push_back(positionOf(filler.request().name));
+    for (std::size_t column = 0; others_ == OtherColumns::numeric && column < header_.columns.size(); ++column) {
+        if (std::ranges::find(positions, column) != positions.end())
+            continue;
+        fillers_.emplace_back(ColumnRequest{header_.columns[column], ColumnKind::numbers}, false);
+        positions.push_back(column);
+    }
+    fillersOf_.resize(header_.columns.size());
+    for (std::size_t i = 0; i < fillers_.size(); ++i)
+        fillersOf_[positions[i]].push_back(&fillers_[i]);
+    std::vector<bool> wanted;
+    for (const auto& fillers : fillersOf_)
+        wanted.push_back(!fillers.empty());
+    return wanted;
+}
+
+bool TableBuilder::take(std::size_t column, const Cell& cell)
+{
+    bool fits = true;
+    for (ColumnFiller* const filler : fillersOf_[column])
+        fits = filler->append(cell) && fits;
+    return fits;
+}
+
+void TableBuilder::endRow()
+{
+    if (rows_ == static_cast<std::size_t>(std::numeric_limits<int>::max()))
+        throw inputError(header_.source + ": more than " + std::to_string(rows_) + " rows of data; split the data");
+    ++rows_;
+}
+
+DataTable TableBuilder::finish()
+{
+    DataTable table{.source = header_.source, .columns = {}, .rows = rows_};
+    for (ColumnFiller& filler : fillers_) {
+        if (!filler.isKept())
+            continue;
+        if (!filler.isRequested())
+            requireOnce(filler.request().name, header_.source);
+        table.columns.push_back(filler.take());
+    }
+    return table;
+}
+
+std::size_t TableBuilder::positionOf(const std::string& name) const
+{
+    const auto found = std::ranges::find(header_.columns, name);
+    if (found == header_.columns.end())
+        throw unknownColumn(name, header_);
+    requireOnce(name, header_.place);
+    return static_cast<std::size_t>(found - header_.columns.begin());
+}
+
+void TableBuilder::requireOnce(const std::string& name, const std::string& place) const
+{
+    if (std::ranges::count(header_.columns, name) > 1)
+        throw inputError(place + ": the column name " + inQuotes(name) + " occurs more than once; rename one of them");
+}
+
+} // namespace vexroc

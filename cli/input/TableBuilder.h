@@ -1,0 +1,78 @@
+#pragma once
+
+#include "cli/input/DataTable.h"
+#include "cli/input/RowSink.h"
+
+#include <deque>
+#include <span>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace vexroc {
+
+/// What becomes of the columns that no request names.
+enum class OtherColumns {
+    skipped,
+    numeric, ///< kept as numbers, behind the requested ones, where every cell is a number or missing and some a number
+};
+
+/// Fills one column.
+class ColumnFiller {
+public:
+    ColumnFiller(ColumnRequest request, bool requested) : requested_(requested)
+    {
+        column_.request = std::move(request);
+    }
+
+    /// False, and nothing is stored, for a cell that the column's kind does not allow. A column that nobody requested
+    /// takes such a cell and is given up.
+    bool append(const Cell& cell);
+    [[nodiscard]] bool isKept() const noexcept { return requested_ || (!givenUp_ && numberSeen_); }
+    [[nodiscard]] bool isRequested() const noexcept { return requested_; }
+    [[nodiscard]] const ColumnRequest& request() const noexcept { return column_.request; }
+    DataColumn take() { return std::move(column_); }
+
+private:
+    struct TextHash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view text) const noexcept { return std::hash<std::string_view>{}(text); }
+    };
+
+    bool appendNumber(const Cell& cell);
+    std::int32_t labelOf(std::string_view text);
+
+    DataColumn column_;
+    bool requested_;
+    bool givenUp_ = false;
+    bool numberSeen_ = false;
+    std::int32_t lastLabel_ = DataColumn::missingLabel; ///< labels come in runs more often than not
+    std::unordered_map<std::string, std::int32_t, TextHash, std::equal_to<>> labelIndex_;
+};
+
+/// Keeps the requested columns of an input (a request made twice is kept once).
+///
+/// Memory: the columns kept, or still candidates: 8 bytes for a number, 4 for a label, and each distinct label once.
+class TableBuilder final : public RowSink {
+public:
+    TableBuilder(std::span<const ColumnRequest> requests, OtherColumns others);
+
+    std::vector<bool> begin(const InputHeader& header) override;
+    bool take(std::size_t column, const Cell& cell) override;
+    void endRow() override;
+
+    /// The columns, once all rows are taken.
+    DataTable finish();
+
+private:
+    [[nodiscard]] std::size_t positionOf(const std::string& name) const;
+    void requireOnce(const std::string& name, const std::string& place) const;
+
+    OtherColumns others_;
+    InputHeader header_;
+    std::deque<ColumnFiller> fillers_; ///< a deque: fillersOf_ points into it
+    std::vector<std::vector<ColumnFiller*>> fillersOf_; ///< parallel to the header's columns
+    std::size_t rows_ = 0;
+};
+
+} // namespace vexroc
