@@ -15,6 +15,7 @@ import pathlib
 import random
 import re
 import resource
+import signal
 import subprocess
 import sys
 import time
@@ -212,12 +213,16 @@ def main():
     limits = prepare(options.jobs)
     counts = {"killed": 0, "survived": 0, "not built": 0}
     start = time.monotonic()
+    for ending in (signal.SIGINT, signal.SIGTERM):  # also where a shell started it in the background
+        signal.signal(ending, signal.default_int_handler)
     try:
         for change in open_changes:
             if counts["killed"] + counts["survived"] == wanted:
                 break
             result = tried(change, limits, options.jobs)
             counts[result] += 1
+            if counts["killed"] % 25 == 0 and result == "killed":
+                print(f"{counts['killed']} killed so far", flush=True)
             if result == "survived":
                 name, number, changed = change
                 old = texts[name].split("\n")[number].strip()

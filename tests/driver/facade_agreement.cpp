@@ -135,7 +135,8 @@ private:
         require(areaNumbers(r) == (paired_ ? numbers(pairedOf(s, words_, level).first)
                                            : numbers(areaOf(s.states, s.values, words_, level))),
                 "area of a record");
-        require(Exact{r.getGiniIndex()} == Exact{r.isZeroCountExist() ? r.getArea() : 2 * r.getArea() - 1}, "Gini index");
+        const double gini = r.isZeroCountExist() ? r.getArea() : 2 * r.getArea() - 1;
+        require(Exact{r.getGiniIndex()} == Exact{gini}, "Gini index");
         require(r.isZeroCountExist() == (r.getPositiveCount() == 0 || r.getNegativeCount() == 0), "zero count");
         require(r.getPosFreqCount() == cases.posWeight && r.getNegFreqCount() == cases.negWeight, "weights");
         require(r.isDistrbutionChanged() == changed_, "assumption");

@@ -47,7 +47,8 @@ void readAnything(FuzzInput& input)
     const OtherColumns others = input.coin() ? OtherColumns::numeric : OtherColumns::skipped;
     const std::size_t pieceSize = 1 + static_cast<std::size_t>(input.below(20));
     const std::string text = (input.coin() ? "a,b\n" : "") + input.rest();
-    require(described(text, std::string::npos, others) == described(text, pieceSize, others), "pieces change the outcome");
+    require(described(text, std::string::npos, others) == described(text, pieceSize, others),
+            "pieces change the outcome");
 }
 
 std::string written(const std::string& cell, bool quoted)

@@ -88,8 +88,8 @@ long double criticalValue(double level)
     return low;
 }
 
-void checkTest(Findings& found, double estimate, double z, double stdError, double significance, double lower, double upper,
-               double level)
+void checkTest(Findings& found, double estimate, double z, double stdError, double significance, double lower,
+               double upper, double level)
 {
     found.near("significance", significance, twoSidedTail(z), 4 * unit);
     if (!(level > 0 && level < 1)) {
@@ -123,9 +123,9 @@ void checkArea(Findings& found, const auc_res& got, const Placements& placed, bo
 
 void checkDifference(Findings& found, const auc_comparison_res& got, long double stdError, double level)
 {
-    const Numbers numbersOfDifference{{got.z}, {got.zSig}, {got.areaDiff}, {got.stdErrorDiff}, {got.ciLower}, {got.ciUpper}};
+    const Numbers all{{got.z}, {got.zSig}, {got.areaDiff}, {got.stdErrorDiff}, {got.ciLower}, {got.ciUpper}};
     if (got.first.posCount * got.first.negCount * got.second.posCount * got.second.negCount == 0)
-        return found.equalLists("comparison with a single state", numbersOfDifference, Numbers(6, {missing}));
+        return found.equalLists("comparison with a single state", all, Numbers(6, {missing}));
     found.equal("difference", got.areaDiff, got.first.area - got.second.area);
     found.within(ulps, "standard error of the difference", got.stdErrorDiff, stdError);
     found.equal("z", got.z, got.areaDiff == 0 ? 0.0 : got.areaDiff / got.stdErrorDiff);
@@ -173,7 +173,8 @@ std::string areaDisagreement(const Sample& sample, const Words& words, double le
         : nonparametricStdError(placed.nPos(), placed.nNeg(), placed.twiceOrdered,
                                 tripleSums(cases.states, cases.values));
     Findings found;
-    checkArea(found, areaOf(sample.states, sample.values, words, level), placed, isLargerPositive(words), stdError, level);
+    checkArea(found, areaOf(sample.states, sample.values, words, level), placed, isLargerPositive(words), stdError,
+              level);
     return found.text();
 }
 
@@ -182,8 +183,10 @@ std::string comparisonDisagreement(const Sample& sample, const Words& words, dou
     Findings found;
     checkPaired(found, sample, words, level);
     const auc_comparison_res independent = independentOf(sample, words, level);
-    found.equalLists("first area", numbers(independent.first), numbers(areaOf(sample.states, sample.values, words, level)));
-    found.equalLists("second area", numbers(independent.second), numbers(areaOf(sample.states, sample.others, words, level)));
+    found.equalLists("first area", numbers(independent.first),
+                     numbers(areaOf(sample.states, sample.values, words, level)));
+    found.equalLists("second area", numbers(independent.second),
+                     numbers(areaOf(sample.states, sample.others, words, level)));
     const long double first = independent.first.stdError;
     const long double second = independent.second.stdError;
     checkDifference(found, independent, std::sqrt(first * first + second * second), level);
