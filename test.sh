@@ -2,17 +2,17 @@
 # Builds the project and runs its tests. Installs what it needs from Debian.
 #   ./test.sh         the release build
 #   ./test.sh all     also clang, the checks of libstdc++'s debug mode, and the address, undefined-behaviour and
-#                     thread sanitizers
+#                     thread sanitizers; and the Python package, which is skipped where its packages are not there
 set -euo pipefail
 cd "$(dirname "$0")"
 
 case "${1:-}" in
-"") presets=(release) ;;
-all) presets=(release clang dev asan tsan) ;;
+"") presets=(release); purposes=(build test) ;;
+all) presets=(release clang dev asan tsan); purposes=(build test python python-test peers) ;;
 *) echo "test.sh: '$1' is not known; call ./test.sh or ./test.sh all" >&2; exit 2 ;;
 esac
 
-tools/install_packages.sh build test
+tools/install_packages.sh "${purposes[@]}"
 for preset in "${presets[@]}"; do
     echo "== $preset"
     targets=(all all_verify_interface_header_sets)
