@@ -85,15 +85,17 @@ def test_what_does_not_fit_is_turned_away(options, error, message):
 
 
 LONG = """
-import numpy, sys, vexroc
+import numpy, signal, sys, time, vexroc
+signal.signal(signal.SIGINT, signal.default_int_handler)  # a background job would hand down that it is ignored
 random = numpy.random.default_rng(1)
-table = {"y": random.integers(0, 2, 1_000_000), **{f"t{i}": random.normal(size=1_000_000) for i in range(60)}}
+table = {"y": random.integers(0, 2, 200_000), **{f"t{i}": random.normal(size=200_000) for i in range(60)}}
 def tell(share, records):
     print("running", flush=True)
+start = time.process_time()
 try:
     vexroc.analyze(table, state="y", tests=list(table)[1:], comparison="paired", progress=tell)
 except KeyboardInterrupt:
-    sys.exit(3)
+    print("interrupted after", time.process_time() - start)
 """
 
 
@@ -101,8 +103,8 @@ def test_interrupt_ends_a_run_at_once():
     with subprocess.Popen([sys.executable, "-c", LONG], stdout=subprocess.PIPE, text=True) as process:
         assert process.stdout.readline() == "running\n"
         process.send_signal(signal.SIGINT)
-        assert process.wait(60) == 3
-        assert process.stdout.read().count("running") < 1000  # of the 1000 that reading alone tells
+        last = process.stdout.read().splitlines()[-1]
+    assert last.startswith("interrupted after") and float(last.split()[-1]) < 1  # second; all 1770 pairs take many
 
 
 def test_progress_comes_in_the_calling_thread_and_may_end_the_run():
