@@ -1,18 +1,20 @@
 #!/usr/bin/env bash
 # Builds the project and runs its tests. Installs what it needs from Debian.
 #   ./test.sh         the release build
-#   ./test.sh all     also other packages as witnesses, the interface against the kept one, clang, no optimisation, the
-#                     checks of libstdc++'s debug mode, and the address, undefined-behaviour and thread sanitizers
+#   ./test.sh all     also the Python and R packages, other packages as witnesses, the interface against the kept one,
+#                     clang, no optimisation, the checks of libstdc++'s debug mode, and the address, undefined-behaviour
+#                     and thread sanitizers
 set -euo pipefail
 cd "$(dirname "$0")"
 
 case "${1:-}" in
-"") presets=(release) packages=(build test) ;;
-all) presets=(release clang plain dev asan tsan) packages=(build test witness interface) ;;
+"") presets=(release) purposes=(build test) ;;
+all) presets=(release clang plain dev asan tsan)
+    purposes=(build test python python-test peers r witness interface languages) ;;
 *) echo "test.sh: '$1' is not known; call ./test.sh or ./test.sh all" >&2; exit 2 ;;
 esac
 
-tools/install_packages.sh "${packages[@]}"
+tools/install_packages.sh "${purposes[@]}"
 for preset in "${presets[@]}"; do
     echo "== $preset"
     targets=(all all_verify_interface_header_sets)

@@ -3,13 +3,15 @@
 
     tools/install_packages.sh peers
     cmake --preset release && cmake --build --preset release
-    benchmarks/peers.py [--library build/release/libvexrocproc920r.so] [--largest 10000000]
+    benchmarks/peers.py [--library build/release/libvexrocproc920r.so] [--largest 10000000] [--python]
 
 Peers: scikit-learn (roc_auc_score, roc_curve, precision_recall_curve) and, for the paired comparison, the
 O(n log n) DeLong method in NumPy below. Before anything is timed the results are compared. Calls alternate, and each
 line shows the median of the ratios of neighbouring times, so that a slow moment of the machine hits both sides.
+--python times the Python package instead, against scikit-learn and against the bare array calls.
 """
 import argparse
+import os
 import pathlib
 import statistics
 import sys
@@ -87,12 +89,39 @@ def compare(ours, peer, cases):
             statistics.median(b / a for a, b in times))
 
 
+def compare_package(library, path, largest):
+    """The Python package: how much faster than scikit-learn, how much slower than the bare calls."""
+    os.environ["VEXROC_LIBRARY"] = str(path)
+    sys.path.insert(0, str(ROOT / "bindings/python"))
+    import vexroc
+    print("| call | cases | times as long as the array call | times faster than scikit-learn |")
+    print("|---|---|---|---|")
+    for exponent in range(3, 7):
+        cases = 10 ** exponent
+        if cases > largest:
+            break
+        y, score, _ = sample("continuous", cases)
+        columns = library.columns(y, score)
+        for name, ours, bare, peer in (
+                ("auc", vexroc.auc, library.auc, roc_auc_score),
+                ("roc_curve", vexroc.roc_curve, library.roc_curve,
+                 lambda *arrays: roc_curve(*arrays, drop_intermediate=False)),
+                ("pr_curve", vexroc.pr_curve, library.pr_curve, precision_recall_curve)):
+            overhead = 1.0 / compare(lambda: ours(y, score), lambda: bare(columns), cases)[2]
+            faster = compare(lambda: ours(y, score), lambda: peer(y, score), cases)[2]
+            print(f"| `{name}` | {cases:.0e} | {overhead:.1f} | {faster:.1f} |", flush=True)
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--library", default=ROOT / "build/release/libvexrocproc920r.so")
     parser.add_argument("--largest", type=int, default=10_000_000, help="largest number of cases")
+    parser.add_argument("--python", action="store_true", help="time the Python package")
     arguments = parser.parse_args()
     library = Library(arguments.library)
+    if arguments.python:
+        compare_package(library, arguments.library, arguments.largest)
+        return
 
     print("| call | scores | cases | ns a case | peer, ns a case | times faster |")
     print("|---|---|---|---|---|---|")

@@ -13,7 +13,9 @@ if ! command -v R >/dev/null || ! R CMD config CC >/dev/null 2>&1; then
 fi
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-cmake --install "$build" --prefix "$work/prefix" >/dev/null
+for component in runtime development; do
+    cmake --install "$build" --prefix "$work/prefix" --component $component >/dev/null
+done
 export VEXROC_PREFIX=$work/prefix
 package=$PWD/bindings/r/vexroc
 cd "$work"

@@ -1,0 +1,118 @@
+"""The whole analysis of a table."""
+import _thread
+import signal
+import subprocess
+import sys
+import threading
+
+import numpy as np
+import pytest
+import vexroc
+
+RANDOM = np.random.default_rng(7)
+SICK = RANDOM.integers(0, 2, 400)
+TABLE = {"sick": np.where(SICK, "yes", "no"), "sex": RANDOM.choice(["f", "m"], 400),
+         "age": RANDOM.integers(20, 80, 400),
+         "a": (SICK + RANDOM.normal(size=400)).round(1), "b": SICK + RANDOM.normal(size=400),
+         "n": RANDOM.integers(1, 4, 400)}
+OPTIONS = {"state": "sick", "pos_label": "yes"}
+
+
+@pytest.mark.parametrize("direction", ["larger", "smaller"])
+def test_records_agree_with_the_array_calls(direction):
+    pandas = pytest.importorskip("pandas")
+    result = vexroc.analyze(pandas.DataFrame(TABLE), tests=["a", "b"], comparison="paired", weight="n",
+                            precision_recall=True, direction=direction, **OPTIONS)
+    paired = vexroc.compare_paired(SICK, TABLE["a"], TABLE["b"], direction=direction)
+    assert result.comparisons == (paired,)
+    assert [pair.name for pair in result.compared[0]] == ["a", "b"]
+    for record in result.records:
+        curve = vexroc.roc_curve(SICK, TABLE[record.test], direction=direction)
+        points = vexroc.pr_curve(SICK, TABLE[record.test], direction=direction)
+        for name in ("fpr", "tpr", "thresholds"):
+            np.testing.assert_array_equal(getattr(record.roc, name), getattr(curve, name))
+        for name in ("precision", "recall", "thresholds", "interpolated"):
+            np.testing.assert_array_equal(getattr(record.precision_recall, name), getattr(points, name))
+        assert record.ks_maximum == pytest.approx((curve.tpr - curve.fpr).max())
+        assert record.weighted_positive == TABLE["n"][SICK == 1].sum()
+    assert [warning.code for warning in result.warnings] == [430102] and "value" in repr(result)
+    assert result.warnings[0].message.endswith(": a")
+
+
+@pytest.mark.parametrize("split, first, names", [
+    ({"group": "sex"}, TABLE["sex"] == "f", ["sex == f", "sex == m"]),
+    ({"group": "sex", "group_values": ("m", "f")}, TABLE["sex"] == "m", ["sex == m", "sex == f"]),
+    ({"group": "age", "group_cut": 50}, TABLE["age"] < 50, ["age < 50", "age >= 50"]),
+    ({"group": "age", "group_mid_point": True}, TABLE["age"] < 49.5, ["age < 49.5", "age >= 49.5"]),
+])
+def test_groups_are_compared_as_independent_samples(split, first, names):
+    result = vexroc.analyze(TABLE, tests="a", comparison="independent", **split, **OPTIONS)
+    assert [str(record.group) for record in result.records] == names
+    samples = [column[cases] for cases in (first, ~first) for column in (SICK, TABLE["a"])]
+    assert result.comparisons == (vexroc.compare_independent(*samples),)
+
+
+def test_cases_left_out_are_counted_by_reason():
+    table = {name: np.array(column, dtype=object) for name, column in TABLE.items()}
+    table["sick"][:2], table["sex"][2:5], table["a"][5:9], table["n"][9], table["n"][10] = None, None, None, 0, 1.5
+    table["sex"][11] = "x"
+    options = {"tests": ["a", "b"], "group": "sex", "weight": "n", **OPTIONS,
+               "group_values": ("f", "m")}
+    with pytest.raises(ValueError, match="sick has 2 missing values, the first at position 0"):
+        vexroc.analyze(table, **options)
+    result = vexroc.analyze(table, nan_policy="omit", **options)
+    assert result.omitted == {"missing sick": 2, "missing group sex": 3, "missing a": 4, "other sex": 1,
+                              "unusable weight in n: below 1 or beyond 2147483647": 1}
+    used = [sum(record.area.n_positive + record.area.n_negative for record in result.records if record.test == test)
+            for test in "ab"]
+    assert used == [400 - 2 - 3 - 4 - 1 - 1, 400 - 2 - 3 - 1 - 1]
+    assert result.warnings[-1].message == "weights in n that are not whole numbers, rounded with halves up: 1"
+
+
+@pytest.mark.parametrize("options, error, message", [
+    ({"tests": "c"}, ValueError, "no column 'c'; its columns are 'sick', 'sex'"),
+    ({"tests": []}, ValueError, "tests is empty"),
+    ({"tests": ("a", "sick")}, ValueError, "tests names the state 'sick'"),
+    ({"tests": "a", "group_cut": 1.0}, ValueError, "together with group="),
+    ({"tests": "a", "group": "age"}, ValueError, "age has the values 20, .* and 50 more; say with group_values="),
+    ({"tests": "a", "group": "sex", "group_values": ("f", "w")}, ValueError, "'w' does not occur in sex"),
+    ({"tests": "a", "comparison": "independent"}, vexroc.AnalysisError, "needs two groups; name .* group="),
+    ({"tests": "a", "comparison": "paired"}, vexroc.AnalysisError, "needs two tests or more"),
+])
+def test_what_does_not_fit_is_turned_away(options, error, message):
+    with pytest.raises(error, match=message):
+        vexroc.analyze(TABLE, **options, **OPTIONS)
+
+
+LONG = """
+import numpy, signal, sys, time, vexroc
+signal.signal(signal.SIGINT, signal.default_int_handler)  # a background job would hand down that it is ignored
+random = numpy.random.default_rng(1)
+table = {"y": random.integers(0, 2, 200_000), **{f"t{i}": random.normal(size=200_000) for i in range(60)}}
+def tell(share, records):
+    print("running", flush=True)
+start = time.process_time()
+try:
+    vexroc.analyze(table, state="y", tests=list(table)[1:], comparison="paired", progress=tell)
+except KeyboardInterrupt:
+    print("interrupted after", time.process_time() - start)
+"""
+
+
+def test_interrupt_ends_a_run_at_once():
+    with subprocess.Popen([sys.executable, "-c", LONG], stdout=subprocess.PIPE, text=True) as process:
+        assert process.stdout.readline() == "running\n"
+        process.send_signal(signal.SIGINT)
+        last = process.stdout.read().splitlines()[-1]
+    assert last.startswith("interrupted after") and float(last.split()[-1]) < 1  # second; all 1770 pairs take many
+
+
+def test_progress_comes_in_the_calling_thread_and_may_end_the_run():
+    told = []
+    vexroc.analyze(TABLE, tests="a", progress=lambda *event: told.append((*event, threading.get_ident())), **OPTIONS)
+    assert told[-1] == (1.0, 400, _thread.get_ident()) and told == sorted(told)
+
+    def stop(share, records):
+        raise LookupError("enough")
+    with pytest.raises(LookupError, match="enough"):
+        vexroc.analyze(TABLE, tests="a", progress=stop, **OPTIONS)

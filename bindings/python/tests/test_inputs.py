@@ -1,0 +1,89 @@
+"""What is taken, and what is turned away with which words."""
+import decimal
+
+import numpy as np
+import pytest
+import vexroc
+
+STATES, SCORES = [1, 0, 1, 0, 1, 0], [5.0, 1.0, 4.0, 4.0, 3.0, 2.0]
+NAN = float("nan")
+
+
+def nullable(values, dtype):
+    return pytest.importorskip("pandas").Series(values, dtype=dtype)
+
+
+@pytest.mark.parametrize("states, pos_label", [
+    (np.array(STATES, dtype=bool), None),
+    ([1, -1, 1, -1, 1, -1], None),
+    (np.array(STATES[::-1])[::-1], 1),
+    ([0, 1, 0, 1, 0, 1], 0),
+    (["ill", "well"] * 3, "ill"),
+    (np.array(["ill", "well"] * 3), "ill"),
+    (lambda: nullable(STATES, "Int64"), None),
+    (lambda: nullable(STATES, "boolean"), True),
+    (lambda: nullable(["ill", "well"] * 3, "category"), "ill"),
+    (lambda: nullable(["ill", "well"] * 3, "string"), "ill"),
+])
+@pytest.mark.parametrize("scores", [
+    [int(score) for score in SCORES],
+    tuple(map(decimal.Decimal, SCORES)),
+    np.array(SCORES, dtype=np.float32),
+    np.repeat(SCORES, 2)[::2],
+    np.ma.masked_array(SCORES),
+    lambda: nullable(SCORES, "Float64"),
+    lambda: nullable(SCORES, "category"),
+])
+def test_every_kind_of_column_gives_the_same_area(states, pos_label, scores):
+    states, scores = (column() if callable(column) else column for column in (states, scores))
+    area = vexroc.auc(states, scores, pos_label=pos_label)
+    assert (area.area, area.n_positive, area.n_negative) == (7.5 / 9, 3, 3)
+
+
+@pytest.mark.parametrize("states, scores", [
+    ([*STATES, None, 1], [*SCORES, 9, NAN]),
+    ([*STATES, NAN, 0], [*SCORES, 9, None]),
+    (np.ma.masked_array([*STATES, 1, 1], [0] * 6 + [1, 0]), np.ma.masked_array([*SCORES, 9, 9], [0] * 7 + [1])),
+    (lambda: nullable([*STATES, None, 1], "boolean"), lambda: nullable([*SCORES, 9, None], "Float64")),
+    (lambda: nullable([*STATES, None, 1], object), lambda: nullable([*SCORES, 9, None], object)),
+])
+def test_missing_values_are_told_or_left_out(states, scores):
+    states, scores = (column() if callable(column) else column for column in (states, scores))
+    with pytest.raises(ValueError, match="y_true has 1 missing value, the first at position 6; .*nan_policy='omit'"):
+        vexroc.auc(states, scores)
+    area = vexroc.auc(states, scores, nan_policy="omit")
+    assert (area.area, area.n_omitted) == (7.5 / 9, 2)
+    assert vexroc.roc_curve(states, scores, nan_policy="omit").n_omitted == 2
+
+
+@pytest.mark.parametrize("states, scores, options, error, message", [
+    (STATES, SCORES[1:], {}, ValueError, "y_true has 6 values, y_score has 5 values"),
+    (STATES, np.ones((6, 2)), {}, ValueError, r"y_score has shape \(6, 2\).*scores\[:, 1\]"),
+    (STATES, [[1], [1, 2]], {}, ValueError, "y_score is ragged"),
+    (STATES, 5.0, {}, ValueError, r"y_score has shape \(\)"),
+    (STATES, list("abcdef"), {}, TypeError, "y_score has 'a' .* at position 0"),
+    (STATES, np.array(SCORES) * 1j, {}, TypeError, "y_score holds complex128"),
+    (STATES, [2**60 + i for i in range(6)], {}, ValueError, r"integers beyond 2\*\*53"),
+    (STATES, np.arange(6, dtype=np.uint64) + 2**63, {}, ValueError, r"integers beyond 2\*\*53"),
+    ([1, 2] * 3, SCORES, {}, ValueError, "labels 1, 2; say with pos_label="),
+    (["ill", "well"] * 3, SCORES, {"pos_label": 1}, ValueError, "labels 'ill', 'well'|does not occur"),
+    (["ill", "well"] * 3, SCORES, {"pos_label": "Ill"}, ValueError, "'Ill' does not occur in y_true"),
+    (STATES, SCORES, {"direction": "bigger"}, ValueError, "direction='bigger' is not known; use 'larger' or 'smaller'"),
+    (STATES, SCORES, {"confidence_level": 95}, ValueError, "confidence_level=95 is not between 0 and 1"),
+    (STATES, SCORES, {"nan_policy": "drop"}, ValueError, "nan_policy='drop'"),
+])
+def test_what_does_not_fit_is_turned_away(states, scores, options, error, message):
+    with pytest.raises(error, match=message):
+        vexroc.auc(states, scores, **options)
+
+
+def test_more_cases_than_the_library_counts_are_turned_away():
+    many = np.broadcast_to(np.float64(1), 2**31)
+    with pytest.raises(ValueError, match="has 2147483648 values; the library counts up to 2147483647"):
+        vexroc._inputs.check_lengths({"y_true": many, "y_score": many})
+
+
+def test_one_state_only_gives_no_points_and_nan():
+    for states in ([1, 1, 1], [0, 0, 0]):
+        assert len(vexroc.roc_curve(states, [1, 2, 3]).fpr) == len(vexroc.pr_curve(states, [1, 2, 3]).recall) == 0
+        assert np.isnan(float(vexroc.auc(states, [1, 2, 3])))

@@ -1,0 +1,22 @@
+"""ROC analysis: curves, areas with standard error, test and interval, comparisons, and whole analyses of tables.
+
+>>> import vexroc
+>>> vexroc.auc([1, 0, 1, 0], [0.9, 0.3, 0.6, 0.7])
+<area 0.7500, standard error 0.2795, p = 0.3711, 95 % interval 0.2022 to 1.2978; 2 positive and 2 negative cases>
+"""
+from ._analysis import AnalysisError, analyze
+from ._arraycalls import auc, compare_independent, compare_paired, pr_curve, roc_curve
+from ._display import PrecisionRecallDisplay, RocCurveDisplay
+from ._library import library as _library
+from ._library import library_version
+from ._results import (Analysis, AnalysisWarning, Area, Comparison, Group, PrecisionRecallCurve, Record, RocCurve)
+
+__version__ = "0.1.0"
+
+__all__ = [
+    "Analysis", "AnalysisError", "AnalysisWarning", "Area", "Comparison", "Group", "PrecisionRecallCurve",
+    "PrecisionRecallDisplay", "Record", "RocCurve", "RocCurveDisplay", "analyze", "auc", "compare_independent",
+    "compare_paired", "library_version", "pr_curve", "roc_curve",
+]
+
+_library()  # a package without its library says so when it is imported

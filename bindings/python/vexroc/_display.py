@@ -1,0 +1,105 @@
+"""Pictures of curves. matplotlib is imported when one is drawn, not before."""
+from __future__ import annotations
+
+from dataclasses import dataclass, field
+from typing import Any
+
+from ._arraycalls import CutOff, Direction, Interpolation, auc, pr_curve, roc_curve
+from ._inputs import NanPolicy
+from ._results import Area, PrecisionRecallCurve, RocCurve
+
+
+def _axes(ax: Any) -> Any:
+    if ax is not None:
+        return ax
+    try:
+        from matplotlib import pyplot
+    except ImportError as error:
+        raise ImportError("drawing needs matplotlib: install python3-matplotlib, or matplotlib from PyPI") from error
+    return pyplot.subplots()[1]
+
+
+def _frame(ax: Any, x_label: str, y_label: str) -> None:
+    ax.set(xlabel=x_label, ylabel=y_label, xlim=(-0.01, 1.01), ylim=(-0.01, 1.01), aspect="equal")
+
+
+@dataclass
+class RocCurveDisplay:
+    """A ROC curve to draw. After plot() ``ax_``, ``figure_`` and ``line_`` are what matplotlib made.
+
+    >>> display = vexroc.RocCurveDisplay.from_predictions([1, 0, 1, 0], [0.9, 0.3, 0.6, 0.7], name="marker")
+    >>> display.line_.get_label()
+    'marker (area 0.75, 0.20 to 1.30)'
+    """
+
+    curve: RocCurve
+    area: Area | None = None
+    name: str | None = None
+    ax_: Any = field(default=None, repr=False)
+    figure_: Any = field(default=None, repr=False)
+    line_: Any = field(default=None, repr=False)
+
+    @classmethod
+    def from_predictions(cls, y_true: Any, y_score: Any, *, pos_label: Any = None, direction: Direction = "larger",
+                         confidence_level: float = 0.95, nan_policy: NanPolicy = "raise", name: str | None = None,
+                         ax: Any = None, plot_chance_level: bool = True, **line: Any) -> RocCurveDisplay:
+        """Computes and draws the curve, with area and interval in the legend. Parameters: roc_curve, auc, plot."""
+        curve = roc_curve(y_true, y_score, pos_label=pos_label, direction=direction, nan_policy=nan_policy)
+        area = auc(y_true, y_score, pos_label=pos_label, direction=direction, confidence_level=confidence_level,
+                   nan_policy=nan_policy)
+        return cls(curve, area, name).plot(ax, plot_chance_level=plot_chance_level, **line)
+
+    def plot(self, ax: Any = None, *, plot_chance_level: bool = True, **line: Any) -> RocCurveDisplay:
+        """Draws into the axes, by default those of a new figure; further arguments go to ``ax.plot``."""
+        area = self.area
+        statistics = f"area {area.area:.2f}, {area.ci_lower:.2f} to {area.ci_upper:.2f}" if area is not None else ""
+        label = f"{self.name} ({statistics})" if self.name and statistics else self.name or statistics or None
+        self.ax_ = _axes(ax)
+        self.figure_ = self.ax_.figure
+        if plot_chance_level and not any(made.get_gid() == "chance" for made in self.ax_.lines):
+            self.ax_.plot([0, 1], [0, 1], color="0.6", linestyle="--", linewidth=1, gid="chance", zorder=1)
+        self.line_, = self.ax_.plot(self.curve.fpr, self.curve.tpr, **{"label": label, **line})
+        _frame(self.ax_, "1 - specificity", "Sensitivity")
+        if self.line_.get_label() and not self.line_.get_label().startswith("_"):
+            self.ax_.legend(loc="lower right")
+        return self
+
+
+@dataclass
+class PrecisionRecallDisplay:
+    """A precision-recall curve to draw. After plot() ``ax_``, ``figure_`` and ``line_`` are what matplotlib made.
+
+    >>> display = vexroc.PrecisionRecallDisplay.from_predictions([1, 0, 1, 0], [0.9, 0.3, 0.6, 0.7])
+    >>> display.ax_.get_xlabel(), display.ax_.get_ylabel()
+    ('Recall', 'Precision')
+    """
+
+    curve: PrecisionRecallCurve
+    name: str | None = None
+    ax_: Any = field(default=None, repr=False)
+    figure_: Any = field(default=None, repr=False)
+    line_: Any = field(default=None, repr=False)
+
+    @classmethod
+    def from_predictions(cls, y_true: Any, y_score: Any, *, pos_label: Any = None, direction: Direction = "larger",
+                         cut_off: CutOff = "include", interpolation: Interpolation = "davis-goadrich",
+                         nan_policy: NanPolicy = "raise", name: str | None = None, ax: Any = None,
+                         plot_chance_level: bool = True, **line: Any) -> PrecisionRecallDisplay:
+        """Computes and draws the curve, interpolated points included. Parameters: pr_curve, plot."""
+        curve = pr_curve(y_true, y_score, pos_label=pos_label, direction=direction, cut_off=cut_off,
+                         interpolation=interpolation, nan_policy=nan_policy)
+        return cls(curve, name).plot(ax, plot_chance_level=plot_chance_level, **line)
+
+    def plot(self, ax: Any = None, *, plot_chance_level: bool = True, **line: Any) -> PrecisionRecallDisplay:
+        """Draws into the axes, by default those of a new figure, with the share of positive cases as chance level."""
+        self.ax_ = _axes(ax)
+        self.figure_ = self.ax_.figure
+        cases = self.curve.n_positive + self.curve.n_negative
+        if plot_chance_level and cases:
+            share = self.curve.n_positive / cases
+            self.ax_.plot([0, 1], [share, share], color="0.6", linestyle="--", linewidth=1, zorder=1)
+        self.line_, = self.ax_.plot(self.curve.recall, self.curve.precision, **{"label": self.name, **line})
+        _frame(self.ax_, "Recall", "Precision")
+        if self.name:
+            self.ax_.legend(loc="lower left")
+        return self

@@ -1,0 +1,126 @@
+"""Finds and loads the shared library and declares its calls (headers arraycalls.h, analysis.h, version.h)."""
+from __future__ import annotations
+
+import ctypes
+import ctypes.util
+import functools
+import os
+import pathlib
+from ctypes import POINTER, c_char_p, c_double, c_int, c_longlong, c_size_t, c_void_p
+
+ANALYSIS_VERSION = 1
+"""The oldest library that will do: its vexroc_analysis_version() counts up with every addition."""
+
+LIBRARY_NAME = "vexrocproc920r"
+
+
+class RocRows(ctypes.Structure):
+    _fields_ = [("rows", c_void_p), ("count", c_int)]
+
+
+class AreaResult(ctypes.Structure):
+    _fields_ = [(name, c_double) for name in (
+        "n_positive", "n_negative", "area", "std_error", "p_value", "ci_lower", "ci_upper")]
+
+
+class ComparisonResult(ctypes.Structure):
+    _fields_ = [("first", AreaResult), ("second", AreaResult)] + [(name, c_double) for name in (
+        "z", "p_value", "difference", "std_error", "ci_lower", "ci_upper")]
+
+
+class WarningResult(ctypes.Structure):
+    _fields_ = [("struct_size", c_size_t), ("name", c_char_p), ("parameters", POINTER(c_int)),
+                ("parameter_count", c_int), ("code", c_int)]
+
+
+class RecordResult(ctypes.Structure):
+    _fields_ = [("struct_size", c_size_t)] + [(name, c_int) for name in (
+        "test", "group", "group_operation", "ties")] + [
+        ("group_value", c_double), ("n_positive", c_int), ("n_negative", c_int)] + [(name, c_double) for name in (
+            "weighted_positive", "weighted_negative", "area", "std_error", "p_value", "ci_lower", "ci_upper",
+            "gini", "ks_maximum", "ks_threshold")] + [(name, c_int) for name in (
+                "curve_rows", "pr_rows", "distribution_changed")]
+
+
+class PairResult(ctypes.Structure):
+    _fields_ = [("struct_size", c_size_t), ("first", c_int), ("second", c_int)] + [(name, c_double) for name in (
+        "difference", "std_error", "z", "p_value", "ci_lower", "ci_upper")]
+
+
+PROGRESS = ctypes.CFUNCTYPE(None, c_double, c_int, c_void_p)
+CANCEL = ctypes.CFUNCTYPE(c_int, c_void_p)
+
+_ARRAYS = [c_void_p, c_void_p, c_int]
+_SIGNATURES: dict[str, tuple[object, list[object]]] = {
+    "vexrocproc_version": (c_char_p, []),
+    "roccurve": (RocRows, [*_ARRAYS, c_void_p, c_char_p, c_char_p]),
+    "release_roccurve_res": (None, [RocRows]),
+    "prcurve": (RocRows, [*_ARRAYS, c_void_p, c_char_p, c_char_p, c_char_p]),
+    "release_prcurve_res": (None, [RocRows]),
+    "auc": (AreaResult, [*_ARRAYS, c_void_p, c_char_p, c_char_p, c_char_p, c_double]),
+    "auc_comparison": (ComparisonResult, [AreaResult, AreaResult, c_double]),
+    "auc_pairedcomparison": (ComparisonResult, [c_void_p, *_ARRAYS, c_void_p, c_char_p, c_char_p, c_double]),
+    "vexroc_analysis_version": (c_int, []),
+    "vexroc_last_error": (c_char_p, []),
+    "vexroc_analysis_new": (c_int, [POINTER(c_void_p)]),
+    "vexroc_analysis_free": (None, [c_void_p]),
+    "vexroc_analysis_add_column": (c_int, [c_void_p, c_char_p, c_void_p, c_longlong, POINTER(c_int)]),
+    "vexroc_analysis_set_column": (c_int, [c_void_p, c_char_p, c_int]),
+    "vexroc_analysis_set_number": (c_int, [c_void_p, c_char_p, c_double]),
+    "vexroc_analysis_set_word": (c_int, [c_void_p, c_char_p, c_char_p]),
+    "vexroc_analysis_on_progress": (c_int, [c_void_p, PROGRESS, c_void_p]),
+    "vexroc_analysis_on_cancel": (c_int, [c_void_p, CANCEL, c_void_p]),
+    "vexroc_analysis_run": (c_int, [c_void_p]),
+    "vexroc_analysis_status": (c_int, [c_void_p, POINTER(c_int), POINTER(c_char_p)]),
+    "vexroc_analysis_warning_count": (c_int, [c_void_p]),
+    "vexroc_analysis_record_count": (c_int, [c_void_p]),
+    "vexroc_analysis_comparison_count": (c_int, [c_void_p]),
+    "vexroc_analysis_warning": (c_int, [c_void_p, c_int, POINTER(WarningResult)]),
+    "vexroc_analysis_record": (c_int, [c_void_p, c_int, POINTER(RecordResult)]),
+    "vexroc_analysis_comparison": (c_int, [c_void_p, c_int, POINTER(PairResult)]),
+    "vexroc_analysis_curve": (c_int, [c_void_p, c_int, c_void_p, c_void_p, c_void_p]),
+    "vexroc_analysis_precision_recall": (c_int, [c_void_p, c_int, c_void_p, c_void_p, c_void_p]),
+}
+
+
+def _candidates() -> list[tuple[str, str]]:
+    """What to load, in this order, each with where it comes from."""
+    chosen = os.environ.get("VEXROC_LIBRARY")
+    folder = pathlib.Path(__file__).parent
+    found = [(str(path), "the package folder") for path in sorted(folder.glob(f"lib{LIBRARY_NAME}.so*"))]
+    if chosen:
+        found.append((chosen, "the environment variable VEXROC_LIBRARY"))
+        return found  # who names a library does not want another one
+    system = ctypes.util.find_library(LIBRARY_NAME) or f"lib{LIBRARY_NAME}.so.0"
+    return [*found, (system, "the system")]
+
+
+def _declare(loaded: ctypes.CDLL) -> ctypes.CDLL:
+    for name, (result, arguments) in _SIGNATURES.items():
+        call = getattr(loaded, name)
+        call.restype, call.argtypes = result, arguments
+    return loaded
+
+
+@functools.cache
+def library() -> ctypes.CDLL:
+    """The loaded library. ImportError tells what was tried. ctypes releases the interpreter lock during its calls."""
+    tried = []
+    for path, origin in _candidates():
+        try:
+            loaded = ctypes.CDLL(path)
+            version = loaded.vexroc_analysis_version()
+            if version >= ANALYSIS_VERSION:
+                return _declare(loaded)
+            tried.append(f"{path} (from {origin}): its interface is version {version}, "
+                         f"this package needs {ANALYSIS_VERSION}; update the library")
+        except (OSError, AttributeError) as error:
+            tried.append(f"{path} (from {origin}): {error}")
+    raise ImportError("vexroc found no library to work with. Tried:\n  " + "\n  ".join(tried)
+                      + f"\nInstall the wheel of tools/build_wheel.sh, which brings lib{LIBRARY_NAME}.so along, or set "
+                        "VEXROC_LIBRARY to its path.")
+
+
+def library_version() -> str:
+    """Version of the loaded library, such as "0.1.0"."""
+    return str(library().vexrocproc_version().decode())

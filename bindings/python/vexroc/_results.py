@@ -1,0 +1,207 @@
+"""What the calls return. Arrays are read-only; a number that could not be computed is NaN."""
+from __future__ import annotations
+
+import math
+from collections.abc import Iterator
+from dataclasses import dataclass, field
+from typing import Any
+
+import numpy as np
+import numpy.typing as npt
+
+from ._inputs import Floats, Mask
+
+
+def frozen(array: npt.NDArray[Any]) -> npt.NDArray[Any]:
+    """The array, from now on read-only."""
+    array.setflags(write=False)
+    return array
+
+
+def _p(value: float) -> str:
+    return "p < 0.0001" if value < 0.0001 else f"p = {value:.4f}"
+
+
+def _cases(n_positive: int, n_negative: int, n_omitted: int) -> str:
+    omitted = f", {n_omitted} left out" if n_omitted else ""
+    return f"{n_positive} positive and {n_negative} negative cases{omitted}"
+
+
+def _interval(level: float, lower: float, upper: float) -> str:
+    return f"{level * 100:g} % interval {lower:.4f} to {upper:.4f}"
+
+
+@dataclass(frozen=True, repr=False, eq=False)
+class RocCurve:
+    """An empirical ROC curve from (0, 0) to (1, 1): k distinct scores give k + 1 points.
+
+    Unpacks as in scikit-learn: ``fpr, tpr, thresholds = curve``.
+    """
+
+    fpr: Floats
+    """1 - specificity, ascending, shape (points,)."""
+    tpr: Floats
+    """Sensitivity, ascending, shape (points,)."""
+    thresholds: Floats
+    """Midpoints between neighbouring scores, in their unit, shape (points,)."""
+    n_positive: int
+    n_negative: int
+    n_omitted: int = 0
+    """Cases left out because a value is missing."""
+
+    def __iter__(self) -> Iterator[Floats]:
+        return iter((self.fpr, self.tpr, self.thresholds))
+
+    def __repr__(self) -> str:
+        return f"<ROC curve: {len(self.fpr)} points, {_cases(self.n_positive, self.n_negative, self.n_omitted)}>"
+
+
+@dataclass(frozen=True, repr=False, eq=False)
+class PrecisionRecallCurve:
+    """A precision-recall curve, recall descending. Unpacks: ``precision, recall, thresholds = curve``."""
+
+    precision: Floats
+    """Shape (points,); NaN where nothing is classified as positive and no neighbour lends a value."""
+    recall: Floats
+    """Shape (points,)."""
+    thresholds: Floats
+    """Shape (points,), in the unit of the scores; an interpolated point has that of the measured point it leads to."""
+    interpolated: Mask
+    """Shape (points,): True for a point between two measured ones."""
+    n_positive: int
+    n_negative: int
+    n_omitted: int = 0
+
+    def __iter__(self) -> Iterator[Floats]:
+        return iter((self.precision, self.recall, self.thresholds))
+
+    def __repr__(self) -> str:
+        return (f"<precision-recall curve: {len(self.recall)} points, {int(np.count_nonzero(self.interpolated))} of "
+                f"them interpolated, {_cases(self.n_positive, self.n_negative, self.n_omitted)}>")
+
+
+@dataclass(frozen=True, repr=False)
+class Area:
+    """Area under a ROC curve. ``float(result)`` is the area."""
+
+    area: float
+    """Share of (positive, negative) pairs in the right order, ties counting half; in [0, 1]."""
+    std_error: float
+    p_value: float
+    """Two-sided, against the area 0.5."""
+    ci_lower: float
+    """Lower confidence bound, not clipped to [0, 1]."""
+    ci_upper: float
+    n_positive: int
+    n_negative: int
+    n_omitted: int = 0
+    """Cases left out because a value is missing."""
+    confidence_level: float = 0.95
+
+    def __float__(self) -> float:
+        return self.area
+
+    def __repr__(self) -> str:
+        return (f"<area {self.area:.4f}, standard error {self.std_error:.4f}, {_p(self.p_value)}, "
+                f"{_interval(self.confidence_level, self.ci_lower, self.ci_upper)}; "
+                f"{_cases(self.n_positive, self.n_negative, self.n_omitted)}>")
+
+
+@dataclass(frozen=True, repr=False)
+class Comparison:
+    """Difference of two areas, the first less the second."""
+
+    first: Area
+    second: Area
+    difference: float
+    std_error: float
+    z: float
+    p_value: float
+    """Two-sided significance of z."""
+    ci_lower: float
+    ci_upper: float
+    confidence_level: float = 0.95
+
+    def __repr__(self) -> str:
+        return (f"<difference {self.difference:.4f} ({self.first.area:.4f} - {self.second.area:.4f}), "
+                f"standard error {self.std_error:.4f}, z = {self.z:.4f}, {_p(self.p_value)}, "
+                f"{_interval(self.confidence_level, self.ci_lower, self.ci_upper)}>")
+
+
+@dataclass(frozen=True)
+class Group:
+    """Which cases a record is about: those whose value in the column is ==, < or >= the value."""
+
+    column: str
+    operation: str
+    value: Any
+
+    def __str__(self) -> str:
+        value = f"{self.value:g}" if isinstance(self.value, float) else str(self.value)
+        return f"{self.column} {self.operation} {value}"
+
+
+@dataclass(frozen=True, repr=False, eq=False)
+class Record:
+    """Result of one test variable, over all cases or in one group."""
+
+    test: str
+    group: Group | None
+    area: Area
+    gini: float
+    """2 * area - 1."""
+    ks_maximum: float
+    """Largest sensitivity + specificity - 1; NaN without a curve."""
+    ks_threshold: float
+    """Its threshold, in the unit of the test variable."""
+    ties: bool
+    """Whether positive and negative cases share a value."""
+    weighted_positive: float
+    """Sum of the weights; the number of cases without weights. Areas and curves count every case once."""
+    weighted_negative: float
+    roc: RocCurve | None = None
+    precision_recall: PrecisionRecallCurve | None = None
+
+    @property
+    def name(self) -> str:
+        return self.test if self.group is None else f"{self.test} ({self.group})"
+
+    def __repr__(self) -> str:
+        return f"<{self.name}: {repr(self.area)[1:]}"
+
+
+@dataclass(frozen=True)
+class AnalysisWarning:
+    """Something to know about a result that is nevertheless there."""
+
+    code: int
+    """430102 ties, 430103 other standard errors, 430104 group not used; 0 for a note of this package."""
+    message: str
+
+
+@dataclass(frozen=True, repr=False, eq=False)
+class Analysis:
+    """A whole analysis. Its records come in the order of the tests, with a group one for each group."""
+
+    records: tuple[Record, ...]
+    comparisons: tuple[Comparison, ...] = ()
+    """Paired: (0, 1), (0, 2), ..., (1, 2), ... Independent: one per test."""
+    compared: tuple[tuple[Record, Record], ...] = ()
+    """The records of each comparison."""
+    warnings: tuple[AnalysisWarning, ...] = ()
+    omitted: dict[str, int] = field(default_factory=dict)
+    """Number of cases left out, by reason; one case may count under several. In a paired comparison a case with a
+    missing test value is left out of all tests."""
+
+    def __repr__(self) -> str:
+        lines = [repr(record) for record in self.records]
+        lines += [f"{first.name} - {second.name}: {comparison!r}"
+                  for comparison, (first, second) in zip(self.comparisons, self.compared)]
+        lines += [f"left out: {count}, {reason}" for reason, count in self.omitted.items()]
+        lines += [f"warning: {warning.message}" for warning in self.warnings]
+        return "\n".join(lines)
+
+
+def number(value: float) -> float:
+    """The value; for any NaN, the library's missing value included, the ordinary one."""
+    return math.nan if value != value else value
