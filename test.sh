@@ -12,7 +12,7 @@ all) presets=(release clang dev asan tsan) ;;
 *) echo "test.sh: '$1' is not known; call ./test.sh or ./test.sh all" >&2; exit 2 ;;
 esac
 
-tools/install_packages.sh build test
+tools/install_packages.sh build page run test
 for preset in "${presets[@]}"; do
     echo "== $preset"
     targets=(all all_verify_interface_header_sets)

@@ -2,6 +2,7 @@
 
 #include "cli/Failure.h"
 #include "cli/input/DelimitedReader.h"
+#include "cli/output/OutputFile.h"
 #include "cli/text/Words.h"
 
 #include <CLI/CLI.hpp>
@@ -55,9 +56,11 @@ void addStudyOptions(CLI::App& command, StudyOptions& options)
                      "A value equal to a cut-off is negative; moves points of the curves, not the area");
     command.add_option("--delimiter", options.delimiter, "comma, tab or semicolon; detected when not given")
         ->type_name("WORD");
-    command.add_option("--format", options.format, "text, or csv with exact numbers")
+    command.add_option("--format", options.format, "text; csv or json with exact numbers")
         ->type_name("WORD")
-        ->check(CLI::IsMember({"text", "csv"}));
+        ->check(CLI::IsMember({"text", "csv", "json"}));
+    command.add_option("--output", options.output, "Write the results to this file instead of standard output")
+        ->type_name("FILE");
 }
 
 void addLevelOption(CLI::App& command, std::string& level)
@@ -79,14 +82,28 @@ std::string Question::heading() const
         + " values are more positive";
 }
 
+std::vector<Fact> Question::facts() const
+{
+    return {{"input", file},
+            {"state", state.column},
+            {"positive", state.values.front()},
+            {"more_positive", larger},
+            {"equal_to_cut_off", include == std::string_view("include") ? "positive" : "negative"}};
+}
+
 Question parseQuestion(const StudyOptions& options)
 {
+    if (!options.output.empty())
+        OutputFile::requirePlace(options.output);
     return {
         .file = options.file,
         .delimiter = parseDelimiter(options.delimiter),
         .state = parseValueChoice(options.state, "--state", 1),
         .tests = parseTests(options.tests),
-        .format = options.format == "csv" ? OutputFormat::csv : OutputFormat::text,
+        .format = options.format == "csv"    ? OutputFormat::csv
+                  : options.format == "json" ? OutputFormat::json
+                                             : OutputFormat::text,
+        .output = options.output,
         .include = options.exclude ? "exclude" : "include",
         .larger = options.smaller ? "smaller" : "larger",
     };

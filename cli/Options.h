@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/input/Sample.h"
-#include "cli/output/Table.h"
+#include "cli/output/Report.h"
 
 #include <iosfwd>
 #include <optional>
@@ -22,6 +22,7 @@ struct StudyOptions {
     std::string state;
     std::vector<std::string> tests;
     std::string format = "text";
+    std::string output;
     bool smaller = false;
     bool exclude = false;
 };
@@ -37,11 +38,14 @@ struct Question {
     ValueChoice state;             ///< one value
     std::vector<std::string> tests;
     OutputFormat format;
+    std::string output; ///< file of the results; empty for standard output
     const char* include; ///< option words of the array calls
     const char* larger;
 
     /// "Positive: diagnosis = malignant; larger values are more positive"
     [[nodiscard]] std::string heading() const;
+    /// The same for programs.
+    [[nodiscard]] std::vector<Fact> facts() const;
 };
 
 /// Throws a usage error that names the option at fault.

@@ -2,6 +2,7 @@
 
 #include "cli/Failure.h"
 #include "cli/commands/Commands.h"
+#include "cli/output/OutputFile.h"
 #include "cli/text/Words.h"
 #include "version.h"
 
@@ -146,7 +147,10 @@ int run(std::span<const std::string_view> args, const Session& session, std::ost
     CommandLine commandLine;
     if (const Action action = commandLine.parse(args, report.text))
         report = action(session);
-    write(report.text, out);
+    if (report.file.empty())
+        write(report.text, out);
+    else
+        OutputFile(report.file, report.text).commit();
     for (const std::string& note : report.notes)
         err << "vexroc: note: " << note << '\n';
     for (const std::string& warning : report.warnings)
@@ -154,6 +158,15 @@ int run(std::span<const std::string_view> args, const Session& session, std::ost
     if (!report.error.empty())
         throw analysisError(report.error);
     return exitDone;
+}
+
+/// The call in the words of a shell, as visible text.
+std::string inShell(std::span<const std::string_view> args)
+{
+    std::string line = "vexroc";
+    for (const std::string_view arg : args)
+        line += " " + visible(shellWord(arg));
+    return line;
 }
 
 } // namespace
@@ -166,7 +179,8 @@ int runProgram(std::span<const std::string_view> args, std::istream& in, std::os
         return exitCode;
     };
     try {
-        return run(args, {in, progress.shown ? &err : nullptr, progress.after}, out, err);
+        const std::string command = inShell(args);
+        return run(args, {in, command, progress.shown ? &err : nullptr, progress.after}, out, err);
     } catch (const Failure& failure) {
         return fail(failure.exitCode(), failure.what());
     } catch (const std::bad_alloc&) {

@@ -7,6 +7,9 @@
 #include "cli/commands/Outcome.h"
 #include "cli/input/DelimitedReader.h"
 #include "cli/output/OutputFile.h"
+#include "cli/picture/DrawnCurve.h"
+#include "cli/picture/Plot.h"
+#include "cli/report/ReportPage.h"
 #include "cli/run/InterruptGuard.h"
 #include "cli/run/ProgressLine.h"
 #include "cli/text/Words.h"
@@ -19,6 +22,7 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <deque>
 #include <memory>
 #include <optional>
 #include <sstream>
@@ -48,8 +52,11 @@ struct AnalyzeOptions {
     bool keilwagen = false;
     bool noCurve = false;
     bool display = false;
+    bool best = false;
     std::string curveFile;
     std::string prCurveFile;
+    std::string plotFile;
+    std::string reportFile;
 };
 
 /// The options as far as they can be understood without the data.
@@ -62,9 +69,25 @@ struct Request {
     bool needPr;
 };
 
+void requireDifferentFiles(const AnalyzeOptions& options)
+{
+    std::vector<std::pair<std::string, std::string>> files{{"--curve", options.curveFile},
+                                                           {"--pr-curve", options.prCurveFile},
+                                                           {"--plot", options.plotFile},
+                                                           {"--report", options.reportFile},
+                                                           {"--output", options.study.output}};
+    std::erase_if(files, [](const auto& file) { return file.second.empty(); });
+    for (std::size_t i = 0; i < files.size(); ++i)
+        for (std::size_t j = i + 1; j < files.size(); ++j)
+            if (files[i].second == files[j].second)
+                throw usageError(files[i].first + " and " + files[j].first + " name the same file");
+}
+
 void requireFit(const AnalyzeOptions& options)
 {
     const bool split = options.midPoint || !options.select.empty() || !options.cut.empty();
+    const bool readsCurve =
+        options.best || !options.curveFile.empty() || !options.plotFile.empty() || !options.reportFile.empty();
     const struct {
         bool wrong;
         const char* message;
@@ -75,17 +98,17 @@ void requireFit(const AnalyzeOptions& options)
          "--select, --cut and --mid-point are three ways to split the cases: give one of them"},
         {options.biNegative && options.compare == "paired",
          "--bi-negative does not go with --compare paired: tests on the same cases have DeLong standard errors"},
-        {options.noCurve && !options.curveFile.empty(), "--curve FILE needs the curve that --no-curve leaves out"},
+        {options.noCurve && readsCurve,
+         "--best, --curve, --plot and --report need the curve that --no-curve leaves out"},
         {options.keilwagen && !options.pr && options.prCurveFile.empty(),
          "--keilwagen says how precision-recall points are interpolated: ask for them with --pr or --pr-curve FILE"},
         {options.display && options.study.format != "text",
          "--display prints the component's own text: leave out --format"},
-        {!options.curveFile.empty() && options.curveFile == options.prCurveFile,
-         "--curve and --pr-curve name the same file"},
     };
     for (const auto& [wrong, message] : rules)
         if (wrong)
             throw usageError(message);
+    requireDifferentFiles(options);
 }
 
 std::optional<GroupSplit> parseGroup(const AnalyzeOptions& options)
@@ -206,9 +229,11 @@ class AnalysisReport {
 public:
     AnalysisReport(const AnalyzeOptions& options, const Request& request, const HostData& data,
                    const RocAlgorithm& algorithm)
-        : options_(options), request_(request), data_(data), algorithm_(algorithm)
+        : options_(options), request_(request), data_(data), algorithm_(algorithm),
+          warnings_(inWords(algorithm.GetWarningMessages(), data.variables))
     {
-        report_.warnings = inWords(algorithm.GetWarningMessages(), data.variables);
+        for (const Warning& warning : warnings_)
+            report_.warnings.push_back(warning.line());
     }
 
     Report failed()
@@ -220,70 +245,108 @@ public:
 
     Report done()
     {
+        addNotes();
         if (options_.display) {
             std::ostringstream text;
             algorithm_.Display(text);
             report_.text = text.str();
-            addRowNote();
         } else {
-            report_.text = tables();
+            report_.text = textOf(findings(request_.question.format), report_.notes, warnings_);
         }
-        addNotes();
         return std::move(report_);
     }
 
     /// All files or, where one cannot be written or the run is cancelled meanwhile, none.
-    void writeFiles(CancelFlag& cancel) const
+    Report writeFiles(Report report, const std::optional<Plot>& plot, const Session& session, CancelFlag& cancel) const
     {
-        std::vector<std::string> texts;
-        texts.reserve(2); // a file may refer to its text until it is in place
+        const ROCALG_920::ROCOutputs& results = *algorithm_.GetOutputStats();
+        std::vector<DrawnCurve> curves;
+        if (plot || !options_.reportFile.empty())
+            curves = drawnCurves(results, data_.variables);
+        std::deque<std::string> texts; // a file may refer to its text until it is in place
         std::vector<std::unique_ptr<OutputFile>> files;
-        const auto stage = [&](const std::string& path, auto csvOf) {
+        const auto stage = [&](const std::string& path, auto makeText) {
             if (path.empty())
                 return;
-            texts.push_back(csvOf(*algorithm_.GetOutputStats(), data_.variables));
+            requireNotCancelled(cancel.IsCancelRequested());
+            texts.push_back(makeText());
             files.push_back(std::make_unique<OutputFile>(path, texts.back()));
         };
-        stage(options_.curveFile, curveCsv);
-        stage(options_.prCurveFile, precisionRecallCsv);
+        stage(options_.curveFile, [&] { return curveCsv(results, data_.variables); });
+        stage(options_.prCurveFile, [&] { return precisionRecallCsv(results, data_.variables); });
+        stage(options_.plotFile, [&] { return plot->draw(curves, cancel); });
+        stage(options_.reportFile, [&] { return page(curves, report, session); });
+        stage(request_.question.output, [&] { return std::exchange(report.text, ""); });
         requireNotCancelled(cancel.IsCancelRequested());
         for (const auto& file : files)
             file->commit();
+        return report;
     }
 
 private:
-    [[nodiscard]] std::string tables() const
+    [[nodiscard]] Findings findings(OutputFormat format) const
     {
-        const bool text = request_.question.format == OutputFormat::text;
-        std::string all = text ? heading() : "";
-        const auto add = [&](const char* title, const Table& table) {
-            all += (all.empty() ? "" : "\n") + (text ? std::string(title) + '\n' : "") + table.str();
-        };
-        const OutputFormat format = request_.question.format;
         const bool weighted = data_.weight >= 0;
         const ROCALG_920::ROCOutputs& results = *algorithm_.GetOutputStats();
-        add("Cases", caseTable(format, data_.rows, weighted));
-        add("Areas under the ROC curves", areaTable(format, results, data_.variables, weighted));
+        Findings found{.format = format,
+                       .command = "analyze",
+                       .heading = heading(),
+                       .question = request_.question.facts(),
+                       .tables = {}};
+        const auto add = [&](const char* member, const char* title, Table table) {
+            found.tables.push_back({member, title, std::move(table)});
+        };
+        addFacts(found);
+        add("cases", "Cases", caseTable(format, data_.rows, weighted));
+        add("areas", "Areas under the ROC curves", areaTable(format, results, data_.variables, weighted));
         if (!results.getROCComparisonStats().empty())
-            add("Differences between the areas",
+            add("comparisons", "Differences between the areas",
                 comparisonTable(format, results, data_.variables, request_.roles.paired));
-        return all;
+        if (options_.best)
+            add("best_cut_offs", "Best cut-offs by Youden's index: sensitivity + specificity - 1",
+                bestCutOffTable(format, results, data_.variables));
+        return found;
     }
 
-    [[nodiscard]] std::string heading() const
+    void addFacts(Findings& found) const
     {
-        std::string lines = "ROC analysis\n" + request_.question.heading() + '\n';
+        if (request_.roles.group)
+            found.question.emplace_back("group", request_.roles.group->column);
         if (data_.weight >= 0)
-            lines += "Weights: " + visible(request_.roles.weight)
-                + "; they enter the weighted counts only: areas and curves count every row once\n";
-        return lines
-            + (request_.roles.paired ? "Standard errors: DeLong; confidence level " + shortest(request_.level)
-                                     : standardErrorHeading(options_.biNegative, request_.level))
-            + '\n';
+            found.question.emplace_back("weight", request_.roles.weight);
+        if (!options_.compare.empty())
+            found.question.emplace_back("comparison", options_.compare);
+        addInference(found, request_.roles.paired ? "DeLong" : standardErrorWord(options_.biNegative),
+                     request_.level);
+    }
+
+    [[nodiscard]] std::vector<std::string> heading() const
+    {
+        std::vector<std::string> lines{"ROC analysis", request_.question.heading()};
+        if (data_.weight >= 0)
+            lines.push_back("Weights: " + visible(request_.roles.weight)
+                            + "; they enter the weighted counts only: areas and curves count every row once");
+        lines.push_back(request_.roles.paired ? "Standard errors: DeLong; confidence level " + shortest(request_.level)
+                                              : standardErrorHeading(options_.biNegative, request_.level));
+        return lines;
+    }
+
+    [[nodiscard]] std::string page(const std::vector<DrawnCurve>& curves, const Report& report,
+                                   const Session& session) const
+    {
+        const Findings found = findings(OutputFormat::html);
+        return ReportPage{.command = session.command,
+                          .findings = found,
+                          .curves = curves,
+                          .notes = report.notes,
+                          .warnings = warnings_}
+            .html();
     }
 
     void addNotes()
     {
+        if (options_.display)
+            addRowNote();
         if (std::ranges::find(data_.tests, data_.state) != data_.tests.end())
             report_.notes.push_back(inQuotes(request_.roles.state.column) + " is the state; it is not also a test");
         if (const std::size_t rounded = data_.rows.roundedWeights; rounded > 0)
@@ -294,8 +357,10 @@ private:
                          {record->getPositiveCount(), record->getNegativeCount(), record->getArea(),
                           record->getStdError()},
                          report_.notes);
-        if (options_.pr && options_.prCurveFile.empty() && !options_.display)
-            report_.notes.push_back("the points of --pr are shown by --display and written by --pr-curve FILE");
+        if (options_.pr && options_.prCurveFile.empty() && !options_.display && options_.plotFile.empty()
+            && options_.reportFile.empty())
+            report_.notes.push_back("the points of --pr are drawn by --plot and --report, shown by --display and "
+                                    "written by --pr-curve FILE");
     }
 
     [[nodiscard]] std::string subjectOf(const ROCOutBase& record) const
@@ -324,15 +389,21 @@ private:
     const Request& request_;
     const HostData& data_;
     const RocAlgorithm& algorithm_;
+    std::vector<Warning> warnings_;
     Report report_;
 };
 
 Report runAnalyze(const AnalyzeOptions& options, const Session& session)
 {
     Request request = parseRequest(options);
-    for (const std::string& path : {options.curveFile, options.prCurveFile})
+    for (const std::string& path : {options.curveFile, options.prCurveFile, options.plotFile, options.reportFile})
         if (!path.empty())
             OutputFile::requirePlace(path);
+    std::optional<Plot> plot;
+    if (!options.plotFile.empty())
+        plot.emplace(options.plotFile);
+    if (!options.reportFile.empty())
+        ReportPage::requireBuilt();
     // Nothing is there to tidy up while the data are read: until then, an interrupt just ends the program.
     HostData data = readData(request, session.standardInput);
     CancelFlag cancel;
@@ -344,8 +415,7 @@ Report runAnalyze(const AnalyzeOptions& options, const Session& session)
     AnalysisReport report(options, request, data, algorithm);
     if (status.IsError())
         return report.failed();
-    report.writeFiles(cancel);
-    return report.done();
+    return report.writeFiles(report.done(), plot, session, cancel);
 }
 
 void addGroupOptions(CLI::App& command, AnalyzeOptions& options)
@@ -367,6 +437,11 @@ void addOutputOptions(CLI::App& command, AnalyzeOptions& options)
                      "Interpolate them along false positives (Keilwagen) instead of true positives (Davis, Goadrich)");
     command.add_flag("--no-curve", options.noCurve, "Areas only, without the points of the ROC curves");
     command.add_flag("--display", options.display, "Print the component's own text instead of tables");
+    command.add_flag("--best", options.best, "The cut-offs with the largest Youden index, with all ties");
+    command.add_option("--plot", options.plotFile, "Draw the curves into this file: .svg, .pdf or .png; needs gnuplot")
+        ->type_name("FILE");
+    command.add_option("--report", options.reportFile, "Write a page to explore the curves, with all tables")
+        ->type_name("FILE.html");
     command.add_option("--curve", options.curveFile, "Write the points of the ROC curves to this file, as CSV")
         ->type_name("FILE");
     command.add_option("--pr-curve", options.prCurveFile, "Write the points of the precision-recall curves, as CSV")
