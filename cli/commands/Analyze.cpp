@@ -218,10 +218,10 @@ VexStatus buildModel(RocAlgorithm& algorithm, const HostData& data, CancelFlag& 
     return status;
 }
 
-void requireNotCancelled(bool cancelled)
+void requireNotCancelled(bool requested)
 {
-    if (cancelled)
-        throw Failure(exitCancelled, "cancelled; nothing was written");
+    if (requested)
+        throw cancelled();
 }
 
 /// Puts a finished run into words, tables and files.

@@ -254,6 +254,8 @@ std::string Plot::draw(const std::vector<DrawnCurve>& curves, VexCommon_920::Can
     const TemporaryFolder folder;
     std::ofstream(folder.path() / "script", std::ios::binary) << plotScript(terminal_, curves);
     const ChildEnd end = runChild(gnuplot_, {"gnuplot", "--default-settings", "script"}, folder.path(), limit, cancel);
+    if (cancel.IsCancelRequested())
+        throw cancelled();
     if (!end.inTime)
         throw outputError("gnuplot did not finish the picture within " + std::to_string(limit.count()) + " seconds");
     std::ifstream file(folder.path() / "picture", std::ios::binary);

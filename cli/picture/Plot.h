@@ -13,7 +13,7 @@ namespace vexroc {
 ///
 /// Life: made before the analysis, it finds out whether the picture can be drawn at all; then draw.
 /// Failure: throws a usage error for a file whose name does not end in .svg, .pdf or .png, an output error where
-/// gnuplot is absent, fails or takes longer than a minute.
+/// gnuplot is absent, fails or takes longer than a minute; the failure of a cancel when one is requested.
 class Plot {
 public:
     explicit Plot(const std::string& file);

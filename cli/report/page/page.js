@@ -22,6 +22,11 @@ const rates = (curve, [fp, tp, cutOff], order) => ({
 });
 const roc = curves.flatMap((curve) => curve.roc.map((point, i) => rates(curve, point, i)));
 const best = curves.flatMap((curve) => curve.best ? [rates(curve, curve.best, 0)] : []);
+// Cut-offs stand beside their dots, lower where one would cover another.
+const labels = best.map(({legend, cutOff, x, y}) => ({legend, cutOff, x: x + 0.02, y: y - 0.025}))
+  .sort((a, b) => b.y - a.y);
+labels.forEach((label, i) => labels.slice(0, i).filter((above) => Math.abs(above.x - label.x) < 0.16)
+  .forEach((above) => { label.y = Math.min(label.y, above.y - 0.035); }));
 const precisionRecall = curves.flatMap((curve) => curve.precisionRecall.map(
   ([x, y, interpolated, cutOff], order) =>
     ({order, x, y, cutOff, kind: interpolated ? 'interpolated' : 'measured', legend: curve.legend, name: curve.name})));
@@ -76,7 +81,7 @@ const rocPanel = {
     {data: {name: 'best'}, transform: shown, mark: {type: 'point', filled: true, size: 70, opacity: 1},
       encoding: {x: share('x'), y: share('y'), color: colour}},
     ...(curves.length > mostLabels ? [] : [
-      {data: {name: 'best'}, transform: shown, mark: {type: 'text', align: 'left', dx: 8, dy: 9, fontSize: 11},
+      {data: {name: 'labels'}, transform: shown, mark: {type: 'text', align: 'left', fontSize: 11},
         encoding: {x: share('x'), y: share('y'), color: colour, text: {field: 'cutOff'}}}]),
     hover('roc', 'overRoc', [word('name', 'curve'), word('cutOff', 'cut-off'),
       number('y', 'sensitivity', '.4f'), number('specificity', 'specificity', '.4f'),
@@ -123,7 +128,7 @@ function showTip(handler, event, item, value) {
 
 const spec = {
   $schema: 'https://vega.github.io/schema/vega-lite/v6.json',
-  datasets: {roc, best, precisionRecall, prevalence},
+  datasets: {roc, best, labels, precisionRecall, prevalence},
   hconcat: precisionRecall.length > 0 ? [rocPanel, precisionRecallPanel] : [rocPanel],
   config: {font: 'system-ui, sans-serif', view: {stroke: '#606060'}, axis: {gridColor: '#eeeeee'}},
 };
