@@ -5,6 +5,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <utility>
+
 namespace vexroc {
 
 namespace {

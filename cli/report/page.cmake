@@ -25,6 +25,7 @@ if(NPM AND NODE)
         file(COPY ${page_paths} DESTINATION ${page_build_dir})
         execute_process(
             COMMAND ${NPM} ci --ignore-scripts --no-audit --no-fund --loglevel=error
+                --fetch-retries=1 --fetch-retry-mintimeout=1000 --fetch-retry-maxtimeout=5000
             WORKING_DIRECTORY ${page_build_dir}
             OUTPUT_QUIET ERROR_VARIABLE page_message RESULT_VARIABLE page_result TIMEOUT 180)
         if(page_result EQUAL 0)
@@ -35,6 +36,7 @@ if(NPM AND NODE)
             file(WRITE ${page_stamp} ${page_state})
             set(bundled_state ${page_state})
         else()
+            string(REGEX MATCH "[^\n]*" page_message "${page_message}")
             message(STATUS "Report page: npm could not fetch or bundle its libraries: ${page_message}")
         endif()
     endif()
