@@ -28,6 +28,7 @@ private:
 inline Failure usageError(const std::string& message) { return {exitUsage, message}; }
 inline Failure inputError(const std::string& message) { return {exitInput, message}; }
 inline Failure analysisError(const std::string& message) { return {exitNoResult, message}; }
+inline Failure cancelled() { return {exitCancelled, "cancelled; nothing was written"}; }
 inline Failure outputError(const std::string& message) { return {exitOutput, message}; }
 
 } // namespace vexroc

@@ -2,6 +2,7 @@
 
 #include "cli/Failure.h"
 #include "cli/commandline/Choice.h"
+#include "cli/output/OutputFile.h"
 #include "cli/text/Words.h"
 
 #include <CLI/CLI.hpp>
@@ -37,11 +38,18 @@ void addStudyOptions(CLI::App& command, StudyOptions& options)
     command.add_flag("--exclude", options.exclude,
                      "A value equal to a cut-off is negative; moves points of the curves, not the area");
     addFormatOption(command, options.format);
+    addOutputOption(command, options.output);
 }
 
 void addFormatOption(CLI::App& command, std::string& format)
 {
-    addChoice(command, "--format", format, {"text", "csv"}, "csv has exact numbers");
+    addChoice(command, "--format", format, {"text", "csv", "json"}, "csv and json have exact numbers");
+}
+
+void addOutputOption(CLI::App& command, std::string& output)
+{
+    command.add_option("--output", output, "Write the results to this file instead of standard output")
+        ->type_name("FILE");
 }
 
 void addLevelOption(CLI::App& command, std::string& level)
@@ -63,13 +71,25 @@ std::string Question::heading() const
         + " values are more positive";
 }
 
+std::vector<Fact> Question::facts() const
+{
+    return {{"input", input.place},
+            {"state", state.column},
+            {"positive", state.values.front()},
+            {"more_positive", larger},
+            {"equal_to_cut_off", include == std::string_view("include") ? "positive" : "negative"}};
+}
+
 Question parseQuestion(const StudyOptions& options)
 {
+    if (!options.output.empty())
+        OutputFile::requirePlace(options.output);
     return {
         .input = parseInput(options.input),
         .state = parseValueChoice(options.state, "--state", 1),
         .tests = parseTests(options.tests),
         .format = parseFormat(options.format),
+        .output = options.output,
         .include = options.exclude ? "exclude" : "include",
         .larger = options.smaller ? "smaller" : "larger",
     };
@@ -77,7 +97,7 @@ Question parseQuestion(const StudyOptions& options)
 
 OutputFormat parseFormat(const std::string& format)
 {
-    return format == "csv" ? OutputFormat::csv : OutputFormat::text;
+    return format == "csv" ? OutputFormat::csv : format == "json" ? OutputFormat::json : OutputFormat::text;
 }
 
 ValueChoice parseValueChoice(const std::string& text, const std::string& option, std::size_t count)

@@ -2,7 +2,7 @@
 
 #include "cli/input/Input.h"
 #include "cli/input/Sample.h"
-#include "cli/output/Table.h"
+#include "cli/output/Report.h"
 
 #include <iosfwd>
 #include <optional>
@@ -22,12 +22,14 @@ struct StudyOptions {
     std::string state;
     std::vector<std::string> tests;
     std::string format = "text";
+    std::string output;
     bool smaller = false;
     bool exclude = false;
 };
 
 void addStudyOptions(CLI::App& command, StudyOptions& options);
 void addFormatOption(CLI::App& command, std::string& format);
+void addOutputOption(CLI::App& command, std::string& output);
 void addLevelOption(CLI::App& command, std::string& level);
 void addBiNegativeOption(CLI::App& command, bool& biNegative);
 
@@ -37,11 +39,14 @@ struct Question {
     ValueChoice state;             ///< one value
     std::vector<std::string> tests;
     OutputFormat format;
+    std::string output; ///< file of the results; empty for standard output
     const char* include; ///< option words of the array calls
     const char* larger;
 
     /// "Positive: diagnosis = malignant; larger values are more positive"
     [[nodiscard]] std::string heading() const;
+    /// The same for programs.
+    [[nodiscard]] std::vector<Fact> facts() const;
 };
 
 /// Throws a usage error that names the option at fault.

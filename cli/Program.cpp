@@ -2,7 +2,9 @@
 
 #include "cli/Failure.h"
 #include "cli/commandline/CommandLine.h"
+#include "cli/output/OutputFile.h"
 #include "cli/run/Messages.h"
+#include "cli/text/Words.h"
 
 #include <istream>
 #include <new>
@@ -18,6 +20,17 @@ void write(const std::string& text, std::ostream& out)
     out.flush();
     if (!out)
         throw Failure(exitOutput, "cannot write the results: the output is full, closed or not writable");
+}
+
+/// The results of an analysis that came to some.
+void deliver(const Report& report, std::ostream& out)
+{
+    if (!report.error.empty())
+        return;
+    if (report.file.empty())
+        write(report.text, out);
+    else
+        OutputFile(report.file, report.text).commit();
 }
 
 ProgressDisplay displayFor(const GeneralOptions& options, const Terminal& terminal, std::ostream& err)
@@ -40,6 +53,15 @@ void say(const Report& report, const Messages& messages)
         messages.warning(warning);
 }
 
+/// The call in the words of a shell, as visible text.
+std::string inShell(std::span<const std::string_view> args)
+{
+    std::string line = "vexroc";
+    for (const std::string_view arg : args)
+        line.append(" ").append(visible(shellWord(arg)));
+    return line;
+}
+
 int run(std::span<const std::string_view> args, std::istream& in, std::ostream& out, std::ostream& err,
         const Terminal& terminal)
 {
@@ -52,8 +74,9 @@ int run(std::span<const std::string_view> args, std::istream& in, std::ostream& 
         write(request.text, out);
         return exitDone;
     }
-    const Report report = request.action({in, displayFor(request.general, terminal, err)});
-    write(report.text, out);
+    const std::string command = inShell(args);
+    const Report report = request.action({in, command, displayFor(request.general, terminal, err)});
+    deliver(report, out);
     if (!request.general.quiet)
         say(report, Messages(err, terminal.colour));
     if (!report.error.empty())

@@ -37,11 +37,11 @@ constexpr std::array adviceOnErrors{
     Advice{statusCode::groupEmpty, "a group holds no case, so there is nothing to compare; choose another split"},
 };
 
-std::string codeAndName(int code)
+std::string nameOf(int code)
 {
     std::string name;
     ROCComponentDisplay::ParseErrCodeToStr(code, name);
-    return std::to_string(code) + " " + name;
+    return name;
 }
 
 std::string namesOf(const std::vector<VexWarnings::VexParameterValue>& indices, const VexVarList& variables)
@@ -91,23 +91,23 @@ std::string groupOf(const ROCOutBase& record, const VexVarList& variables)
     return variable.GetName() + " = " + value;
 }
 
-std::vector<std::string> inWords(const VexWarnings& warnings, const VexVarList& variables)
+std::vector<Warning> inWords(const VexWarnings& warnings, const VexVarList& variables)
 {
-    std::vector<std::string> words;
+    std::vector<Warning> words;
     for (int i = 0; i < warnings.GetCount(); ++i) {
         const int code = static_cast<int>(warnings.GetStatus(i).GetErrorCode());
-        words.push_back(warningInWords(code, warnings.GetParameters(i), variables) + " (" + codeAndName(code) + ")");
+        words.push_back({code, nameOf(code), warningInWords(code, warnings.GetParameters(i), variables)});
     }
     return words;
 }
 
-std::string inWords(const VexStatus& status)
+Warning inWords(const VexStatus& status)
 {
     const int code = static_cast<int>(status.GetErrorCode());
     const auto advice = std::ranges::find(adviceOnErrors, code, &Advice::code);
     const char* const sentence =
         advice != adviceOnErrors.end() ? advice->sentence : "the analysis came to no result";
-    return "status " + codeAndName(code) + ": " + sentence;
+    return {code, nameOf(code), sentence};
 }
 
 } // namespace vexroc

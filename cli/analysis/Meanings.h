@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/output/Report.h"
 #include "host/VexVarList.h"
 #include "host/VexWarnings.h"
 #include "vexrocproc/ROCOutBase.h"
@@ -17,11 +18,10 @@ std::string variableName(const VexXML_920::VexVarList& variables, int index);
 /// The cases of a record: "sex = female", "age < 50", "age >= 50", or "all cases".
 std::string groupOf(const ROCALG_920::ROCOutBase& record, const VexXML_920::VexVarList& variables);
 
-/// Each warning in a sentence that ends with its code and name.
-std::vector<std::string> inWords(const VexCommon_920::VexWarnings& warnings,
-                                 const VexXML_920::VexVarList& variables);
+/// Each warning with its code, its name and a sentence.
+std::vector<Warning> inWords(const VexCommon_920::VexWarnings& warnings, const VexXML_920::VexVarList& variables);
 
 /// The status of a run that came to no result, with what to do about it.
-std::string inWords(const VexCommon_920::VexStatus& status);
+Warning inWords(const VexCommon_920::VexStatus& status);
 
 } // namespace vexroc

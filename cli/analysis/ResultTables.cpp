@@ -1,14 +1,13 @@
 #include "cli/analysis/ResultTables.h"
 
 #include "cli/analysis/Meanings.h"
+#include "cli/output/ResultColumns.h"
+#include "cli/picture/DrawnCurve.h"
 #include "vexrocproc/ROCComparisonOutStats.h"
 #include "vexrocproc/ROCOutBase.h"
 
 #include <algorithm>
 #include <array>
-#include <bit>
-#include <cstdint>
-#include <iterator>
 #include <limits>
 #include <span>
 
@@ -40,15 +39,10 @@ constexpr std::array weightedCountColumns{
     TableColumn{"weighted_negative", "weighted negative", CellRole::count, 1},
 };
 
-constexpr std::array areaColumns{
-    TableColumn{"area", "area", CellRole::statistic, 1},
-    TableColumn{"standard_error", "std. error", CellRole::statistic, 1},
-    TableColumn{"significance", "significance", CellRole::significance, 1},
-    TableColumn{"lower", "lower", CellRole::statistic, 1},
-    TableColumn{"upper", "upper", CellRole::statistic, 1},
-    TableColumn{"gini", "Gini index", CellRole::statistic, 2},
-    TableColumn{"max_ks", "maximum K-S", CellRole::statistic, 2},
-    TableColumn{"max_ks_cut_off", "at cut-off", CellRole::measure, 2},
+constexpr std::array shapeColumns{
+    TableColumn{"gini", "Gini index", CellRole::statistic},
+    TableColumn{"max_ks", "maximum K-S", CellRole::statistic},
+    TableColumn{"max_ks_cut_off", "at cut-off", CellRole::measure},
 };
 
 constexpr std::array pairColumns{
@@ -62,21 +56,25 @@ constexpr std::array groupPairColumns{
     TableColumn{"group2", "second", CellRole::name},
 };
 
-constexpr std::array differenceColumns{
-    TableColumn{"difference", "difference", CellRole::statistic},
-    TableColumn{"standard_error_difference", "std. error", CellRole::statistic},
-    TableColumn{"z", "z", CellRole::statistic},
-    TableColumn{"significance", "significance", CellRole::significance},
-    TableColumn{"lower", "lower", CellRole::statistic},
-    TableColumn{"upper", "upper", CellRole::statistic},
-};
-
 constexpr std::array curveColumns{
     variableColumn,
     groupColumn,
     TableColumn{"cut_off", "cut-off", CellRole::measure},
     TableColumn{"sensitivity", "sensitivity", CellRole::statistic},
     TableColumn{"specificity", "specificity", CellRole::statistic},
+};
+
+constexpr std::array bestColumns{
+    variableColumn,
+    groupColumn,
+    TableColumn{"cut_off", "cut-off", CellRole::measure},
+    TableColumn{"youden", "Youden", CellRole::statistic},
+    TableColumn{"sensitivity", "sensitivity", CellRole::statistic},
+    TableColumn{"specificity", "specificity", CellRole::statistic},
+    TableColumn{"true_positive", "TP", CellRole::count},
+    TableColumn{"false_positive", "FP", CellRole::count},
+    TableColumn{"true_negative", "TN", CellRole::count},
+    TableColumn{"false_negative", "FN", CellRole::count},
 };
 
 constexpr std::array precisionRecallColumns{
@@ -87,58 +85,12 @@ constexpr std::array precisionRecallColumns{
     TableColumn{"interpolated", "interpolated", CellRole::flag},
 };
 
-std::vector<TableColumn> joined(std::initializer_list<std::span<const TableColumn>> parts)
-{
-    std::vector<TableColumn> columns;
-    for (const std::span<const TableColumn> part : parts)
-        std::ranges::copy(part, std::back_inserter(columns));
-    return columns;
-}
-
-/// The statistics and counts of one row, behind its names.
-class Row {
-public:
-    explicit Row(std::initializer_list<std::string_view> names)
-    {
-        for (const std::string_view name : names)
-            values_.emplace_back(name);
-    }
-    void add(std::initializer_list<double> numbers)
-    {
-        for (const double number : numbers)
-            values_.emplace_back(number);
-    }
-    [[nodiscard]] std::span<const Table::Value> values() const noexcept { return values_; }
-
-private:
-    std::vector<Table::Value> values_;
-};
-
 /// (maximum, cut-off) of a record; a negative maximum says that there is none.
 std::pair<double, double> kolmogorovSmirnov(const ROCOutBase& record)
 {
     constexpr double notComputed = std::numeric_limits<double>::quiet_NaN();
     const std::pair<double, double> found = record.getKolmogorovSmirnov();
     return found.first < 0.0 ? std::pair{notComputed, notComputed} : found;
-}
-
-/// The same bits: a precision of no positive decision is NaN.
-bool samePoint(const std::pair<double, double>& a, const std::pair<double, double>& b)
-{
-    const auto bits = [](double x) { return std::bit_cast<std::uint64_t>(x); };
-    return bits(a.first) == bits(b.first) && bits(a.second) == bits(b.second);
-}
-
-void addPrecisionRecall(const ROCOutBase& record, const std::string& variable, const std::string& group, Table& table)
-{
-    // A record keeps the measured points as a list of their own, in the same order.
-    const auto& measured = record.getPrecisionRecallCoordinates();
-    auto next = measured.begin();
-    for (const auto& point : record.getPrecisionRecallDraw()) {
-        const bool isMeasured = next != measured.end() && samePoint(point, *next);
-        next += isMeasured ? 1 : 0;
-        table.addRow({variable, group, point.second, point.first, isMeasured ? 0.0 : 1.0});
-    }
 }
 
 } // namespace
@@ -164,8 +116,10 @@ Table caseTable(OutputFormat format, const RowCounts& rows, bool weighted)
 
 Table areaTable(OutputFormat format, const ROCOutputs& results, const VexVarList& variables, bool weighted)
 {
-    Table table(format, weighted ? joined({recordColumns, countColumns, weightedCountColumns, areaColumns})
-                                 : joined({recordColumns, countColumns, areaColumns}));
+    const std::span<const TableColumn> weights =
+        weighted ? std::span<const TableColumn>(weightedCountColumns) : std::span<const TableColumn>();
+    Table table(format, joined({recordColumns, countColumns, weights, inPanel(1, areaColumns),
+                                inPanel(2, shapeColumns)}));
     for (const ROCOutBase* const record : results.getROCBaseStats()) {
         const std::string variable = variableName(variables, record->getTestVarInd());
         const std::string group = groupOf(*record, variables);
@@ -199,6 +153,24 @@ Table comparisonTable(OutputFormat format, const ROCOutputs& results, const VexV
     return table;
 }
 
+Table bestCutOffTable(OutputFormat format, const ROCOutputs& results, const VexVarList& variables)
+{
+    Table table(format, bestColumns);
+    for (const ROCOutBase* const record : results.getROCBaseStats()) {
+        const std::string variable = variableName(variables, record->getTestVarInd());
+        const std::string group = groupOf(*record, variables);
+        const double index = kolmogorovSmirnov(*record).first;
+        for (const CutOffPoint& best : bestCutOffs(*record)) {
+            const int trueNegative = record->getNegativeCount() - best.falsePositive;
+            const int falseNegative = record->getPositiveCount() - best.truePositive;
+            table.addRow({variable, group, best.cutOff, index, best.sensitivity, best.specificity,
+                          double(best.truePositive), double(best.falsePositive), double(trueNegative),
+                          double(falseNegative)});
+        }
+    }
+    return table;
+}
+
 Table curveTable(const ROCOutputs& results, const VexVarList& variables)
 {
     Table table(OutputFormat::csv, curveColumns);
@@ -216,8 +188,9 @@ Table precisionRecallTable(const ROCOutputs& results, const VexVarList& variable
 {
     Table table(OutputFormat::csv, precisionRecallColumns);
     for (const ROCOutBase* const record : results.getROCBaseStats())
-        addPrecisionRecall(*record, variableName(variables, record->getTestVarInd()), groupOf(*record, variables),
-                           table);
+        for (const PrecisionRecallPoint& point : precisionRecallOf(*record))
+            table.addRow({variableName(variables, record->getTestVarInd()), groupOf(*record, variables), point.recall,
+                          point.precision, point.interpolated ? 1.0 : 0.0});
     return table;
 }
 

@@ -19,6 +19,10 @@ Table areaTable(OutputFormat format, const ROCALG_920::ROCOutputs& results, cons
 Table comparisonTable(OutputFormat format, const ROCALG_920::ROCOutputs& results,
                       const VexXML_920::VexVarList& variables, bool paired);
 
+/// The cut-offs at which Youden's index is largest, all ties, with their unweighted counts.
+Table bestCutOffTable(OutputFormat format, const ROCALG_920::ROCOutputs& results,
+                      const VexXML_920::VexVarList& variables);
+
 /// The points of all ROC curves for CSV.
 Table curveTable(const ROCALG_920::ROCOutputs& results, const VexXML_920::VexVarList& variables);
 /// The points of all precision-recall curves for CSV, measured ones and those drawn between them.

@@ -1,6 +1,7 @@
 #include "cli/Options.h"
 #include "cli/commands/Commands.h"
 #include "cli/commands/Outcome.h"
+#include "cli/output/ResultColumns.h"
 #include "cli/text/Words.h"
 
 #include <vexrocproc/arraycalls.h>
@@ -20,16 +21,11 @@ struct AucOptions {
     bool biNegative = false;
 };
 
-constexpr std::array columns{
+constexpr std::array caseColumns{
     TableColumn{"test", "test", CellRole::name},
     TableColumn{"positive", "positive", CellRole::count},
     TableColumn{"negative", "negative", CellRole::count},
     TableColumn{"left_out", "left out", CellRole::count},
-    TableColumn{"area", "area", CellRole::statistic},
-    TableColumn{"standard_error", "std. error", CellRole::statistic},
-    TableColumn{"significance", "significance", CellRole::significance},
-    TableColumn{"lower", "lower", CellRole::statistic},
-    TableColumn{"upper", "upper", CellRole::statistic},
 };
 
 Report runAuc(const AucOptions& options, std::istream& standardInput)
@@ -40,7 +36,7 @@ Report runAuc(const AucOptions& options, std::istream& standardInput)
     const Study study = readStudy(question, std::nullopt, standardInput);
 
     Report report;
-    Table table(question.format, columns);
+    Table table(question.format, joined({caseColumns, areaColumns}));
     for (const std::string& test : question.tests) {
         const Cases cases = study.completeCases({&test, 1});
         const auc_res result = auc(cases.states.data(), cases.values[0].data(), cases.count(), nullptr,
@@ -52,9 +48,15 @@ Report runAuc(const AucOptions& options, std::istream& standardInput)
         if (options.biNegative)
             addBiNegativeNotes(visible(test), cases, report.notes);
     }
-    report.text = reportText(
-        question.format,
-        {"Area under the ROC curve", question.heading(), standardErrorHeading(options.biNegative, level)}, table);
+    Findings findings{.format = question.format,
+                      .command = "auc",
+                      .heading = {"Area under the ROC curve", question.heading(),
+                                  standardErrorHeading(options.biNegative, level)},
+                      .question = question.facts(),
+                      .tables = {{"areas", "", std::move(table)}}};
+    addInference(findings.question, standardErrorWord(options.biNegative), level);
+    report.text = textOf(findings, report.notes);
+    report.file = question.output;
     return report;
 }
 

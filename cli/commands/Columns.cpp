@@ -1,6 +1,7 @@
 #include "cli/Options.h"
 #include "cli/commands/Commands.h"
 #include "cli/input/ColumnSurvey.h"
+#include "cli/output/OutputFile.h"
 
 #include <CLI/CLI.hpp>
 
@@ -14,6 +15,7 @@ namespace {
 struct ColumnsOptions {
     InputOptions input;
     std::string format = "text";
+    std::string output;
 };
 
 constexpr std::array columns{
@@ -36,6 +38,8 @@ const char* kindOf(const ColumnFacts& facts)
 Report runColumns(const ColumnsOptions& options, std::istream& standardInput)
 {
     const OutputFormat format = parseFormat(options.format);
+    if (!options.output.empty())
+        OutputFile::requirePlace(options.output);
     ColumnSurvey survey;
     readInput(parseInput(options.input), standardInput, survey);
 
@@ -46,8 +50,14 @@ Report runColumns(const ColumnsOptions& options, std::istream& standardInput)
         table.addRow({facts.name(), kindOf(facts), double(survey.rows()), double(facts.missing()), distinct,
                       facts.smallest(), facts.largest()});
     }
+    const Findings findings{.format = format,
+                            .command = "columns",
+                            .heading = {"Columns of " + survey.source()},
+                            .question = {{"input", survey.source()}},
+                            .tables = {{"columns", "", std::move(table)}}};
     Report report;
-    report.text = reportText(format, {"Columns of " + survey.source()}, table);
+    report.text = textOf(findings, report.notes);
+    report.file = options.output;
     return report;
 }
 
@@ -58,6 +68,7 @@ Action addColumns(CLI::App& command)
     const auto options = std::make_shared<ColumnsOptions>();
     addInputOptions(command, options->input);
     addFormatOption(command, options->format);
+    addOutputOption(command, options->output);
     command.footer("Example: vexroc columns data.csv");
     return [options](const Session& session) { return runColumns(*options, session.standardInput); };
 }

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <iosfwd>
+#include <string_view>
 
 namespace CLI {
 class App;
@@ -15,6 +16,7 @@ namespace vexroc {
 /// What a subcommand may use of its surroundings.
 struct Session {
     std::istream& standardInput;
+    std::string_view command; ///< what was called, as typed in a shell, visible text
     ProgressDisplay progress;
 };
 

@@ -2,6 +2,7 @@
 #include "cli/Options.h"
 #include "cli/commands/Commands.h"
 #include "cli/commands/Outcome.h"
+#include "cli/output/ResultColumns.h"
 #include "cli/text/Words.h"
 
 #include <vexrocproc/arraycalls.h>
@@ -22,25 +23,15 @@ struct CompareOptions {
     bool biNegative = false;
 };
 
-constexpr std::array pairedColumns{
+constexpr std::array pairColumns{
     TableColumn{"test1", "first", CellRole::name},
     TableColumn{"test2", "second", CellRole::name},
     TableColumn{"positive", "positive", CellRole::count, 1},
     TableColumn{"negative", "negative", CellRole::count, 1},
     TableColumn{"left_out", "left out", CellRole::count, 1},
-    TableColumn{"area1", "area 1", CellRole::statistic, 1},
-    TableColumn{"standard_error1", "std. error 1", CellRole::statistic, 1},
-    TableColumn{"area2", "area 2", CellRole::statistic, 1},
-    TableColumn{"standard_error2", "std. error 2", CellRole::statistic, 1},
-    TableColumn{"difference", "difference", CellRole::statistic, 2},
-    TableColumn{"standard_error_difference", "std. error", CellRole::statistic, 2},
-    TableColumn{"z", "z", CellRole::statistic, 2},
-    TableColumn{"significance", "significance", CellRole::significance, 2},
-    TableColumn{"lower", "lower", CellRole::statistic, 2},
-    TableColumn{"upper", "upper", CellRole::statistic, 2},
 };
 
-constexpr std::array independentColumns{
+constexpr std::array groupColumns{
     TableColumn{"test", "test", CellRole::name},
     TableColumn{"group1", "group 1", CellRole::name},
     TableColumn{"group2", "group 2", CellRole::name},
@@ -49,23 +40,28 @@ constexpr std::array independentColumns{
     TableColumn{"positive2", "positive 2", CellRole::count, 1},
     TableColumn{"negative2", "negative 2", CellRole::count, 1},
     TableColumn{"left_out", "left out", CellRole::count, 1},
-    TableColumn{"area1", "area 1", CellRole::statistic, 2},
-    TableColumn{"standard_error1", "std. error 1", CellRole::statistic, 2},
-    TableColumn{"area2", "area 2", CellRole::statistic, 2},
-    TableColumn{"standard_error2", "std. error 2", CellRole::statistic, 2},
-    TableColumn{"difference", "difference", CellRole::statistic, 3},
-    TableColumn{"standard_error_difference", "std. error", CellRole::statistic, 3},
-    TableColumn{"z", "z", CellRole::statistic, 3},
-    TableColumn{"significance", "significance", CellRole::significance, 3},
-    TableColumn{"lower", "lower", CellRole::statistic, 3},
-    TableColumn{"upper", "upper", CellRole::statistic, 3},
 };
+
+constexpr std::array twoAreaColumns{
+    TableColumn{"area1", "area 1", CellRole::statistic},
+    TableColumn{"standard_error1", "std. error 1", CellRole::statistic},
+    TableColumn{"area2", "area 2", CellRole::statistic},
+    TableColumn{"standard_error2", "std. error 2", CellRole::statistic},
+};
+
+/// A row: what is compared, the numbers of cases, then what the comparison says.
+void addRow(Row row, std::initializer_list<double> counts, const auc_comparison_res& r, Table& table)
+{
+    row.add(counts).add({r.first.area, r.first.stdError, r.second.area, r.second.stdError});
+    table.addRow(row.add({r.areaDiff, r.stdErrorDiff, r.z, r.zSig, r.ciLower, r.ciUpper}).values());
+}
 
 /// Compares tests measured on the same cases, each pair on the cases in which both are known.
 class PairedComparison {
 public:
     PairedComparison(const Question& question, double level, const Study& study)
-        : question_(question), level_(level), study_(study), table_(question.format, pairedColumns)
+        : question_(question), level_(level), study_(study),
+          table_(question.format, joined({pairColumns, inPanel(1, twoAreaColumns), inPanel(2, differenceColumns)}))
     {
     }
 
@@ -75,10 +71,15 @@ public:
         for (std::size_t first = 0; first < tests.size(); ++first)
             for (std::size_t second = first + 1; second < tests.size(); ++second)
                 compare(tests[first], tests[second]);
-        report_.text = reportText(question_.format,
-                                  {"Areas under the ROC curves of the same cases, compared", question_.heading(),
-                                   "Standard errors: DeLong; confidence level " + shortest(level_)},
-                                  table_);
+        Findings findings{.format = question_.format,
+                          .command = "compare",
+                          .heading = {"Areas under the ROC curves of the same cases, compared", question_.heading(),
+                                      "Standard errors: DeLong; confidence level " + shortest(level_)},
+                          .question = question_.facts(),
+                          .tables = {{"comparisons", "", std::move(table_)}}};
+        addInference(findings.question, "DeLong", level_);
+        report_.text = textOf(findings, report_.notes);
+        report_.file = question_.output;
         return std::move(report_);
     }
 
@@ -90,9 +91,7 @@ private:
             auc_pairedcomparison(cases.states.data(), cases.values[0].data(), cases.values[1].data(), cases.count(),
                                  nullptr, question_.include, question_.larger, level_);
         requireAnalysed(r.first, cases);
-        table_.addRow({first, second, r.first.posCount, r.first.negCount, double(cases.leftOut), r.first.area,
-                       r.first.stdError, r.second.area, r.second.stdError, r.areaDiff, r.stdErrorDiff, r.z, r.zSig,
-                       r.ciLower, r.ciUpper});
+        addRow(Row{first, second}, {r.first.posCount, r.first.negCount, double(cases.leftOut)}, r, table_);
         addAreaNotes(visible(first) + " and " + visible(second), outcomeOf(cases, r.first), report_.notes);
     }
 
@@ -109,7 +108,8 @@ public:
     IndependentComparison(const Question& question, const ValueChoice& groups, const CompareOptions& options,
                           const Study& study)
         : question_(question), groups_(groups), level_(parseLevel(options.level)), biNegative_(options.biNegative),
-          study_(study), table_(question.format, independentColumns)
+          study_(study),
+          table_(question.format, joined({groupColumns, inPanel(2, twoAreaColumns), inPanel(3, differenceColumns)}))
     {
     }
 
@@ -119,13 +119,18 @@ public:
             compare(test);
         if (const int others = study_.countGroup(otherValue); others > 0)
             report_.notes.push_back("rows in neither group, not part of the analysis: " + std::to_string(others));
-        report_.text =
-            reportText(question_.format,
-                       {"Areas under the ROC curves of two independent groups, compared",
-                        "Groups: " + visible(groups_.column) + " = " + visible(groups_.values[0]) + " and "
-                            + visible(groups_.values[1]),
-                        question_.heading(), standardErrorHeading(biNegative_, level_)},
-                       table_);
+        Findings findings{.format = question_.format,
+                          .command = "compare",
+                          .heading = {"Areas under the ROC curves of two independent groups, compared",
+                                      "Groups: " + visible(groups_.column) + " = " + visible(groups_.values[0])
+                                          + " and " + visible(groups_.values[1]),
+                                      question_.heading(), standardErrorHeading(biNegative_, level_)},
+                          .question = question_.facts(),
+                          .tables = {{"comparisons", "", std::move(table_)}}};
+        findings.question.emplace_back("group", groups_.column);
+        addInference(findings.question, standardErrorWord(biNegative_), level_);
+        report_.text = textOf(findings, report_.notes);
+        report_.file = question_.output;
         return std::move(report_);
     }
 
@@ -140,10 +145,8 @@ private:
             nullptr, question_.include, question_.larger, biNegative_ ? "bi-negative" : "nonparam", level_);
         requireAnalysed(r.first, one);
         requireAnalysed(r.second, two);
-        table_.addRow({test, groups_.values[0], groups_.values[1], r.first.posCount, r.first.negCount,
-                       r.second.posCount, r.second.negCount, double(leftOut), r.first.area, r.first.stdError,
-                       r.second.area, r.second.stdError, r.areaDiff, r.stdErrorDiff, r.z, r.zSig, r.ciLower,
-                       r.ciUpper});
+        addRow(Row{test, groups_.values[0], groups_.values[1]},
+               {r.first.posCount, r.first.negCount, r.second.posCount, r.second.negCount, double(leftOut)}, r, table_);
         const std::string subject = visible(test) + " where " + visible(groups_.column) + " = ";
         addNotes(subject + visible(groups_.values[0]), one, r.first);
         addNotes(subject + visible(groups_.values[1]), two, r.second);

@@ -69,6 +69,17 @@ void addBiNegativeNotes(const std::string& subject, const Cases& cases, std::vec
                         + std::to_string(cases.negative) + " here)");
 }
 
+void addInference(std::vector<Fact>& question, const char* standardError, double level)
+{
+    question.emplace_back("standard_error", standardError);
+    question.emplace_back("confidence_level", level);
+}
+
+const char* standardErrorWord(bool biNegative)
+{
+    return biNegative ? "bi-negative exponential" : "nonparametric";
+}
+
 std::string standardErrorHeading(bool biNegative, double level)
 {
     const std::string assumption =

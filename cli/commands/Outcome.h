@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/input/Sample.h"
+#include "cli/output/Report.h"
 
 #include <vexrocproc/arraycalls.h>
 
@@ -35,6 +36,10 @@ void addAreaNotes(const std::string& subject, const AreaOutcome& outcome, std::v
 /// Says where a standard error is not the bi-negative exponential one that was asked for.
 void addBiNegativeNotes(const std::string& subject, const Cases& cases, std::vector<std::string>& notes);
 
+/// Adds to the question which standard error and which confidence level the results have.
+void addInference(std::vector<Fact>& question, const char* standardError, double level);
+/// The word for programs: "nonparametric" or "bi-negative exponential".
+const char* standardErrorWord(bool biNegative);
 /// "Standard error: nonparametric; confidence level 0.95"
 std::string standardErrorHeading(bool biNegative, double level);
 

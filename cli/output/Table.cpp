@@ -1,5 +1,6 @@
 #include "cli/output/Table.h"
 
+#include "cli/output/Json.h"
 #include "cli/text/Words.h"
 
 #include <algorithm>
@@ -31,25 +32,19 @@ std::string statistic(double value)
     return digits(value, std::chars_format::fixed, 4);
 }
 
-std::string readable(double value, CellRole role)
-{
-    if (std::isnan(value))
-        return "NA";
-    switch (role) {
-    case CellRole::flag: return value != 0.0 ? "yes" : "no";
-    case CellRole::statistic: return statistic(value);
-    case CellRole::significance: return value < 0.0001 ? "<0.0001" : statistic(value);
-    case CellRole::measure: return digits(value, std::chars_format::general, 8);
-    case CellRole::name:
-    case CellRole::count: break;
-    }
-    return digits(value, std::chars_format::fixed, 0);
-}
-
 std::string exact(double value, CellRole role)
 {
     const bool whole = role == CellRole::count || role == CellRole::flag;
     return whole ? digits(value, std::chars_format::fixed, 0) : shortest(value);
+}
+
+std::string jsonNumber(double value, CellRole role)
+{
+    if (std::isnan(value))
+        return json::number(value);
+    if (role == CellRole::flag)
+        return value != 0.0 ? "true" : "false";
+    return role == CellRole::count ? exact(value, role) : json::number(value);
 }
 
 /// A text cell of CSV; in double quotes where a reader might take it apart or trim it otherwise.
@@ -69,6 +64,21 @@ std::string csvText(std::string_view text)
 
 } // namespace
 
+std::string readable(double value, CellRole role)
+{
+    if (std::isnan(value))
+        return "NA";
+    switch (role) {
+    case CellRole::flag: return value != 0.0 ? "yes" : "no";
+    case CellRole::statistic: return statistic(value);
+    case CellRole::significance: return value < 0.0001 ? "<0.0001" : statistic(value);
+    case CellRole::measure: return digits(value, std::chars_format::general, 8);
+    case CellRole::name:
+    case CellRole::count: break;
+    }
+    return digits(value, std::chars_format::fixed, 0);
+}
+
 Table::Table(OutputFormat format, std::span<const TableColumn> columns)
     : format_(format), columns_(columns.begin(), columns.end())
 {
@@ -77,7 +87,7 @@ Table::Table(OutputFormat format, std::span<const TableColumn> columns)
 void Table::addRow(std::span<const Value> values)
 {
     if (values.size() != columns_.size())
-        throw std::logic_error("a row does not have one value per column");
+        throw std::logic_error("a row does not fit the columns of its table");
     for (std::size_t c = 0; c < values.size(); ++c)
         addCell(spelled(values[c], columns_[c].role));
 }
@@ -85,8 +95,12 @@ void Table::addRow(std::span<const Value> values)
 std::string Table::spelled(const Value& value, CellRole role) const
 {
     const auto* const text = std::get_if<std::string_view>(&value);
-    if (format_ == OutputFormat::csv)
-        return text ? csvText(*text) : exact(std::get<double>(value), role);
+    switch (format_) {
+    case OutputFormat::csv: return text ? csvText(*text) : exact(std::get<double>(value), role);
+    case OutputFormat::json: return text ? json::string(*text) : jsonNumber(std::get<double>(value), role);
+    case OutputFormat::html:
+    case OutputFormat::text: break;
+    }
     return text ? visible(*text) : readable(std::get<double>(value), role);
 }
 
@@ -112,17 +126,18 @@ void Table::append(std::string_view leading, const Table& rows)
 std::string Table::str() const
 {
     std::string out;
-    if (format_ == OutputFormat::csv) {
-        writeCsv(out);
-        return out;
-    }
-    const int lastPanel = std::ranges::max(columns_, {}, &TableColumn::panel).panel;
-    for (int panel = std::min(lastPanel, 1); panel <= lastPanel; ++panel) {
-        if (!out.empty())
-            out += '\n';
-        writePanel(panel, out);
-    }
+    write(out);
     return out;
+}
+
+void Table::write(std::string& out) const
+{
+    switch (format_) {
+    case OutputFormat::text: return writePanels(out);
+    case OutputFormat::csv: return writeCsv(out);
+    case OutputFormat::json: return writeJson(out);
+    case OutputFormat::html: return writeHtml(out);
+    }
 }
 
 void Table::addCell(std::string_view text)
@@ -147,6 +162,53 @@ void Table::writeCsv(std::string& out) const
         for (std::size_t c = 0; c < columns_.size(); ++c)
             out.append(c == 0 ? "" : ",").append(cell(row, c));
         out += '\n';
+    }
+}
+
+void Table::writeJson(std::string& out) const
+{
+    std::vector<std::string> keys;
+    for (const TableColumn& column : columns_)
+        keys.push_back(json::string(column.name) + ": ");
+    std::size_t rowFrame = 4; // braces, comma and line end
+    for (const std::string& key : keys)
+        rowFrame += key.size() + 2;
+    out.reserve(out.size() + text_.size() + rows() * rowFrame + 200); // the rest of a document included
+    out += '[';
+    for (std::size_t row = 0; row < rows(); ++row) {
+        out += row == 0 ? "\n{" : ",\n{";
+        for (std::size_t c = 0; c < columns_.size(); ++c)
+            out.append(c == 0 ? "" : ", ").append(keys[c]).append(cell(row, c));
+        out += '}';
+    }
+    out += rows() == 0 ? "]" : "\n]";
+}
+
+void Table::writeHtml(std::string& out) const
+{
+    const auto writeRow = [&](const char* element, auto textOf) {
+        out += "<tr>";
+        for (std::size_t c = 0; c < columns_.size(); ++c) {
+            out.append("<").append(element).append(columns_[c].role == CellRole::name ? " class=\"name\">" : ">");
+            out.append(htmlText(textOf(c))).append("</").append(element).append(">");
+        }
+        out += "</tr>\n";
+    };
+    out += "<div class=\"wide\"><table>\n<thead>";
+    writeRow("th", [&](std::size_t c) { return columns_[c].title; });
+    out += "</thead>\n<tbody>\n";
+    for (std::size_t row = 0; row < rows(); ++row)
+        writeRow("td", [&](std::size_t c) { return cell(row, c); });
+    out += "</tbody>\n</table></div>\n";
+}
+
+void Table::writePanels(std::string& out) const
+{
+    const int lastPanel = std::ranges::max(columns_, {}, &TableColumn::panel).panel;
+    for (int panel = std::min(lastPanel, 1); panel <= lastPanel; ++panel) {
+        if (panel > 1)
+            out += '\n';
+        writePanel(panel, out);
     }
 }
 

@@ -9,9 +9,9 @@
 
 namespace vexroc {
 
-enum class OutputFormat { text, csv };
+enum class OutputFormat { text, csv, json, html };
 
-/// What the cells of a column are; decides how the readable table rounds them. CSV never rounds.
+/// What the cells of a column are; decides how the readable tables (text, html) round them. CSV and JSON never round.
 enum class CellRole {
     name,         ///< text
     count,        ///< whole number
@@ -21,8 +21,11 @@ enum class CellRole {
     measure,      ///< on the scale of a test variable: eight significant digits
 };
 
+/// A number as the readable tables show it; NA for NaN.
+std::string readable(double value, CellRole role);
+
 struct TableColumn {
-    std::string_view name;  ///< in CSV
+    std::string_view name;  ///< in CSV and JSON
     std::string_view title; ///< in the readable table
     CellRole role;
     int panel = 0; ///< a wide readable table is set as panels below each other; columns of panel 0 stand in each
@@ -35,22 +38,26 @@ public:
 
     Table(OutputFormat format, std::span<const TableColumn> columns);
 
-    /// One value per column: text for names, a number for the others. NaN is written as NA.
+    /// One value per column: text for names, a number for the others. NaN is written as NA, in JSON as null.
     void addRow(std::span<const Value> values);
     void addRow(std::initializer_list<Value> values) { addRow(std::span(values.begin(), values.size())); }
     /// A table without rows that has these columns behind one of names.
     [[nodiscard]] Table behind(const TableColumn& leading) const;
     /// Adds the rows of a table that lacks the first column only; `leading` is in that column of each.
     void append(std::string_view leading, const Table& rows);
-    /// Header and rows.
+    /// Appends header and rows; as JSON an array of objects.
+    void write(std::string& out) const;
     [[nodiscard]] std::string str() const;
 
 private:
     void addCell(std::string_view text);
-    [[nodiscard]] std::string spelled(const Value& value, CellRole role) const;
     [[nodiscard]] std::string_view cell(std::size_t row, std::size_t column) const;
     [[nodiscard]] std::size_t rows() const noexcept { return ends_.size() / columns_.size(); }
+    [[nodiscard]] std::string spelled(const Value& value, CellRole role) const;
     void writeCsv(std::string& out) const;
+    void writeJson(std::string& out) const;
+    void writeHtml(std::string& out) const;
+    void writePanels(std::string& out) const;
     void writePanel(int panel, std::string& out) const;
 
     OutputFormat format_;

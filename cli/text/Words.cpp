@@ -162,6 +162,33 @@ std::string visible(std::string_view text)
     return shown;
 }
 
+std::string shellWord(std::string_view word)
+{
+    constexpr std::string_view plain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_-+=.,:/@%";
+    if (!word.empty() && word.find_first_not_of(plain) == std::string_view::npos)
+        return std::string(word);
+    std::string quoted = "'";
+    for (const char c : word)
+        c == '\'' ? quoted += "'\\''" : quoted += c;
+    return quoted + '\'';
+}
+
+std::string htmlText(std::string_view visibleText)
+{
+    std::string text;
+    for (const char c : visibleText) {
+        switch (c) {
+        case '&': text += "&amp;"; break;
+        case '<': text += "&lt;"; break;
+        case '>': text += "&gt;"; break;
+        case '"': text += "&quot;"; break;
+        case '\'': text += "&#39;"; break;
+        default: text += c;
+        }
+    }
+    return text;
+}
+
 std::string inQuotes(std::string_view text)
 {
     constexpr std::size_t longest = 120;

@@ -25,6 +25,12 @@ std::string shortest(double value);
 /// Text for people: control characters and bytes that are not UTF-8 become escapes such as \n and \x1b.
 std::string visible(std::string_view text);
 
+/// A word as a POSIX shell reads it back: in single quotes where it holds more than letters, digits and a few signs.
+std::string shellWord(std::string_view word);
+
+/// Text as it stands in a page, also inside a quoted attribute.
+std::string htmlText(std::string_view visibleText);
+
 /// visible(text) in single quotes, cut when very long; for messages.
 std::string inQuotes(std::string_view text);
 

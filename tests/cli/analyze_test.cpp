@@ -214,7 +214,9 @@ TEST(Analyze, RefusesWhatDoesNotFit)
         {"t,n --compare paired --bi-negative", exitUsage, "--bi-negative does not go with --compare paired"},
         {"t --keilwagen", exitUsage, "--pr or --pr-curve"},
         {"t --no-curve --curve x", exitUsage, "--no-curve"},
+        {"t --no-curve --best", exitUsage, "--no-curve"},
         {"t --curve x --pr-curve x", exitUsage, "the same file"},
+        {"t --report x --output x", exitUsage, "--report and --output name the same file"},
         {"t --display --format csv", exitUsage, "leave out --format"},
         {"t --group g", exitInput, "holds 'x', 'y', 'z'; it needs two values: pick them with --select"},
         {"t --group g --mid-point", exitInput, "line 2, column 'g': 'x' is neither a number"},
@@ -238,7 +240,7 @@ TEST_F(AnalyzeFiles, OneAnalysisByValueIsThatOfItsRows)
         const auto files = [&](const char* name) { return " --curve " + curve + " --pr-curve " + curve + name; };
         const Outcome all = run(question + "--by site" + files("pr"), data);
         EXPECT_EQ(all.exitCode, exitDone);
-        EXPECT_THAT(all.err, AllOf(HasSubstr("warning: site = x: no result: status 430004"),
+        EXPECT_THAT(all.err, AllOf(HasSubstr("warning: site = x: no result: no row with the positive state is left"),
                                    HasSubstr("rows with a missing 'site', in no analysis: 1\n"),
                                    HasSubstr("warning: site = 9: ties")));
         std::string together = all.out + contentOf(curve) + contentOf(curve + "pr");

@@ -1,0 +1,7 @@
+#include "cli/report/pagePieces.h"
+
+namespace vexroc {
+
+const PagePieces pagePieces{};
+
+} // namespace vexroc
