@@ -127,7 +127,7 @@ double parseLevel(const std::string& text)
     return *level;
 }
 
-Study readStudy(const Question& question, const std::optional<ValueChoice>& groups, std::istream& standardInput)
+Study readStudy(const Question& question, const std::optional<ValueChoice>& groups, const Session& session)
 {
     std::vector<ColumnRequest> requests{{question.state.column, ColumnKind::labels}};
     if (groups)
@@ -135,7 +135,7 @@ Study readStudy(const Question& question, const std::optional<ValueChoice>& grou
     for (const std::string& test : question.tests)
         requests.push_back({test, ColumnKind::numbers});
     Study study;
-    study.data = readTable(question.input, standardInput, requests);
+    study.data = readTable(question.input, session, requests);
     study.states = matchRows(study.data, question.state);
     if (groups)
         study.groups = matchRows(study.data, *groups);

@@ -4,7 +4,6 @@
 #include "cli/input/Sample.h"
 #include "cli/output/Report.h"
 
-#include <iosfwd>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -60,6 +59,6 @@ std::vector<std::string> parseValues(std::string_view list, const std::string& o
 double parseLevel(const std::string& text);
 
 /// Reads the columns of the question, and of the groups when there are any.
-Study readStudy(const Question& question, const std::optional<ValueChoice>& groups, std::istream& standardInput);
+Study readStudy(const Question& question, const std::optional<ValueChoice>& groups, const Session& session);
 
 } // namespace vexroc

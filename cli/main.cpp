@@ -1,4 +1,6 @@
+#include "cli/Failure.h"
 #include "cli/Program.h"
+#include "cli/run/InterruptGuard.h"
 
 #include <unistd.h>
 
@@ -24,6 +26,10 @@ int main(int argc, char** argv)
     std::ios::sync_with_stdio(false);
     const std::vector<std::string_view> args(argv + (argc > 0 ? 1 : 0), argv + argc);
     const bool isTerminal = isatty(STDERR_FILENO) == 1;
-    return vexroc::runProgram(args, std::cin, std::cout, std::cerr,
+    vexroc::sayInterrupts();
+    const int exitCode = vexroc::runProgram(args, std::cin, std::cout, std::cerr,
                               {.isTerminal = isTerminal, .colour = isTerminal && colourIsWelcome()});
+    if (exitCode == vexroc::exitCancelled)
+        vexroc::endByInterrupt();
+    return exitCode;
 }

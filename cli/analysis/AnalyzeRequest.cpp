@@ -111,12 +111,12 @@ AnalyzeRequest parseRequest(const AnalyzeOptions& options)
     return request;
 }
 
-DataTable readData(const AnalyzeOptions& options, AnalyzeRequest& request, std::istream& standardInput)
+DataTable readData(const AnalyzeOptions& options, AnalyzeRequest& request, const Session& session)
 {
     std::vector<ColumnRequest> requests = requestsFor(request.roles);
     if (!options.by.empty())
         requests.push_back({options.by, ColumnKind::labels});
-    DataTable table = readTable(request.question.input, standardInput, requests,
+    DataTable table = readTable(request.question.input, session, requests,
                                 request.allTests ? OtherColumns::numeric : OtherColumns::skipped);
     if (request.allTests)
         for (const DataColumn& column : table.columns)

@@ -4,7 +4,6 @@
 #include "cli/analysis/HostData.h"
 #include "vexrocproc/ROCSetting.h"
 
-#include <iosfwd>
 #include <string>
 
 namespace vexroc {
@@ -51,7 +50,7 @@ struct AnalyzeRequest {
 AnalyzeRequest parseRequest(const AnalyzeOptions& options);
 
 /// Reads the columns; with --test all, the tests become known by it.
-DataTable readData(const AnalyzeOptions& options, AnalyzeRequest& request, std::istream& standardInput);
+DataTable readData(const AnalyzeOptions& options, AnalyzeRequest& request, const Session& session);
 
 /// The same request to the component, about data that are ready for it.
 ROCALG_920::ROCSetting settingFor(const AnalyzeOptions& options, const AnalyzeRequest& request, const HostData& data);

@@ -8,7 +8,7 @@
 #include "cli/picture/Plot.h"
 #include "cli/report/ReportPage.h"
 #include "cli/run/InterruptGuard.h"
-#include "cli/run/ProgressLine.h"
+#include "cli/run/Progress.h"
 
 #include "host/ColumnRecordIter.h"
 #include "host/FunctionListener.h"
@@ -35,7 +35,7 @@ using VexCommon_920::VexStatus;
 /// Runs the analysis, with progress where it is to be shown.
 VexStatus buildModel(RocAlgorithm& algorithm, const HostData& data, CancelFlag& cancel, const Session& session)
 {
-    std::optional<ProgressLine> line;
+    std::optional<AnalysisProgress> line;
     std::optional<FunctionListener> listener;
     if (session.progress.stream != nullptr) {
         line.emplace(session.progress, data.columns.front().size());
@@ -163,7 +163,7 @@ Report runAnalyze(const AnalyzeOptions& options, const Session& session)
     if (!options.reportFile.empty())
         ReportPage::requireBuilt();
     // Nothing is there to tidy up while the data are read: until then, an interrupt just ends the program.
-    DataTable table = readData(options, request, session.standardInput);
+    DataTable table = readData(options, request, session);
     CancelFlag cancel;
     const InterruptGuard guard(cancel);
     const Answer answer = options.by.empty() ? analyzeRows(options, request, std::move(table), cancel, session)

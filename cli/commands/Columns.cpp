@@ -35,13 +35,13 @@ const char* kindOf(const ColumnFacts& facts)
     return facts.hasNumbers() ? "numbers" : "empty";
 }
 
-Report runColumns(const ColumnsOptions& options, std::istream& standardInput)
+Report runColumns(const ColumnsOptions& options, const Session& session)
 {
     const OutputFormat format = parseFormat(options.format);
     if (!options.output.empty())
         OutputFile::requirePlace(options.output);
     ColumnSurvey survey;
-    readInput(parseInput(options.input), standardInput, survey);
+    readInput(parseInput(options.input), session, survey);
 
     Table table(format, columns);
     for (const ColumnFacts& facts : survey.finish()) {
@@ -70,7 +70,7 @@ Action addColumns(CLI::App& command)
     addFormatOption(command, options->format);
     addOutputOption(command, options->output);
     command.footer("Example: vexroc columns data.csv");
-    return [options](const Session& session) { return runColumns(*options, session.standardInput); };
+    return [options](const Session& session) { return runColumns(*options, session); };
 }
 
 } // namespace vexroc

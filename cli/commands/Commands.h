@@ -1,24 +1,15 @@
 #pragma once
 
 #include "cli/output/Report.h"
-#include "cli/run/ProgressLine.h"
+#include "cli/run/Session.h"
 
 #include <functional>
-#include <iosfwd>
-#include <string_view>
 
 namespace CLI {
 class App;
 }
 
 namespace vexroc {
-
-/// What a subcommand may use of its surroundings.
-struct Session {
-    std::istream& standardInput;
-    std::string_view command; ///< what was called, as typed in a shell, visible text
-    ProgressDisplay progress;
-};
 
 /// Runs a subcommand whose arguments are parsed. Throws Failure.
 using Action = std::function<Report(const Session& session)>;

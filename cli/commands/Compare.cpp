@@ -168,7 +168,7 @@ private:
     Report report_;
 };
 
-Report runPaired(const CompareOptions& options, const Question& question, std::istream& standardInput)
+Report runPaired(const CompareOptions& options, const Question& question, const Session& session)
 {
     const double level = parseLevel(options.level);
     if (question.tests.size() < 2)
@@ -176,21 +176,21 @@ Report runPaired(const CompareOptions& options, const Question& question, std::i
                          "compare a test between two groups");
     if (options.biNegative)
         throw usageError("--bi-negative goes with --group; tests on the same cases have DeLong standard errors");
-    return PairedComparison(question, level, readStudy(question, std::nullopt, standardInput)).run();
+    return PairedComparison(question, level, readStudy(question, std::nullopt, session)).run();
 }
 
-Report runIndependent(const CompareOptions& options, const Question& question, std::istream& standardInput)
+Report runIndependent(const CompareOptions& options, const Question& question, const Session& session)
 {
     const ValueChoice groups = parseValueChoice(options.group, "--group", 2);
     parseLevel(options.level); // before the data are read
-    return IndependentComparison(question, groups, options, readStudy(question, groups, standardInput)).run();
+    return IndependentComparison(question, groups, options, readStudy(question, groups, session)).run();
 }
 
-Report runCompare(const CompareOptions& options, std::istream& standardInput)
+Report runCompare(const CompareOptions& options, const Session& session)
 {
     const Question question = parseQuestion(options.study);
-    return options.group.empty() ? runPaired(options, question, standardInput)
-                                 : runIndependent(options, question, standardInput);
+    return options.group.empty() ? runPaired(options, question, session)
+                                 : runIndependent(options, question, session);
 }
 
 } // namespace
@@ -205,7 +205,7 @@ Action addCompare(CLI::App& command)
     addBiNegativeOption(command, options->biNegative);
     command.footer("Example: vexroc compare data.csv --state diagnosis=malignant --test radius_mean,texture_mean\n"
                    "         vexroc compare data.csv --state disease=1 --test marker --group sex=female,male");
-    return [options](const Session& session) { return runCompare(*options, session.standardInput); };
+    return [options](const Session& session) { return runCompare(*options, session); };
 }
 
 } // namespace vexroc

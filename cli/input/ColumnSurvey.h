@@ -59,7 +59,6 @@ class ColumnSurvey final : public RowSink {
 public:
     std::vector<bool> begin(const InputHeader& header) override;
     bool take(std::size_t column, const Cell& cell) override;
-    void endRow() override { ++rows_; }
 
     [[nodiscard]] const std::string& source() const noexcept { return source_; }
     [[nodiscard]] std::size_t rows() const noexcept { return rows_; }
@@ -67,6 +66,7 @@ public:
     const std::vector<ColumnFacts>& finish();
 
 private:
+    void finishRow() override { ++rows_; }
     std::string source_;
     std::size_t rows_ = 0;
     std::vector<ColumnFacts> columns_;

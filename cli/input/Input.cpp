@@ -96,23 +96,27 @@ Input parseInput(const InputOptions& options)
     return input;
 }
 
-void readInput(const Input& input, std::istream& standardInput, RowSink& sink)
+void readInput(const Input& input, const Session& session, RowSink& sink)
 {
+    sink.beginProgress(session.progress);
     switch (input.kind) {
     case Input::Kind::delimited:
-        return readDelimited(*decompressed(openSource(input.place, standardInput)), input.delimiter, sink);
+        readDelimited(*decompressed(openSource(input.place, session.standardInput)), input.delimiter, sink);
+        break;
     case Input::Kind::sqlite:
-        return input.table.empty() ? readSqliteQuery(input.place, input.query, sink)
-                                   : readSqliteTable(input.place, input.table, sink);
-    case Input::Kind::postgres: return readPostgres(input.place, input.query, sink);
+        input.table.empty() ? readSqliteQuery(input.place, input.query, sink)
+                            : readSqliteTable(input.place, input.table, sink);
+        break;
+    case Input::Kind::postgres: readPostgres(input.place, input.query, sink); break;
     }
+    sink.endProgress();
 }
 
-DataTable readTable(const Input& input, std::istream& standardInput, std::span<const ColumnRequest> requests,
+DataTable readTable(const Input& input, const Session& session, std::span<const ColumnRequest> requests,
                     OtherColumns others)
 {
     TableBuilder builder(requests, others);
-    readInput(input, standardInput, builder);
+    readInput(input, session, builder);
     return builder.finish();
 }
 

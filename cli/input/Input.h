@@ -3,8 +3,8 @@
 #include "cli/input/DataTable.h"
 #include "cli/input/RowSink.h"
 #include "cli/input/TableBuilder.h"
+#include "cli/run/Session.h"
 
-#include <iosfwd>
 #include <optional>
 #include <span>
 #include <string>
@@ -40,10 +40,10 @@ struct Input {
 /// Throws a usage error when the options name no data, or data twice.
 Input parseInput(const InputOptions& options);
 
-/// Reads all rows into the sink. Throws an input error that names the input and the place in it.
-void readInput(const Input& input, std::istream& standardInput, RowSink& sink);
+/// Reads all rows into the sink and tells the progress of it. Throws an input error that names the input and the place in it.
+void readInput(const Input& input, const Session& session, RowSink& sink);
 /// Reads the requested columns.
-DataTable readTable(const Input& input, std::istream& standardInput, std::span<const ColumnRequest> requests,
+DataTable readTable(const Input& input, const Session& session, std::span<const ColumnRequest> requests,
                     OtherColumns others = OtherColumns::skipped);
 
 } // namespace vexroc

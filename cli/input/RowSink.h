@@ -1,5 +1,7 @@
 #pragma once
 
+#include "cli/run/Progress.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -45,7 +47,19 @@ public:
     /// A cell of a wanted column. False when it is neither a number nor missing and has to be: the source, which
     /// knows the place, then ends with an error.
     [[nodiscard]] virtual bool take(std::size_t column, const Cell& cell) = 0;
-    virtual void endRow() = 0;
+    void endRow()
+    {
+        finishRow();
+        if (progress_)
+            progress_->countRow();
+    }
+    void beginProgress(const ProgressDisplay& display) { progress_.emplace(display); }
+    void endProgress() { progress_.reset(); }
+
+private:
+    virtual void finishRow() = 0;
+
+    std::optional<ReadingProgress> progress_;
 };
 
 /// "data.csv, line 2, column 'age': 'x' is neither a number nor missing", and what to do.

@@ -98,7 +98,7 @@ bool TableBuilder::take(std::size_t column, const Cell& cell)
     return fits;
 }
 
-void TableBuilder::endRow()
+void TableBuilder::finishRow()
 {
     if (rows_ == static_cast<std::size_t>(std::numeric_limits<int>::max()))
         throw inputError(header_.source + ": more than " + std::to_string(rows_) + " rows of data; split the data");

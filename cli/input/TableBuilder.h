@@ -59,12 +59,12 @@ public:
 
     std::vector<bool> begin(const InputHeader& header) override;
     bool take(std::size_t column, const Cell& cell) override;
-    void endRow() override;
 
     /// The columns, once all rows are taken.
     DataTable finish();
 
 private:
+    void finishRow() override;
     [[nodiscard]] std::size_t positionOf(const std::string& name) const;
     void requireOnce(const std::string& name, const std::string& place) const;
 

@@ -2,13 +2,14 @@
 
 #include "host/CancelFlag.h"
 
+#include <array>
 #include <csignal>
 
 namespace vexroc {
 
-/// While it lives, an interrupt (Ctrl-C) requests a cancel through the flag instead of ending the program; a second
-/// interrupt ends it at once. At the end, what interrupts did before is restored. An interrupt that was ignored, as in
-/// a background job of a shell, stays ignored.
+/// While it lives, an interrupt (Ctrl-C, or being told to terminate or hang up) requests a cancel through the flag
+/// instead of ending the program; a second one of its kind ends it at once. At the end, what interrupts did before is
+/// restored. An interrupt that was ignored, as in a background job of a shell, stays ignored.
 ///
 /// At most one at a time, on any thread.
 class InterruptGuard {
@@ -19,7 +20,15 @@ public:
     InterruptGuard& operator=(const InterruptGuard&) = delete;
 
 private:
-    struct sigaction previous_ {};
+    static constexpr std::array signals{SIGINT, SIGTERM, SIGHUP};
+    std::array<struct sigaction, signals.size()> previous_{};
 };
+
+/// From now on an interrupt outside of every guard says so before it ends the program, as its signal does.
+void sayInterrupts();
+
+/// Ends the program by the signal that last requested a cancel through a guard, as shells expect it; returns when there
+/// was none.
+void endByInterrupt();
 
 } // namespace vexroc

@@ -1,7 +1,7 @@
 """interrupt.py PROGRAM: interrupts long runs at many moments; none may leave a part of its files.
 
-A run that says it was cancelled (130) has written nothing, one that succeeds everything. While the data are read, and
-when all is written, the signal itself ends the program: then there are no files, or all.
+Every interrupted run ends by the signal and says so. A run that says it was cancelled has written nothing; while the data
+are read, and when all is written, there are no files, or all.
 """
 import os
 import signal
@@ -45,9 +45,11 @@ def main(program):
             cancelled += code != 0
             none = left == ["data.csv"]
             everything = len(left) == 3 and [os.path.getsize(curve) for curve in curves] == complete
+            says_cancelled = b"error: cancelled; nothing was written" in said
             right = {0: everything and printed == whole[1],
-                     130: none and printed == b"",
-                     -signal.SIGINT: none or everything}
+                     -signal.SIGINT: (none and printed == b"") if says_cancelled
+                     else (none or everything) and b"error: interrupted" in said
+                     or none and said == b""}  # before the program itself began
             if not right.get(code, False):
                 wrong += 1
                 print(f"interrupted after {moment}/{moments} of a run: exit code {code}, left {left}, {said}")

@@ -104,7 +104,17 @@ TEST(Progress, GoesWhereTheOptionSays)
     EXPECT_EQ(said("never", atOnce), "");
     EXPECT_EQ(said("auto", {}), "");
     EXPECT_THAT(said("always", {}), HasSubstr("vexroc: 3 %, 0 of 3 rows"));
-    EXPECT_THAT(said("json", {}), AllOf(StartsWith("{\"share\":0.03,\"rows\":0,\"of\":3,"), Not(HasSubstr("\x1b"))));
+    EXPECT_THAT(said("json", {}), AllOf(StartsWith("{\"phase\":\"analysis\",\"share\":0.030,\"rows\":0,\"of\":3,"), Not(HasSubstr("\x1b"))));
+}
+
+TEST(Progress, OfReadingCountsTheRows)
+{
+    std::string data = "s,t\n";
+    for (int i = 0; i < 20'000; ++i)
+        data += i % 2 == 0 ? "1,2\n" : "0,1\n";
+    std::ostringstream err;
+    EXPECT_EQ(run("auc - --state s=1 --test t --progress json", data, err, {}).exitCode, exitDone);
+    EXPECT_THAT(err.str(), StartsWith("{\"phase\":\"reading\",\"rows\":8192,"));
 }
 
 TEST(Texts, ManualPageAndCompletionsNameEveryOption)

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "host/ProgressReport.h"
+
+#include <chrono>
+#include <cstddef>
+#include <iosfwd>
+#include <optional>
+#include <string>
+
+namespace vexroc {
+
+enum class ProgressForm {
+    line, ///< "42 %, 3000000 of 10000000 rows, 1500000 rows/s", over and over on one line of a terminal
+    json, ///< {"phase":"analysis","share":0.42,"rows":3000000,"of":10000000,"rows_per_second":1500000}, a line each
+};
+
+/// Where, how and when progress is told.
+struct ProgressDisplay {
+    std::ostream* stream = nullptr; ///< null for nowhere
+    ProgressForm form = ProgressForm::line;
+    std::chrono::milliseconds after{0}; ///< a phase that takes less tells none
+};
+
+/// Tells how far a phase of a run is, at most ten times a second; a line on a terminal is wiped at the end.
+class ProgressTeller {
+public:
+    using Clock = std::chrono::steady_clock;
+
+    explicit ProgressTeller(const ProgressDisplay& display) : display_(display) {}
+    ~ProgressTeller();
+    ProgressTeller(const ProgressTeller&) = delete;
+    ProgressTeller& operator=(const ProgressTeller&) = delete;
+
+    [[nodiscard]] bool isDue(Clock::time_point now) const;
+    /// `words` for people, `members` of a JSON object for programs.
+    void tell(Clock::time_point now, const std::string& words, const std::string& members);
+    [[nodiscard]] double secondsUntil(Clock::time_point now) const;
+
+private:
+    ProgressDisplay display_;
+    Clock::time_point start_ = Clock::now();
+    std::optional<Clock::time_point> lastTold_;
+};
+
+/// Progress of an analysis, from the reports of the component.
+class AnalysisProgress {
+public:
+    /// The display has a stream.
+    AnalysisProgress(const ProgressDisplay& display, std::size_t rows) : teller_(display), rows_(rows) {}
+    void show(VexCommon_920::ProgressReport& report);
+
+private:
+    ProgressTeller teller_;
+    std::size_t rows_;
+    std::optional<double> readingSeconds_; ///< once all rows are read
+};
+
+/// Progress of reading rows whose number is not known before: "reading: 3000000 rows, 1500000 rows/s".
+class ReadingProgress {
+public:
+    /// Tells nothing when the display has no stream.
+    explicit ReadingProgress(const ProgressDisplay& display);
+    void countRow()
+    {
+        if (++rows_ % rowsBetweenLooks == 0 && teller_)
+            look();
+    }
+
+private:
+    static constexpr std::size_t rowsBetweenLooks = 8192; // a look at the clock costs more than a row
+    void look();
+
+    std::optional<ProgressTeller> teller_;
+    std::size_t rows_ = 0;
+};
+
+} // namespace vexroc
