@@ -3,14 +3,10 @@
 #   tools/check_packages.sh [PACKAGE_FOLDER]     where the packages go; build/release/packages when not given
 set -euo pipefail
 cd "$(dirname "$0")/.."
-tools/install_packages.sh build packages
+tools/install_packages.sh clean-root
 folder=${1:-build/release/packages}
 
-cmake --preset release >/dev/null
-cmake --build --preset release
-rm -rf "$folder"
-cpack --config build/release/CPackConfig.cmake -B "$folder" >/dev/null
-ls "$folder"/*.deb
+tools/make_packages.sh "$folder"
 
 root=$(mktemp -d)
 trap 'rm -rf "$root"' EXIT
@@ -28,6 +24,7 @@ cp examples/data/breast_cancer.csv tests/package/consumer.cpp "$root/packages/"
 inside() { chroot "$root" sh -euc "$1"; }
 inside 'apt-get update -qq; cd /packages; DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends ./*.deb >/dev/null'
 inside 'vexroc auc /packages/breast_cancer.csv --state diagnosis=malignant --test radius_mean'
+inside 'python3 -c "import vexroc; print(vexroc.auc([0, 0, 1, 1], [1, 3, 2, 4]))"'
 inside 'DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends g++ pkgconf >/dev/null
     cd /packages; g++ -std=c++20 consumer.cpp $(pkg-config --cflags --libs vexrocproc) -o consumer; ./consumer'
 inside 'test -f /usr/share/man/man1/vexroc.1 -a -f /usr/share/bash-completion/completions/vexroc'

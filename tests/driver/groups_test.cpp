@@ -139,6 +139,21 @@ TEST(Groups, EveryKindOfGroupSplitsAsDefined)
     }
 }
 
+TEST(Groups, TheirVariableMayStandFirst)
+{
+    HostData data;
+    data.add({9, 1, 9, 1});
+    data.add({1, 1, 0, 0});
+    data.add({4, 3, 2, 1});
+    ROCSetting setting = areasOf({2});
+    setting.setStateVar(1, 1.0);
+    setting.setCutOffGroupVar(0, 5.0);
+    Host host(setting, data);
+    ASSERT_EQ(host.run(), 0);
+    for (const ROCOutBase* const record : host.facade.GetOutputStats()->getROCBaseStats())
+        EXPECT_EQ(record->getPositiveCount() + 10 * record->getNegativeCount(), 11);
+}
+
 TEST(Groups, ThatAComparisonCannotUse)
 {
     for (const Describe describe : {Describe(unknownRange), Describe(at3)})

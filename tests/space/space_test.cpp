@@ -113,6 +113,7 @@ TEST(ROCSpace, MakesOnlyWhatIsAskedFor)
     EXPECT_THAT(accumulated.getROCData(),
                 ElementsAre(ROCData{true, 3.0}, ROCData{false, 2.0}, ROCData{true, 3.0}, ROCData{true, 1.0}));
     EXPECT_THAT(accumulated.getCutOffPoints(), IsEmpty());
+    EXPECT_FALSE(spaceOf(sampleOf({1, 0, 1}, {2, 2, 1}), {true, true}, false, false).existTies()); // no summary
     ROCSpace prOnly = spaceOf(sample, {true, true}, true, false);
     EXPECT_THAT(prOnly.getSensitivitySpecificity(), IsEmpty());
     EXPECT_THAT(prOnly.getKolmogorovSmirnov(), Pair(-1.0, 0.0));

@@ -35,8 +35,7 @@ vexroc.default <- function(x, state, positive = NULL, group = NULL, weight = NUL
                                 distribution = match.arg(distribution), interpolation = match.arg(interpolation),
                                 confidence_level = level, pr = as.numeric(pr)))
   result <- run_study(study, "none")
-  structure(list(call = call, study = study, areas = area_frame(result, study), curves = point_frame(result$curves, result, study),
-                 precision_recall = point_frame(result$precision_recall, result, study),
+  structure(list(call = call, study = study, areas = area_frame(result, study), result = result,
                  warnings = result$warnings, left_out = result$left_out),
             class = "vexroc")
 }
@@ -100,6 +99,10 @@ run_study <- function(study, comparison) {
   result
 }
 
+#' A data frame of equally long columns; data.frame() takes longer than the analysis of a thousand cases.
+frame_of <- function(columns)
+  structure(columns, class = "data.frame", row.names = .set_row_names(length(columns[[1]])))
+
 labels_of <- function(result, study) {
   groups <- if (!is.null(study$group)) group_codes(study$group)$values
   list(test = names(study$tests)[result$areas$test - 1],
@@ -113,7 +116,7 @@ area_frame <- function(result, study) {
   areas$ties <- areas$ties != 0
   none <- areas$ks < 0
   areas$ks[none] <- areas$ks_cut_off[none] <- NA
-  as.data.frame(c(labels[!vapply(labels, is.null, NA)], areas))
+  frame_of(c(labels[!vapply(labels, is.null, NA)], areas))
 }
 
 #' The points of all curves, one below the other.
@@ -121,9 +124,10 @@ point_frame <- function(curves, result, study) {
   labels <- labels_of(result, study)
   rows <- vapply(curves, function(curve) length(curve[[1]]), 0L)
   if (sum(rows) == 0) return(NULL)
-  points <- do.call(rbind, lapply(curves, as.data.frame))
+  points <- lapply(names(curves[[1]]), function(column) unlist(lapply(curves, `[[`, column)))
+  names(points) <- names(curves[[1]])
   if (!is.null(points$interpolated)) points$interpolated <- points$interpolated != 0
-  cbind(as.data.frame(lapply(labels[!vapply(labels, is.null, NA)], rep, times = rows)), points)
+  frame_of(c(lapply(labels[!vapply(labels, is.null, NA)], rep, times = rows), points))
 }
 
 compare <- function(x, ...) UseMethod("compare")
@@ -136,6 +140,7 @@ compare.vexroc <- function(x, method = NULL, ...) {
   if (method == "independent" && is.null(study$group)) stop("an independent comparison needs a group")
   if (method == "paired") study["group"] <- list(NULL)
   study$settings$pr <- 0
+  study$settings$roc <- 0
   result <- run_study(study, method)
   labels <- labels_of(result, study)
   pair <- result$comparisons
@@ -144,8 +149,8 @@ compare.vexroc <- function(x, method = NULL, ...) {
   else
     list(test = labels$test[pair$first], first = labels$group[pair$first], second = labels$group[pair$second])
   areas <- result$areas$area
-  frame <- as.data.frame(c(ends, list(area1 = areas[pair$first], area2 = areas[pair$second]),
-                           pair[c("difference", "std_error", "z", "significance", "lower", "upper")]))
+  frame <- frame_of(c(ends, list(area1 = areas[pair$first], area2 = areas[pair$second]),
+                      pair[c("difference", "std_error", "z", "significance", "lower", "upper")]))
   structure(list(method = method, comparisons = frame, areas = area_frame(result, study),
                  level = study$settings$confidence_level),
             class = "vexroc_comparison")
@@ -153,7 +158,8 @@ compare.vexroc <- function(x, method = NULL, ...) {
 
 as.data.frame.vexroc <- function(x, row.names = NULL, optional = FALSE,
                                  what = c("areas", "curve", "precision_recall"), ...) {
-  switch(match.arg(what), areas = x$areas, curve = x$curves, precision_recall = x$precision_recall)
+  switch(match.arg(what), areas = x$areas, curve = point_frame(x$result$curves, x$result, x$study),
+         precision_recall = point_frame(x$result$precision_recall, x$result, x$study))
 }
 
 as.data.frame.vexroc_comparison <- function(x, row.names = NULL, optional = FALSE, ...) x$comparisons
@@ -219,9 +225,8 @@ plot.vexroc <- function(x, legend = TRUE, ...) {
   abline(0, 1, lty = 2, col = "grey50")
   names <- curve_names(x$areas)
   colours <- rep_len(palette_okabe_ito, length(names))
-  key <- if (is.null(x$curves$group)) x$curves$test else paste(x$curves$test, x$curves$group, sep = ", ")
   for (i in seq_along(names)) {
-    points <- x$curves[key == names[i], ]
+    points <- x$result$curves[[i]]
     lines(1 - points$specificity, points$sensitivity, col = colours[i], lwd = 2)
   }
   if (legend)
