@@ -60,7 +60,8 @@ CommandOutline outlineOf(const CLI::App& command)
     for (const CLI::Option* const option : command.get_options())
         if (!isPart || option != command.get_help_ptr()) // the program's --help stands for that of its commands
             outline.options.push_back(outlineOf(*option));
-    std::ranges::stable_partition(outline.options, &OptionOutline::isPositional);
+    std::stable_partition(outline.options.begin(), outline.options.end(),
+                          [](const OptionOutline& option) { return option.isPositional; });
     return outline;
 }
 

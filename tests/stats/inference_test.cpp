@@ -14,7 +14,6 @@ using namespace roctest;
 using VexCommon_920::VexMV;
 
 constexpr double missing = VexMV::Missing();
-constexpr double inf = std::numeric_limits<double>::infinity();
 constexpr double eps = std::numeric_limits<double>::epsilon();
 
 TEST(Inference, PassesMissingValuesOnAndOnlyThose)
