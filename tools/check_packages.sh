@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
 # Makes the Debian packages, installs them into a clean root made by debootstrap, and uses each there. Needs root.
-#   tools/check_packages.sh [PACKAGE_FOLDER]     where the packages go; build/release/packages when not given
+#   tools/check_packages.sh [PACKAGE_FOLDER]     where the packages go; build/packages when not given
 set -euo pipefail
 cd "$(dirname "$0")/.."
 tools/install_packages.sh clean-root
-folder=${1:-build/release/packages}
+folder=${1:-build/packages}
 
 tools/make_packages.sh "$folder"
 
