@@ -1,3 +1,4 @@
+#include "tests/support/TemporaryFolder.h"
 #include "vexrocproc/optionwords.h"
 
 #include <gtest/gtest.h>
@@ -6,7 +7,6 @@
 #include <clocale>
 #include <cmath>
 #include <cstdlib>
-#include <filesystem>
 #include <string>
 
 namespace {
@@ -59,12 +59,10 @@ class TurkishLocale {
 public:
     TurkishLocale()
     {
-        std::string pattern = testing::TempDir() + "roc_locales_XXXXXX";
-        folder_ = mkdtemp(pattern.data());
         const std::string command =
-            "localedef -i tr_TR -f ISO-8859-9 '" + (folder_ / name).string() + "' >/dev/null 2>&1";
+            "localedef -i tr_TR -f ISO-8859-9 '" + (folder_.path() / name).string() + "' >/dev/null 2>&1";
         built_ = std::system(command.c_str()) == 0;
-        setenv("LOCPATH", folder_.c_str(), 1);
+        setenv("LOCPATH", folder_.path().c_str(), 1);
         set_ = std::setlocale(LC_ALL, name) != nullptr;
     }
     TurkishLocale(const TurkishLocale&) = delete;
@@ -73,14 +71,13 @@ public:
     {
         std::setlocale(LC_ALL, "C");
         unsetenv("LOCPATH");
-        std::filesystem::remove_all(folder_);
     }
     [[nodiscard]] bool built() const { return built_; }
     [[nodiscard]] bool set() const { return set_; }
 
 private:
     static constexpr char name[] = "tr_TR.ISO-8859-9";
-    std::filesystem::path folder_;
+    TemporaryFolder folder_;
     bool built_;
     bool set_;
 };

@@ -1,6 +1,5 @@
 #include "programRun.h"
-
-#include <unistd.h>
+#include "tests/support/TemporaryFolder.h"
 
 #include <array>
 #include <csignal>
@@ -47,16 +46,8 @@ Tables analyze(const std::string& arguments, const std::string& standardInput = 
 // Columns of the table of areas without weights.
 enum { variable, group, positive, negative, area, standardError, significance, lower, upper, gini, maxKs };
 
-/// A folder of the test's own, gone afterwards.
 class AnalyzeFiles : public testing::Test {
 protected:
-    AnalyzeFiles()
-    {
-        fs::remove_all(folder);
-        fs::create_directory(folder);
-    }
-    ~AnalyzeFiles() override { fs::remove_all(folder); }
-
     static std::string contentOf(const std::string& path)
     {
         std::ostringstream text;
@@ -64,7 +55,8 @@ protected:
         return text.str();
     }
 
-    const fs::path folder = fs::temp_directory_path() / ("analyze_test_" + std::to_string(getpid()));
+    const TemporaryFolder own;
+    const fs::path& folder = own.path();
     const std::string curve = folder / "curve.csv";
 };
 

@@ -1,6 +1,6 @@
 #include "programRun.h"
+#include "tests/support/TemporaryFolder.h"
 
-#include <filesystem>
 #include <fstream>
 
 namespace vexroc {
@@ -17,13 +17,9 @@ const std::string tied = "s,t\n1,1\n0,1\n1,2\n"; // a tie is worth a warning of 
 
 /// A config file for the time of a test.
 struct ConfigText {
-    std::string path;
-    explicit ConfigText(const std::string& text, const std::string& name = "vexroc_config.toml")
-        : path(testing::TempDir() + name)
-    {
-        std::ofstream(path) << text;
-    }
-    ~ConfigText() { std::filesystem::remove(path); }
+    TemporaryFolder folder;
+    std::string path = folder.path() / "config.toml";
+    explicit ConfigText(const std::string& text) { std::ofstream(path) << text; }
 };
 
 } // namespace
@@ -45,7 +41,7 @@ TEST(Config, FillsInWhatTheArgumentsDoNotSay)
     };
     for (const auto& [arguments, same] : runs) {
         EXPECT_EQ(run(arguments + " --config " + config.path).out, run(same).out) << arguments;
-        const ConfigText printed(run(same + " --print-config").out, "vexroc_printed.toml");
+        const ConfigText printed(run(same + " --print-config").out);
         EXPECT_EQ(run(split(arguments, ' ').front() + " --config " + printed.path).out, run(same).out) << arguments;
     }
 }
