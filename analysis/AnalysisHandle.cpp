@@ -6,8 +6,10 @@
 #include "vexrocproc/ROCOutputs.h"
 #include "vexrocproc/ROCStatusCodes.h"
 
+#include <algorithm>
 #include <array>
-#include <limits>
+#include <cmath>
+#include <utility>
 
 namespace ROCALG_920 {
 
@@ -36,16 +38,13 @@ int positionOf(std::string_view word, const std::array<std::string_view, N>& wor
     throw InvalidArgument("no setting " + quoted(setting) + " takes a " + kind + "; those that do are " + names);
 }
 
+/// As the library displays it; it has no names for the ends that are no fault of the settings or the data.
 std::string nameOf(int code)
 {
-    switch (code) {
-    case statusCode::noError: return "ok";
-    case statusCode::cancelled: return "cancelled";
-    case statusCode::unexpected: return "Unexpected_Failure";
-    case statusCode::stateVarNotSet: return "Setting_State_Not_Set";
-    case statusCode::stateValueMissing: return "Setting_State_Value_Missing";
-    default: break;
-    }
+    if (code == statusCode::cancelled)
+        return "Cancelled";
+    if (code == statusCode::unexpected)
+        return "Unexpected_Failure";
     std::string name;
     ROCComponentDisplay::ParseErrCodeToStr(code, name);
     return name;
@@ -183,6 +182,37 @@ std::vector<std::span<const double>> AnalysisRequest::columns() const
     return columns;
 }
 
+std::vector<int> AnalysisRequest::requiredColumns() const
+{
+    std::vector<int> columns{state_, group_, weight_};
+    std::erase(columns, -1);
+    return columns;
+}
+
+CompleteRows::CompleteRows(std::vector<std::span<const double>> columns, const std::vector<int>& required)
+    : columns_(std::move(columns))
+{
+    const std::size_t rows = columns_.front().size();
+    const auto isComplete = [&](std::size_t row) {
+        return std::ranges::none_of(
+            required, [&](int column) { return std::isnan(columns_[static_cast<std::size_t>(column)][row]); });
+    };
+    std::vector<bool> complete(rows);
+    for (std::size_t row = 0; row < rows; ++row)
+        complete[row] = isComplete(row);
+    leftOut_ = static_cast<int>(std::ranges::count(complete, false));
+    if (leftOut_ == 0)
+        return;
+    for (std::span<const double>& column : columns_) {
+        std::vector<double>& copy = copies_.emplace_back();
+        copy.reserve(rows - static_cast<std::size_t>(leftOut_));
+        for (std::size_t row = 0; row < rows; ++row)
+            if (complete[row])
+                copy.push_back(column[row]);
+        column = copy;
+    }
+}
+
 AnalysisRun::AnalysisRun(const AnalysisRequest& request, const Callbacks& callbacks) : variables_(request.variables())
 {
     ROCSetting setting = request.setting();
@@ -194,7 +224,9 @@ AnalysisRun::AnalysisRun(const AnalysisRequest& request, const Callbacks& callba
     });
     algorithm_->SetCancelPtr(callbacks.cancel != nullptr ? &cancel : nullptr);
     algorithm_->SetProgressListener(callbacks.progress != nullptr ? &listener : nullptr);
-    VexCommon_920::ColumnRecordIter records(request.columns());
+    const CompleteRows rows(request.columns(), request.requiredColumns());
+    leftOut_ = rows.leftOut();
+    VexCommon_920::ColumnRecordIter records(rows.columns());
     statusCode_ = static_cast<int>(algorithm_->BuildModel(records).GetErrorCode());
     algorithm_->SetCancelPtr(nullptr);
     algorithm_->SetProgressListener(nullptr);

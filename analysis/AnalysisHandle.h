@@ -32,6 +32,8 @@ public:
     [[nodiscard]] ROCSetting setting() const;
     [[nodiscard]] VexXML_920::VexVarList variables() const;
     [[nodiscard]] std::vector<std::span<const double>> columns() const;
+    /// The columns without whose value a row cannot take part: state, and group and weight when set.
+    [[nodiscard]] std::vector<int> requiredColumns() const;
 
 private:
     struct Column {
@@ -51,6 +53,22 @@ private:
     std::optional<double> groupSecond_;
     bool groupMidPoint_ = false;
     ROCSetting options_; ///< what needs no other setting
+};
+
+/// The rows of columns that have a value in each of the required ones. Copies the columns only when rows are left out.
+class CompleteRows {
+public:
+    CompleteRows(std::vector<std::span<const double>> columns, const std::vector<int>& required);
+    CompleteRows(const CompleteRows&) = delete;
+    CompleteRows& operator=(const CompleteRows&) = delete;
+
+    [[nodiscard]] const std::vector<std::span<const double>>& columns() const noexcept { return columns_; }
+    [[nodiscard]] int leftOut() const noexcept { return leftOut_; }
+
+private:
+    std::vector<std::span<const double>> columns_;
+    std::vector<std::vector<double>> copies_;
+    int leftOut_ = 0;
 };
 
 /// A run that has ended, with all that a caller may ask of it.
@@ -73,6 +91,7 @@ public:
     [[nodiscard]] int statusCode() const noexcept { return statusCode_; }
     [[nodiscard]] const std::string& statusName() const noexcept { return statusName_; }
     [[nodiscard]] const std::vector<Warning>& warnings() const noexcept { return warnings_; }
+    [[nodiscard]] int leftOut() const noexcept { return leftOut_; }
     [[nodiscard]] std::span<ROCOutBase* const> records() const noexcept;
     [[nodiscard]] std::span<ROCComparisonOutStats* const> comparisons() const noexcept;
 
@@ -82,6 +101,7 @@ private:
     int statusCode_ = 0;
     std::string statusName_;
     std::vector<Warning> warnings_;
+    int leftOut_ = 0;
 };
 
 } // namespace ROCALG_920

@@ -75,12 +75,12 @@ const auto& at(const List& list, int index, const char* what)
     return list[static_cast<std::size_t>(index)];
 }
 
-template <class List>
-int countOf(const vexroc_analysis* analysis, List list) noexcept
+/// What a number of the last run is; 0 without one.
+template <class Number>
+int numberOf(const vexroc_analysis* analysis, Number number) noexcept
 {
-    return analysis != nullptr && !analysis->running && analysis->run != nullptr
-        ? static_cast<int>((*analysis->run.*list)().size())
-        : 0;
+    const bool hasRun = analysis != nullptr && !analysis->running && analysis->run != nullptr;
+    return hasRun ? static_cast<int>(number(*analysis->run)) : 0;
 }
 
 /// Copies as much of the result as the caller's structure, whose first member is its size, has room for.
@@ -255,17 +255,22 @@ int vexroc_analysis_status(const vexroc_analysis* analysis, int* code, const cha
 
 int vexroc_analysis_warning_count(const vexroc_analysis* analysis)
 {
-    return countOf(analysis, &AnalysisRun::warnings);
+    return numberOf(analysis, [](const AnalysisRun& run) { return run.warnings().size(); });
 }
 
 int vexroc_analysis_record_count(const vexroc_analysis* analysis)
 {
-    return countOf(analysis, &AnalysisRun::records);
+    return numberOf(analysis, [](const AnalysisRun& run) { return run.records().size(); });
 }
 
 int vexroc_analysis_comparison_count(const vexroc_analysis* analysis)
 {
-    return countOf(analysis, &AnalysisRun::comparisons);
+    return numberOf(analysis, [](const AnalysisRun& run) { return run.comparisons().size(); });
+}
+
+int vexroc_analysis_left_out_count(const vexroc_analysis* analysis)
+{
+    return numberOf(analysis, [](const AnalysisRun& run) { return run.leftOut(); });
 }
 
 int vexroc_analysis_warning(const vexroc_analysis* analysis, int index, vexroc_warning* warning)
@@ -330,7 +335,8 @@ int vexroc_analysis_precision_recall(const vexroc_analysis* analysis, int record
         const ROCOutBase& found = *at(lastRun(analysis).records(), record, "record");
         const auto& points = found.getPrecisionRecallDraw();
         const auto& measured = found.getPrecisionRecallCoordinates(); // in the same order
-        // Bits, not values: a precision may be NaN.
+        // An interpolated point never equals the measured one after it: its recall lies strictly between its
+        // neighbours'. Bits, not values: a precision may be NaN.
         const auto same = [](const auto& a, const auto& b) {
             return std::memcmp(&a.first, &b.first, sizeof a.first) == 0
                 && std::memcmp(&a.second, &b.second, sizeof a.second) == 0;

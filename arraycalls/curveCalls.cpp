@@ -22,7 +22,9 @@ roccurve_res rocCurve(const ArrayInput& input, const char* include, const char* 
 {
     ROCSpace space(isInclude(include), isLarger(larger), false, true, true);
     fill(space, input);
-    std::unique_ptr<double[]> rows(new double[3 * space.mostCutOffs()]); // what is not written costs no memory
+    const std::size_t cutOffs = space.countCutOffs();
+    const int count = checkedCount(cutOffs);
+    std::unique_ptr<double[]> rows(new double[3 * cutOffs]); // every one is written below
     const double nPos = space.getPositiveCount();
     const double nNeg = space.getNegtiveCount();
     double* row = rows.get();
@@ -32,7 +34,6 @@ roccurve_res rocCurve(const ArrayInput& input, const char* include, const char* 
         row[2] = (nPos - result.falseNegative) / nPos;
         row += 3;
     });
-    const int count = checkedCount(static_cast<std::size_t>(row - rows.get()) / 3);
     return {rows.release(), count};
 }
 

@@ -65,7 +65,7 @@ auc_comparison_res comparePaired(const PairedInput& input, double positiveState,
     ROCSpace space2 = space1;
     if (!space1.borrow({input.predicted1, input.actual, positiveState, input.size})
         || !space2.borrow({input.predicted2, input.actual, positiveState, input.size}))
-        return comparePaired(CompleteCases(input).input(), positiveState, includeCutOff, larger, level);
+        return comparePaired(CompleteCases(input).input(), positiveState, includeCutOff, larger, level); // once
     ROCPairedStats stats1(space1, larger, level);
     ROCPairedStats stats2(space2, larger, level);
     RocPairedCompare comparison(stats1, stats2, larger, level, 0, positiveState);

@@ -151,12 +151,13 @@ ROCCompute::Code ROCCompute::defineGroups(MultiPassRecordIter& iter, int groupVa
 {
     if (groupVar < 0)
         return statusCode::noError;
+    const bool independent = setting_.getComparisonType() == ROCConst_920::IndependentComparison;
     std::vector<double> values = groupValues(iter, groupVar);
     if (values.empty()) {
         warn(statusCode::groupIgnored);
-        return checkComparison(-1);
+        return independent ? statusCode::groupRequired : statusCode::noError;
     }
-    if (constantGroup_ && setting_.getComparisonType() == ROCConst_920::IndependentComparison)
+    if (constantGroup_ && independent)
         return statusCode::groupConstant;
     split = GroupSplit(groupVar, std::move(values), constantGroup_);
     return statusCode::noError;

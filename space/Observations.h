@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <limits>
 #include <utility>
 #include <vector>
 
@@ -42,7 +43,12 @@ public:
         values_.reserve(count);
         states_.reserve(count);
     }
-    /// Throws std::bad_alloc and changes nothing when memory is short.
+    /// May cases be added? Borrowed arrays are not ours to extend, and an int has to count the cases.
+    [[nodiscard]] bool hasRoom() const noexcept
+    {
+        return borrowed_.count == 0 && values_.size() < std::numeric_limits<int>::max();
+    }
+    /// There is room. Throws std::bad_alloc and changes nothing when memory is short.
     void add(bool positive, double value)
     {
         if (values_.size() == values_.capacity() || states_.size() == states_.capacity())

@@ -82,18 +82,18 @@ bool ROCSpace::finishUpdate()
         return false;
     if ((needROC_ || needPR_) && hasBothStates()) {
         sorted_ = observations_.visit([](const auto& columns) { return valuesort::SortedValues(columns); });
-        order_ = Order::ByValue;
+        setOrder(Order::ByValue);
     }
     finished_ = true;
     return true;
 }
 
-std::size_t ROCSpace::mostCutOffs()
+std::size_t ROCSpace::countCutOffs()
 {
     finishUpdate();
     if (!sorted_)
         return 0;
-    return observations_.visit([&](const auto& columns) { return sorted_->mostDistinct(columns) + 1; });
+    return observations_.visit([&](const auto& columns) { return sorted_->countDistinct(columns) + 1; });
 }
 
 /// All zero without a curve.
@@ -169,37 +169,37 @@ const std::vector<ROCData>& ROCSpace::getROCData()
 {
     finishUpdate();
     if (data_.size() != observations_.size())
-        data_ = listObservations();
+        data_ = listObservations(order_);
     return data_;
 }
 
-/// The observations in the order that getROCData() shows.
-std::vector<ROCData> ROCSpace::listObservations() const
+std::vector<ROCData> ROCSpace::listObservations(Order order) const
 {
     std::vector<ROCData> list(observations_.size());
-    if (order_ == Order::Arrival) {
+    if (order == Order::Arrival) {
         for (std::size_t i = 0; i < list.size(); ++i)
             list[i] = {observations_.positive(i), observations_.value(i)};
         return list;
     }
     auto positive = list.begin();
-    auto negative = list.begin() + (order_ == Order::ByState ? positiveCount_ : 0);
+    auto negative = list.begin() + (order == Order::ByState ? positiveCount_ : 0);
     forEachDistinctValue([&](const DistinctValue& distinct) {
         positive = std::fill_n(positive, distinct.positives, ROCData{true, distinct.value});
-        if (order_ == Order::ByValue)
+        if (order == Order::ByValue)
             negative = positive;
         negative = std::fill_n(negative, distinct.negatives, ROCData{false, distinct.value});
-        if (order_ == Order::ByValue)
+        if (order == Order::ByValue)
             positive = negative;
     });
     return list;
 }
 
-void ROCSpace::orderByState()
+/// From here on getROCData() shows this order, also to whoever holds the list already.
+void ROCSpace::setOrder(Order order)
 {
-    order_ = Order::ByState;
     if (!data_.empty())
-        data_ = listObservations(); // whoever holds the list sees the new order
+        data_ = listObservations(order);
+    order_ = order;
 }
 
 const std::vector<double>& ROCSpace::getCutOffPoints()

@@ -48,12 +48,12 @@ public:
     ROCSpace(ROCSpace&&) = default;
     ROCSpace& operator=(ROCSpace&&) = default;
 
-    /// Adds one case. False, and nothing changes, for a weight below 1, a test value that is NaN, a closed space, or
-    /// a space that holds as many observations as an int can count.
+    /// Adds one case. False, and nothing changes, for a weight below 1, a test value that is NaN, a closed space, one
+    /// that borrows its cases, or one that holds as many observations as an int can count.
     bool update(bool positive, double value, int weight);
     /// Makes room for so many observations in all.
     void reserve(std::size_t count) { observations_.reserve(count); }
-    /// Fills an empty space with the cases of two arrays, each of weight 1, without copying them: they must outlive
+    /// Replaces the cases of an open space by those of two arrays, each of weight 1, without copying them: they must outlive
     /// the space. False, and nothing changes, when a test value is NaN.
     bool borrow(const BorrowedColumns& columns);
 
@@ -61,7 +61,7 @@ public:
     void setGroup(int groupVar, ROCConst_920::Operation op, double value) noexcept;
 
     // Summary reads. Not const: the first one closes the space, and the lists are made on demand. The references
-    // stay valid as long as the space lives.
+    // stay valid as long as the space lives, and show the same lists until takeCurve() hands those over.
 
     /// The observations: in arrival order, by ascending value once a curve was built, in the order of
     /// independentSortMethod once area statistics of independent samples were computed.
@@ -105,14 +105,13 @@ public:
     /// Calls visit(DistinctValue) for every distinct test value, ascending.
     template <class Visit>
     void forEachDistinctValue(Visit&& visit) const;
-    /// No more cut-offs than this, and exactly as many when there are few; 0 without a curve. Closes the space, as
-    /// every summary read does.
-    [[nodiscard]] std::size_t mostCutOffs();
+    /// 0 without a curve. Closes the space, as every summary read does.
+    [[nodiscard]] std::size_t countCutOffs();
     /// Calls visit(cut-off, ClsResult) for every cut-off in ascending order; never without a curve.
     template <class Visit>
     void forEachCutOff(Visit&& visit) const;
     /// The order of independentSortMethod holds from here on.
-    void orderByState();
+    void orderByState() { setOrder(Order::ByState); }
 
 private:
     enum class Order { Arrival, ByValue, ByState };
@@ -127,7 +126,8 @@ private:
     DistinctSummary distinctSummary();
     const CurveLists& curveLists();
     [[nodiscard]] CurveLists computeStats(bool needPR, bool needROC);
-    [[nodiscard]] std::vector<ROCData> listObservations() const;
+    [[nodiscard]] std::vector<ROCData> listObservations(Order order) const;
+    void setOrder(Order order);
 
     Observations observations_;
     std::optional<valuesort::SortedValues> sorted_; ///< with the curve
@@ -157,13 +157,13 @@ private:
 // Inline: a record pass calls it for every record and variable.
 inline bool ROCSpace::update(bool positive, double value, int weight)
 {
-    constexpr std::size_t maxObservations = std::numeric_limits<int>::max();
-    if (weight < 1 || finished_ || std::isnan(value) || observations_.size() >= maxObservations)
+    if (weight < 1 || finished_ || std::isnan(value) || !observations_.hasRoom())
         return false;
+    if (!data_.empty()) // whoever holds the list sees the new case
+        data_.push_back({positive, value});
     observations_.add(positive, value);
     (positive ? positiveCount_ : negativeCount_) += 1;
     (positive ? posFreqCount_ : negFreqCount_) += weight;
-    data_.clear(); // a list handed out before is out of date
     return true;
 }
 

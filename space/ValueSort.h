@@ -252,6 +252,17 @@ struct Sorted {
     {
         return valueOfKey(elements[i].key(i >= firstUpper ? signBit : 0));
     }
+    /// How often the value changes from one element to the next.
+    [[nodiscard]] std::size_t countSteps() const noexcept
+    {
+        std::size_t steps = 0;
+        for (std::size_t i = 1; i < elements.size(); ++i)
+            steps += elements[i - 1].key(0) != elements[i].key(0);
+        // Two values may differ in the bit only that the halves of the list stand for.
+        const bool hidden = firstUpper > 0 && firstUpper < elements.size()
+            && elements[firstUpper - 1].key(0) == elements[firstUpper].key(0);
+        return steps + hidden;
+    }
 };
 
 template <class Element, class Columns>

@@ -38,7 +38,8 @@ std::pair<double, double> confidenceInterval(double estimate, double stdError, d
 {
     if (anyMissing(estimate, stdError, zCritical))
         return {VexMV::Missing(), VexMV::Missing()};
-    return {estimate - stdError * zCritical, estimate + stdError * zCritical};
+    const double half = stdError == 0 ? 0.0 : stdError * zCritical; // exact: nothing to widen, even by infinity
+    return {estimate - half, estimate + half};
 }
 
 double stdErrorOfVariance(double variance)

@@ -41,14 +41,15 @@ struct RocPairedCompare::SearchedSums {
     }
     [[nodiscard]] double covariance() const { return s10_ / (nPos_ - 1) / nPos_ + s01_ / (nNeg_ - 1) / nNeg_; }
     [[nodiscard]] const StateSums& products() const { return products_; }
-    /// As many cases of each state with the same totals as in both spaces?
-    [[nodiscard]] bool areOfTheSpaces() const
+    /// As many cases of each state as in both spaces, with the same totals? Then the means of the components are those
+    /// of the spaces, which is all that exact centring asks for.
+    [[nodiscard]] bool totalsMatch() const
     {
-        return areOf(first_, totals1_) && areOf(second_, totals2_);
+        return matches(first_, totals1_) && matches(second_, totals2_);
     }
 
 private:
-    [[nodiscard]] bool areOf(ROCPairedStats& stats, const StateSums& totals) const
+    [[nodiscard]] bool matches(ROCPairedStats& stats, const StateSums& totals) const
     {
         const ROCSpace& space = stats.getROCSpace();
         const Int128 ordered = stats.components().pairs().twiceOrdered;
@@ -99,7 +100,8 @@ bool RocPairedCompare::linesUp(std::size_t position, bool positive, double value
 {
     const Observations& cases1 = first_.getROCSpace().observations();
     const Observations& cases2 = second_.getROCSpace().observations();
-    return position < cases1.size() && position < cases2.size() && cases1.value(position) == value1
+    return position < first_.components().size() && position < second_.components().size()
+        && cases1.value(position) == value1
         && cases2.value(position) == value2 && cases1.positive(position) == positive
         && cases2.positive(position) == positive;
 }
@@ -170,7 +172,7 @@ void RocPairedCompare::finishBySearch(std::size_t linedUp, const Record* next, M
         sums.add(cases1.positive(i), cases1.value(i), cases2.value(i));
     for (; next != nullptr; next = iter.HasMore() ? iter.Next() : nullptr)
         sums.add((*next)[stateVarIndex_] == positiveStateValue_, (*next)[testVarIndex1_], (*next)[testVarIndex2_]);
-    if (sums.areOfTheSpaces())
+    if (sums.totalsMatch())
         return finishExactly(sums.products());
     const double covariance = sums.covariance();
     finish(covariance, pairedStdError(first_.getStdError(), second_.getStdError(), covariance));

@@ -3,6 +3,9 @@
 #include "cli/Failure.h"
 #include "cli/text/Words.h"
 
+#include <sys/stat.h>
+
+#include <algorithm>
 #include <cerrno>
 #include <istream>
 #include <system_error>
@@ -23,6 +26,9 @@ public:
         if (!file_)
             throw cannotRead(name(), errno);
         std::setvbuf(file_.get(), nullptr, _IONBF, 0); // the reader's blocks are the buffer
+        struct stat status {};
+        if (fstat(fileno(file_.get()), &status) == 0 && S_ISREG(status.st_mode))
+            length_ = static_cast<double>(status.st_size);
     }
 
     std::size_t read(std::span<char> block) override
@@ -30,7 +36,13 @@ public:
         const std::size_t length = std::fread(block.data(), 1, block.size(), file_.get());
         if (std::ferror(file_.get()))
             throw cannotRead(name(), errno);
+        read_ += static_cast<double>(length);
         return length;
+    }
+    /// Files may grow while they are read.
+    [[nodiscard]] std::optional<double> shareRead() const noexcept override
+    {
+        return length_ > 0.0 ? std::optional(std::min(read_ / length_, 1.0)) : std::nullopt;
     }
 
 private:
@@ -38,6 +50,8 @@ private:
         void operator()(std::FILE* file) const noexcept { std::fclose(file); }
     };
     std::unique_ptr<std::FILE, Close> file_;
+    double length_ = 0.0; ///< in bytes; 0 where a pipe or a device does not tell
+    double read_ = 0.0;   ///< bytes so far
 };
 
 class StreamSource final : public ByteSource {

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <iosfwd>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 
@@ -18,6 +19,8 @@ public:
 
     /// Fills the front of the block and says how far; 0 at the end. Throws an input error when reading fails.
     virtual std::size_t read(std::span<char> block) = 0;
+    /// How much of the input is read, 0 to 1; none where its length is not known.
+    [[nodiscard]] virtual std::optional<double> shareRead() const noexcept { return std::nullopt; }
     /// How messages call the input.
     [[nodiscard]] const std::string& name() const noexcept { return name_; }
 

@@ -24,6 +24,7 @@ public:
     explicit Front(std::unique_ptr<ByteSource> source) : source_(std::move(source)), block_(blockSize) { fill(); }
 
     [[nodiscard]] const std::string& name() const noexcept { return source_->name(); }
+    [[nodiscard]] std::optional<double> shareRead() const noexcept { return source_->shareRead(); }
     /// What is read and not yet taken; empty at the end only.
     std::string_view rest()
     {
@@ -65,6 +66,7 @@ class PlainSource final : public ByteSource {
 public:
     explicit PlainSource(Front front) : ByteSource(front.name()), front_(std::move(front)) {}
     std::size_t read(std::span<char> block) override { return front_.read(block); }
+    [[nodiscard]] std::optional<double> shareRead() const noexcept override { return front_.shareRead(); }
 
 private:
     Front front_;
@@ -93,6 +95,7 @@ public:
         }
         return length;
     }
+    [[nodiscard]] std::optional<double> shareRead() const noexcept final { return front_.shareRead(); }
 
 protected:
     struct Step {

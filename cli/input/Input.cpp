@@ -59,6 +59,16 @@ void requireOneInput(const InputOptions& options)
             throw usageError(message);
 }
 
+void readDatabase(const Input& input, RowSink& sink)
+{
+    if (input.kind == Input::Kind::postgres)
+        readPostgres(input.place, input.query, sink);
+    else if (input.table.empty())
+        readSqliteQuery(input.place, input.query, sink);
+    else
+        readSqliteTable(input.place, input.table, sink);
+}
+
 } // namespace
 
 void addInputOptions(CLI::App& command, InputOptions& options)
@@ -98,16 +108,13 @@ Input parseInput(const InputOptions& options)
 
 void readInput(const Input& input, const Session& session, RowSink& sink)
 {
-    sink.beginProgress(session.progress);
-    switch (input.kind) {
-    case Input::Kind::delimited:
-        readDelimited(*decompressed(openSource(input.place, session.standardInput)), input.delimiter, sink);
-        break;
-    case Input::Kind::sqlite:
-        input.table.empty() ? readSqliteQuery(input.place, input.query, sink)
-                            : readSqliteTable(input.place, input.table, sink);
-        break;
-    case Input::Kind::postgres: readPostgres(input.place, input.query, sink); break;
+    if (input.kind == Input::Kind::delimited) {
+        const std::unique_ptr<ByteSource> source = decompressed(openSource(input.place, session.standardInput));
+        sink.beginProgress(session.progress, [&source] { return source->shareRead(); });
+        readDelimited(*source, input.delimiter, sink);
+    } else {
+        sink.beginProgress(session.progress, [] { return std::nullopt; }); // databases do not say before the last row
+        readDatabase(input, sink);
     }
     sink.endProgress();
 }

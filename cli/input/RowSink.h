@@ -53,7 +53,11 @@ public:
         if (progress_)
             progress_->countRow();
     }
-    void beginProgress(const ProgressDisplay& display) { progress_.emplace(display); }
+    /// share: as of ReadingProgress.
+    void beginProgress(const ProgressDisplay& display, ReadingProgress::Share share)
+    {
+        progress_.emplace(display, std::move(share));
+    }
     void endProgress() { progress_.reset(); }
 
 private:

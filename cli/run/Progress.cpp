@@ -72,7 +72,7 @@ void AnalysisProgress::show(VexCommon_920::ProgressReport& report)
                      + ",\"rows_per_second\":" + perSecond);
 }
 
-ReadingProgress::ReadingProgress(const ProgressDisplay& display)
+ReadingProgress::ReadingProgress(const ProgressDisplay& display, Share share) : share_(std::move(share))
 {
     if (display.stream != nullptr)
         teller_.emplace(display);
@@ -85,8 +85,11 @@ void ReadingProgress::look()
         return;
     const std::string rows = std::to_string(rows_);
     const std::string perSecond = rounded(static_cast<double>(rows_) / teller_->secondsUntil(now));
-    teller_->tell(now, "reading: " + rows + " rows, " + perSecond + " rows/s",
-                  "\"phase\":\"reading\",\"rows\":" + rows + ",\"rows_per_second\":" + perSecond);
+    const std::optional<double> read = share_();
+    const std::string percentage = read ? rounded(100.0 * *read) + " %, " : "";
+    const std::string shareMember = read ? "\"share\":" + share(*read) + "," : "";
+    teller_->tell(now, "reading: " + percentage + rows + " rows, " + perSecond + " rows/s",
+                  "\"phase\":\"reading\"," + shareMember + "\"rows\":" + rows + ",\"rows_per_second\":" + perSecond);
 }
 
 } // namespace vexroc

@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <functional>
 #include <iosfwd>
 #include <optional>
 #include <string>
@@ -56,11 +57,14 @@ private:
     std::optional<double> readingSeconds_; ///< once all rows are read
 };
 
-/// Progress of reading rows whose number is not known before: "reading: 3000000 rows, 1500000 rows/s".
+/// Progress of reading rows whose number is not known before: "reading: 42 %, 3000000 rows, 1500000 rows/s".
 class ReadingProgress {
 public:
+    /// How much of the input is read, 0 to 1; none where nobody knows.
+    using Share = std::function<std::optional<double>()>;
+
     /// Tells nothing when the display has no stream.
-    explicit ReadingProgress(const ProgressDisplay& display);
+    ReadingProgress(const ProgressDisplay& display, Share share);
     void countRow()
     {
         if (++rows_ % rowsBetweenLooks == 0 && teller_)
@@ -72,6 +76,7 @@ private:
     void look();
 
     std::optional<ProgressTeller> teller_;
+    Share share_;
     std::size_t rows_ = 0;
 };
 

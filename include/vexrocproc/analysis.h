@@ -10,7 +10,10 @@
  *    failed call of the thread complained about. No exception leaves a call and nothing is printed.
  *  - Ownership: the values of columns are not copied; they must stay as they are until the last run has ended. Names
  *    are copied. Texts and arrays that a call hands out belong to the handle and live until its next run or its end.
- *  - Missing values: a statistic that cannot be computed is the quiet NaN with the payload 1954, as in arraycalls.h.
+ *  - Missing values: any NaN in a column is missing. A row without a state, or without the group or weight in use, is
+ *    left out and counted (vexroc_analysis_left_out_count); a test value that is missing leaves its row out of that
+ *    test, and of every test in a paired comparison, so that positive + negative of a record are fewer. A statistic
+ *    that cannot be computed is the quiet NaN with the payload 1954, as in arraycalls.h.
  *  - Growth: the caller sets struct_size of a result structure to its sizeof; the library fills no more than that,
  *    so that a program goes on working with a later library. New members are added at the end only.
  *  - Threads: one handle is used by one thread at a time; handles share nothing. Callbacks run on the thread that
@@ -102,13 +105,18 @@ int vexroc_analysis_on_cancel(vexroc_analysis* analysis, vexroc_cancel callback,
 /** Runs the analysis. VEXROC_NO_RESULT: vexroc_last_error and vexroc_analysis_status tell why. */
 int vexroc_analysis_run(vexroc_analysis* analysis);
 
-/** Status of the last run: 0, 1 when cancelled, or an error code, with its name. Either pointer may be null. */
+/**
+ * Status of the last run: 0 "No error", 1 "Cancelled", or an error code with its name, such as 430005
+ * "Setting_Error_TestVar"; 430001 "Unexpected_Failure" when memory ran out. Either pointer may be null.
+ */
 int vexroc_analysis_status(const vexroc_analysis* analysis, int* code, const char** name);
 
 /* Numbers of results of the last run; 0 for a null handle and before a run. */
 int vexroc_analysis_warning_count(const vexroc_analysis* analysis);
 int vexroc_analysis_record_count(const vexroc_analysis* analysis);
 int vexroc_analysis_comparison_count(const vexroc_analysis* analysis);
+/** Rows that the last run left out, as state, group or weight was missing. */
+int vexroc_analysis_left_out_count(const vexroc_analysis* analysis);
 
 typedef struct vexroc_warning {
     size_t struct_size;

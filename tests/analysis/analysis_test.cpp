@@ -155,6 +155,29 @@ TEST(AnalysisHandle, ComparesAndSplitsAndWarns)
     }
 }
 
+TEST(AnalysisHandle, LeavesOutRowsWithoutStateGroupOrWeightAndCountsThem)
+{
+    const std::vector<double> states{missing, 1, 0, 1, 0, 1, 0, 1};
+    const std::vector<double> values{9, 3, 1, 2, 4, missing, 8, 7};
+    const std::vector<double> weights{1, 1, 2, 1, 3, 1, missing, 1};
+    const std::vector<double> groups{1, 1, 1, 1, 1, 1, 1, missing};
+    const Analysis holes;
+    holes.part("state", holes.column("state", states));
+    holes.part("test", holes.column("test", values));
+    holes.part("weight", holes.column("weight", weights));
+    const int group = holes.column("group", groups);
+    ASSERT_EQ(vexroc_analysis_run(holes.handle), VEXROC_OK) << vexroc_last_error();
+    EXPECT_EQ(vexroc_analysis_left_out_count(holes.handle), 2);
+    EXPECT_EQ(holes.record(0).positive, 3); // the group has no part yet
+    holes.part("group", group);
+    holes.number("group_cut", 2);
+    ASSERT_EQ(vexroc_analysis_run(holes.handle), VEXROC_OK) << vexroc_last_error();
+    EXPECT_EQ(vexroc_analysis_left_out_count(holes.handle), 3);
+    EXPECT_EQ(holes.record(0).positive, 2);
+    EXPECT_EQ(holes.record(0).weighted_negative, 5);
+    EXPECT_EQ(holes.record(0).area, 0.5); // 3 and 2 against 1 and 4
+}
+
 TEST(AnalysisHandle, TellsProgressAndCancels)
 {
     Study study;

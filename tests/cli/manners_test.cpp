@@ -111,6 +111,13 @@ TEST(Progress, OfReadingCountsTheRows)
     std::ostringstream err;
     EXPECT_EQ(run("auc - --state s=1 --test t --progress json", data, err, {}).exitCode, exitDone);
     EXPECT_THAT(err.str(), StartsWith("{\"phase\":\"reading\",\"rows\":8192,"));
+
+    const TemporaryFolder folder;
+    const std::string file = folder.path() / "scores.csv";
+    std::ofstream(file) << data << std::string(9 * data.size(), '\n'); // rows in the first tenth only
+    err.str("");
+    EXPECT_EQ(run("auc " + file + " --state s=1 --test t --progress json", "", err, {}).exitCode, exitDone);
+    EXPECT_THAT(err.str(), StartsWith("{\"phase\":\"reading\",\"share\":0.1"));
 }
 
 TEST(Texts, ManualPageAndCompletionsNameEveryOption)

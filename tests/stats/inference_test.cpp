@@ -33,6 +33,12 @@ TEST(Inference, PassesMissingValuesOnAndOnlyThose)
         EXPECT_TRUE(std::isnan(value) && !isMissing(value));
 }
 
+TEST(Inference, HasNoIntervalAroundAnEstimateWithoutError)
+{
+    for (const double z : {0.0, 1.96, std::numeric_limits<double>::infinity()})
+        EXPECT_EQ(confidenceInterval(0.75, 0.0, z), std::pair(0.75, 0.75));
+}
+
 TEST(Inference, TakesARadicandBelowZeroByRoundingAsZero)
 {
     EXPECT_EQ(pairedStdError(1.0, 1.0, 1.0 + 2 * eps), 0.0);
