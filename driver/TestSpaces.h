@@ -3,8 +3,8 @@
 #include "driver/GroupSplit.h"
 #include "space/ROCSpace.h"
 
-#include <algorithm>
 #include <cstddef>
+#include <unordered_map>
 #include <vector>
 
 namespace ROCALG_920 {
@@ -16,8 +16,14 @@ public:
     /// testVars: usable variable indices in the order of the settings; empty: a space to make the others like.
     TestSpaces(const std::vector<int>& testVars, const ROCSpace& empty, const GroupSplit& split)
     {
-        for (const int testVar : testVars)
-            slots_.push_back(slotOf(testVar, empty, split));
+        std::unordered_map<int, std::size_t> slotOf; // there may be tens of thousands of variables
+        for (const int testVar : testVars) {
+            const auto [known, isNew] = slotOf.try_emplace(testVar, variables_.size());
+            if (isNew)
+                addVariable(testVar, empty, split);
+            slots_.push_back(known->second);
+            ++variables_[known->second].entriesLeft;
+        }
     }
 
     /// Number of entries of the test-variable list, repeats included.
@@ -31,8 +37,7 @@ public:
     /// Gives the memory of an entry's spaces back, unless a later entry repeats the variable.
     void doneWith(std::size_t entry)
     {
-        const auto later = slots_.begin() + static_cast<std::ptrdiff_t>(entry) + 1;
-        if (std::find(later, slots_.end(), slots_[entry]) == slots_.end())
+        if (--variables_[slots_[entry]].entriesLeft == 0)
             std::vector<ROCSpace>().swap(ofEntry(entry));
     }
 
@@ -40,19 +45,16 @@ public:
     struct Variable {
         int index; ///< position in a record
         std::vector<ROCSpace> spaces;
+        std::size_t entriesLeft = 0; ///< entries that still need the spaces
     };
     [[nodiscard]] std::vector<Variable>& variables() noexcept { return variables_; }
 
 private:
-    std::size_t slotOf(int testVar, const ROCSpace& empty, const GroupSplit& split)
+    void addVariable(int testVar, const ROCSpace& empty, const GroupSplit& split)
     {
-        for (std::size_t slot = 0; slot < variables_.size(); ++slot)
-            if (variables_[slot].index == testVar)
-                return slot;
         ROCSpace space = empty;
         space.setTestVarInd(testVar);
         variables_.push_back({testVar, split.spacesLike(space)});
-        return variables_.size() - 1;
     }
 
     std::vector<Variable> variables_;

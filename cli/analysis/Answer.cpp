@@ -31,6 +31,9 @@ public:
     {
         addRowNote();
         answer_.failure = inWords(status);
+        answer_.tables = tablesWithoutResult(request_.question.format);
+        if (!options_.reportFile.empty())
+            answer_.pageTables = tablesWithoutResult(OutputFormat::html);
         return std::move(answer_);
     }
 
@@ -61,18 +64,34 @@ private:
         return text.str();
     }
 
+    [[nodiscard]] Findings::Part casesPart(OutputFormat format) const
+    {
+        return {"cases", "Cases", caseTable(format, data_.rows, data_.weight >= 0)};
+    }
+    [[nodiscard]] static Findings::Part areasPart(Table areas)
+    {
+        return {"areas", "Areas under the ROC curves", std::move(areas)};
+    }
+
     [[nodiscard]] std::vector<Findings::Part> tables(const ROCOutputs& results, OutputFormat format) const
     {
-        const bool weighted = data_.weight >= 0;
-        std::vector<Findings::Part> all;
-        all.push_back({"cases", "Cases", caseTable(format, data_.rows, weighted)});
-        all.push_back({"areas", "Areas under the ROC curves", areaTable(format, results, data_.variables, weighted)});
+        std::vector<Findings::Part> all{casesPart(format)};
+        all.push_back(areasPart(areaTable(format, results, data_.variables, data_.weight >= 0)));
         if (!results.getROCComparisonStats().empty())
             all.push_back({"comparisons", "Differences between the areas",
                            comparisonTable(format, results, data_.variables, request_.roles.paired)});
         if (options_.best)
             all.push_back({"best_cut_offs", "Best cut-offs by Youden's index: sensitivity + specificity - 1",
                            bestCutOffTable(format, results, data_.variables)});
+        return all;
+    }
+
+    /// Cases, and areas that are not there: among the analyses of several values, a value without a result shows too.
+    [[nodiscard]] std::vector<Findings::Part> tablesWithoutResult(OutputFormat format) const
+    {
+        std::vector<Findings::Part> all{casesPart(format)};
+        if (!request_.roles.group)
+            all.push_back(areasPart(missingAreaTable(format, data_)));
         return all;
     }
 
@@ -86,14 +105,24 @@ private:
         if (const std::size_t rounded = data_.rows.roundedWeights; rounded > 0)
             notes.push_back("weights that are not whole numbers, rounded with halves up: " + std::to_string(rounded));
         for (const ROCOutBase* const record : results.getROCBaseStats())
-            addAreaNotes(subjectOf(*record),
-                         {record->getPositiveCount(), record->getNegativeCount(), record->getArea(),
-                          record->getStdError()},
-                         notes);
+            addRecordNotes(*record);
         if (options_.pr && options_.prCurveFile.empty() && !options_.display && options_.plotFile.empty()
             && options_.reportFile.empty())
             notes.push_back("the points of --pr are drawn by --plot and --report, shown by --display and written by "
                             "--pr-curve FILE");
+    }
+
+    void addRecordNotes(const ROCOutBase& record)
+    {
+        const std::string subject = subjectOf(record);
+        const int positive = record.getPositiveCount();
+        const int negative = record.getNegativeCount();
+        addAreaNotes(subject, {positive, negative, record.getArea(), record.getStdError()}, answer_.notes);
+        addAreaCautions(subject, {record.getArea(), record.getStdError(), record.getCIUpper(), options_.study.smaller},
+                    answer_.notes);
+        const std::optional<std::string> reason = reasonWithoutCurve(positive, negative);
+        if (reason && positive > 0 && negative > 0 && !options_.noCurve)
+            answer_.notes.push_back(subject + ": no curve: " + *reason);
     }
 
     [[nodiscard]] std::string subjectOf(const ROCOutBase& record) const
@@ -113,8 +142,8 @@ private:
         for (const auto& [reason, count] : rows.leftOut())
             note += std::exchange(separator, ", ") + reason + ": " + std::to_string(count);
         note += rows.leftOut().empty() ? "" : ")";
-        for (const auto& [test, count] : rows.missingTests)
-            note += ", " + inQuotes(test) + " missing in " + std::to_string(count);
+        for (const RowCounts::Gap& gap : rows.gaps)
+            note += ", " + inQuotes(gap.test) + " missing in " + std::to_string(gap.rows());
         answer_.notes.push_back(note);
     }
 
@@ -164,14 +193,14 @@ void ValueAnswers::add(const std::string& value, Answer answer)
         all_.notes.push_back(subject + note);
     for (const auto& [code, name, sentence] : answer.warnings)
         all_.warnings.push_back({code, name, subject + sentence});
+    append(value, answer.tables, all_.tables);
+    append(value, answer.pageTables, all_.pageTables);
     if (answer.failure) {
         const auto& [code, name, sentence] = *answer.failure;
         all_.warnings.push_back({code, name, subject + "no result: " + sentence});
         lastFailure_ = answer.failure;
         return;
     }
-    append(value, answer.tables, all_.tables);
-    append(value, answer.pageTables, all_.pageTables);
     append(value, answer.curve, all_.curve);
     append(value, answer.precisionRecall, all_.precisionRecall);
     for (DrawnCurve& curve : answer.curves) {

@@ -22,7 +22,7 @@ struct Answer {
     std::string display;                    ///< the component's own text, where that is asked for
     std::vector<std::string> notes;
     std::vector<Warning> warnings;
-    std::optional<Warning> failure; ///< why there is no result; then only notes and warnings are filled
+    std::optional<Warning> failure; ///< why there is no result; then only tables, notes and warnings are filled
 };
 
 /// Puts a finished run into words and tables.

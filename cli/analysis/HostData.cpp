@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <string_view>
+#include <unordered_map>
 
 namespace vexroc {
 
@@ -120,26 +122,26 @@ private:
 
     void addTests()
     {
+        std::unordered_map<std::string_view, DataColumn*> columns; // there may be tens of thousands
+        for (DataColumn& column : table_.columns)
+            if (column.request.kind == ColumnKind::numbers)
+                columns.emplace(column.request.name, &column);
+        std::unordered_map<std::string_view, int> variables{{roles_.state.column, data_.state}};
         for (const std::string& test : roles_.tests) {
-            const auto same = std::ranges::find(roles_.tests, test);
-            const auto position = static_cast<std::size_t>(same - roles_.tests.begin());
-            if (test == roles_.state.column)
-                data_.tests.push_back(data_.state);
-            else if (position < data_.tests.size())
-                data_.tests.push_back(data_.tests[position]);
-            else
-                data_.tests.push_back(add(data_.variables.AddContinuous(test), takeTest(test)));
+            const auto [known, isNew] = variables.try_emplace(test);
+            if (isNew)
+                known->second = add(data_.variables.AddContinuous(test), takeTest(*columns.at(test)));
+            data_.tests.push_back(known->second);
         }
     }
 
-    /// Moves the column out of the table, which no later step reads, unless another role has it too.
-    std::vector<double> takeTest(const std::string& test)
+    /// Moves the numbers out of the table, which no later step reads, unless another role has the column too.
+    std::vector<double> takeTest(DataColumn& column) const
     {
-        if (test == roles_.weight || (roles_.group && test == roles_.group->column))
-            return numbers(test);
-        const auto found = std::ranges::find(table_.columns, ColumnRequest{test, ColumnKind::numbers},
-                                             &DataColumn::request);
-        return std::move(found->numbers);
+        const std::string& name = column.request.name;
+        if (name == roles_.weight || (roles_.group && name == roles_.group->column))
+            return column.numbers;
+        return std::move(column.numbers);
     }
 
     /// Counts a row under the first part that is missing, and keeps the others.
@@ -176,19 +178,22 @@ private:
 
     void countRows()
     {
-        std::vector<int> tests; // each once
-        for (const int test : data_.tests)
-            if (test != data_.state && std::ranges::find(tests, test) == tests.end())
-                tests.push_back(test);
-        std::vector<std::size_t> lacking(tests.size());
+        std::vector<int> tests = data_.tests;
+        std::erase(tests, data_.state);
+        std::ranges::sort(tests); // variables are numbered in the order of the tests
+        tests.erase(std::unique(tests.begin(), tests.end()), tests.end());
+        std::vector<RowCounts::Gap> gaps(tests.size());
         for (std::size_t row = 0; row < data_.columns.front().size(); ++row)
-            countRow(row, tests, lacking);
-        for (std::size_t test = 0; test < tests.size(); ++test)
-            if (lacking[test] > 0)
-                data_.rows.missingTests.emplace_back(data_.variables.GetVarAt(tests[test])->GetName(), lacking[test]);
+            countRow(row, tests, gaps);
+        for (std::size_t test = 0; test < tests.size(); ++test) {
+            if (gaps[test].rows() == 0)
+                continue;
+            gaps[test].test = data_.variables.GetVarAt(tests[test])->GetName();
+            data_.rows.gaps.push_back(std::move(gaps[test]));
+        }
     }
 
-    void countRow(std::size_t row, const std::vector<int>& tests, std::vector<std::size_t>& lacking)
+    void countRow(std::size_t row, const std::vector<int>& tests, std::vector<RowCounts::Gap>& gaps)
     {
         RowCounts& rows = data_.rows;
         const double weight = data_.weight < 0 ? 1.0 : value(data_.weight, row);
@@ -203,17 +208,17 @@ private:
             ++rows.withoutWeight;
             return;
         }
+        const bool positive = value(data_.state, row) == 1.0;
         bool incomplete = false;
         for (std::size_t test = 0; test < tests.size(); ++test) {
             const bool lacks = isMissing(tests[test], row);
-            lacking[test] += lacks ? 1 : 0;
+            (positive ? gaps[test].positive : gaps[test].negative) += lacks ? 1 : 0;
             incomplete = incomplete || lacks;
         }
         if (incomplete && roles_.paired) {
             ++rows.incomplete;
             return;
         }
-        const bool positive = value(data_.state, row) == 1.0;
         ++(positive ? rows.positive : rows.negative);
         (positive ? rows.weightedPositive : rows.weightedNegative) += cases;
     }

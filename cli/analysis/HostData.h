@@ -48,7 +48,13 @@ struct RowCounts {
     double weightedPositive = 0.0;
     double weightedNegative = 0.0;
     std::size_t roundedWeights = 0; ///< rows with a weight that is not a whole number
-    std::vector<std::pair<std::string, std::size_t>> missingTests; ///< per test: rows that lack only its value
+    struct Gap {
+        std::string test;
+        std::size_t positive = 0;
+        std::size_t negative = 0;
+        [[nodiscard]] std::size_t rows() const noexcept { return positive + negative; }
+    };
+    std::vector<Gap> gaps; ///< per test that has one: rows that lack only its value
 
     [[nodiscard]] std::size_t used() const noexcept { return positive + negative; }
     /// (reason, rows) for each reason that left out a row.

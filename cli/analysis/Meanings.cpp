@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <set>
 
 namespace vexroc {
 
@@ -46,10 +47,11 @@ std::string nameOf(int code)
 
 std::string namesOf(const std::vector<VexWarnings::VexParameterValue>& indices, const VexVarList& variables)
 {
+    std::set<int> named;
     std::vector<std::string> names;
     for (const auto& index : indices)
-        if (std::string name = variableName(variables, index.GetInt()); std::ranges::find(names, name) == names.end())
-            names.push_back(std::move(name));
+        if (named.insert(index.GetInt()).second)
+            names.push_back(variableName(variables, index.GetInt()));
     return listed(names, names.size());
 }
 
@@ -59,7 +61,8 @@ std::string warningInWords(int code, const std::vector<VexWarnings::VexParameter
     switch (code) {
     case statusCode::zeroPositiveOrNegative: return "there is no positive or no negative case";
     case statusCode::tiesExist:
-        return "ties: positive and negative cases share test values in " + namesOf(parameters, variables);
+        return "ties: positive and negative cases share test values in " + namesOf(parameters, variables)
+            + "; each such pair counts one half";
     case statusCode::distributionChanged:
         return "the standard errors are nonparametric: the bi-negative exponential one needs as many positive as "
                "negative cases, for every test and group";

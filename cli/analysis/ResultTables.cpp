@@ -85,10 +85,18 @@ constexpr std::array precisionRecallColumns{
     TableColumn{"interpolated", "interpolated", CellRole::flag},
 };
 
+constexpr double notComputed = std::numeric_limits<double>::quiet_NaN();
+
+Table emptyAreaTable(OutputFormat format, bool weighted)
+{
+    const std::span<const TableColumn> weights =
+        weighted ? std::span<const TableColumn>(weightedCountColumns) : std::span<const TableColumn>();
+    return {format, joined({recordColumns, countColumns, weights, inPanel(1, areaColumns), inPanel(2, shapeColumns)})};
+}
+
 /// (maximum, cut-off) of a record; a negative maximum says that there is none.
 std::pair<double, double> kolmogorovSmirnov(const ROCOutBase& record)
 {
-    constexpr double notComputed = std::numeric_limits<double>::quiet_NaN();
     const std::pair<double, double> found = record.getKolmogorovSmirnov();
     return found.first < 0.0 ? std::pair{notComputed, notComputed} : found;
 }
@@ -109,17 +117,14 @@ Table caseTable(OutputFormat format, const RowCounts& rows, bool weighted)
         table.addRow({"weighted positive", rows.weightedPositive});
         table.addRow({"weighted negative", rows.weightedNegative});
     }
-    for (const auto& [test, count] : rows.missingTests)
-        table.addRow({"missing: " + test, static_cast<double>(count)});
+    for (const RowCounts::Gap& gap : rows.gaps)
+        table.addRow({"missing: " + gap.test, static_cast<double>(gap.rows())});
     return table;
 }
 
 Table areaTable(OutputFormat format, const ROCOutputs& results, const VexVarList& variables, bool weighted)
 {
-    const std::span<const TableColumn> weights =
-        weighted ? std::span<const TableColumn>(weightedCountColumns) : std::span<const TableColumn>();
-    Table table(format, joined({recordColumns, countColumns, weights, inPanel(1, areaColumns),
-                                inPanel(2, shapeColumns)}));
+    Table table = emptyAreaTable(format, weighted);
     for (const ROCOutBase* const record : results.getROCBaseStats()) {
         const std::string variable = variableName(variables, record->getTestVarInd());
         const std::string group = groupOf(*record, variables);
@@ -130,6 +135,27 @@ Table areaTable(OutputFormat format, const ROCOutputs& results, const VexVarList
         const auto [maximum, cutOff] = kolmogorovSmirnov(*record);
         row.add({record->getArea(), record->getStdError(), record->getAsymptoticSig(), record->getCILower(),
                  record->getCIUpper(), record->getGiniIndex(), maximum, cutOff});
+        table.addRow(row.values());
+    }
+    return table;
+}
+
+Table missingAreaTable(OutputFormat format, const HostData& data)
+{
+    const bool weighted = data.weight >= 0;
+    const bool paired = data.rows.incomplete > 0; // rows with a gap are not among those used
+    Table table = emptyAreaTable(format, weighted);
+    for (const int test : data.tests) {
+        const std::string variable = variableName(data.variables, test);
+        const auto found = std::ranges::find(data.rows.gaps, variable, &RowCounts::Gap::test);
+        const RowCounts::Gap gap = found == data.rows.gaps.end() || paired ? RowCounts::Gap{} : *found;
+        Row row{variable, "all cases"};
+        row.add({double(data.rows.positive - gap.positive), double(data.rows.negative - gap.negative)});
+        if (weighted)
+            row.add({gap.rows() == 0 ? data.rows.weightedPositive : notComputed,
+                     gap.rows() == 0 ? data.rows.weightedNegative : notComputed});
+        for (std::size_t statistic = 0; statistic < areaColumns.size() + shapeColumns.size(); ++statistic)
+            row.add({notComputed});
         table.addRow(row.values());
     }
     return table;

@@ -15,6 +15,8 @@ namespace vexroc {
 Table caseTable(OutputFormat format, const RowCounts& rows, bool weighted);
 Table areaTable(OutputFormat format, const ROCALG_920::ROCOutputs& results, const VexXML_920::VexVarList& variables,
                 bool weighted);
+/// The same where the analysis of all cases came to no result: their numbers, and no statistic.
+Table missingAreaTable(OutputFormat format, const HostData& data);
 /// Of tests where it is paired, of groups otherwise.
 Table comparisonTable(OutputFormat format, const ROCALG_920::ROCOutputs& results,
                       const VexXML_920::VexVarList& variables, bool paired);

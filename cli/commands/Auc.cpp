@@ -45,6 +45,7 @@ Report runAuc(const AucOptions& options, const Session& session)
         table.addRow({test, result.posCount, result.negCount, double(cases.leftOut), result.area, result.stdError,
                       result.asymptoticSig, result.ciLower, result.ciUpper});
         addAreaNotes(visible(test), outcomeOf(cases, result), report.notes);
+        addAreaCautions(visible(test), {result.area, result.stdError, result.ciUpper, options.study.smaller}, report.notes);
         if (options.biNegative)
             addBiNegativeNotes(visible(test), cases, report.notes);
     }

@@ -92,7 +92,9 @@ private:
                                  nullptr, question_.include, question_.larger, level_);
         requireAnalysed(r.first, cases);
         addRow(Row{first, second}, {r.first.posCount, r.first.negCount, double(cases.leftOut)}, r, table_);
-        addAreaNotes(visible(first) + " and " + visible(second), outcomeOf(cases, r.first), report_.notes);
+        const std::string subject = visible(first) + " and " + visible(second);
+        addAreaNotes(subject, outcomeOf(cases, r.first), report_.notes);
+        addDifferenceCautions(subject, r, report_.notes);
     }
 
     const Question& question_;
@@ -150,6 +152,7 @@ private:
         const std::string subject = visible(test) + " where " + visible(groups_.column) + " = ";
         addNotes(subject + visible(groups_.values[0]), one, r.first);
         addNotes(subject + visible(groups_.values[1]), two, r.second);
+        addDifferenceCautions(visible(test), r, report_.notes);
     }
 
     void addNotes(const std::string& subject, const Cases& cases, const auc_res& result)

@@ -40,16 +40,23 @@ void requireAnalysed(const auc_res& result, const Cases& cases)
         throw analysisError("not enough memory for the area");
 }
 
-void addCurveNotes(const std::string& subject, const Cases& cases, std::vector<std::string>& notes)
+std::optional<std::string> reasonWithoutCurve(int positive, int negative)
 {
     constexpr int fewestCases = 3;
+    if (const std::optional<std::string> reason = missingState(positive, negative))
+        return reason;
+    if (positive + negative < fewestCases)
+        return "at least " + std::to_string(fewestCases) + " cases are needed";
+    return std::nullopt;
+}
+
+void addCurveNotes(const std::string& subject, const Cases& cases, std::vector<std::string>& notes)
+{
     std::string note = subject + ": " + std::to_string(cases.positive) + " positive and "
         + counted(cases.negative, "negative case", "negative cases") + ", " + counted(cases.leftOut, "row", "rows")
         + " left out";
-    if (const std::optional<std::string> reason = missingState(cases.positive, cases.negative))
+    if (const std::optional<std::string> reason = reasonWithoutCurve(cases.positive, cases.negative))
         note += "; no curve: " + *reason;
-    else if (cases.count() < fewestCases)
-        note += "; no curve: at least " + std::to_string(fewestCases) + " cases are needed";
     notes.push_back(note);
 }
 
@@ -59,6 +66,23 @@ void addAreaNotes(const std::string& subject, const AreaOutcome& outcome, std::v
         notes.push_back(subject + ": no area: " + *reason);
     else if (!std::isnan(outcome.area) && std::isnan(outcome.stdError))
         notes.push_back(subject + ": no standard error: at least 2 positive and 2 negative cases are needed");
+}
+
+void addAreaCautions(const std::string& subject, const ShownArea& shown, std::vector<std::string>& notes)
+{
+    constexpr double chance = 0.5;
+    if (shown.stdError == 0.0) // exact: complete separation, mostly
+        notes.push_back(subject + ": the standard error is 0; significance and interval say nothing beyond these cases");
+    else if (shown.upper < chance)
+        notes.push_back(subject + ": the area is below 0.5, " + (shown.smaller ? "larger" : "smaller")
+                        + " values are more positive; " + (shown.smaller ? "leave out --smaller" : "give --smaller"));
+}
+
+void addDifferenceCautions(const std::string& subject, const auc_comparison_res& comparison, std::vector<std::string>& notes)
+{
+    if (comparison.stdErrorDiff == 0.0) // exact
+        notes.push_back(subject + ": the standard error of the difference is 0; significance and interval say nothing "
+                                  "beyond these cases");
 }
 
 void addBiNegativeNotes(const std::string& subject, const Cases& cases, std::vector<std::string>& notes)

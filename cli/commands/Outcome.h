@@ -5,6 +5,7 @@
 
 #include <vexrocproc/arraycalls.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,8 @@ void requireRows(const void* rows);
 /// The same for an area, which then counts no case.
 void requireAnalysed(const auc_res& result, const Cases& cases);
 
+/// Why there is no curve of so many cases; nothing when there is one.
+std::optional<std::string> reasonWithoutCurve(int positive, int negative);
 /// Says which cases a curve stands on, and why it is empty when it is.
 void addCurveNotes(const std::string& subject, const Cases& cases, std::vector<std::string>& notes);
 /// An area and the cases it stands on.
@@ -33,6 +36,18 @@ inline AreaOutcome outcomeOf(const Cases& cases, const auc_res& result)
 
 /// Says why an area or its standard error is not there.
 void addAreaNotes(const std::string& subject, const AreaOutcome& outcome, std::vector<std::string>& notes);
+/// An area as its readers see it.
+struct ShownArea {
+    double area;
+    double stdError;
+    double upper; ///< bound
+    bool smaller; ///< smaller test values are more positive
+};
+/// Says what a reader may overlook: nothing but the sample stands behind an interval without width, and an area clearly
+/// below 0.5 asks for the other direction.
+void addAreaCautions(const std::string& subject, const ShownArea& shown, std::vector<std::string>& notes);
+/// The same for the difference of two areas.
+void addDifferenceCautions(const std::string& subject, const auc_comparison_res& comparison, std::vector<std::string>& notes);
 /// Says where a standard error is not the bi-negative exponential one that was asked for.
 void addBiNegativeNotes(const std::string& subject, const Cases& cases, std::vector<std::string>& notes);
 

@@ -72,18 +72,15 @@ TableBuilder::TableBuilder(std::span<const ColumnRequest> requests, OtherColumns
 std::vector<bool> TableBuilder::begin(const InputHeader& header)
 {
     header_ = header;
-    std::vector<std::size_t> positions; // parallel to fillers_
-    for (const ColumnFiller& filler : fillers_)
-        positions.push_back(positionOf(filler.request().name));
-    for (std::size_t column = 0; others_ == OtherColumns::numeric && column < header_.columns.size(); ++column) {
-        if (std::ranges::find(positions, column) != positions.end())
-            continue;
-        fillers_.emplace_back(ColumnRequest{header_.columns[column], ColumnKind::numbers}, false);
-        positions.push_back(column);
-    }
+    for (std::size_t column = 0; column < header_.columns.size(); ++column)
+        ++places_.try_emplace(header_.columns[column], Place{.position = column}).first->second.count;
     fillersOf_.resize(header_.columns.size());
-    for (std::size_t i = 0; i < fillers_.size(); ++i)
-        fillersOf_[positions[i]].push_back(&fillers_[i]);
+    for (ColumnFiller& filler : fillers_)
+        fillersOf_[positionOf(filler.request().name)].push_back(&filler);
+    for (std::size_t column = 0; others_ == OtherColumns::numeric && column < header_.columns.size(); ++column)
+        if (fillersOf_[column].empty())
+            fillersOf_[column].push_back(
+                &fillers_.emplace_back(ColumnRequest{header_.columns[column], ColumnKind::numbers}, false));
     std::vector<bool> wanted;
     for (const auto& fillers : fillersOf_)
         wanted.push_back(!fillers.empty());
@@ -120,16 +117,16 @@ DataTable TableBuilder::finish()
 
 std::size_t TableBuilder::positionOf(const std::string& name) const
 {
-    const auto found = std::ranges::find(header_.columns, name);
-    if (found == header_.columns.end())
+    const auto found = places_.find(name);
+    if (found == places_.end())
         throw unknownColumn(name, header_);
     requireOnce(name, header_.place);
-    return static_cast<std::size_t>(found - header_.columns.begin());
+    return found->second.position;
 }
 
 void TableBuilder::requireOnce(const std::string& name, const std::string& place) const
 {
-    if (std::ranges::count(header_.columns, name) > 1)
+    if (places_.at(name).count > 1)
         throw inputError(place + ": the column name " + inQuotes(name) + " occurs more than once; rename one of them");
 }
 

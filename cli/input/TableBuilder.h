@@ -65,11 +65,17 @@ public:
 
 private:
     void finishRow() override;
+    /// Where a name stands in the header, first, and how often.
+    struct Place {
+        std::size_t position;
+        std::size_t count = 0;
+    };
     [[nodiscard]] std::size_t positionOf(const std::string& name) const;
     void requireOnce(const std::string& name, const std::string& place) const;
 
     OtherColumns others_;
     InputHeader header_;
+    std::unordered_map<std::string_view, Place> places_; ///< of the header's names; there may be tens of thousands
     std::deque<ColumnFiller> fillers_; ///< a deque: fillersOf_ points into it
     std::vector<std::vector<ColumnFiller*>> fillersOf_; ///< parallel to the header's columns
     std::size_t rows_ = 0;

@@ -161,7 +161,7 @@ TEST(Analyze, SaysWarningsInWords)
 {
     const std::string data = "s,t,u,g,one\n1,2,1,x,7\n0,2,2,x,\n1,3,3,y,\n0,1,4,y,8\n1,4,5,y,\n";
     expectEndings("analyze - --state s=1 --test ", data, {
-        {"t,u,t", exitDone, "share test values in 't' (430102 WARN_TieExist)"},
+        {"t,u,t", exitDone, "share test values in 't'; each such pair counts one half (430102 WARN_TieExist)"},
         {"t,u --compare paired --group g", exitDone, "a paired comparison uses all cases (430104 WARN_GROUP_IGNORE)"},
         {"u --bi-negative", exitDone, "positive as negative cases, for every test and group (430103 WARN_DIST_CHANGE)"},
         {"u,s", exitDone, "note: 's' is the state; it is not also a test"},
@@ -257,6 +257,11 @@ TEST_F(AnalyzeFiles, OneAnalysisByValueIsThatOfItsRows)
     expectEndings(byId, "s,t,id\n1,2,a\n1,3,b\n", {{"", exitDone, "id = a: t: no area: every case is positive"},
                                                    {" --display", exitUsage, "leave out --by"}});
     EXPECT_EQ(run(byId, "s,t,id\n0,2,a\n1,3,\n").exitCode, exitNoResult);
+    const std::string noneIll = "s,t,u,id\n1,2,1,a\n0,1,1,a\n1,3,2,a\n0,5,,b\n0,6,7,b\n"; // among b
+    const std::string json = run("analyze - --state s=1 --test t,u --by id --format json", noneIll).out;
+    EXPECT_THAT(json, HasSubstr(R"({"by": "b", "cases": "rows read", "count": 2})"));
+    EXPECT_THAT(json, HasSubstr(R"("variable": "t", "group": "all cases", "positive": 0, "negative": 2, "area": null)"));
+    EXPECT_THAT(json, HasSubstr(R"("variable": "u", "group": "all cases", "positive": 0, "negative": 1, "area": null)"));
 }
 
 TEST(Analyze, TestAllTakesTheNumbersWithoutAnotherPart)
@@ -337,7 +342,7 @@ TEST(Analyze, ShowsProgressOnATerminalAndWipesIt)
 {
     const auto progressOf = [](Terminal display) {
         std::ostringstream err;
-        run("analyze - --state s=1 --test t", "s,t\n1,2\n0,1\n1,3\n", err, display);
+        run("analyze - --state s=1 --test t", "s,t\n1,2\n0,3\n1,4\n", err, display);
         return err.str();
     };
     EXPECT_THAT(progressOf(atOnce), HasSubstr("vexroc: 3 %, 0 of 3 rows"));

@@ -93,7 +93,7 @@ TEST(Progress, GoesWhereTheOptionSays)
 {
     const auto said = [](const std::string& mode, Terminal terminal) {
         std::ostringstream err;
-        run("analyze - --state s=1 --test t --progress " + mode, "s,t\n1,1\n0,3\n1,2\n", err, terminal);
+        run("analyze - --state s=1 --test t --progress " + mode, "s,t\n1,1\n0,3\n1,4\n", err, terminal);
         return err.str();
     };
     const Terminal atOnce{.isTerminal = true, .progressAfter = std::chrono::milliseconds(0)};

@@ -90,7 +90,13 @@ TEST(Program, ExplainsWhatCouldNotBeComputed)
         {"curve - --state s=1 --test t", exitDone, "no curve: every case is negative"},
         {"compare - --state s=1 --test u,u", exitDone, "no standard error: at least 2 positive and 2 negative"},
     });
-    expectEndings("", "s,t\n1,2\n0,3\n", {{"pr - --state s=1 --test t", exitDone, "at least 3 cases are needed"}});
+    expectEndings("", "s,t\n1,2\n0,3\n", {
+        {"pr - --state s=1 --test t", exitDone, "at least 3 cases are needed"},
+        {"analyze - --state s=1 --test t", exitDone, "t: no curve: at least 3 cases are needed"},
+        {"auc - --state s=1 --test t", exitDone, "t: the standard error is 0; significance and interval say nothing"},
+    });
+    expectEndings("auc - --state s=1 --test t", "s,t\n1,1\n1,2\n1,3\n1,7\n0,4\n0,5\n0,6\n0,8\n0,9\n", {
+        {"", exitDone, "t: the area is below 0.5, smaller values are more positive; give --smaller"}});
 }
 
 TEST(Program, EndsWithTheExitCodeAndTheMessageOfTheFault)
