@@ -5,7 +5,8 @@
 
 namespace ROCALG_920 {
 
-/// What the status of a run that an exception ended does not tell: callers within the library report it in their own way.
+/// What the status of a run that an exception ended does not tell; callers within the library report it in their own
+/// way.
 class RunFailure {
 public:
     /// Did memory run out in the facade's last run?
