@@ -87,7 +87,7 @@ def test_cases_left_out_are_counted_by_reason():
     ({"tests": b"a"}, ValueError, "no column b'a'"),
     ({"tests": {"a", "b"}}, TypeError, "tests is a set"),
     ({"tests": [["a"]]}, TypeError, r"\['a'\] is a list, no name of a column"),
-    ({"tests": "a", "group": "sex", "group_values": {"f", "m"}}, ValueError, "is a set; give the two values in the order"),
+    ({"tests": "a", "group": "sex", "group_values": {"f", "m"}}, ValueError, "is no list of two values; give"),
     ({"tests": "a", "group": "sex", "group_values": ("f", "f")}, ValueError, "the same value twice"),
     ({"tests": "a", "group": "age", "group_cut": float("nan")}, ValueError, "group_cut is NaN"),
     ({"tests": "a", "group": "age"}, ValueError, "age has the values 20, .* and 50 more; say with group_values="),

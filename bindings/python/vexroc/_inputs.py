@@ -28,7 +28,7 @@ def check_word(name: str, word: str, words: Iterable[str]) -> bytes:
 
 def check_number(name: str, value: Any, hint: str) -> float:
     if not isinstance(value, numbers.Real):
-        raise TypeError(f"{name}={value!r} is a {type(value).__name__}, no number; {hint}")
+        raise TypeError(f"{name}={value!r} ({type(value).__name__}) is no number; {hint}")
     if value != value:
         raise ValueError(f"{name} is NaN; {hint}")
     return float(value)
@@ -73,7 +73,8 @@ def check_label(name: str, label: Any) -> Any:
     if isinstance(label, np.ndarray) and label.ndim == 0:
         label = label[()]
     if not is_hashable(label) or isinstance(label, AbstractSet):
-        raise TypeError(f"{name}={label!r} is a {type(label).__name__}; give one label, as it stands in the column")
+        raise TypeError(f"{name}={label!r} ({type(label).__name__}) is no single label; give one, as it stands in the "
+                        "column")
     if is_missing(label):
         raise ValueError(f"{name}={label!r} is a missing value, which no case has; give a label that occurs")
     return label
@@ -81,7 +82,8 @@ def check_label(name: str, label: Any) -> Any:
 
 def _one_dimensional(name: str, array: npt.NDArray[Any]) -> npt.NDArray[Any]:
     if array.ndim != 1:
-        hint = "; take one column, such as scores[:, 1]" if array.ndim == 2 else ""
+        hints = {0: "; give a list, an array or a column", 2: "; take one column, such as scores[:, 1]"}
+        hint = hints.get(array.ndim, "")
         raise ValueError(f"{name} has shape {array.shape}; one dimension is expected, one value per case{hint}")
     return array
 
@@ -118,8 +120,9 @@ def _array(name: str, values: Any) -> npt.NDArray[Any]:
         return _one_dimensional(name, array)
     if isinstance(values, np.ma.MaskedArray):
         return _masked(name, np.asarray(values.data), np.zeros(values.shape, np.bool_) | values.mask)
+    texts = isinstance(values, (list, tuple)) and len(values) > 0 and isinstance(values[0], (str, bytes))
     try:
-        array = np.asarray(values)
+        array = np.array(values, dtype=object) if texts else np.asarray(values)
     except ValueError:
         raise ValueError(f"{name} is ragged; give one value per case, one-dimensional") from None
     _one_dimensional(name, array)
@@ -232,14 +235,14 @@ class _Labels:
             self.array = array
 
     def _factorize(self, array: npt.NDArray[Any]) -> None:
-        self.table = table = dict[Any, int]()
+        labels = array.tolist()
         try:
-            self.codes = np.fromiter((table.setdefault(label, len(table)) for label in array.tolist()),
-                                     dtype=np.int64, count=len(array))
+            self.table = table = {label: code for code, label in enumerate(dict.fromkeys(labels))}
         except TypeError:
             position, label = next((p, v) for p, v in enumerate(array) if not is_hashable(v))
             raise TypeError(f"{self.name} has {label!r} ({type(label).__name__}) at position {position}, which cannot "
                             "be a label; give numbers, bools or texts") from None
+        self.codes = np.fromiter(map(table.__getitem__, labels), dtype=np.int64, count=len(labels))
         lacking = [code for label, code in table.items() if is_missing(label)]
         if lacking:
             self.codes[np.isin(self.codes, lacking)] = -1
@@ -301,8 +304,8 @@ def to_states(name: str, values: Any, pos_label: Any) -> Floats:
 def _two_values(name: str, chosen: Any, present: list[Any]) -> tuple[Any, Any]:
     """The two group values that the caller chose."""
     if isinstance(chosen, (str, bytes, AbstractSet, Mapping)) or not hasattr(chosen, "__len__"):
-        raise ValueError(f"group_values={chosen!r} is a {type(chosen).__name__}; give the two values in the order in "
-                         "which to compare them, as a list")
+        raise ValueError(f"group_values={chosen!r} ({type(chosen).__name__}) is no list of two values; give them in "
+                         "the order in which to compare them")
     if len(chosen) != 2:
         raise ValueError(f"group_values={chosen!r} are not two values; give two of {_listed(present)}")
     first, second = (check_label("group_values", label) for label in chosen)
