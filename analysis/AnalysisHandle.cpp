@@ -1,10 +1,12 @@
 #include "analysis/AnalysisHandle.h"
 
+#include "driver/RunFailure.h"
 #include "host/ColumnRecordIter.h"
 #include "host/FunctionListener.h"
 #include "host/VexQueryCancel.h"
 #include "vexrocproc/ROCOutputs.h"
 #include "vexrocproc/ROCStatusCodes.h"
+#include "vexrocproc/optionwords.h"
 
 #include <algorithm>
 #include <array>
@@ -20,13 +22,13 @@ std::string quoted(std::string_view text)
     return '"' + std::string(text) + '"';
 }
 
-/// Position of the word in the list. Throws with the whole list.
+/// Position of the word in the list, whatever the case of its letters. Throws with the whole list.
 template <std::size_t N>
 int positionOf(std::string_view word, const std::array<std::string_view, N>& words, std::string_view setting)
 {
     std::string all;
     for (std::size_t i = 0; i < N; ++i) {
-        if (word == words[i])
+        if (compareIgnoreCase(std::string(word), std::string(words[i])))
             return static_cast<int>(i);
         all += (i == 0 ? "" : ", ") + quoted(words[i]);
     }
@@ -73,33 +75,58 @@ int AnalysisRequest::addColumn(std::string_view name, std::span<const double> va
 
 void AnalysisRequest::setColumn(std::string_view setting, int column)
 {
-    if (column < 0 || static_cast<std::size_t>(column) >= columns_.size())
+    if (column < none || (column >= 0 && static_cast<std::size_t>(column) >= columns_.size()))
         throw InvalidArgument(std::string(setting) + ": no column " + std::to_string(column) + "; there are "
                               + std::to_string(columns_.size()));
     if (setting == "state")
         state_ = column;
     else if (setting == "test")
-        tests_.push_back(column);
+        setTest(column);
     else if (setting == "group")
-        group_ = column;
+        setGroupColumn(column);
     else if (setting == "weight")
         weight_ = column;
     else
         unknownSetting(setting, "column", "state, test, group, weight");
 }
 
+void AnalysisRequest::setTest(int column)
+{
+    if (column == none)
+        tests_.clear();
+    else
+        tests_.push_back(column);
+}
+
+void AnalysisRequest::setGroupColumn(int column)
+{
+    group_ = column;
+    if (column == none)
+        split_ = {};
+}
+
+void AnalysisRequest::setSelectedGroup(std::optional<double> Split::*place, double value)
+{
+    split_ = {.first = split_.first, .second = split_.second};
+    split_.*place = value;
+}
+
 void AnalysisRequest::setNumber(std::string_view setting, double value)
 {
+    if (std::isnan(value))
+        throw InvalidArgument(std::string(setting) + ": NaN is missing and no number; give one");
     if (setting == "positive_value")
         positiveValue_ = value;
     else if (setting == "group_cut")
-        groupCut_ = value;
+        split_ = {.cut = value};
     else if (setting == "group_first")
-        groupFirst_ = value;
+        setSelectedGroup(&Split::first, value);
     else if (setting == "group_second")
-        groupSecond_ = value;
+        setSelectedGroup(&Split::second, value);
+    else if (setting == "group_mid_point" && value != 0.0)
+        split_ = {.midPoint = true};
     else if (setting == "group_mid_point")
-        groupMidPoint_ = value != 0.0;
+        split_.midPoint = false;
     else if (setting == "roc")
         options_.setNeedROC(value != 0.0);
     else if (setting == "pr")
@@ -136,28 +163,31 @@ void AnalysisRequest::setWord(std::string_view setting, std::string_view word)
 
 void AnalysisRequest::setGroup(ROCSetting& setting) const
 {
-    const bool selects = groupFirst_ || groupSecond_;
-    const int ways = int(groupCut_.has_value()) + int(selects) + int(groupMidPoint_);
-    if (group_ < 0 && ways > 0)
+    if (group_ == none && split_ != Split{})
         throw InvalidArgument("groups are split by a column: set \"group\"");
-    if (group_ < 0)
+    if (group_ == none)
         return;
-    if (ways != 1 || groupFirst_.has_value() != groupSecond_.has_value())
+    if (split_ == Split{} || split_.first.has_value() != split_.second.has_value())
         throw InvalidArgument("a group needs one of group_cut, group_first with group_second, and group_mid_point");
-    if (groupCut_)
-        setting.setCutOffGroupVar(group_, *groupCut_);
-    else if (groupMidPoint_)
+    if (split_.first && *split_.first == *split_.second)
+        throw InvalidArgument("group_first and group_second are the same value; give two");
+    if (split_.cut)
+        setting.setCutOffGroupVar(group_, *split_.cut);
+    else if (split_.midPoint)
         setting.setMidPointGroupVar(group_);
     else
-        setting.setSelectGroupVar(group_, *groupFirst_, *groupSecond_);
+        setting.setSelectGroupVar(group_, *split_.first, *split_.second);
 }
 
 ROCSetting AnalysisRequest::setting() const
 {
-    if (state_ < 0)
+    if (state_ == none)
         throw InvalidArgument("no state: set the column \"state\"");
     if (tests_.empty())
         throw InvalidArgument("no test: set the column \"test\" for each test variable");
+    if (std::ranges::find(tests_, state_) != tests_.end())
+        throw InvalidArgument("test: column " + quoted(columns_[static_cast<std::size_t>(state_)].name)
+                              + " is the state; a test is another column");
     ROCSetting setting = options_;
     setting.setStateVar(state_, positiveValue_);
     setting.setTestVars(tests_);
@@ -185,7 +215,7 @@ std::vector<std::span<const double>> AnalysisRequest::columns() const
 std::vector<int> AnalysisRequest::requiredColumns() const
 {
     std::vector<int> columns{state_, group_, weight_};
-    std::erase(columns, -1);
+    std::erase(columns, none);
     return columns;
 }
 
@@ -230,6 +260,7 @@ AnalysisRun::AnalysisRun(const AnalysisRequest& request, const Callbacks& callba
     statusCode_ = static_cast<int>(algorithm_->BuildModel(records).GetErrorCode());
     algorithm_->SetCancelPtr(nullptr);
     algorithm_->SetProgressListener(nullptr);
+    ranOutOfMemory_ = RunFailure::ranOutOfMemory(*algorithm_);
     statusName_ = nameOf(statusCode_);
     const VexCommon_920::VexWarnings& warnings = algorithm_->GetWarningMessages();
     for (int i = 0; i < warnings.GetCount(); ++i) {

@@ -24,6 +24,7 @@ public:
 class AnalysisRequest {
 public:
     int addColumn(std::string_view name, std::span<const double> values);
+    /// Column -1 takes back what was set.
     void setColumn(std::string_view setting, int column);
     void setNumber(std::string_view setting, double value);
     void setWord(std::string_view setting, std::string_view word);
@@ -40,18 +41,28 @@ private:
         std::string name;
         std::span<const double> values;
     };
+    /// How the group column makes two groups: one way is set, or two values, or nothing yet.
+    struct Split {
+        std::optional<double> cut{};
+        std::optional<double> first{};
+        std::optional<double> second{};
+        bool midPoint = false;
+        friend bool operator==(const Split&, const Split&) = default;
+    };
+    static constexpr int none = -1; ///< instead of a column
+
+    void setTest(int column);
+    void setGroupColumn(int column);
+    void setSelectedGroup(std::optional<double> Split::*place, double value);
     void setGroup(ROCSetting& setting) const;
 
     std::vector<Column> columns_;
     std::vector<int> tests_;
-    int state_ = -1;
-    int group_ = -1;
-    int weight_ = -1;
+    int state_ = none;
+    int group_ = none;
+    int weight_ = none;
     double positiveValue_ = 1.0;
-    std::optional<double> groupCut_;
-    std::optional<double> groupFirst_;
-    std::optional<double> groupSecond_;
-    bool groupMidPoint_ = false;
+    Split split_;
     ROCSetting options_; ///< what needs no other setting
 };
 
@@ -89,6 +100,7 @@ public:
     AnalysisRun(const AnalysisRequest& request, const Callbacks& callbacks);
 
     [[nodiscard]] int statusCode() const noexcept { return statusCode_; }
+    [[nodiscard]] bool ranOutOfMemory() const noexcept { return ranOutOfMemory_; }
     [[nodiscard]] const std::string& statusName() const noexcept { return statusName_; }
     [[nodiscard]] const std::vector<Warning>& warnings() const noexcept { return warnings_; }
     [[nodiscard]] int leftOut() const noexcept { return leftOut_; }
@@ -99,6 +111,7 @@ private:
     VexXML_920::VexVarList variables_;
     std::unique_ptr<RocAlgorithm> algorithm_;
     int statusCode_ = 0;
+    bool ranOutOfMemory_ = false;
     std::string statusName_;
     std::vector<Warning> warnings_;
     int leftOut_ = 0;
@@ -110,6 +123,7 @@ private:
 struct vexroc_analysis {
     ROCALG_920::AnalysisRequest request;
     ROCALG_920::AnalysisRun::Callbacks callbacks;
-    std::unique_ptr<ROCALG_920::AnalysisRun> run; ///< the last; null before
+    std::unique_ptr<ROCALG_920::AnalysisRun> run; ///< the last; null before, and when it was refused
     bool running = false;
+    bool refused = false; ///< the last run had settings or memory that would not do
 };

@@ -61,7 +61,12 @@ vexroc_analysis& idle(vexroc_analysis* analysis)
 const AnalysisRun& lastRun(const vexroc_analysis* analysis)
 {
     const vexroc_analysis& handle = required(analysis, "analysis");
-    if (handle.running || handle.run == nullptr)
+    if (handle.running)
+        throw InvalidArgument("there are no results yet: the analysis is running");
+    if (handle.refused)
+        throw InvalidArgument("there are no results: the last run was refused; set right what it complained about and "
+                              "call vexroc_analysis_run again");
+    if (handle.run == nullptr)
         throw InvalidArgument("there are no results: call vexroc_analysis_run first");
     return *handle.run;
 }
@@ -230,7 +235,11 @@ int vexroc_analysis_run(vexroc_analysis* analysis)
             explicit Running(bool& running) : flag(running) { flag = true; }
             ~Running() { flag = false; }
         } running(handle.running);
+        handle.refused = true; // unless the next line gets past
         handle.run = std::make_unique<AnalysisRun>(handle.request, handle.callbacks);
+        handle.refused = false;
+        if (handle.run->ranOutOfMemory())
+            throw std::bad_alloc();
         const int code = handle.run->statusCode();
         if (code == statusCode::cancelled)
             return fail(VEXROC_CANCELLED, "cancelled");

@@ -10,6 +10,7 @@
 #include <cmath>
 #include <iterator>
 #include <limits>
+#include <new>
 #include <utility>
 
 namespace ROCALG_920 {
@@ -62,9 +63,15 @@ VexStatus& ROCCompute::build(MultiPassRecordIter& iter)
     status_ = VexStatus();
     warnings_ = VexWarnings();
     constantGroup_ = false;
-    const Code code = run(iter);
-    if (code != statusCode::noError)
-        status_ = VexStatus(code, false);
+    ranOutOfMemory_ = false;
+    try {
+        const Code code = run(iter);
+        if (code != statusCode::noError)
+            status_ = VexStatus(code, false);
+    } catch (const std::bad_alloc&) {
+        ranOutOfMemory_ = true;
+        throw;
+    }
     return status_;
 }
 

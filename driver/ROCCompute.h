@@ -38,6 +38,8 @@ public:
     VexCommon_920::VexStatus& build(VexCommon_920::MultiPassRecordIter& iter);
     /// Warnings of the last run.
     [[nodiscard]] VexCommon_920::VexWarnings& getWarnings() { return warnings_; }
+    /// Did the last run end because memory ran out?
+    [[nodiscard]] bool ranOutOfMemory() const noexcept { return ranOutOfMemory_; }
     /// Result set of the last run that completed; null before.
     [[nodiscard]] ROCOutputs* getResult() const { return outputs_.get(); }
     /// Middle of the observed range of the group variable, in one pass that ends with a new one; tells by
@@ -68,6 +70,7 @@ private:
     std::unique_ptr<ROCOutputs> outputs_;
     VexCommon_920::VexWarnings warnings_;
     bool constantGroup_ = false;
+    bool ranOutOfMemory_ = false;
     VexMath_920::VexCancelInfo cancelInfo_{nullptr};
     VexCommon_920::ProgressListener* listener_ = nullptr;
 };

@@ -1,4 +1,4 @@
-/* A whole analysis from C: two tests, compared between women and men, with what it warns about. */
+/* A whole analysis from C: one test, compared between women and men, with what it warns about. */
 
 #include "vexrocproc/analysis.h"
 

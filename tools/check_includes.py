@@ -17,7 +17,7 @@ ARROWS = {
     "driver": ["results", "settings"],
     "display": ["results", "settings"],
     "arraycalls": ["stats"],
-    "analysis": [],
+    "analysis": ["driver"],
     "include": ["host"],
     "cli": [],
     "examples": [],

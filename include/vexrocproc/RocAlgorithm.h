@@ -56,6 +56,8 @@ public:
     void Display(std::ostream& os) const;
 
 private:
+    friend class RunFailure;
+
     ROCSetting setting_;
     bool modelBuilt_ = false;
     ROCOutputs* outputs_ = nullptr;

@@ -66,24 +66,27 @@ int vexroc_analysis_add_column(vexroc_analysis* analysis, const char* name, cons
                                int* column);
 
 /**
- * Gives a column its part: "state" (required), "test" (once per test variable, required), "group" or "weight".
- * A group also needs group_cut, group_first with group_second, or group_mid_point.
+ * Gives a column its part: "state" (required), "test" (once per test variable, required; not the state), "group" or
+ * "weight". A group also needs group_cut, group_first with group_second, or group_mid_point.
+ *
+ * @param column  -1 takes the part back: "test" from all its columns, "group" together with the way of grouping
  */
 int vexroc_analysis_set_column(vexroc_analysis* analysis, const char* setting, int column);
 
 /**
- * Sets a number:
+ * Sets a number, never NaN:
  *   positive_value    state of a positive case, compared exactly; 1
  *   confidence_level  in (0, 1); 0.95
  *   group_cut         two groups: below this value of the group column, and from it on
- *   group_first, group_second  two groups of one value each, in this order; other cases are left out
+ *   group_first, group_second  two groups of one value each, in this order, not the same; other cases are left out
  *   group_mid_point   not 0: two groups, below and from the middle of the group column's range
+ *                     (the last way of grouping that was set is in force; it takes the others back)
  *   roc, pr           not 0: with ROC curves (1), with precision-recall curves (0)
  */
 int vexroc_analysis_set_number(vexroc_analysis* analysis, const char* setting, double value);
 
 /**
- * Sets a word; the first of each list is in force before:
+ * Sets a word, in letters of either case; the first of each list is in force before:
  *   direction      larger, smaller: which end of the scale is positive
  *   cut_off        include, exclude: does a value equal to a cut-off count as positive?
  *   distribution   nonparam, bi-negative: assumption behind the standard error
@@ -107,7 +110,8 @@ int vexroc_analysis_run(vexroc_analysis* analysis);
 
 /**
  * Status of the last run: 0 "No error", 1 "Cancelled", or an error code with its name, such as 430005
- * "Setting_Error_TestVar"; 430001 "Unexpected_Failure" when memory ran out. Either pointer may be null.
+ * "Setting_Error_TestVar"; 430001 "Unexpected_Failure" when memory ran out (VEXROC_NO_MEMORY) or a callback threw.
+ * Either pointer may be null.
  */
 int vexroc_analysis_status(const vexroc_analysis* analysis, int* code, const char** name);
 

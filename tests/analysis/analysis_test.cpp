@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <functional>
 #include <limits>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -178,6 +179,43 @@ TEST(AnalysisHandle, LeavesOutRowsWithoutStateGroupOrWeightAndCountsThem)
     EXPECT_EQ(holes.record(0).area, 0.5); // 3 and 2 against 1 and 4
 }
 
+TEST(AnalysisHandle, TakesBackWhatWasSet)
+{
+    Study study;
+    study.part("group", study.column("group", study.groups));
+    study.part("weight", 1);
+    study.number("group_first", 1);
+    study.number("group_second", 5);
+    study.number("group_mid_point", 1);
+    study.number("group_cut", 100); // the last way of grouping counts
+    ASSERT_EQ(vexroc_analysis_run(study.handle), VEXROC_OK) << vexroc_last_error();
+    EXPECT_EQ(vexroc_analysis_left_out_count(study.handle), 1); // without weight
+    for (const char* part : {"group", "weight", "test"})
+        study.part(part, -1);
+    study.part("test", 2);
+    study.word("direction", "LARGER");
+    ASSERT_EQ(vexroc_analysis_run(study.handle), VEXROC_OK) << vexroc_last_error();
+    EXPECT_EQ(vexroc_analysis_record_count(study.handle), 1);
+    EXPECT_EQ(study.record(0).group, -1);
+    EXPECT_EQ(vexroc_analysis_left_out_count(study.handle), 0);
+}
+
+TEST(AnalysisHandle, TellsMemoryThatRanOutFromOtherFailures)
+{
+    const auto runWith = [](vexroc_progress progress) {
+        const Study study;
+        vexroc_analysis_on_progress(study.handle, progress, nullptr);
+        const int result = vexroc_analysis_run(study.handle);
+        int code = 0;
+        EXPECT_EQ(vexroc_analysis_status(study.handle, &code, nullptr), VEXROC_OK);
+        EXPECT_EQ(code, 430001);
+        return result;
+    };
+    EXPECT_EQ(runWith([](double, int, void*) { throw std::bad_alloc(); }), VEXROC_NO_MEMORY);
+    EXPECT_STREQ(vexroc_last_error(), "not enough memory");
+    EXPECT_EQ(runWith([](double, int, void*) { throw 1; }), VEXROC_NO_RESULT);
+}
+
 TEST(AnalysisHandle, TellsProgressAndCancels)
 {
     Study study;
@@ -221,6 +259,21 @@ TEST(AnalysisHandle, SaysWhatCannotBe)
          [](auto* a) { return vexroc_analysis_set_number(a, "confidence_level", 95); }},
         {VEXROC_INVALID, "the words are \"larger\", \"smaller\"",
          [](auto* a) { return vexroc_analysis_set_word(a, "direction", "up"); }},
+        {VEXROC_INVALID, "no column -2", [](auto* a) { return vexroc_analysis_set_column(a, "group", -2); }},
+        {VEXROC_INVALID, "\"state\" is the state", // and the refused run says so
+         [](auto* a) { return vexroc_analysis_set_column(a, "test", 0) + vexroc_analysis_run(a); }},
+        {VEXROC_INVALID, "the last run was refused",
+         [](auto* a) {
+             vexroc_analysis_set_column(a, "test", -1);
+             vexroc_analysis_run(a);
+             return vexroc_analysis_status(a, nullptr, nullptr);
+         }},
+        {VEXROC_INVALID, "group_cut: NaN", [](auto* a) { return vexroc_analysis_set_number(a, "group_cut", missing); }},
+        {VEXROC_INVALID, "the same value",
+         [](auto* a) {
+             return vexroc_analysis_set_column(a, "group", 2) + vexroc_analysis_set_number(a, "group_first", 1)
+                 + vexroc_analysis_set_number(a, "group_second", 1) + vexroc_analysis_run(a);
+         }},
         {VEXROC_INVALID, "set \"group\"",
          [](auto* a) { return vexroc_analysis_set_number(a, "group_cut", 1) + vexroc_analysis_run(a); }},
         {VEXROC_NO_RESULT, "430007 Setting_Error_Group_Required",

@@ -1,5 +1,7 @@
 """The whole analysis of a table."""
 import _thread
+import copy
+import multiprocessing
 import signal
 import subprocess
 import sys
@@ -42,12 +44,16 @@ def test_records_agree_with_the_array_calls(direction):
 @pytest.mark.parametrize("split, first, names", [
     ({"group": "sex"}, TABLE["sex"] == "f", ["sex == f", "sex == m"]),
     ({"group": "sex", "group_values": ("m", "f")}, TABLE["sex"] == "m", ["sex == m", "sex == f"]),
+    ({"group": "category"}, TABLE["sex"] == "m", ["category == m", "category == f"]),
     ({"group": "age", "group_cut": 50}, TABLE["age"] < 50, ["age < 50", "age >= 50"]),
     ({"group": "age", "group_mid_point": True}, TABLE["age"] < 49.5, ["age < 49.5", "age >= 49.5"]),
 ])
 def test_groups_are_compared_as_independent_samples(split, first, names):
-    result = vexroc.analyze(TABLE, tests="a", comparison="independent", **split, **OPTIONS)
-    assert [str(record.group) for record in result.records] == names
+    pandas = pytest.importorskip("pandas")
+    table = {**TABLE, "category": pandas.Categorical(TABLE["sex"], ["m", "x", "f"])}
+    result = vexroc.analyze(table, tests="a", comparison="independent", **split, **OPTIONS)
+    assert [str(record.group) for record in result] == names
+    assert [result["a", name] for name in names] == list(result) and result["a"] is result.records[0]
     samples = [column[cases] for cases in (first, ~first) for column in (SICK, TABLE["a"])]
     assert result.comparisons == (vexroc.compare_independent(*samples),)
 
@@ -63,6 +69,10 @@ def test_cases_left_out_are_counted_by_reason():
     result = vexroc.analyze(table, nan_policy="omit", **options)
     assert result.omitted == {"missing sick": 2, "missing group sex": 3, "missing a": 4, "other sex": 1,
                               "unusable weight in n: below 1 or beyond 2147483647": 1}
+    for record in result:  # every case of a group counts or is left out
+        assert record.area.n_positive + record.area.n_negative + record.area.n_omitted == np.count_nonzero(
+            table["sex"] == record.group.value)
+    assert sum(result["a", sex].area.n_omitted - result["b", sex].area.n_omitted for sex in "fm") == 4
     used = [sum(record.area.n_positive + record.area.n_negative for record in result.records if record.test == test)
             for test in "ab"]
     assert used == [400 - 2 - 3 - 4 - 1 - 1, 400 - 2 - 3 - 1 - 1]
@@ -74,6 +84,12 @@ def test_cases_left_out_are_counted_by_reason():
     ({"tests": []}, ValueError, "tests is empty"),
     ({"tests": ("a", "sick")}, ValueError, "tests names the state 'sick'"),
     ({"tests": "a", "group_cut": 1.0}, ValueError, "together with group="),
+    ({"tests": b"a"}, ValueError, "no column b'a'"),
+    ({"tests": {"a", "b"}}, TypeError, "tests is a set"),
+    ({"tests": [["a"]]}, TypeError, r"\['a'\] is a list, no name of a column"),
+    ({"tests": "a", "group": "sex", "group_values": {"f", "m"}}, ValueError, "is no list of two values; give"),
+    ({"tests": "a", "group": "sex", "group_values": ("f", "f")}, ValueError, "the same value twice"),
+    ({"tests": "a", "group": "age", "group_cut": float("nan")}, ValueError, "group_cut is NaN"),
     ({"tests": "a", "group": "age"}, ValueError, "age has the values 20, .* and 50 more; say with group_values="),
     ({"tests": "a", "group": "sex", "group_values": ("f", "w")}, ValueError, "'w' does not occur in sex"),
     ({"tests": "a", "comparison": "independent"}, vexroc.AnalysisError, "needs two groups; name .* group="),
@@ -82,6 +98,35 @@ def test_cases_left_out_are_counted_by_reason():
 def test_what_does_not_fit_is_turned_away(options, error, message):
     with pytest.raises(error, match=message):
         vexroc.analyze(TABLE, **options, **OPTIONS)
+
+
+def test_names_of_the_same_text_are_different_columns():
+    result = vexroc.analyze({"y": SICK, 1: TABLE["a"], "1": TABLE["b"], ("a", "x"): SICK}, state="y", tests=[1, "1"])
+    assert [float(result[name].area) for name in (1, "1")] == [vexroc.auc(SICK, TABLE[name]).area for name in "ab"]
+    with pytest.raises(TypeError, match="give a DataFrame or a dict"):
+        vexroc.analyze(np.ones((3, 2)), state=0, tests=1)
+
+
+def test_results_and_errors_survive_a_process_pool():
+    with multiprocessing.Pool(1) as pool, pytest.raises(vexroc.AnalysisError, match="two tests") as caught:
+        pool.apply(vexroc.analyze, (TABLE,), {"tests": "a", "comparison": "paired", **OPTIONS})
+    assert caught.value.code == 430006
+    result = copy.deepcopy(vexroc.analyze({**TABLE, "n": TABLE["n"] * 0.25}, tests="a", weight="n", **OPTIONS))
+    with pytest.raises(TypeError, match="cannot be changed"):
+        result.omitted["missing a"] = 1
+    with pytest.raises(ValueError, match="read-only"):
+        result["a"].roc.fpr[0] = 1
+    assert result.omitted and result.to_frame().area.tolist() == [result["a"].area.area]
+
+
+def test_without_curves_and_bi_negative_the_statistics_stay():
+    half = np.concatenate([np.flatnonzero(SICK)[:50], np.flatnonzero(SICK == 0)[:50]])
+    for cases, assumption in (half, "bi-negative"), (half[1:], "nonparam"):
+        table = {name: column[cases] for name, column in TABLE.items()}
+        result = vexroc.analyze(table, tests="a", roc=False, distribution="bi-negative", **OPTIONS)["a"]
+        assert result.roc is None and result.ks_maximum > 0
+        assert result.area == vexroc.auc(table["sick"], table["a"], pos_label="yes", distribution="bi-negative")
+        assert result.area.distribution == assumption in repr(result)
 
 
 LONG = """

@@ -24,6 +24,8 @@ def nullable(values, dtype):
     (lambda: nullable(STATES, "boolean"), True),
     (lambda: nullable(["ill", "well"] * 3, "category"), "ill"),
     (lambda: nullable(["ill", "well"] * 3, "string"), "ill"),
+    (np.array(["2020-02-01", "2021-02-01"] * 3, "M8[D]"), "2020-02-01"),
+    (np.ma.masked_array(["ill", "well"] * 3), "ill"),
 ])
 @pytest.mark.parametrize("scores", [
     [int(score) for score in SCORES],
@@ -33,6 +35,7 @@ def nullable(values, dtype):
     np.ma.masked_array(SCORES),
     lambda: nullable(SCORES, "Float64"),
     lambda: nullable(SCORES, "category"),
+    lambda: nullable(list("zbyyxa"), pytest.importorskip("pandas").CategoricalDtype(list("baxyz"), ordered=True)),
 ])
 def test_every_kind_of_column_gives_the_same_area(states, pos_label, scores):
     states, scores = (column() if callable(column) else column for column in (states, scores))
@@ -60,19 +63,31 @@ def test_missing_values_are_told_or_left_out(states, scores):
     (STATES, SCORES[1:], {}, ValueError, "y_true has 6 values, y_score has 5 values"),
     (STATES, np.ones((6, 2)), {}, ValueError, r"y_score has shape \(6, 2\).*scores\[:, 1\]"),
     (STATES, [[1], [1, 2]], {}, ValueError, "y_score is ragged"),
-    (STATES, 5.0, {}, ValueError, r"y_score has shape \(\)"),
+    (STATES, 5.0, {}, ValueError, r"y_score has shape \(\).*give a list"),
     (STATES, list("abcdef"), {}, TypeError, "y_score has 'a' .* at position 0"),
     (STATES, np.array(SCORES) * 1j, {}, TypeError, "y_score holds complex128"),
     (STATES, [2**60 + i for i in range(6)], {}, ValueError, r"integers beyond 2\*\*53"),
     (STATES, np.arange(6, dtype=np.uint64) + 2**63, {}, ValueError, r"integers beyond 2\*\*53"),
+    (STATES, [2**53 + 1, 2**53, 1, 2, 3, 4], {}, ValueError, r"9007199254740993 at position 0"),
+    (STATES, [2**53, 2**53 + 1, 1, 2, 3, 0.5], {}, ValueError, r"9007199254740993 at position 1"),
+    (STATES, np.array([1, 2, 3, 4, 5, 10**400], object), {}, ValueError, r"integers beyond 2\*\*53"),
+    (STATES, np.arange(6) + np.longdouble(2)**-60, {}, ValueError, "longdouble values .* the first at position 1"),
+    (STATES, lambda: nullable(list("abcdef"), "category"), {}, TypeError, "without an order, such as 'a'"),
     ([1, 2] * 3, SCORES, {}, ValueError, "labels 1, 2; say with pos_label="),
     (["ill", "well"] * 3, SCORES, {"pos_label": 1}, ValueError, "labels 'ill', 'well'|does not occur"),
     (["ill", "well"] * 3, SCORES, {"pos_label": "Ill"}, ValueError, "'Ill' does not occur in y_true"),
+    (np.array([{}] * 6), SCORES, {}, TypeError, "y_true has {} .*at position 0, which cannot be a label"),
+    ([1j, 2j] * 3, SCORES, {"pos_label": 3}, ValueError, "whose labels are 1j, 2j"),
+    (np.array(["2020", "2021"] * 3, "M8[Y]"), SCORES, {}, ValueError, "has the labels 2020, 2021; say"),
+    (STATES, SCORES, {"pos_label": np.array([1])}, TypeError, "pos_label=.* is no single label"),
+    (STATES, SCORES, {"pos_label": NAN}, ValueError, "pos_label=nan is a missing value"),
+    (STATES, SCORES, {"confidence_level": "0.95"}, TypeError, r"confidence_level='0.95' \(str\) is no number"),
     (STATES, SCORES, {"direction": "bigger"}, ValueError, "direction='bigger' is not known; use 'larger' or 'smaller'"),
     (STATES, SCORES, {"confidence_level": 95}, ValueError, "confidence_level=95 is not between 0 and 1"),
     (STATES, SCORES, {"nan_policy": "drop"}, ValueError, "nan_policy='drop'"),
 ])
 def test_what_does_not_fit_is_turned_away(states, scores, options, error, message):
+    scores = scores() if callable(scores) else scores
     with pytest.raises(error, match=message):
         vexroc.auc(states, scores, **options)
 

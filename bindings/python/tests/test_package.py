@@ -61,3 +61,6 @@ def test_wheel_works_in_an_environment_of_its_own(tmp_path):
     shown = subprocess.run([tmp_path / "venv/bin/python", "-c", example], env=environment, cwd=tmp_path, text=True,
                            capture_output=True, check=False)
     assert shown.stdout.startswith(str(tmp_path)) and shown.stdout.endswith(" 0.875\n"), shown.stderr
+    told = subprocess.run([tmp_path / "venv/bin/python", "-c", "import vexroc"], cwd=tmp_path, text=True,
+                          env={**environment, "VEXROC_LIBRARY": "/other.so"}, capture_output=True, check=False)
+    assert "VEXROC_LIBRARY=/other.so is not used: the package has a library of its own" in told.stderr

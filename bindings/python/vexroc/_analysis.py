@@ -4,18 +4,20 @@ from __future__ import annotations
 import ctypes
 import queue
 import threading
+from collections import Counter
 from collections.abc import Callable, Iterable
+from collections.abc import Set as AbstractSet
 from typing import Any, Literal
 
 import numpy as np
 
 from ._arraycalls import (CUT_OFFS, DIRECTIONS, DISTRIBUTIONS, INTERPOLATIONS, CutOff, Direction, Distribution,
                           Interpolation)
-from ._inputs import (Floats, NanPolicy, check_lengths, check_level, check_word, complete_cases, to_groups, to_numbers,
-                      to_states)
-from ._library import CANCEL, PROGRESS, PairResult, RecordResult, WarningResult, library
-from ._results import (Analysis, AnalysisWarning, Area, Comparison, Group, PrecisionRecallCurve, Record, RocCurve,
-                       frozen, number)
+from ._inputs import (Floats, NanPolicy, check_lengths, check_level, check_number, check_word, complete_cases,
+                      is_hashable, to_groups, to_numbers, to_states)
+from ._library import PROGRESS, PairResult, RecordResult, WarningResult, library, stop_when_told
+from ._results import (Analysis, AnalysisWarning, Area, Comparison, Counts, Group, PrecisionRecallCurve, Record,
+                       RocCurve, frozen, number)
 
 ComparisonKind = Literal["none", "independent", "paired"]
 Progress = Callable[[float, int], object]
@@ -38,6 +40,9 @@ class AnalysisError(ValueError):
     def __init__(self, code: int, message: str):
         super().__init__(message)
         self.code = code
+
+    def __reduce__(self) -> tuple[type[AnalysisError], tuple[int, str]]:
+        return type(self), (self.code, str(self))
 
 
 class _Handle:
@@ -84,9 +89,9 @@ class _Handle:
     def run(self, progress: Progress | None) -> None:
         """Runs on a thread of its own, so that this one can see Ctrl-C and tell progress meanwhile."""
         # The library asks before every record whether to stop. Python would answer slower than the analysis runs;
-        # C's atoi reads the answer from this text.
+        # C reads the answer from this text.
         stop = ctypes.create_string_buffer(b"0")
-        self.call("on_cancel", ctypes.cast(ctypes.CDLL(None).atoi, CANCEL), ctypes.addressof(stop))
+        self.call("on_cancel", stop_when_told(), ctypes.addressof(stop))
         events: queue.SimpleQueue[tuple[float, int] | BaseException | None] = queue.SimpleQueue()
         told = PROGRESS(lambda share, records, _: events.put((share, records)))
         if progress is not None:
@@ -119,24 +124,45 @@ class _Request:
     """The checked columns and settings of one analysis."""
 
     def __init__(self, data: Any, state: Any, tests: Any, group: Any, weight: Any):
+        if isinstance(data, np.ndarray) and data.dtype.names is None:
+            raise TypeError("data is an array, whose columns have no names; give a DataFrame or a dict of arrays")
         self.data = data
-        tests = [tests] if isinstance(tests, str) or not isinstance(tests, Iterable) else list(tests)
-        if not tests:
-            raise ValueError("tests is empty; name one column at least")
+        tests = self._names(tests)
+        for name in (state, *tests, group, weight):
+            if not is_hashable(name):
+                raise TypeError(f"{name!r} is a {type(name).__name__}, no name of a column; give the name of one")
         if state in tests:
             raise ValueError(f"tests names the state {state!r}; a test is another column")
         self.state, self.tests, self.group, self.weight = state, tests, group, weight
+        used = dict.fromkeys(name for name in (state, *tests, group, weight) if name is not None)
+        alike = Counter(map(str, used))
+        self.texts = {name: str(name) if alike[str(name)] == 1 else repr(name) for name in used}
         self.omitted: dict[str, int] = {}
         self.notes: list[AnalysisWarning] = []
         self.group_labels: tuple[Any, Any] | None = None
+
+    def _names(self, tests: Any) -> list[Any]:
+        if isinstance(tests, AbstractSet):
+            raise TypeError("tests is a set, which has no order; give a list of names")
+        one = isinstance(tests, (str, bytes)) or not isinstance(tests, Iterable)
+        one = one or (isinstance(tests, tuple) and is_hashable(tests) and tests in self._columns())
+        names = [tests] if one else list(tests)
+        if not names:
+            raise ValueError("tests is empty; name one column at least")
+        return names
+
+    def _columns(self) -> list[Any]:
+        """Names of the columns, where the data tell them."""
+        names = getattr(self.data, "columns", None)
+        names = self.data.keys() if names is None and hasattr(self.data, "keys") else names
+        return [] if names is None else list(names)
 
     def values(self, name: Any) -> Any:
         try:
             return self.data[name]
         except (KeyError, IndexError, ValueError):
-            names = getattr(self.data, "columns", None)
-            names = self.data.keys() if names is None and hasattr(self.data, "keys") else names
-            known = "" if names is None else "; its columns are " + ", ".join(map(repr, names))
+            names = self._columns()
+            known = "; its columns are " + ", ".join(map(repr, names)) if names else ""
             raise ValueError(f"data has no column {name!r}{known}") from None
         except TypeError:
             raise TypeError(f"data is a {type(self.data).__name__}; give a DataFrame or a dict of arrays") from None
@@ -149,38 +175,54 @@ class _Request:
     def check_weights(self, weights: Floats) -> None:
         rounded = np.floor(weights + 0.5)
         unusable = (rounded < 1) | (rounded > 2**31 - 1)
-        self.omit(unusable, f"unusable weight in {self.weight}: below 1 or beyond 2147483647")
+        self.omit(unusable, f"unusable weight in {self.texts[self.weight]}: below 1 or beyond 2147483647")
         uneven = int(np.count_nonzero(~unusable & (rounded != weights)))
         if uneven:
             self.notes.append(AnalysisWarning(
-                0, f"weights in {self.weight} that are not whole numbers, rounded with halves up: {uneven}"))
+                0, f"weights in {self.texts[self.weight]} that are not whole numbers, rounded with halves up: "
+                   f"{uneven}"))
 
     def load(self, pos_label: Any, group_values: Any, splits_by_number: bool, nan_policy: NanPolicy) -> None:
         """Reads the columns; leaves out cases without state, group or weight."""
-        required = {str(self.state): to_states(str(self.state), self.values(self.state), pos_label)}
-        if self.group is not None and splits_by_number:
-            required["group " + str(self.group)] = to_numbers(str(self.group), self.values(self.group))
-        elif self.group is not None:
-            required["group " + str(self.group)], self.group_labels = to_groups(
-                str(self.group), self.values(self.group), group_values)
+        state = self.texts[self.state]
+        required = {state: to_states(state, self.values(self.state), pos_label)}
+        if self.group is not None:
+            group = self.texts[self.group]
+            if splits_by_number:
+                self.group_column = to_numbers(group, self.values(self.group))
+            else:
+                self.group_column, self.group_labels = to_groups(group, self.values(self.group), group_values)
+            required["group " + group] = self.group_column
         if self.weight is not None:
-            required["weight " + str(self.weight)] = to_numbers(str(self.weight), self.values(self.weight))
-        tests = {str(name): to_numbers(str(name), self.values(name)) for name in self.tests}
-        check_lengths({**required, **tests})
+            weight = self.texts[self.weight]
+            required["weight " + weight] = to_numbers(weight, self.values(self.weight))
+        tests = {name: to_numbers(self.texts[name], self.values(name)) for name in self.tests}
+        named = {self.texts[name]: column for name, column in tests.items()}
+        check_lengths({**required, **named})
+        self.cases = len(required[state])
         complete = complete_cases(required, nan_policy)
         for name, column in required.items():
             self.omit(np.isnan(column), f"missing {name}")
         if complete is not None:
-            required, tests = ({name: column[complete] for name, column in columns.items()}
-                               for columns in (required, tests))
-        complete_cases(tests, nan_policy)  # the library leaves these out of their test, or of all when paired
-        for name, column in tests.items():
+            required = {name: column[complete] for name, column in required.items()}
+            tests = {name: column[complete] for name, column in tests.items()}
+            named = {self.texts[name]: column for name, column in tests.items()}
+        complete_cases(named, nan_policy)  # the library leaves these out of their test, or of all when paired
+        for name, column in named.items():
             self.omit(np.isnan(column), f"missing {name}")
         self.required, self.test_columns = list(required.values()), tests
         if self.weight is not None:
             self.check_weights(self.required[-1])
         if self.group_labels is not None:
-            self.omit(self.required[1] == 2.0, f"other {self.group}")
+            self.omit(self.required[1] == 2.0, f"other {self.texts[self.group]}")
+
+    def cases_of(self, record: RecordResult) -> int:
+        """Number of cases that the record is about, whether they take part or not."""
+        if record.group < 0:
+            return self.cases
+        column, value = self.group_column, record.group_value
+        members = (column == value, column >= value, column < value)[record.group_operation]
+        return int(np.count_nonzero(members))
 
 
 def _split(request: _Request, handle: _Handle, group_cut: float | None, group_mid_point: bool) -> None:
@@ -188,7 +230,7 @@ def _split(request: _Request, handle: _Handle, group_cut: float | None, group_mi
         handle.call("set_number", b"group_first", 0.0)
         handle.call("set_number", b"group_second", 1.0)
     elif group_cut is not None:
-        handle.call("set_number", b"group_cut", float(group_cut))
+        handle.call("set_number", b"group_cut", group_cut)
     elif group_mid_point:
         handle.call("set_number", b"group_mid_point", 1.0)
 
@@ -196,26 +238,28 @@ def _split(request: _Request, handle: _Handle, group_cut: float | None, group_mi
 class _Reader:
     """Turns what a run left in the handle into results."""
 
-    def __init__(self, handle: _Handle, request: _Request, names: list[str], level: float, descending: bool,
-                 with_roc: bool):
+    def __init__(self, handle: _Handle, request: _Request, names: list[Any], level: float, direction: Direction,
+                 comparison: ComparisonKind, distribution: Distribution, with_roc: bool):
         self.handle, self.request, self.names, self.level = handle, request, names, level
-        self.descending, self.with_roc = descending, with_roc
+        self.descending, self.paired = direction == "larger", comparison == "paired"
+        self.distribution, self.with_roc = distribution, with_roc
 
     def _group(self, record: RecordResult) -> Group | None:
         if record.group < 0:
             return None
         labels = self.request.group_labels
         value = record.group_value if labels is None else labels[int(record.group_value)]
-        return Group(str(self.request.group), ("==", ">=", "<")[record.group_operation], value)
+        return Group(self.request.texts[self.request.group], ("==", ">=", "<")[record.group_operation], value)
 
-    def _roc(self, index: int, record: RecordResult) -> RocCurve:
+    def _roc(self, index: int, record: RecordResult, omitted: int) -> RocCurve:
         thresholds, tpr, specificity = (np.empty(record.curve_rows) for _ in range(3))
         self.handle.call("curve", index, thresholds.ctypes.data, tpr.ctypes.data, specificity.ctypes.data)
         order = slice(None, None, -1 if self.descending else 1)  # ascending by 1 - specificity
         fpr, tpr, thresholds = (frozen(column[order].copy()) for column in (1.0 - specificity, tpr, thresholds))
-        return RocCurve(fpr, tpr, thresholds, record.n_positive, record.n_negative)
+        return RocCurve(fpr, tpr, thresholds, record.n_positive, record.n_negative, omitted)
 
-    def _precision_recall(self, index: int, record: RecordResult, thresholds: Floats) -> PrecisionRecallCurve:
+    def _precision_recall(self, index: int, record: RecordResult, omitted: int,
+                          thresholds: Floats) -> PrecisionRecallCurve:
         """thresholds: of the measured points, ascending."""
         precision, recall = np.empty(record.pr_rows), np.empty(record.pr_rows)
         flags = np.empty(record.pr_rows, dtype=np.uint8)
@@ -226,15 +270,18 @@ class _Reader:
         precision, recall, reached = (
             frozen(column[order].copy()) for column in (precision, recall, thresholds[leads_to]))
         return PrecisionRecallCurve(precision, recall, reached, frozen(interpolated[order].copy()),
-                                    record.n_positive, record.n_negative)
+                                    record.n_positive, record.n_negative, omitted)
 
     def record(self, index: int) -> Record:
         r = self.handle.fetch("record", index, RecordResult())
+        omitted = self.request.cases_of(r) - r.n_positive - r.n_negative
+        changed = self.distribution == "bi-negative" and (bool(r.distribution_changed) or self.paired)
         area = Area(number(r.area), number(r.std_error), number(r.p_value), number(r.ci_lower), number(r.ci_upper),
-                    r.n_positive, r.n_negative, confidence_level=self.level)
-        roc = self._roc(index, r)
+                    r.n_positive, r.n_negative, omitted, self.level,
+                    "nonparam" if changed else self.distribution, changed)
+        roc = self._roc(index, r, omitted)
         ascending = roc.thresholds[:: -1 if self.descending else 1]
-        points = self._precision_recall(index, r, ascending) if r.pr_rows else None
+        points = self._precision_recall(index, r, omitted, ascending) if r.pr_rows else None
         has_curve = r.ks_maximum != -1.0
         return Record(self.names[r.test], self._group(r), area, number(r.gini),
                       r.ks_maximum if has_curve else np.nan, number(r.ks_threshold) if has_curve else np.nan,
@@ -243,7 +290,7 @@ class _Reader:
 
     def warning(self, index: int) -> AnalysisWarning:
         w = self.handle.fetch("warning", index, WarningResult())
-        tests = ", ".join(self.names[w.parameters[i]] for i in range(w.parameter_count))
+        tests = ", ".join(self.request.texts[self.names[w.parameters[i]]] for i in range(w.parameter_count))
         messages = {430102: f"positive and negative cases share values, which count half: {tests}",
                     430103: "positive and negative cases are not equally many everywhere: all standard errors are "
                             "nonparametric",
@@ -260,7 +307,7 @@ class _Reader:
                        number(pair.p_value), number(pair.ci_lower), number(pair.ci_upper), self.level)
             for pair, (first, second) in zip(pairs, compared))
         warnings = [self.warning(index) for index in range(self.handle.count("warning"))] + self.request.notes
-        return Analysis(records, comparisons, compared, tuple(warnings), dict(self.request.omitted))
+        return Analysis(records, comparisons, compared, tuple(warnings), Counts(self.request.omitted))
 
 
 def analyze(data: Any, *, state: Any, tests: Any, pos_label: Any = None, group: Any = None,
@@ -281,14 +328,15 @@ def analyze(data: Any, *, state: Any, tests: Any, pos_label: Any = None, group: 
     pos_label, direction, cut_off, distribution, confidence_level
         As in roc_curve and auc.
     group
-        Column that splits the cases in two groups: those with its two values in ascending order, or with the two of
-        group_values, or below and from group_cut on, or below and from the middle of its range on (group_mid_point).
+        Column that splits the cases in two groups: those with its two values in ascending order (categories in
+        theirs), or with the two of group_values (a list), or below and from group_cut on, or below and from the middle
+        of its range on (group_mid_point).
     weight
         Column of whole numbers of cases that a row stands for. Weights enter the weighted counts only.
     comparison
         "none", "independent" (each test between the groups) or "paired" (all pairs of tests on the same cases).
     roc, precision_recall, interpolation
-        Which curves the records hold; interpolation as in pr_curve.
+        Which curves the records hold (the Kolmogorov-Smirnov maximum is always there); interpolation as in pr_curve.
     nan_policy
         "raise", or "omit": cases without state, group or weight are left out, a missing test value leaves the case
         out of that test, in a paired comparison of all tests. ``omitted`` of the result counts them by reason.
@@ -306,13 +354,13 @@ def analyze(data: Any, *, state: Any, tests: Any, pos_label: Any = None, group: 
     ValueError, TypeError
         As in roc_curve, and for columns that are not there.
     KeyboardInterrupt
-        Ctrl-C during the run, which ends it at once.
+        Ctrl-C during the run, which ends it before its next record or area.
 
     Examples
     --------
     >>> data = {"sick": [1, 1, 1, 0, 0, 0], "a": [5, 6, 4, 3, 2, 1], "b": [5, 2, 4, 3, 6, 1]}
     >>> result = vexroc.analyze(data, state="sick", tests=["a", "b"], comparison="paired")
-    >>> round(result.records[1].ks_maximum, 4), round(result.comparisons[0].difference, 4)
+    >>> round(result["b"].ks_maximum, 4), round(result.comparisons[0].difference, 4)
     (0.3333, 0.4444)
     """
     words = {"direction": check_word("direction", direction, DIRECTIONS),
@@ -325,22 +373,21 @@ def analyze(data: Any, *, state: Any, tests: Any, pos_label: Any = None, group: 
     if sum(splits) > 1 or (group is None and any(splits)):
         raise ValueError("groups are made by one of group_values=, group_cut= and group_mid_point=, "
                          "together with group=")
+    cut = None if group_cut is None else check_number("group_cut", group_cut, "give the first value of the upper group")
     request = _Request(data, state, tests, group, weight)
     request.load(pos_label, group_values, splits[1] or splits[2], nan_policy)
 
     handle = _Handle()
     parts = ["state"] + ["group"] * (group is not None) + ["weight"] * (weight is not None)
-    names = [str(name) for name in (state, group, weight) if name is not None]
+    names = [name for name in (state, group, weight) if name is not None]
     for name, values, part in zip(names, request.required, parts):
-        handle.add(name, values, part)
-    for name in map(str, request.tests):
-        handle.add(name, request.test_columns[name], "test")
+        handle.add(request.texts[name], values, part)
+    for name in request.tests:
+        handle.add(request.texts[name], request.test_columns[name], "test")
     for setting, word in words.items():
         handle.call("set_word", setting.encode(), word)
     handle.call("set_number", b"confidence_level", level)
-    handle.call("set_number", b"roc", 1.0 if roc or precision_recall else 0.0)  # thresholds of both come from there
     handle.call("set_number", b"pr", 1.0 if precision_recall else 0.0)
-    _split(request, handle, group_cut, group_mid_point)
+    _split(request, handle, cut, group_mid_point)
     handle.run(progress)
-    return _Reader(handle, request, names + [str(name) for name in request.tests], level, direction == "larger",
-                   roc).analysis()
+    return _Reader(handle, request, names + request.tests, level, direction, comparison, distribution, roc).analysis()

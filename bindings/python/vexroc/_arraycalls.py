@@ -58,12 +58,14 @@ def _table(rows: RocRows, row: npt.DTypeLike, width: int) -> npt.NDArray[Any]:
     return table.reshape(-1, width) if width > 1 else table
 
 
-def _area(result: AreaResult, level: float, cases: _Cases | None) -> Area:
+def _area(result: AreaResult, level: float, cases: _Cases, distribution: Distribution = "nonparam") -> Area:
     n_positive, n_negative = int(result.n_positive), int(result.n_negative)
-    if cases is not None and (n_positive, n_negative) != (cases.n_positive, cases.n_negative):
+    if (n_positive, n_negative) != (cases.n_positive, cases.n_negative):
         _out_of_memory()
+    changed = distribution == "bi-negative" and n_positive != n_negative
     return Area(number(result.area), number(result.std_error), number(result.p_value), number(result.ci_lower),
-                number(result.ci_upper), n_positive, n_negative, 0 if cases is None else cases.n_omitted, level)
+                number(result.ci_upper), n_positive, n_negative, cases.n_omitted, level,
+                "nonparam" if changed else distribution, changed)
 
 
 def _comparison(result: ComparisonResult, first: Area, second: Area, level: float) -> Comparison:
@@ -80,9 +82,10 @@ def roc_curve(y_true: Any, y_score: Any, *, pos_label: Any = None, direction: Di
     y_true : shape (n,)
         State of each case: numbers, bools or texts. Every label but the positive one is negative.
     y_score : shape (n,)
-        Test value of each case, any scale, infinities allowed.
+        Test value of each case, any scale, infinities allowed: the largest and smallest values. Of a categorical the
+        order counts where its categories are no ascending numbers.
     pos_label
-        The positive label; may be left out for labels 0 and 1, -1 and 1, and bools.
+        The positive label; may be left out for labels 0 and 1, -1 and 1, and bools. For dates also their text.
     direction
         "larger" or "smaller": which end of the scale is positive.
     cut_off
@@ -93,7 +96,9 @@ def roc_curve(y_true: Any, y_score: Any, *, pos_label: Any = None, direction: Di
     Returns
     -------
     RocCurve
-        Without points for fewer than 3 cases, or when all of them have the same state.
+        fpr, tpr and thresholds of shape (points,): k distinct scores give k + 1 points, from (0, 0) to (1, 1) unless
+        scores are infinite or huge (see RocCurve). Without points for fewer than 3 cases, or when all of them have the
+        same state.
 
     Raises
     ------
@@ -130,16 +135,28 @@ def pr_curve(y_true: Any, y_score: Any, *, pos_label: Any = None, direction: Dir
 
     Parameters
     ----------
+    y_true : shape (n,)
+        State of each case, as in roc_curve.
+    y_score : shape (n,)
+        Test value of each case, as in roc_curve.
     interpolation
         "davis-goadrich": a point for every whole true positive between two measured points; "keilwagen": for every
         whole false positive.
-    y_true, y_score, pos_label, direction, cut_off, nan_policy
-        As in roc_curve, and so are the errors.
+    pos_label, direction, cut_off, nan_policy
+        As in roc_curve.
 
     Returns
     -------
     PrecisionRecallCurve
-        Without points for fewer than 3 cases, or when all of them have the same state.
+        precision, recall, thresholds and interpolated of shape (points,). Without points for fewer than 3 cases, or
+        when all of them have the same state.
+
+    Raises
+    ------
+    ValueError
+        Shapes, lengths, labels or words that do not fit, missing values with nan_policy "raise".
+    TypeError
+        Scores that are no numbers.
 
     Examples
     --------
@@ -169,22 +186,33 @@ def auc(y_true: Any, y_score: Any, *, pos_label: Any = None, direction: Directio
         distribution: Distribution = "nonparam", confidence_level: float = 0.95,
         nan_policy: NanPolicy = "raise") -> Area:
     """Area under the ROC curve, its standard error, test against 0.5 and interval (Hanley and McNeil 1982, Radiology
-    143, 29-36).
+    143, 29-36). Takes states and scores; it is not the trapezoid rule for points of a curve, sklearn.metrics.auc(x, y).
 
     Parameters
     ----------
+    y_true : shape (n,)
+        State of each case, as in roc_curve.
+    y_score : shape (n,)
+        Test value of each case, as in roc_curve.
     distribution
         "nonparam", or "bi-negative" (exponential), which applies only when positive and negative cases are equally
-        many and is replaced otherwise: the assumption behind the standard error.
+        many and is replaced otherwise, which the result tells: the assumption behind the standard error.
     confidence_level
         Of the interval, in (0, 1).
-    y_true, y_score, pos_label, direction, nan_policy
-        As in roc_curve, and so are the errors.
+    pos_label, direction, nan_policy
+        As in roc_curve.
 
     Returns
     -------
     Area
-        NaN in all statistics without a positive or without a negative case.
+        Numbers; NaN in all statistics without a positive or without a negative case.
+
+    Raises
+    ------
+    ValueError
+        Shapes, lengths, labels, words or a confidence level that do not fit, missing values with nan_policy "raise".
+    TypeError
+        Scores or a confidence level that are no numbers.
 
     Examples
     --------
@@ -198,7 +226,7 @@ def auc(y_true: Any, y_score: Any, *, pos_label: Any = None, direction: Directio
              check_word("distribution", distribution, DISTRIBUTIONS))
     level = check_level(confidence_level)
     cases = _Cases(("y_true", y_true), {"y_score": y_score}, pos_label, nan_policy)
-    return _area(library().auc(*cases.arguments, *words, level), level, cases)
+    return _area(library().auc(*cases.arguments, *words, level), level, cases, distribution)
 
 
 def compare_paired(y_true: Any, y_score_1: Any, y_score_2: Any, *, pos_label: Any = None,
@@ -209,15 +237,24 @@ def compare_paired(y_true: Any, y_score_1: Any, y_score_2: Any, *, pos_label: An
 
     Parameters
     ----------
+    y_true : shape (n,)
+        State of each case, as in roc_curve.
     y_score_1, y_score_2 : shape (n,)
         Test values, the same cases in the same order. With nan_policy "omit" a case that misses either is left out.
-    y_true, pos_label, direction, confidence_level, nan_policy
-        As in auc, and so are the errors.
+    pos_label, direction, confidence_level, nan_policy
+        As in auc.
 
     Returns
     -------
     Comparison
-        The standard errors of both areas are those of DeLong.
+        Numbers: the first area less the second. The standard errors of both areas are those of DeLong.
+
+    Raises
+    ------
+    ValueError
+        Shapes, lengths, labels, words or a confidence level that do not fit, missing values with nan_policy "raise".
+    TypeError
+        Scores or a confidence level that are no numbers.
 
     Examples
     --------
@@ -235,7 +272,8 @@ def compare_paired(y_true: Any, y_score_1: Any, y_score_2: Any, *, pos_label: An
 def compare_independent(y_true_1: Any, y_score_1: Any, y_true_2: Any, y_score_2: Any, *, pos_label: Any = None,
                         direction: Direction = "larger", distribution: Distribution = "nonparam",
                         confidence_level: float = 0.95, nan_policy: NanPolicy = "raise") -> Comparison:
-    """Compares the areas of one test variable in two independent samples.
+    """Compares the areas of one test variable in two independent samples: the difference by its standard error, the
+    root of the sum of both squared standard errors (Hanley and McNeil 1982, Radiology 143, 29-36).
 
     Parameters
     ----------
@@ -244,7 +282,19 @@ def compare_independent(y_true_1: Any, y_score_1: Any, y_true_2: Any, y_score_2:
     y_true_2, y_score_2 : shape (m,)
         The second sample.
     pos_label, direction, distribution, confidence_level, nan_policy
-        As in auc, for both samples, and so are the errors.
+        As in auc, for both samples.
+
+    Returns
+    -------
+    Comparison
+        Numbers: the area of the first sample less that of the second.
+
+    Raises
+    ------
+    ValueError
+        Shapes, lengths, labels, words or a confidence level that do not fit, missing values with nan_policy "raise".
+    TypeError
+        Scores or a confidence level that are no numbers.
 
     Examples
     --------
@@ -258,5 +308,5 @@ def compare_independent(y_true_1: Any, y_score_1: Any, y_true_2: Any, y_score_2:
     samples = [_Cases(("y_true_1", y_true_1), {"y_score_1": y_score_1}, pos_label, nan_policy),
                _Cases(("y_true_2", y_true_2), {"y_score_2": y_score_2}, pos_label, nan_policy)]
     results = [library().auc(*cases.arguments, *words, level) for cases in samples]
-    first, second = (_area(result, level, cases) for result, cases in zip(results, samples))
+    first, second = (_area(result, level, cases, distribution) for result, cases in zip(results, samples))
     return _comparison(library().auc_comparison(*results, level), first, second, level)

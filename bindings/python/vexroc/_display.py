@@ -4,7 +4,7 @@ from __future__ import annotations
 from dataclasses import dataclass, field
 from typing import Any
 
-from ._arraycalls import CutOff, Direction, Interpolation, auc, pr_curve, roc_curve
+from ._arraycalls import CutOff, Direction, Distribution, Interpolation, auc, pr_curve, roc_curve
 from ._inputs import NanPolicy
 from ._results import Area, PrecisionRecallCurve, RocCurve
 
@@ -41,12 +41,14 @@ class RocCurveDisplay:
 
     @classmethod
     def from_predictions(cls, y_true: Any, y_score: Any, *, pos_label: Any = None, direction: Direction = "larger",
+                         cut_off: CutOff = "include", distribution: Distribution = "nonparam",
                          confidence_level: float = 0.95, nan_policy: NanPolicy = "raise", name: str | None = None,
                          ax: Any = None, plot_chance_level: bool = True, **line: Any) -> RocCurveDisplay:
         """Computes and draws the curve, with area and interval in the legend. Parameters: roc_curve, auc, plot."""
-        curve = roc_curve(y_true, y_score, pos_label=pos_label, direction=direction, nan_policy=nan_policy)
-        area = auc(y_true, y_score, pos_label=pos_label, direction=direction, confidence_level=confidence_level,
-                   nan_policy=nan_policy)
+        curve = roc_curve(y_true, y_score, pos_label=pos_label, direction=direction, cut_off=cut_off,
+                          nan_policy=nan_policy)
+        area = auc(y_true, y_score, pos_label=pos_label, direction=direction, distribution=distribution,
+                   confidence_level=confidence_level, nan_policy=nan_policy)
         return cls(curve, area, name).plot(ax, plot_chance_level=plot_chance_level, **line)
 
     def plot(self, ax: Any = None, *, plot_chance_level: bool = True, **line: Any) -> RocCurveDisplay:

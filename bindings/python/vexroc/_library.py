@@ -6,6 +6,7 @@ import ctypes.util
 import functools
 import os
 import pathlib
+import warnings
 from ctypes import POINTER, c_char_p, c_double, c_int, c_longlong, c_size_t, c_void_p
 
 ANALYSIS_VERSION = 1
@@ -90,7 +91,7 @@ def _candidates() -> list[tuple[str, str]]:
     found = [(str(path), "the package folder") for path in sorted(folder.glob(f"lib{LIBRARY_NAME}.so*"))]
     if chosen:
         found.append((chosen, "the environment variable VEXROC_LIBRARY"))
-        return found  # who names a library does not want another one
+        return found  # who names a library does not want the system's
     system = ctypes.util.find_library(LIBRARY_NAME) or f"lib{LIBRARY_NAME}.so.0"
     return [*found, (system, "the system")]
 
@@ -102,6 +103,19 @@ def _declare(loaded: ctypes.CDLL) -> ctypes.CDLL:
     return loaded
 
 
+def _tell_unused_choice(used: str) -> None:
+    chosen = os.environ.get("VEXROC_LIBRARY")
+    if chosen and os.path.realpath(chosen) != os.path.realpath(used):
+        warnings.warn(f"VEXROC_LIBRARY={chosen} is not used: the package has a library of its own, {used}, which comes "
+                      "first", RuntimeWarning, stacklevel=3)
+
+
+@functools.cache
+def stop_when_told() -> object:
+    """C's atoi: as a cancel callback it answers with the number in the text that it is given."""
+    return ctypes.cast(ctypes.CDLL(None).atoi, CANCEL)
+
+
 @functools.cache
 def library() -> ctypes.CDLL:
     """The loaded library. ImportError tells what was tried. ctypes releases the interpreter lock during its calls."""
@@ -111,6 +125,7 @@ def library() -> ctypes.CDLL:
             loaded = ctypes.CDLL(path)
             version = loaded.vexroc_analysis_version()
             if version >= ANALYSIS_VERSION:
+                _tell_unused_choice(path)
                 return _declare(loaded)
             tried.append(f"{path} (from {origin}): its interface is version {version}, "
                          f"this package needs {ANALYSIS_VERSION}; update the library")
@@ -119,6 +134,11 @@ def library() -> ctypes.CDLL:
     raise ImportError("vexroc found no library to work with. Tried:\n  " + "\n  ".join(tried)
                       + f"\nInstall the wheel of tools/build_wheel.sh, which brings lib{LIBRARY_NAME}.so along, or set "
                         "VEXROC_LIBRARY to its path.")
+
+
+def library_path() -> str:
+    """File of the loaded library, or the name by which the system found it."""
+    return str(library()._name)
 
 
 def library_version() -> str:

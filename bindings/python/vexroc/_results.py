@@ -2,9 +2,9 @@
 from __future__ import annotations
 
 import math
-from collections.abc import Iterator
+from collections.abc import Callable, Iterator
 from dataclasses import dataclass, field
-from typing import Any
+from typing import Any, NoReturn
 
 import numpy as np
 import numpy.typing as npt
@@ -16,6 +16,29 @@ def frozen(array: npt.NDArray[Any]) -> npt.NDArray[Any]:
     """The array, from now on read-only."""
     array.setflags(write=False)
     return array
+
+
+class _Frozen:
+    """Arrays of a copy, such as an unpickled one, are read-only too."""
+
+    def __setstate__(self, state: dict[str, Any]) -> None:
+        self.__dict__.update(state)
+        for value in state.values():
+            if isinstance(value, np.ndarray):
+                frozen(value)
+
+
+class Counts(dict[str, int]):
+    """Numbers of cases by reason, which cannot be changed."""
+
+    def _refuse(self, *_: Any, **__: Any) -> NoReturn:
+        raise TypeError("the counts of a result cannot be changed; take a copy: dict(counts)")
+
+    _any: Callable[..., Any] = _refuse
+    __setitem__ = __delitem__ = __ior__ = update = clear = pop = popitem = setdefault = _any
+
+    def __reduce__(self) -> tuple[type[Counts], tuple[dict[str, int]]]:
+        return Counts, (dict(self),)
 
 
 def _p(value: float) -> str:
@@ -32,10 +55,12 @@ def _interval(level: float, lower: float, upper: float) -> str:
 
 
 @dataclass(frozen=True, repr=False, eq=False)
-class RocCurve:
-    """An empirical ROC curve from (0, 0) to (1, 1): k distinct scores give k + 1 points.
+class RocCurve(_Frozen):
+    """An empirical ROC curve: k distinct scores give k + 1 points.
 
-    Unpacks as in scikit-learn: ``fpr, tpr, thresholds = curve``.
+    It goes from (0, 0) to (1, 1) unless a score is infinite or so large that adding 1 does not change it: no threshold
+    lies beyond such a score, and an end point may be missing. Unpacks as in scikit-learn:
+    ``fpr, tpr, thresholds = curve``.
     """
 
     fpr: Floats
@@ -43,7 +68,8 @@ class RocCurve:
     tpr: Floats
     """Sensitivity, ascending, shape (points,)."""
     thresholds: Floats
-    """Midpoints between neighbouring scores, in their unit, shape (points,)."""
+    """Midpoints between neighbouring scores, in their unit, shape (points,). At the ends 0 and 1 when all scores lie
+    between them, otherwise the lowest score - 1 and the highest + 1."""
     n_positive: int
     n_negative: int
     n_omitted: int = 0
@@ -57,7 +83,7 @@ class RocCurve:
 
 
 @dataclass(frozen=True, repr=False, eq=False)
-class PrecisionRecallCurve:
+class PrecisionRecallCurve(_Frozen):
     """A precision-recall curve, recall descending. Unpacks: ``precision, recall, thresholds = curve``."""
 
     precision: Floats
@@ -95,16 +121,28 @@ class Area:
     n_positive: int
     n_negative: int
     n_omitted: int = 0
-    """Cases left out because a value is missing."""
+    """Cases left out because a value is missing. In an analysis: cases of the data, of the record's group where there
+    are groups, that do not count here for want of a state, value or usable weight."""
     confidence_level: float = 0.95
+    distribution: str = "nonparam"
+    """Assumption behind the standard error: "nonparam" (in a paired comparison that of DeLong) or "bi-negative"."""
+    distribution_changed: bool = False
+    """True when bi-negative was asked for and replaced."""
 
     def __float__(self) -> float:
         return self.area
 
     def __repr__(self) -> str:
-        return (f"<area {self.area:.4f}, standard error {self.std_error:.4f}, {_p(self.p_value)}, "
+        assumption = " (nonparam, not bi-negative)" if self.distribution_changed else (
+            "" if self.distribution == "nonparam" else f" ({self.distribution})")
+        return (f"<area {self.area:.4f}, standard error {self.std_error:.4f}{assumption}, {_p(self.p_value)}, "
                 f"{_interval(self.confidence_level, self.ci_lower, self.ci_upper)}; "
-                f"{_cases(self.n_positive, self.n_negative, self.n_omitted)}>")
+                f"{self.cases}>")
+
+    @property
+    def cases(self) -> str:
+        """How many cases took part, in words."""
+        return _cases(self.n_positive, self.n_negative, self.n_omitted)
 
 
 @dataclass(frozen=True, repr=False)
@@ -123,9 +161,11 @@ class Comparison:
     confidence_level: float = 0.95
 
     def __repr__(self) -> str:
+        first, second = self.first.cases, self.second.cases
+        cases = f"{first} in each" if first == second else f"{first} against {second}"
         return (f"<difference {self.difference:.4f} ({self.first.area:.4f} - {self.second.area:.4f}), "
                 f"standard error {self.std_error:.4f}, z = {self.z:.4f}, {_p(self.p_value)}, "
-                f"{_interval(self.confidence_level, self.ci_lower, self.ci_upper)}>")
+                f"{_interval(self.confidence_level, self.ci_lower, self.ci_upper)}; {cases}>")
 
 
 @dataclass(frozen=True)
@@ -136,8 +176,12 @@ class Group:
     operation: str
     value: Any
 
+    def is_called(self, name: object) -> bool:
+        """Does the name mean this group among those of its analysis?"""
+        return name == str(self) or name == (self.value if self.operation == "==" else self.operation)
+
     def __str__(self) -> str:
-        value = f"{self.value:g}" if isinstance(self.value, float) else str(self.value)
+        value = repr(float(self.value)).removesuffix(".0") if isinstance(self.value, float) else str(self.value)
         return f"{self.column} {self.operation} {value}"
 
 
@@ -145,7 +189,8 @@ class Group:
 class Record:
     """Result of one test variable, over all cases or in one group."""
 
-    test: str
+    test: Any
+    """Name of its column, as it was given."""
     group: Group | None
     area: Area
     gini: float
@@ -164,7 +209,7 @@ class Record:
 
     @property
     def name(self) -> str:
-        return self.test if self.group is None else f"{self.test} ({self.group})"
+        return str(self.test) if self.group is None else f"{self.test} ({self.group})"
 
     def __repr__(self) -> str:
         return f"<{self.name}: {repr(self.area)[1:]}"
@@ -181,7 +226,11 @@ class AnalysisWarning:
 
 @dataclass(frozen=True, repr=False, eq=False)
 class Analysis:
-    """A whole analysis. Its records come in the order of the tests, with a group one for each group."""
+    """A whole analysis. Its records come in the order of the tests, with a group one for each group.
+
+    ``analysis[test]`` is the record of a test, the first group's where there are groups; ``analysis[test, group]`` that
+    of one group: its value, "<" or ">=", or its whole text such as "age < 50". Iterating gives the records.
+    """
 
     records: tuple[Record, ...]
     comparisons: tuple[Comparison, ...] = ()
@@ -189,9 +238,37 @@ class Analysis:
     compared: tuple[tuple[Record, Record], ...] = ()
     """The records of each comparison."""
     warnings: tuple[AnalysisWarning, ...] = ()
-    omitted: dict[str, int] = field(default_factory=dict)
+    omitted: Counts = field(default_factory=Counts)
     """Number of cases left out, by reason; one case may count under several. In a paired comparison a case with a
     missing test value is left out of all tests."""
+
+    def __iter__(self) -> Iterator[Record]:
+        return iter(self.records)
+
+    def __len__(self) -> int:
+        return len(self.records)
+
+    def __contains__(self, test: object) -> bool:
+        return any(record.test == test for record in self.records)
+
+    def __getitem__(self, key: Any) -> Record:
+        whole = key in self or not isinstance(key, tuple) or len(key) != 2  # the name of a column may be a tuple
+        test, group = (key, None) if whole else key
+        for record in self.records:
+            if record.test == test and (whole or (record.group is not None and record.group.is_called(group))):
+                return record
+        raise KeyError(f"no record {key!r}; there are " + ", ".join(record.name for record in self.records))
+
+    def to_frame(self) -> Any:
+        """A pandas DataFrame with a row for each record."""
+        try:
+            import pandas
+        except ImportError as error:
+            raise ImportError("to_frame needs pandas: install python3-pandas, or pandas from PyPI") from error
+        shown = ("gini", "ks_maximum", "ks_threshold", "ties", "weighted_positive", "weighted_negative")
+        return pandas.DataFrame([
+            {"test": record.test, "group": None if record.group is None else str(record.group), **vars(record.area),
+             **{name: getattr(record, name) for name in shown}} for record in self.records])
 
     def __repr__(self) -> str:
         lines = [repr(record) for record in self.records]
