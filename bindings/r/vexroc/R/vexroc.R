@@ -15,6 +15,7 @@ fail <- function(...) stop(..., call. = FALSE)
 #' One of the words that the argument `name` of the function `of` has by default.
 choice <- function(value, name, of = vexroc.default) {
   choices <- eval(formals(of)[[name]])
+  if (identical(value, choices)) return(choices[1])
   tryCatch(match.arg(value, choices),
            error = function(e) fail("`", name, "` is ", paste0("\"", choices, "\"", collapse = " or "),
                                     ", not ", deparse(value, nlines = 1)))
@@ -89,11 +90,12 @@ vexroc.default <- function(x, state, positive = NULL, group = NULL, groups = NUL
 #' Tests by name; a matrix is a test per column.
 numeric_tests <- function(x) {
   tests <- if (is.list(x)) as.list(x) else list(test = x)
-  if (length(tests) == 0) fail("no test variable is given")
   names <- if (is.null(names(tests))) rep("", length(tests)) else names(tests)
   unnamed <- is.na(names) | names == ""
-  names[unnamed] <- paste0("test", which(unnamed))
-  tests <- do.call(c, unname(Map(columns_of, tests, names)))
+  names[unnamed] <- paste0("test", which(unnamed), recycle0 = TRUE)
+  names(tests) <- names
+  if (any(vapply(tests, is.matrix, NA))) tests <- do.call(c, unname(Map(columns_of, tests, names)))
+  if (length(tests) == 0) fail("no test variable is given")
   for (i in seq_along(tests))
     if (!is.numeric(tests[[i]]) && !is.logical(tests[[i]]))
       fail("test '", names(tests)[i], "' is of class ", class(tests[[i]])[1], "; tests are numbers")
@@ -102,13 +104,13 @@ numeric_tests <- function(x) {
 
 columns_of <- function(column, name) {
   if (!is.matrix(column)) return(setNames(list(column), name))
-  names <- if (is.null(colnames(column))) paste0(name, seq_len(ncol(column))) else colnames(column)
+  names <- if (is.null(colnames(column))) paste0(name, seq_len(ncol(column)), recycle0 = TRUE) else colnames(column)
   setNames(lapply(seq_len(ncol(column)), function(i) column[, i]), names)
 }
 
 #' The values that occur, in an order that no locale changes.
 distinct <- function(x) {
-  if (is.factor(x)) levels(x)[tabulate(x, nlevels(x)) > 0] else sort(unique(x[!is.na(x)]), method = "radix")
+  if (is.factor(x)) levels(x)[tabulate(x, nlevels(x)) > 0] else sort(unique(x), method = "radix")
 }
 
 #' Values as text; numbers that differ after the fifteenth digit do so here too.
@@ -129,10 +131,11 @@ check_vector <- function(x, name)
 state_codes <- function(state, positive) {
   check_vector(state, "state")
   values <- if (nlevels(state) == 2) levels(state) else distinct(state)
+  if (length(state) > 0 && length(values) == 0) fail("the state of every case is missing")
   if (is.null(positive)) {
     if (length(state) > 0 && (length(values) != 2 || is.character(state)))
       fail("the state has the values ", listed(values), ": name the positive one with `positive`",
-           if (length(values) > 0) paste0(", such as positive = ", deparse(values[length(values)])))
+           ", such as positive = ", deparse(values[length(values)]))
     positive <- values[2]
   }
   at <- match(positive, values)
@@ -145,8 +148,11 @@ state_codes <- function(state, positive) {
 group_codes <- function(group, groups) {
   check_vector(group, "group")
   values <- distinct(group)
-  if (is.null(groups) && length(group) > 0 && length(values) != 2)
-    fail("the group has ", length(values), " values (", listed(values), "); name two of them with `groups`")
+  if (length(group) > 0 && length(values) < 2)
+    fail("the group has ", if (length(values) == 0) "no value" else c("only the value ", listed(values)),
+         "; groups are two")
+  if (is.null(groups) && length(values) > 2)
+    fail("the group has the values ", listed(values), "; name two of them with `groups`")
   at <- if (is.null(groups)) 1:2 else match(groups, values)
   if (length(at) != 2 || anyNA(at) || at[1] == at[2])
     fail("`groups` names two values of the group, which has ", listed(values), "; it is ", listed(groups))
@@ -171,9 +177,10 @@ rows_left_out <- function(study) {
                   "of other groups" = is.na(study$group$codes), "without weight" = is.na(study$weight),
                   "with a weight below 1" = rounded_weight(study$weight) < 1,
                   "with a weight beyond 2147483647" = study$weight > .Machine$integer.max)
-  used <- rep(TRUE, length(study$state))
+  used <- TRUE # all
   counts <- integer()
-  for (name in names(reasons)[lengths(reasons) > 0]) {
+  for (name in names(reasons)) {
+    if (!any(reasons[[name]], na.rm = TRUE)) next
     hit <- used & reasons[[name]]
     if (any(hit)) counts[name] <- sum(hit)
     used <- used & !hit
@@ -201,7 +208,7 @@ run_study <- function(study, comparison) {
   result$left_out <- rows$counts
   result$warnings <- c(warning_sentences(result$warnings, names(study$tests)), rounding_note(study$weight[rows$used]))
   # What the tests of a record leave of the rows of its group are rows in which they are missing.
-  sizes <- if (is.null(study$group)) sum(rows$used) else tabulate(study$group$codes[rows$used] + 1, 2)
+  sizes <- if (is.null(study$group)) length(study$state) - sum(rows$counts) else tabulate(study$group$codes[rows$used] + 1, 2)
   of_group <- if (is.null(study$group)) 1 else result$areas$group_value + 1
   result$areas$left_out <- sizes[of_group] - result$areas$positive - result$areas$negative
   result
@@ -220,6 +227,7 @@ status_sentence <- function(status) {
 
 #' Named by their codes.
 warning_sentences <- function(warnings, tests) {
+  if (length(warnings$code) == 0) return(character())
   sentence <- function(code, name, parameters) paste0(switch(as.character(code),
     "430102" = paste0("positive and negative cases share values, which count half, in ",
                       paste(tests[parameters], collapse = ", ")),
@@ -327,13 +335,16 @@ confint.vexroc <- function(object, parm, level = object$study$settings$confidenc
 }
 
 #' The assumption in force, which may be another than the one asked for.
-standard_error <- function(x)
-  if ("430103" %in% names(x$warnings)) "nonparam" else x$study$settings$distribution
+standard_error <- function(x) {
+  if (identical(x$method, "paired")) return("DeLong")
+  asked <- x$study$settings$distribution
+  if (asked == "nonparam" || "430103" %in% names(x$warnings)) "nonparametric" else asked
+}
 
 heading <- function(x, title) {
   settings <- x$study$settings
   cat(title, "\nPositive: ", x$study$positive, "; ", settings$direction, " values are more positive\n", sep = "")
-  cat("Standard error: ", if (identical(x$method, "paired")) "DeLong" else standard_error(x), "; confidence level ",
+  cat("Standard error: ", standard_error(x), "; confidence level ",
       settings$confidence_level, left_out_sentence(x$left_out), "\n\n", sep = "")
 }
 
@@ -401,6 +412,6 @@ empty_plot <- function(what, ...) {
   on.exit(par(old))
   labels <- if (what == "curve") c("1 - specificity", "sensitivity") else c("recall", "precision")
   arguments <- list(x = c(0, 1), y = c(0, 1), xlab = labels[1], ylab = labels[2], xaxs = "i", yaxs = "i")
-  do.call(plot, c(utils::modifyList(arguments, list(...)), type = "n"))
+  do.call(plot, utils::modifyList(utils::modifyList(arguments, list(...)), list(type = "n")))
   if (what == "curve") abline(0, 1, lty = 2, col = "grey50")
 }

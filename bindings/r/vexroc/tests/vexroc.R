@@ -56,7 +56,7 @@ stopifnot(identical(counted$left_out, c("without state" = 1L, "without group" = 
           counted$areas$left_out == c(1, 0), counted$areas$negative == c(1, 0), counted$areas$positive == c(0, 1))
 shown <- capture.output(summary(vexroc(state ~ a, study, distribution = "bi-negative")), compare(fit),
                         vexroc(state ~ test, rows, weight = weight))
-for (text in c("Standard error: nonparam;", "are nonparametric \\(430103", "b\\s+[0-9]+\\s+[0-9]+\\s+1 0",
+for (text in c("Standard error: nonparametric;", "are nonparametric \\(430103", "b\\s+[0-9]+\\s+[0-9]+\\s+1 0",
                "1 without weight", "rounded with halves up: 1"))
   stopifnot(any(grepl(text, shown)))
 
@@ -92,7 +92,9 @@ errors <- list(
   "`parm` is zz" = quote(confint(fit, "zz")), "two tests" = quote(compare(vexroc(state ~ a, study))),
   "name two of them" = quote(vexroc(state ~ test | third, few, positive = "Ill")),
   "it is u, z" = quote(vexroc(state ~ test | third, few, positive = "Ill", groups = c("u", "z"))),
-  "class factor" = quote(vexroc(1:2, 0:1, weight = factor(1:2))), "no case" = quote(vexroc(state ~ a, study[0, ])),
+  "class factor" = quote(vexroc(1:2, 0:1, weight = factor(1:2))),
+  "has only the value" = quote(vexroc(1:2, 0:1, group = 0:0)), "every case" = quote(vexroc(1:2, c(NA, NA))),
+  "no case" = quote(vexroc(state ~ a, study[0, ])),
   "no case with the positive state is left (430004" = quote(vexroc(1:2, 0:1, weight = c(1, NA))),
   "pr = TRUE" = quote(plot(close, "precision_recall")))
 for (message in names(errors)) expect_error(eval(errors[[message]]), message)
