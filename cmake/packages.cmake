@@ -11,18 +11,22 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR} ${PROJECT_BINARY_DIR}/host)
 set(CPACK_DEBIAN_PACKAGE_SECTION math)
 set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "") # otherwise the first line of every description
 
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME libvexrocproc920r-${PROJECT_VERSION_MAJOR})
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
-set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "ROC analysis component: shared libraries")
+set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "ROC analysis component, shared libraries
+Curves, areas with inference, and comparisons, for host applications and for callers of plain C functions.")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libvexrocproc920r-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
-set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "ROC analysis component: headers, CMake package and pkg-config file")
+set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "ROC analysis component, development files
+Headers, CMake package and pkg-config file of the shared libraries.")
 set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS runtime)
 if(VEXROC_BUILD_CLI)
     list(APPEND CPACK_COMPONENTS_ALL program)
     set(CPACK_DEBIAN_PROGRAM_PACKAGE_NAME vexroc)
-    set(CPACK_COMPONENT_PROGRAM_DESCRIPTION "ROC analysis at the command line, with manual page and completion")
+    set(CPACK_COMPONENT_PROGRAM_DESCRIPTION "ROC analysis at the command line
+Areas, comparisons and curves from delimited text, SQLite and PostgreSQL; with manual page and completion.")
     set(CPACK_COMPONENT_PROGRAM_DEPENDS runtime)
     set(CPACK_DEBIAN_PROGRAM_PACKAGE_RECOMMENDS gnuplot-nox)
 endif()
@@ -32,7 +36,19 @@ list(APPEND CPACK_COMPONENTS_ALL python)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-vexroc)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_SHLIBDEPS OFF)
-set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS "python3, python3-numpy")
-set(CPACK_COMPONENT_PYTHON_DESCRIPTION "ROC analysis component: Python package vexroc")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS "python3 (>= 3.10), python3-numpy (>= 1:1.22)")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS python3-matplotlib)
+set(CPACK_COMPONENT_PYTHON_DESCRIPTION "ROC analysis for Python
+The package vexroc: curves, areas, comparisons and whole analyses over lists, NumPy arrays and pandas columns.")
 set(CPACK_COMPONENT_PYTHON_DEPENDS runtime)
+
+file(WRITE ${PROJECT_BINARY_DIR}/copyright "Copyright (c) the vexroc developers.
+
+No licence has been chosen yet: nobody has been given a right to copy, change or pass on this software.
+")
+foreach(component ${CPACK_COMPONENTS_ALL})
+    string(TOUPPER ${component} name)
+    install(FILES ${PROJECT_BINARY_DIR}/copyright DESTINATION share/doc/${CPACK_DEBIAN_${name}_PACKAGE_NAME}
+        COMPONENT ${component} EXCLUDE_FROM_ALL)
+endforeach()
 include(CPack)

@@ -3,10 +3,11 @@
 #   tools/check_r.sh [--check] [BUILD_FOLDER]     build/release when no folder is given
 # Exit code 77, with a reason, where R is not installed.
 set -euo pipefail
-cd "$(dirname "$0")/.."
 check=
 [ "${1:-}" != --check ] || { check=yes; shift; }
-build=${1:-build/release}
+build=${1:+$(realpath -m "$1")}
+cd "$(dirname "$0")/.."
+build=${build:-build/release}
 if ! command -v R >/dev/null || ! R CMD config CC >/dev/null 2>&1; then
     echo "skipped: R is not installed (tools/install_packages.sh r)"
     exit 77

@@ -1,6 +1,7 @@
 // Go: an area and a curve through cgo.
 //
-//	CGO_CFLAGS=$(pkg-config --cflags vexrocproc) CGO_LDFLAGS=$(pkg-config --libs vexrocproc) go run auc.go
+//	CGO_CFLAGS=$(pkg-config --cflags vexrocproc) CGO_LDFLAGS=$(pkg-config --libs vexrocproc) \
+//		LD_LIBRARY_PATH=<folder of the libraries> go run auc.go
 package main
 
 /*

@@ -10,109 +10,256 @@ split_bar <- function(formula) {
   }
 }
 
-vexroc <- function(x, ...) UseMethod("vexroc")
+fail <- function(...) stop(..., call. = FALSE)
 
-vexroc.formula <- function(x, data = parent.frame(), ...) {
-  if (length(x) != 3) stop("the formula needs a state on its left side, such as diagnosis ~ radius")
-  parts <- split_bar(x)
-  frame <- model.frame(parts$formula, data, na.action = NULL)
-  group <- if (!is.null(parts$group)) eval(parts$group, data, environment(x))
-  vexroc.default(frame[-1], state = frame[[1]], group = group,
-                 group_name = if (!is.null(parts$group)) deparse(parts$group), call = sys.call(-1), ...)
+#' One of the words that the argument `name` of the function `of` has by default.
+choice <- function(value, name, of = vexroc.default) {
+  choices <- eval(formals(of)[[name]])
+  if (identical(value, choices)) return(choices[1])
+  tryCatch(match.arg(value, choices),
+           error = function(e) fail("`", name, "` is ", paste0("\"", choices, "\"", collapse = " or "),
+                                    ", not ", deparse(value, nlines = 1)))
 }
 
-vexroc.default <- function(x, state, positive = NULL, group = NULL, weight = NULL,
+confidence_level <- function(level) {
+  if (!is.numeric(level) || length(level) != 1 || !isTRUE(level > 0 && level < 1))
+    fail("`level` is one number between 0 and 1, such as 0.95, not ", deparse(level, nlines = 1))
+  level
+}
+
+vexroc <- function(x, ...) UseMethod("vexroc")
+
+vexroc.formula <- function(x, data = environment(x), group = NULL, weight = NULL, subset = NULL, ...) {
+  if (length(x) != 3) fail("the formula needs a state on its left side, such as diagnosis ~ radius")
+  inside <- function(expression) eval(expression, data, environment(x))
+  parts <- split_bar(x)
+  group <- substitute(group)
+  if (!is.null(parts$group) && !is.null(group)) fail("the group is given twice: after | and as `group`")
+  if (is.null(group)) group <- parts$group
+  columns <- formula_columns(parts$formula, data, group)
+  study <- list(tests = columns$tests, state = columns$state, group = inside(group),
+                weight = inside(substitute(weight)))
+  rows <- inside(substitute(subset))
+  if (!is.null(rows)) study <- subset_study(study, rows)
+  call <- match.call()
+  call[[1]] <- as.name("vexroc")
+  vexroc.default(study$tests, study$state, group = study$group, weight = study$weight, call = call, ...)
+}
+
+#' State and tests of a formula, whose terms add and remove columns as in lm; `.` stands for all columns but the group.
+formula_columns <- function(formula, data, group) {
+  terms <- stats::terms(formula, data = if (is.data.frame(data)) data)
+  if (any(attr(terms, "order") > 1)) fail("the formula has an interaction; tests are joined by +")
+  labels <- attr(terms, "term.labels")
+  if ("." %in% all.vars(formula[[3]])) labels <- setdiff(labels, deparse(group, backtick = TRUE))
+  frame <- model.frame(terms, data, na.action = NULL)
+  at <- vapply(labels, function(label) which(attr(terms, "factors")[, label] > 0), 0L)
+  list(state = frame[[1]], tests = as.list(frame[at]))
+}
+
+subset_study <- function(study, rows) {
+  if (is.logical(rows)) rows <- rows & !is.na(rows)
+  pick <- function(column) if (is.matrix(column)) column[rows, , drop = FALSE] else column[rows]
+  study$tests <- lapply(study$tests, pick)
+  study[-1] <- lapply(study[-1], pick)
+  study
+}
+
+vexroc.default <- function(x, state, positive = NULL, group = NULL, groups = NULL, weight = NULL,
                            direction = c("larger", "smaller"), cut_off = c("include", "exclude"),
                            distribution = c("nonparam", "bi-negative"),
                            interpolation = c("davis-goadrich", "keilwagen"), level = 0.95, pr = FALSE,
-                           group_name = "group", call = sys.call(), ...) {
-  if (...length() > 0) stop("unknown argument: ", paste(...names(), collapse = ", "))
-  tests <- numeric_tests(x)
-  positive <- positive_value(state, positive)
-  study <- list(tests = tests, state = state, positive = positive, group = group, weight = weight,
-                group_name = group_name,
-                settings = list(direction = match.arg(direction), cut_off = match.arg(cut_off),
-                                distribution = match.arg(distribution), interpolation = match.arg(interpolation),
-                                confidence_level = level, pr = as.numeric(pr)))
+                           call = match.call(), ...) {
+  if (...length() > 0) fail("unknown argument: ", paste(...names(), collapse = ", "))
+  if (missing(state)) fail("the state is missing: vexroc(tests, state), or vexroc(state ~ test, data)")
+  if (!isTRUE(pr) && !isFALSE(pr)) fail("`pr` is TRUE or FALSE, not ", deparse(pr, nlines = 1))
+  settings <- list(direction = choice(direction, "direction"), cut_off = choice(cut_off, "cut_off"),
+                   distribution = choice(distribution, "distribution"),
+                   interpolation = choice(interpolation, "interpolation"),
+                   confidence_level = confidence_level(level), pr = as.numeric(pr))
+  state <- state_codes(state, positive)
+  study <- list(tests = numeric_tests(x), state = state$codes, positive = state$positive,
+                group = if (!is.null(group)) group_codes(group, groups), weight = weight, settings = settings)
+  check_columns(study)
   result <- run_study(study, "none")
   structure(list(call = call, study = study, areas = area_frame(result, study), result = result,
                  warnings = result$warnings, left_out = result$left_out),
             class = "vexroc")
 }
 
+#' Tests by name; a matrix is a test per column.
 numeric_tests <- function(x) {
-  tests <- if (is.data.frame(x)) as.list(x) else if (is.list(x)) x else list(test = x)
-  if (length(tests) == 0) stop("no test variable is given")
-  if (is.null(names(tests))) names(tests) <- paste0("test", seq_along(tests))
-  for (name in names(tests))
-    if (!is.numeric(tests[[name]]) && !is.logical(tests[[name]]))
-      stop("test '", name, "' is of class ", class(tests[[name]])[1], "; tests are numbers")
+  tests <- if (is.list(x)) as.list(x) else list(test = x)
+  names <- if (is.null(names(tests))) rep("", length(tests)) else names(tests)
+  unnamed <- is.na(names) | names == ""
+  names[unnamed] <- paste0("test", which(unnamed), recycle0 = TRUE)
+  names(tests) <- names
+  if (any(vapply(tests, is.matrix, NA))) tests <- do.call(c, unname(Map(columns_of, tests, names)))
+  if (length(tests) == 0) fail("no test variable is given")
+  for (i in seq_along(tests))
+    if (!is.numeric(tests[[i]]) && !is.logical(tests[[i]]))
+      fail("test '", names(tests)[i], "' is of class ", class(tests[[i]])[1], "; tests are numbers")
   lapply(tests, as.double)
 }
 
-#' The positive state: as given, or the larger of two values, the last of two levels.
-positive_value <- function(state, positive) {
-  values <- if (is.factor(state)) levels(state) else sort(unique(state[!is.na(state)]))
+columns_of <- function(column, name) {
+  if (!is.matrix(column)) return(setNames(list(column), name))
+  names <- if (is.null(colnames(column))) paste0(name, seq_len(ncol(column)), recycle0 = TRUE) else colnames(column)
+  setNames(lapply(seq_len(ncol(column)), function(i) column[, i]), names)
+}
+
+#' The values that occur, in an order that no locale changes.
+distinct <- function(x) {
+  if (is.factor(x)) levels(x)[tabulate(x, nlevels(x)) > 0] else sort(unique(x), method = "radix")
+}
+
+#' Values as text; numbers that differ after the fifteenth digit do so here too.
+value_labels <- function(values) {
+  labels <- as.character(values)
+  if (anyDuplicated(labels)) sprintf("%.17g", values) else labels
+}
+
+listed <- function(values)
+  paste(c(head(value_labels(values), 10), if (length(values) > 10) "..."), collapse = ", ")
+
+check_vector <- function(x, name)
+  if (!is.atomic(x))
+    fail("the ", name, " is of class ", class(x)[1], "; it is a factor, text, numbers or logical values")
+
+#' 1 for the positive state, 0 for any other. When it is not given, it is the last of two levels, or the larger of two
+#' numbers; of text, whose order is the locale's, it has to be given.
+state_codes <- function(state, positive) {
+  check_vector(state, "state")
+  values <- if (nlevels(state) == 2) levels(state) else distinct(state)
+  if (length(state) > 0 && length(values) == 0) fail("the state of every case is missing")
   if (is.null(positive)) {
-    if (length(values) != 2)
-      stop("the state has ", length(values), " values: name the positive one with `positive`")
+    if (length(state) > 0 && (length(values) != 2 || is.character(state)))
+      fail("the state has the values ", listed(values), ": name the positive one with `positive`",
+           ", such as positive = ", deparse(values[length(values)]))
     positive <- values[2]
   }
-  if (length(positive) != 1 || !(as.character(positive) %in% as.character(values)))
-    stop("the state is never ", paste(positive, collapse = ", "), "; it is ",
-         paste(head(values, 10), collapse = ", "))
-  positive
+  at <- match(positive, values)
+  if (length(state) > 0 && (length(positive) != 1 || is.na(at)))
+    fail("the state is never ", listed(positive), "; it is ", listed(values))
+  list(codes = as.double(match(state, values) == at), positive = value_labels(values)[at])
 }
 
-group_codes <- function(group) {
-  values <- if (is.factor(group)) levels(group)[levels(group) %in% group] else sort(unique(group[!is.na(group)]))
-  if (length(values) != 2) stop("the group has ", length(values), " values; groups are two")
-  list(codes = as.double(match(as.character(group), as.character(values)) - 1), values = as.character(values))
+#' 0 and 1 for the two groups, in the order in which they are named; NA for others.
+group_codes <- function(group, groups) {
+  check_vector(group, "group")
+  values <- distinct(group)
+  if (length(group) > 0 && length(values) < 2)
+    fail("the group has ", if (length(values) == 0) "no value" else c("only the value ", listed(values)),
+         "; groups are two")
+  if (is.null(groups) && length(values) > 2)
+    fail("the group has the values ", listed(values), "; name two of them with `groups`")
+  at <- if (is.null(groups)) 1:2 else match(groups, values)
+  if (length(at) != 2 || anyNA(at) || at[1] == at[2])
+    fail("`groups` names two values of the group, which has ", listed(values), "; it is ", listed(groups))
+  list(codes = as.double(match(match(group, values), at) - 1), values = value_labels(values)[at],
+       missing = is.na(group))
 }
+
+check_columns <- function(study) {
+  rows <- length(study$state)
+  if (rows == 0) fail("there is no case: the state is empty")
+  if (!is.null(study$weight) && !is.numeric(study$weight))
+    fail("the weight is of class ", class(study$weight)[1], "; it is a number of cases")
+  lengths <- lengths(c(study$tests, list(group = study$group$codes, weight = study$weight)))
+  wrong <- lengths != rows & !(names(lengths) %in% c("group", "weight") & lengths == 0)
+  if (any(wrong))
+    fail("'", names(lengths)[wrong][1], "' has ", lengths[wrong][1], " values; the state has ", rows)
+}
+
+#' Which rows enter, and how many do not, by the first reason that holds.
+rows_left_out <- function(study) {
+  reasons <- list("without state" = is.na(study$state), "without group" = study$group$missing,
+                  "of other groups" = is.na(study$group$codes), "without weight" = is.na(study$weight),
+                  "with a weight below 1" = rounded_weight(study$weight) < 1,
+                  "with a weight beyond 2147483647" = study$weight > .Machine$integer.max)
+  used <- TRUE # all
+  counts <- integer()
+  for (name in names(reasons)) {
+    if (!any(reasons[[name]], na.rm = TRUE)) next
+    hit <- used & reasons[[name]]
+    if (any(hit)) counts[name] <- sum(hit)
+    used <- used & !hit
+  }
+  list(used = used, counts = counts)
+}
+
+#' As the library rounds.
+rounded_weight <- function(weight) if (!is.null(weight)) floor(weight + 0.5)
 
 run_study <- function(study, comparison) {
-  rows <- length(study$state)
-  columns <- c(list(state = as.double(study$state == study$positive)), study$tests)
-  parts <- c(state = 1L, setNames(seq_along(study$tests) + 1L, rep("test", length(study$tests))))
-  settings <- c(study$settings, list(comparison = comparison))
-  add <- function(part, column) {
-    columns[[length(columns) + 1L]] <<- column
-    names(columns)[length(columns)] <<- part
-    parts <<- c(parts, setNames(length(columns), part))
-  }
-  if (!is.null(study$group)) {
-    add("group", group_codes(study$group)$codes)
-    settings <- c(settings, list(group_first = 0, group_second = 1))
-  }
-  if (!is.null(study$weight)) add("weight", as.double(study$weight))
-  lengths <- lengths(columns)
-  if (any(lengths != rows))
-    stop("'", names(columns)[lengths != rows][1], "' has ", lengths[lengths != rows][1], " values; the state has ", rows)
-  known <- complete.cases(columns[names(parts) != "test"])
-  if (!all(known)) columns <- lapply(columns, function(column) column[known])
-  result <- .Call(C_analyze, columns, parts, settings)
+  columns <- c(list(state = study$state), study$tests, if (!is.null(study$group)) list(group = study$group$codes),
+               if (!is.null(study$weight)) list(weight = as.double(study$weight)))
+  parts <- c("state", rep("test", length(study$tests)), if (!is.null(study$group)) "group",
+             if (!is.null(study$weight)) "weight")
+  settings <- c(study$settings, comparison = comparison,
+                if (!is.null(study$group)) list(group_first = 0, group_second = 1))
+  result <- .Call(C_analyze, columns, setNames(seq_along(parts), parts), settings)
   if (is.null(result)) {
     signalCondition(structure(class = c("interrupt", "condition"), list(message = "", call = NULL)))
     invokeRestart("abort")
   }
-  result$left_out <- sum(!known)
+  rows <- rows_left_out(study)
+  if (is.integer(result)) fail(status_sentence(result), left_out_sentence(rows$counts))
+  result$left_out <- rows$counts
+  result$warnings <- c(warning_sentences(result$warnings, names(study$tests)), rounding_note(study$weight[rows$used]))
+  # What the tests of a record leave of the rows of its group are rows in which they are missing.
+  sizes <- if (is.null(study$group)) length(study$state) - sum(rows$counts) else tabulate(study$group$codes[rows$used] + 1, 2)
+  of_group <- if (is.null(study$group)) 1 else result$areas$group_value + 1
+  result$areas$left_out <- sizes[of_group] - result$areas$positive - result$areas$negative
   result
 }
+
+#' status: an error code, named by its name.
+status_sentence <- function(status) {
+  sentence <- switch(as.character(status),
+    "430004" = "no case with the positive state is left",
+    "430010" = "no case is left",
+    "430011" = "an independent comparison needs two groups, but all values of the group are equal",
+    "430012" = "an independent comparison needs cases of every test in both groups",
+    "the analysis broke off")
+  paste0(sentence, " (", status, " ", names(status), ")")
+}
+
+#' Named by their codes.
+warning_sentences <- function(warnings, tests) {
+  if (length(warnings$code) == 0) return(character())
+  sentence <- function(code, name, parameters) paste0(switch(as.character(code),
+    "430102" = paste0("positive and negative cases share values, which count half, in ",
+                      paste(tests[parameters], collapse = ", ")),
+    "430103" = "positive and negative cases are not equally many everywhere: all standard errors are nonparametric",
+    "430104" = "the group is not used: results are over all cases",
+    "the library warns"), " (", code, " ", name, ")")
+  setNames(as.character(Map(sentence, warnings$code, warnings$name, warnings$parameters)), warnings$code)
+}
+
+rounding_note <- function(weight) {
+  rounded <- sum(weight != rounded_weight(weight))
+  if (rounded > 0) c(rounded = paste("weights that are not whole numbers, rounded with halves up:", rounded))
+}
+
+left_out_sentence <- function(counts)
+  if (length(counts) > 0)
+    paste0("\nRows left out: ", sum(counts), " (", paste(counts, names(counts), collapse = ", "), ")")
 
 #' A data frame of equally long columns; data.frame() takes longer than the analysis of a thousand cases.
 frame_of <- function(columns)
   structure(columns, class = "data.frame", row.names = .set_row_names(length(columns[[1]])))
 
 labels_of <- function(result, study) {
-  groups <- if (!is.null(study$group)) group_codes(study$group)$values
   list(test = names(study$tests)[result$areas$test - 1],
-       group = if (is.null(groups)) NULL else ifelse(result$areas$group == 0, NA, groups[result$areas$group_value + 1]))
+       group = if (!is.null(study$group)) study$group$values[result$areas$group_value + 1])
 }
 
 area_frame <- function(result, study) {
   labels <- labels_of(result, study)
-  areas <- result$areas[setdiff(names(result$areas), c("test", "group", "group_value",
-                                                       if (is.null(study$weight)) c("weighted_positive", "weighted_negative")))]
+  columns <- c("positive", "negative", if (!is.null(study$weight)) c("weighted_positive", "weighted_negative"),
+               "left_out", "area", "std_error", "significance", "lower", "upper", "gini", "ks", "ks_cut_off", "ties")
+  areas <- result$areas[columns]
   areas$ties <- areas$ties != 0
   none <- areas$ks < 0
   areas$ks[none] <- areas$ks_cut_off[none] <- NA
@@ -135,39 +282,46 @@ compare <- function(x, ...) UseMethod("compare")
 compare.vexroc <- function(x, method = NULL, ...) {
   study <- x$study
   if (is.null(method)) method <- if (is.null(study$group)) "paired" else "independent"
-  method <- match.arg(method, c("paired", "independent"))
-  if (method == "paired" && length(study$tests) < 2) stop("a paired comparison needs two tests")
-  if (method == "independent" && is.null(study$group)) stop("an independent comparison needs a group")
+  if (!isTRUE(method %in% c("paired", "independent")))
+    fail("`method` is \"paired\" or \"independent\", not ", deparse(method, nlines = 1))
+  if (method == "paired" && length(study$tests) < 2) fail("a paired comparison needs two tests")
+  if (method == "independent" && is.null(study$group))
+    fail("an independent comparison needs a group, such as in diagnosis ~ radius | sex")
   if (method == "paired") study["group"] <- list(NULL)
   study$settings$pr <- 0
   study$settings$roc <- 0
   result <- run_study(study, method)
-  labels <- labels_of(result, study)
+  areas <- area_frame(result, study)
   pair <- result$comparisons
   ends <- if (method == "paired")
-    list(first = labels$test[pair$first], second = labels$test[pair$second])
+    list(first = areas$test[pair$first], second = areas$test[pair$second])
   else
-    list(test = labels$test[pair$first], first = labels$group[pair$first], second = labels$group[pair$second])
-  areas <- result$areas$area
-  frame <- frame_of(c(ends, list(area1 = areas[pair$first], area2 = areas[pair$second]),
+    list(test = areas$test[pair$first], first = areas$group[pair$first], second = areas$group[pair$second])
+  frame <- frame_of(c(ends, list(area1 = areas$area[pair$first], area2 = areas$area[pair$second]),
                       pair[c("difference", "std_error", "z", "significance", "lower", "upper")]))
-  structure(list(method = method, comparisons = frame, areas = area_frame(result, study),
-                 level = study$settings$confidence_level),
+  structure(list(method = method, comparisons = frame, areas = areas, study = study, warnings = result$warnings,
+                 left_out = result$left_out),
             class = "vexroc_comparison")
 }
 
 as.data.frame.vexroc <- function(x, row.names = NULL, optional = FALSE,
                                  what = c("areas", "curve", "precision_recall"), ...) {
-  switch(match.arg(what), areas = x$areas, curve = point_frame(x$result$curves, x$result, x$study),
-         precision_recall = point_frame(x$result$precision_recall, x$result, x$study))
+  what <- choice(what, "what", as.data.frame.vexroc)
+  if (what == "areas") x$areas else point_frame(curves_of(x, what), x$result, x$study)
 }
 
 as.data.frame.vexroc_comparison <- function(x, row.names = NULL, optional = FALSE, ...) x$comparisons
 
+curves_of <- function(x, what) {
+  if (what == "curve") return(x$result$curves)
+  if (x$study$settings$pr == 0) fail("precision-recall curves were not asked for: vexroc(..., pr = TRUE) computes them")
+  x$result$precision_recall
+}
+
 curve_names <- function(areas) if (is.null(areas$group)) areas$test else paste(areas$test, areas$group, sep = ", ")
 
 confint.vexroc <- function(object, parm, level = object$study$settings$confidence_level, ...) {
-  if (level != object$study$settings$confidence_level) {
+  if (confidence_level(level) != object$study$settings$confidence_level) {
     study <- object$study
     study$settings$confidence_level <- level
     object$areas <- area_frame(run_study(study, "none"), study)
@@ -175,13 +329,23 @@ confint.vexroc <- function(object, parm, level = object$study$settings$confidenc
   tails <- paste(format(100 * c((1 - level) / 2, (1 + level) / 2), trim = TRUE, digits = 3), "%")
   bounds <- matrix(c(object$areas$lower, object$areas$upper), ncol = 2,
                    dimnames = list(curve_names(object$areas), tails))
-  if (missing(parm)) bounds else bounds[parm, , drop = FALSE]
+  if (missing(parm)) return(bounds)
+  tryCatch(bounds[parm, , drop = FALSE],
+           error = function(e) fail("`parm` is ", listed(parm), "; there are the areas of ", listed(rownames(bounds))))
 }
 
-heading <- function(x) {
+#' The assumption in force, which may be another than the one asked for.
+standard_error <- function(x) {
+  if (identical(x$method, "paired")) return("DeLong")
+  asked <- x$study$settings$distribution
+  if (asked == "nonparam" || "430103" %in% names(x$warnings)) "nonparametric" else asked
+}
+
+heading <- function(x, title) {
   settings <- x$study$settings
-  cat("ROC analysis; positive: ", format(x$study$positive), "; ", settings$direction, " values are more positive\n", sep = "")
-  if (x$left_out > 0) cat("Rows left out, as state, group or weight is missing: ", x$left_out, "\n", sep = "")
+  cat(title, "\nPositive: ", x$study$positive, "; ", settings$direction, " values are more positive\n", sep = "")
+  cat("Standard error: ", standard_error(x), "; confidence level ",
+      settings$confidence_level, left_out_sentence(x$left_out), "\n\n", sep = "")
 }
 
 rounded <- function(frame, digits) {
@@ -189,48 +353,65 @@ rounded <- function(frame, digits) {
   frame
 }
 
+print_table <- function(frame, digits, ...) print(rounded(frame, digits), digits = digits, row.names = FALSE, ...)
+
+print_warnings <- function(warnings) for (warning in warnings) cat("warning: ", warning, "\n", sep = "")
+
 print.vexroc <- function(x, digits = 4, ...) {
-  heading(x)
-  columns <- intersect(c("test", "group", "positive", "negative", "area", "std_error", "significance", "lower", "upper"),
-                       names(x$areas))
-  print(rounded(x$areas[columns], digits), digits = digits, row.names = FALSE, ...)
+  heading(x, "Areas under ROC curves")
+  columns <- intersect(c("test", "group", "positive", "negative", "left_out", "area", "std_error", "significance",
+                         "lower", "upper"), names(x$areas))
+  print_table(x$areas[columns], digits, ...)
+  print_warnings(x$warnings[names(x$warnings) != "430102"]) # nearly all data have ties: summary() tells them
   invisible(x)
 }
 
 summary.vexroc <- function(object, ...) structure(list(object = object), class = "summary.vexroc")
 
 print.summary.vexroc <- function(x, digits = 4, ...) {
-  heading(x$object)
-  cat("Confidence level ", x$object$study$settings$confidence_level, "; standard error: ",
-      x$object$study$settings$distribution, "\n\n", sep = "")
-  print(rounded(x$object$areas, digits), digits = digits, row.names = FALSE)
-  for (warning in x$object$warnings) cat("warning:", warning, "\n")
+  heading(x$object, "Areas under ROC curves")
+  print_table(x$object$areas, digits)
+  print_warnings(x$object$warnings)
   invisible(x)
 }
 
 print.vexroc_comparison <- function(x, digits = 4, ...) {
-  cat("Comparison of areas, ", if (x$method == "paired") "paired (DeLong)" else "independent groups",
-      "; confidence level ", x$level, "\n", sep = "")
-  print(rounded(x$comparisons, digits), digits = digits, row.names = FALSE, ...)
+  heading(x, paste("Comparison of areas,", if (x$method == "paired") "paired" else "independent groups"))
+  print(x$areas[intersect(c("test", "group", "positive", "negative", "left_out", "area", "std_error"), names(x$areas))],
+        digits = digits, row.names = FALSE, ...)
+  cat("\n")
+  print_table(x$comparisons[setdiff(names(x$comparisons), c("area1", "area2"))], digits, ...)
+  print_warnings(x$warnings)
   invisible(x)
 }
 
 #' Colours that people with any kind of colour vision tell apart (Okabe and Ito 2008).
 palette_okabe_ito <- c("#0072B2", "#D55E00", "#009E73", "#CC79A7", "#E69F00", "#56B4E9", "#000000", "#F0E442")
 
-plot.vexroc <- function(x, legend = TRUE, ...) {
+plot.vexroc <- function(x, what = c("curve", "precision_recall"), legend = !add, add = FALSE, col = NULL, lty = 1,
+                        lwd = 2, ...) {
+  what <- choice(what, "what", plot.vexroc)
+  curves <- lapply(curves_of(x, what), if (what == "curve") roc_points else pr_points)
+  if (!add) empty_plot(what, ...)
+  names <- curve_names(x$areas)
+  col <- rep_len(if (is.null(col)) palette_okabe_ito else col, length(names))
+  for (i in seq_along(names)) lines(curves[[i]], col = col[i], lty = rep_len(lty, i)[i], lwd = rep_len(lwd, i)[i])
+  areas <- sprintf("%s: %.3f (%.3f to %.3f)", names, x$areas$area, x$areas$lower, x$areas$upper)
+  if (legend)
+    graphics::legend(if (what == "curve") "bottomright" else "bottomleft", bty = "n", col = col, lty = lty, lwd = lwd,
+                     legend = if (what == "curve") areas else names)
+  invisible(x)
+}
+
+roc_points <- function(curve) list(x = 1 - curve$specificity, y = curve$sensitivity)
+pr_points <- function(curve) list(x = curve$recall, y = curve$precision)
+
+#' The square in which curves are drawn; the caller's arguments of plot() win.
+empty_plot <- function(what, ...) {
   old <- par(pty = "s")
   on.exit(par(old))
-  plot(c(0, 1), c(0, 1), type = "n", xlab = "1 - specificity", ylab = "sensitivity", xaxs = "i", yaxs = "i", ...)
-  abline(0, 1, lty = 2, col = "grey50")
-  names <- curve_names(x$areas)
-  colours <- rep_len(palette_okabe_ito, length(names))
-  for (i in seq_along(names)) {
-    points <- x$result$curves[[i]]
-    lines(1 - points$specificity, points$sensitivity, col = colours[i], lwd = 2)
-  }
-  if (legend)
-    graphics::legend("bottomright", bty = "n", col = colours, lwd = 2,
-                     legend = sprintf("%s: %.3f (%.3f to %.3f)", names, x$areas$area, x$areas$lower, x$areas$upper))
-  invisible(x)
+  labels <- if (what == "curve") c("1 - specificity", "sensitivity") else c("recall", "precision")
+  arguments <- list(x = c(0, 1), y = c(0, 1), xlab = labels[1], ylab = labels[2], xaxs = "i", yaxs = "i")
+  do.call(plot, utils::modifyList(utils::modifyList(arguments, list(...)), list(type = "n")))
+  if (what == "curve") abline(0, 1, lty = 2, col = "grey50")
 }

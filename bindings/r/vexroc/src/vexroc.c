@@ -19,7 +19,7 @@ static SEXP new_handle(void)
     R_RegisterCFinalizer(pointer, finalize);
     vexroc_analysis* analysis = NULL;
     if (vexroc_analysis_new(&analysis) != VEXROC_OK)
-        Rf_error("%s", vexroc_last_error());
+        Rf_errorcall(R_NilValue, "%s", vexroc_last_error());
     R_SetExternalPtrAddr(pointer, analysis);
     UNPROTECT(1);
     return pointer;
@@ -28,7 +28,7 @@ static SEXP new_handle(void)
 static void require_ok(int result)
 {
     if (result != VEXROC_OK)
-        Rf_error("%s", vexroc_last_error());
+        Rf_errorcall(R_NilValue, "%s", vexroc_last_error());
 }
 
 static void check_interrupt(void* unused)
@@ -140,15 +140,36 @@ static SEXP all_curves(const vexroc_analysis* analysis, SEXP (*curve)(const vexr
 
 static SEXP warnings_of(const vexroc_analysis* analysis)
 {
+    static const char* const members[] = {"code", "name", "parameters"};
     const int count = vexroc_analysis_warning_count(analysis);
-    SEXP names = PROTECT(Rf_allocVector(STRSXP, count));
+    SEXP list = PROTECT(Rf_allocVector(VECSXP, 3));
+    SEXP codes = SET_VECTOR_ELT(list, 0, Rf_allocVector(INTSXP, count));
+    SEXP names = SET_VECTOR_ELT(list, 1, Rf_allocVector(STRSXP, count));
+    SEXP parameters = SET_VECTOR_ELT(list, 2, Rf_allocVector(VECSXP, count));
     for (int i = 0; i < count; ++i) {
         vexroc_warning warning = {.struct_size = sizeof warning};
         require_ok(vexroc_analysis_warning(analysis, i, &warning));
+        INTEGER(codes)[i] = warning.code;
         SET_STRING_ELT(names, i, Rf_mkChar(warning.name));
+        SEXP columns = SET_VECTOR_ELT(parameters, i, Rf_allocVector(INTSXP, warning.parameter_count));
+        for (int k = 0; k < warning.parameter_count; ++k)
+            INTEGER(columns)[k] = warning.parameters[k];
     }
+    put_names(list, members);
     UNPROTECT(1);
-    return names;
+    return list;
+}
+
+/* The error code of a run, named by its name. */
+static SEXP status_of(const vexroc_analysis* analysis)
+{
+    int code = 0;
+    const char* name = NULL;
+    require_ok(vexroc_analysis_status(analysis, &code, &name));
+    SEXP status = PROTECT(Rf_ScalarInteger(code));
+    put_names(status, &name);
+    UNPROTECT(1);
+    return status;
 }
 
 /* Settings in a named list of one-element vectors, strings as words and numbers as numbers. */
@@ -167,7 +188,7 @@ static void set_all(vexroc_analysis* analysis, SEXP settings)
 
 /*
  * columns: named list of equally long doubles; parts: integer vector of 1-based columns with the names of their parts;
- * settings: see set_all. Null after an interrupt.
+ * settings: see set_all. Null after an interrupt; a status, see status_of, when there is no result.
  */
 static SEXP analyze(SEXP columns, SEXP parts, SEXP settings)
 {
@@ -188,6 +209,11 @@ static SEXP analyze(SEXP columns, SEXP parts, SEXP settings)
     if (result == VEXROC_CANCELLED) {
         UNPROTECT(1);
         return R_NilValue;
+    }
+    if (result == VEXROC_NO_RESULT) {
+        SEXP status = status_of(analysis);
+        UNPROTECT(1);
+        return status;
     }
     require_ok(result);
 
