@@ -144,7 +144,7 @@ private:
         if (const std::string note = thinningNote(answer_.curves); !note.empty())
             drawing.notes.push_back("Thinned: " + note);
         if (!answer_.notDrawn.empty())
-            drawing.notes.push_back("Left out: " + answer_.notDrawn);
+            drawing.notes.push_back("Limited: " + answer_.notDrawn);
         return drawing;
     }
 

@@ -176,9 +176,10 @@ std::string prepareForDrawing(std::vector<DrawnCurve>& curves)
     for (DrawnCurve& curve : curves)
         curve.legend = bothEnds(curve.name, longestLegend);
     makeDistinct(curves, &DrawnCurve::legend);
-    return all == curves.size() ? ""
-                                : "the first " + std::to_string(curves.size()) + " of " + std::to_string(all)
-            + " curves are drawn; for the others, analyze fewer tests or values at a time";
+    if (all == curves.size())
+        return "";
+    return "only the first " + std::to_string(curves.size()) + " of " + std::to_string(all)
+        + " curves are drawn; for the others, analyze fewer tests or values at a time";
 }
 
 std::string thinningNote(const std::vector<DrawnCurve>& curves)

@@ -26,8 +26,8 @@ double characterWidth(unsigned char lead)
     constexpr std::string_view narrow = " !'(),-./:;I[\\]fijlrt|";
     constexpr std::string_view wide = "%@MWmw";
     const bool capital = lead >= 'A' && lead <= 'Z';
-    if (lead >= 0xE1)
-        return lead == 0xE2 ? 1.0 : 1.1; // among them, full-width characters
+    if (lead >= 0x80)
+        return lead >= 0xE1 ? 1.1 : 0.8; // from E1 on, among them full-width characters
     if (narrow.find(static_cast<char>(lead)) != std::string_view::npos)
         return 0.41;
     return wide.find(static_cast<char>(lead)) != std::string_view::npos ? 1.0 : capital ? 0.75 : 0.64;

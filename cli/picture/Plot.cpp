@@ -1,6 +1,7 @@
 #include "cli/picture/Plot.h"
 
 #include "cli/Failure.h"
+#include "cli/picture/Glyphs.h"
 #include "cli/run/ChildProcess.h"
 #include "cli/text/Words.h"
 
@@ -29,6 +30,18 @@ std::string whyItFailed(const ChildEnd& end)
     return "it ended with exit status " + std::to_string(WEXITSTATUS(end.status)) + " and no message";
 }
 
+/// Hands over to `draw` what the fonts of this machine can show of a drawing.
+std::string withGlyphs(const Drawing& drawing, const Glyphs& glyphs, auto draw)
+{
+    std::vector<DrawnCurve> curves = drawing.curves;
+    for (DrawnCurve& curve : curves)
+        curve.legend = glyphs.shown(curve.legend);
+    return draw(Drawing{.curves = curves,
+                        .level = drawing.level,
+                        .question = glyphs.shown(drawing.question),
+                        .notes = drawing.notes});
+}
+
 } // namespace
 
 Plot::Plot(const std::string& file) : type_(pictureType(file))
@@ -46,7 +59,9 @@ std::string Plot::draw(const Drawing& drawing, VexCommon_920::CancelFlag& cancel
 {
     constexpr std::chrono::seconds limit{60};
     const TemporaryFolder folder;
-    std::ofstream(folder.path() / "script", std::ios::binary) << plotScript(*type_, drawing);
+    const auto script = [this](const Drawing& shown) { return plotScript(*type_, shown); };
+    std::ofstream(folder.path() / "script", std::ios::binary)
+        << (type_->needsGlyphs ? withGlyphs(drawing, Glyphs::installed(cancel), script) : script(drawing));
     const ChildEnd end = runChild(gnuplot_, {"gnuplot", "--default-settings", "script"}, folder.path(), limit, cancel);
     if (cancel.IsCancelRequested())
         throw cancelled();

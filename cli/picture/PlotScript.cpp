@@ -16,11 +16,11 @@ namespace {
 // Enhanced text is off: markup in a name is shown, not obeyed. A PNG has twice the pixels of a screen, to print well;
 // the cairo terminals scale fonts and lines by themselves, PDF ones to a half of the others.
 constexpr std::array pictureTypes{
-    PictureType{".svg", "svg noenhanced rounded background '#ffffff'", 1.0, 1.0, ""},
-    PictureType{".pdf", "pdfcairo noenhanced rounded fontscale 0.75 linewidth 1.5 pointscale 0.75", 0.75, 1.0 / 96.0,
-                "in"},
-    PictureType{".png", "pngcairo noenhanced rounded background '#ffffff' fontscale 2 linewidth 2 pointscale 2", 0.75,
-                2.0, ""},
+    PictureType{".svg", "svg noenhanced rounded background '#ffffff'", 1.0, 1.0, "", false},
+    PictureType{".pdf", "pdfcairo noenhanced rounded fontscale 0.75 linewidth 1.5 pointscale 1", 0.75, 1.0 / 96.0,
+                "in", true},
+    PictureType{".png", "pngcairo noenhanced rounded background '#ffffff' fontscale 2 linewidth 2 pointscale 2.6", 0.75,
+                2.0, "", true},
 };
 
 // Okabe and Ito's colours, told apart by all kinds of colour vision; yellow, faint on white, comes last.

@@ -14,6 +14,7 @@ struct PictureType {
     double fontUnits;         ///< of the terminal in a pixel
     double sizeUnits;
     const char* sizeUnitName;
+    bool needsGlyphs; ///< of all characters: the picture holds shapes instead of text
 };
 
 /// The type of a file with that name, letter case aside; null for another name.

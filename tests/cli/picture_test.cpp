@@ -1,4 +1,5 @@
 #include "cli/picture/DrawnCurve.h"
+#include "cli/picture/Glyphs.h"
 #include "cli/picture/PanelLabels.h"
 #include "cli/picture/Thinning.h"
 #include "cli/run/ChildProcess.h"
@@ -124,6 +125,14 @@ TEST(PanelLabels, StayInsideTheAxesAndCoverNeitherEachOtherNorADot)
             }
         }
     }
+}
+
+TEST(Glyphs, CharactersThatNoFontHasBecomeEscapes)
+{
+    const Glyphs glyphs = Glyphs::listed("charset=20-7e c0-ff 20ac\ncharset=20-7e 4e00-9fff\n");
+    EXPECT_EQ(glyphs.shown("größe € 血 x"), "größe € 血 x");
+    EXPECT_EQ(glyphs.shown("a🙂b…"), "a\\u{1f642}b\\u{2026}");
+    EXPECT_EQ(Glyphs{}.shown("🙂"), "🙂"); // nothing is known
 }
 
 TEST(ChildProcess, EndsWithTheLimitOrTheCancel)
