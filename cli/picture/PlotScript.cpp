@@ -271,9 +271,9 @@ private:
                 + (curve ? colourOf(*curve) : std::string("lc rgb '") + grey + "'") + " notitle";
         const bool dashed = curves_.size() > colours.size(); // dashes and parts of two widths do not go together
         for (std::size_t c = 0; c < curves_.size(); ++c) {
-            addPlot("$pr", c, "with lines " + lineOf(c, dashed ? 1.5 : 1.0));
+            addPlot("$pr", c, "with lines " + lineOf(c, dashed ? 1.5 : 1.2));
             if (!dashed)
-                addPlot("$measured", c, "with lines " + lineOf(c, 2.2));
+                addPlot("$measured", c, "with lines " + lineOf(c, 2.0));
         }
         text_ += "\n";
     }
