@@ -41,6 +41,8 @@ public:
     {
         const ROCOutputs& results = *algorithm_.GetOutputStats();
         addNotes(results);
+        answer_.positive = data_.rows.positive;
+        answer_.negative = data_.rows.negative;
         if (options_.display)
             answer_.display = ownText();
         else
@@ -186,6 +188,13 @@ Answer answerOf(const AnalyzeOptions& options, const AnalyzeRequest& request, co
     return status.IsError() ? maker.failed(status) : maker.done();
 }
 
+void Answer::prepareForDrawing()
+{
+    notDrawn = vexroc::prepareForDrawing(curves);
+    if (!notDrawn.empty())
+        notes.push_back(notDrawn);
+}
+
 void ValueAnswers::add(const std::string& value, Answer answer)
 {
     const std::string subject = visible(column_) + " = " + visible(value) + ": ";
@@ -203,6 +212,8 @@ void ValueAnswers::add(const std::string& value, Answer answer)
     }
     append(value, answer.curve, all_.curve);
     append(value, answer.precisionRecall, all_.precisionRecall);
+    all_.positive += answer.positive;
+    all_.negative += answer.negative;
     for (DrawnCurve& curve : answer.curves) {
         curve.name.insert(0, subject);
         all_.curves.push_back(std::move(curve));

@@ -19,10 +19,16 @@ struct Answer {
     std::optional<Table> curve;             ///< for --curve
     std::optional<Table> precisionRecall;   ///< for --pr-curve
     std::vector<DrawnCurve> curves;         ///< for --plot and --report
+    std::string notDrawn;                   ///< which curves were left out of them
+    std::size_t positive = 0;               ///< cases used
+    std::size_t negative = 0;
     std::string display;                    ///< the component's own text, where that is asked for
     std::vector<std::string> notes;
     std::vector<Warning> warnings;
     std::optional<Warning> failure; ///< why there is no result; then only tables, notes and warnings are filled
+
+    /// Makes the curves of all analyses, now together, ready for pictures, with a note where some are left out.
+    void prepareForDrawing();
 };
 
 /// Puts a finished run into words and tables.

@@ -216,7 +216,7 @@ Table precisionRecallTable(const ROCOutputs& results, const VexVarList& variable
     for (const ROCOutBase* const record : results.getROCBaseStats())
         for (const PrecisionRecallPoint& point : precisionRecallOf(*record))
             table.addRow({variableName(variables, record->getTestVarInd()), groupOf(*record, variables), point.recall,
-                          point.precision, point.interpolated ? 1.0 : 0.0});
+                          point.precision, point.measured ? 0.0 : 1.0});
     return table;
 }
 

@@ -117,7 +117,7 @@ public:
         };
         stage(options_.curveFile, [&] { return answer_.curve->str(); });
         stage(options_.prCurveFile, [&] { return answer_.precisionRecall->str(); });
-        stage(options_.plotFile, [&] { return plot->draw(answer_.curves, cancel); });
+        stage(options_.plotFile, [&] { return plot->draw(drawing(), cancel); });
         stage(options_.reportFile, [&] { return page(session); });
         stage(request_.question.output, [&] { return std::exchange(report.text, ""); });
         requireNotCancelled(cancel.IsCancelRequested());
@@ -135,12 +135,29 @@ private:
                 .tables = tables};
     }
 
+    [[nodiscard]] Drawing drawing() const
+    {
+        Drawing drawing{.curves = answer_.curves,
+                        .level = request_.level,
+                        .question = request_.question.heading(),
+                        .notes = {"Dot: maximum Kolmogorov-Smirnov distance, the largest Youden index"}};
+        if (const std::string note = thinningNote(answer_.curves); !note.empty())
+            drawing.notes.push_back("Thinned: " + note);
+        if (!answer_.notDrawn.empty())
+            drawing.notes.push_back("Limited: " + answer_.notDrawn);
+        return drawing;
+    }
+
     [[nodiscard]] std::string page(const Session& session) const
     {
-        const Findings found = findings(OutputFormat::html, answer_.pageTables);
+        Findings found = findings(OutputFormat::html, answer_.pageTables);
+        found.heading.insert(found.heading.begin() + 1,
+                             "Data: " + request_.question.input.name() + "; " + std::to_string(answer_.positive)
+                                 + " positive and " + std::to_string(answer_.negative) + " negative cases");
+        const Drawing drawn = drawing();
         return ReportPage{.command = session.command,
                           .findings = found,
-                          .curves = answer_.curves,
+                          .drawing = drawn,
                           .notes = answer_.notes,
                           .warnings = answer_.warnings}
             .html();
@@ -161,13 +178,14 @@ Report runAnalyze(const AnalyzeOptions& options, const Session& session)
     if (!options.plotFile.empty())
         plot.emplace(options.plotFile);
     if (!options.reportFile.empty())
-        ReportPage::requireBuilt();
+        ReportPage::requirePossible(options.reportFile);
     // Nothing is there to tidy up while the data are read: until then, an interrupt just ends the program.
     DataTable table = readData(options, request, session);
     CancelFlag cancel;
     const InterruptGuard guard(cancel);
-    const Answer answer = options.by.empty() ? analyzeRows(options, request, std::move(table), cancel, session)
-                                             : analyzeByValue(options, request, std::move(table), cancel, session);
+    Answer answer = options.by.empty() ? analyzeRows(options, request, std::move(table), cancel, session)
+                                       : analyzeByValue(options, request, std::move(table), cancel, session);
+    answer.prepareForDrawing();
     const Delivery delivery(options, request, answer);
     Report report = delivery.report();
     if (!answer.failure)

@@ -106,6 +106,16 @@ Input parseInput(const InputOptions& options)
     return input;
 }
 
+std::string Input::name() const
+{
+    switch (kind) {
+    case Kind::delimited: return place == "-" ? "standard input" : visible(place);
+    case Kind::sqlite: return visible(place) + (query.empty() ? ", table " + visible(table) : "");
+    case Kind::postgres: break;
+    }
+    return "a PostgreSQL database";
+}
+
 void readInput(const Input& input, const Session& session, RowSink& sink)
 {
     if (input.kind == Input::Kind::delimited) {

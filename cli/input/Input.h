@@ -35,6 +35,9 @@ struct Input {
     std::optional<char> delimiter; ///< none: detected
     std::string table;
     std::string query; ///< empty with a table
+
+    /// Visible text; a connection, which may tell more than readers should know, is not in it.
+    [[nodiscard]] std::string name() const;
 };
 
 /// Throws a usage error when the options name no data, or data twice.

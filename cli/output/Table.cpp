@@ -136,7 +136,7 @@ void Table::write(std::string& out) const
     case OutputFormat::text: return writePanels(out);
     case OutputFormat::csv: return writeCsv(out);
     case OutputFormat::json: return writeJson(out);
-    case OutputFormat::html: return writeHtml(out);
+    case OutputFormat::html: return writeHtml("", out);
     }
 }
 
@@ -184,21 +184,26 @@ void Table::writeJson(std::string& out) const
     out += rows() == 0 ? "]" : "\n]";
 }
 
-void Table::writeHtml(std::string& out) const
+void Table::writeHtml(std::string_view title, std::string& out) const
 {
-    const auto writeRow = [&](const char* element, auto textOf) {
+    const auto writeRow = [&](const char* begin, const char* end, auto textOf) {
         out += "<tr>";
         for (std::size_t c = 0; c < columns_.size(); ++c) {
-            out.append("<").append(element).append(columns_[c].role == CellRole::name ? " class=\"name\">" : ">");
-            out.append(htmlText(textOf(c))).append("</").append(element).append(">");
+            // <bdi>: a name written from right to left does not reorder what stands around it.
+            const bool name = columns_[c].role == CellRole::name;
+            out.append(begin).append(name ? " class=\"name\"><bdi>" : ">").append(htmlText(textOf(c)));
+            out.append(name ? "</bdi>" : "").append(end);
         }
         out += "</tr>\n";
     };
-    out += "<div class=\"wide\"><table>\n<thead>";
-    writeRow("th", [&](std::size_t c) { return columns_[c].title; });
+    out += "<div class=\"wide\"><table>\n";
+    if (!title.empty())
+        out.append("<caption><h2>").append(htmlText(title)).append("</h2></caption>\n");
+    out += "<thead>";
+    writeRow("<th scope=\"col\"", "</th>", [&](std::size_t c) { return columns_[c].title; });
     out += "</thead>\n<tbody>\n";
     for (std::size_t row = 0; row < rows(); ++row)
-        writeRow("td", [&](std::size_t c) { return cell(row, c); });
+        writeRow("<td", "</td>", [&](std::size_t c) { return cell(row, c); });
     out += "</tbody>\n</table></div>\n";
 }
 

@@ -48,6 +48,8 @@ public:
     /// Appends header and rows; as JSON an array of objects.
     void write(std::string& out) const;
     [[nodiscard]] std::string str() const;
+    /// Appends a table of a page, with its title as caption. Only for OutputFormat::html.
+    void writeHtml(std::string_view title, std::string& out) const;
 
 private:
     void addCell(std::string_view text);
@@ -56,7 +58,6 @@ private:
     [[nodiscard]] std::string spelled(const Value& value, CellRole role) const;
     void writeCsv(std::string& out) const;
     void writeJson(std::string& out) const;
-    void writeHtml(std::string& out) const;
     void writePanels(std::string& out) const;
     void writePanel(int panel, std::string& out) const;
 

@@ -8,15 +8,15 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
-#include <limits>
+#include <map>
+#include <set>
+#include <tuple>
 
 namespace vexroc {
 
 namespace {
 
 using ROCALG_920::ROCOutBase;
-
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 /// The same bits: a precision of no positive decision is NaN.
 bool samePoint(const std::pair<double, double>& a, const std::pair<double, double>& b)
@@ -80,6 +80,23 @@ std::string nameOf(const ROCOutBase& record, const VexXML_920::VexVarList& varia
     return record.getGroupVarInd() < 0 ? test : test + ", " + visible(groupOf(record, variables));
 }
 
+/// Texts that occur more than once get the number of their occurrence.
+void makeDistinct(std::vector<DrawnCurve>& curves, std::string DrawnCurve::* text)
+{
+    std::map<std::string, int> occurrences;
+    for (const DrawnCurve& curve : curves)
+        ++occurrences[curve.*text];
+    std::map<std::string, int> numbers;
+    for (DrawnCurve& curve : curves) {
+        const std::string common = curve.*text;
+        if (occurrences[common] < 2)
+            continue;
+        do
+            curve.*text = common + " (" + std::to_string(++numbers[common]) + ")";
+        while (occurrences.contains(curve.*text));
+    }
+}
+
 } // namespace
 
 std::vector<CutOffPoint> bestCutOffs(const ROCOutBase& record)
@@ -95,38 +112,43 @@ std::vector<PrecisionRecallPoint> precisionRecallOf(const ROCOutBase& record)
 {
     // A record keeps the measured points as a list of their own, in the same order: one per cut-off.
     const auto& measured = record.getPrecisionRecallCoordinates();
-    const auto& cutOffs = record.getCutOffPoints();
+    const std::size_t cutOffs = record.getCutOffPoints().size();
     std::vector<PrecisionRecallPoint> points;
     std::size_t next = 0;
     for (const auto& point : record.getPrecisionRecallDraw()) {
-        const bool isMeasured = next < measured.size() && samePoint(point, measured[next]);
+        const bool isMeasured = next < std::min(measured.size(), cutOffs) && samePoint(point, measured[next]);
         points.push_back({.precision = point.first,
                           .recall = point.second,
-                          .interpolated = !isMeasured,
-                          .cutOff = isMeasured && next < cutOffs.size() ? cutOffs[next] : notANumber});
+                          .measured = isMeasured ? std::optional(pointAt(record, next)) : std::nullopt});
         next += isMeasured ? 1 : 0;
     }
     return points;
 }
 
-std::string DrawnCurve::legend(bool withCutOff) const
+std::string DrawnCurve::areaText() const
 {
     const auto rounded = [](double value) { return readable(value, CellRole::statistic); };
-    std::string text = name + ": " + rounded(area);
-    if (!std::isnan(lower))
-        text += " (" + rounded(lower) + " to " + rounded(upper) + ")";
-    if (withCutOff && best)
-        text += ", best cut-off " + readable(best->cutOff, CellRole::measure);
-    return text;
+    return rounded(area) + (std::isnan(lower) ? "" : " [" + rounded(lower) + ", " + rounded(upper) + "]");
+}
+
+std::string DrawnCurve::cutOffText() const
+{
+    return best ? readable(best->cutOff, CellRole::measure) : "";
 }
 
 std::vector<DrawnCurve> drawnCurves(const ROCALG_920::ROCOutputs& results, const VexXML_920::VexVarList& variables)
 {
     std::vector<DrawnCurve> curves;
+    std::set<std::tuple<int, int, double, int>> drawn; // test and cases
     for (const ROCOutBase* const record : results.getROCBaseStats()) {
         if (std::isnan(record->getArea()))
             continue;
+        const bool grouped = record->getGroupVarInd() >= 0;
+        if (!drawn.emplace(record->getTestVarInd(), record->getGroupVarInd(), grouped ? record->getGroupValue() : 0.0,
+                           grouped ? record->getGroupValueOperation() : 0).second)
+            continue;
         DrawnCurve curve{.name = nameOf(*record, variables),
+                         .legend = {},
                          .positive = record->getPositiveCount(),
                          .negative = record->getNegativeCount(),
                          .area = record->getArea(),
@@ -137,13 +159,27 @@ std::vector<DrawnCurve> drawnCurves(const ROCALG_920::ROCOutputs& results, const
                          .precisionRecall = {},
                          .rocPoints = 0,
                          .precisionRecallPoints = 0};
-        if (std::ranges::find(curves, curve.name, &DrawnCurve::name) != curves.end())
-            continue;
         addRoc(*record, curve);
         addPrecisionRecall(*record, curve);
         curves.push_back(std::move(curve));
     }
     return curves;
+}
+
+std::string prepareForDrawing(std::vector<DrawnCurve>& curves)
+{
+    const std::size_t all = curves.size();
+    if (all > mostDrawnCurves)
+        curves.erase(curves.begin() + mostDrawnCurves, curves.end());
+    makeDistinct(curves, &DrawnCurve::name);
+    constexpr std::size_t longestLegend = 80;
+    for (DrawnCurve& curve : curves)
+        curve.legend = bothEnds(curve.name, longestLegend);
+    makeDistinct(curves, &DrawnCurve::legend);
+    if (all == curves.size())
+        return "";
+    return "only the first " + std::to_string(curves.size()) + " of " + std::to_string(all)
+        + " curves are drawn; for the others, analyze fewer tests or values at a time";
 }
 
 std::string thinningNote(const std::vector<DrawnCurve>& curves)
@@ -156,6 +192,16 @@ std::string thinningNote(const std::vector<DrawnCurve>& curves)
         return "";
     return "curves of up to " + std::to_string(most) + " points are drawn with about "
         + std::to_string(mostDrawnPoints) + "; the numbers come from all points";
+}
+
+bool Drawing::hasPrecisionRecall() const
+{
+    return std::ranges::any_of(curves, [](const DrawnCurve& curve) { return !curve.precisionRecall.empty(); });
+}
+
+std::string Drawing::areaHeading() const
+{
+    return "area [" + readable(100.0 * level, CellRole::measure) + " % confidence interval]";
 }
 
 } // namespace vexroc

@@ -1,11 +1,9 @@
 #pragma once
 
-#include "cli/picture/DrawnCurve.h"
+#include "cli/picture/PlotScript.h"
 #include "host/CancelFlag.h"
 
 #include <string>
-#include <string_view>
-#include <vector>
 
 namespace vexroc {
 
@@ -18,14 +16,11 @@ class Plot {
 public:
     explicit Plot(const std::string& file);
     /// The bytes of the picture.
-    [[nodiscard]] std::string draw(const std::vector<DrawnCurve>& curves, VexCommon_920::CancelFlag& cancel) const;
+    [[nodiscard]] std::string draw(const Drawing& drawing, VexCommon_920::CancelFlag& cancel) const;
 
 private:
-    const char* terminal_;
+    const PictureType* type_;
     std::string gnuplot_;
 };
-
-/// The commands and data that make gnuplot draw the curves into the file "picture" of its folder.
-std::string plotScript(std::string_view terminal, const std::vector<DrawnCurve>& curves);
 
 } // namespace vexroc

@@ -14,15 +14,15 @@ namespace vexroc {
 struct ReportPage {
     std::string_view command;  ///< as typed in a shell
     const Findings& findings;  ///< its tables are in OutputFormat::html
-    const std::vector<DrawnCurve>& curves;
+    const Drawing& drawing;
     const std::vector<std::string>& notes;
     const std::vector<Warning>& warnings;
 
     [[nodiscard]] std::string html() const;
 
-    /// Throws an output error when this program was built without the libraries of the page: to be asked before a long
-    /// run.
-    static void requireBuilt();
+    /// To be asked before a long run: throws a usage error for a file whose name is not that of a page, an output error
+    /// when this program was built without the libraries of the page.
+    static void requirePossible(const std::string& file);
 };
 
 } // namespace vexroc

@@ -116,6 +116,11 @@ std::string_view trimmed(std::string_view text) noexcept
     return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
+bool endsWithIgnoringCase(std::string_view text, std::string_view ending) noexcept
+{
+    return text.size() >= ending.size() && equalIgnoringCase(text.substr(text.size() - ending.size()), ending);
+}
+
 bool isMissingWord(std::string_view cell) noexcept
 {
     std::string_view word = trimmed(cell);
@@ -200,6 +205,20 @@ std::string inQuotes(std::string_view text)
         --shown;
     std::string quoted(1, '\'');
     return quoted.append(visible(text.substr(0, shown))).append(shown < text.size() ? "...'" : "'");
+}
+
+std::string bothEnds(std::string_view visibleText, std::size_t most)
+{
+    std::vector<std::size_t> starts; // of the characters
+    for (std::size_t i = 0; i < visibleText.size(); ++i)
+        if ((static_cast<unsigned char>(visibleText[i]) & 0xC0) != 0x80)
+            starts.push_back(i);
+    if (starts.size() <= most)
+        return std::string(visibleText);
+    const std::size_t front = most / 2;
+    const std::size_t back = most - 1 - front;
+    return std::string(visibleText.substr(0, starts[front])) + "…"
+        + std::string(visibleText.substr(starts[starts.size() - back]));
 }
 
 std::size_t displayWidth(std::string_view visibleText) noexcept

@@ -11,6 +11,8 @@ namespace vexroc {
 /// Text without the blanks and tabs at its ends.
 std::string_view trimmed(std::string_view text) noexcept;
 
+bool endsWithIgnoringCase(std::string_view text, std::string_view ending) noexcept;
+
 /// Is the cell one of the words for a missing value: empty, ".", NA or NaN? Letter case, the sign of NaN and blanks
 /// around the word do not count.
 bool isMissingWord(std::string_view cell) noexcept;
@@ -33,6 +35,9 @@ std::string htmlText(std::string_view visibleText);
 
 /// visible(text) in single quotes, cut when very long; for messages.
 std::string inQuotes(std::string_view text);
+
+/// Visible text of at most `most` characters: a longer one keeps both ends, with … between them.
+std::string bothEnds(std::string_view visibleText, std::size_t most);
 
 /// How many places visible text takes in a line: its number of characters.
 std::size_t displayWidth(std::string_view visibleText) noexcept;

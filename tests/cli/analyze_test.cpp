@@ -208,7 +208,7 @@ TEST(Analyze, RefusesWhatDoesNotFit)
         {"t --no-curve --curve x", exitUsage, "--no-curve"},
         {"t --no-curve --best", exitUsage, "--no-curve"},
         {"t --curve x --pr-curve x", exitUsage, "the same file"},
-        {"t --report x --output x", exitUsage, "--report and --output name the same file"},
+        {"t --report x.html --output x.html", exitUsage, "--report and --output name the same file"},
         {"t --display --format csv", exitUsage, "leave out --format"},
         {"t --group g", exitInput, "holds 'x', 'y', 'z'; it needs two values: pick them with --select"},
         {"t --group g --mid-point", exitInput, "line 2, column 'g': 'x' is neither a number"},

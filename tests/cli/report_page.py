@@ -18,15 +18,21 @@ FLAGS = ["--headless", "--no-sandbox", "--disable-gpu", "--disable-quic", "--no-
 # How many points the lines of the curves have, by the colour of the curve.
 LINE_POINTS = """
 const counts = {};
-(function walk(item) {
-  if (item.marktype === 'line' && !item.role.startsWith('legend'))
-    for (const point of item.items)
-      counts[point.stroke] = (counts[point.stroke] ?? 0) + 1;
-  (item.items ?? []).forEach(walk);
-})(document.getElementById('curves').view.scenegraph().root);
+for (const path of document.querySelectorAll('#curves .mark-line path'))
+  counts[path.getAttribute('stroke')] = (counts[path.getAttribute('stroke')] ?? 0)
+    + path.getAttribute('d').split('L').length;
 return counts;
 """
-CANVAS = "const r = document.querySelector('canvas').getBoundingClientRect(); return [r.x, r.y, r.width, r.height];"
+PANELS = """
+return [...document.querySelectorAll('#curves svg')].map((svg) => {
+  const {x, y, width, height} = svg.getBoundingClientRect();
+  return [x, y, width, height];
+});
+"""
+LEGEND = """
+return [...document.querySelectorAll('#legend tbody tr')].map(
+  (row) => [row.innerText, row.className, row.querySelector('button').getAttribute('aria-pressed')]);
+"""
 
 
 def skip(reason):
@@ -63,7 +69,7 @@ class Browser:
 
     def open(self, file):
         self.call("/url", {"url": file.as_uri()})
-        self.wait("return !!document.getElementById('curves').view")
+        self.wait("return document.getElementById('curves').dataset.drawn")
 
     def wait(self, script):
         end = time.monotonic() + 20
@@ -100,19 +106,28 @@ def a_reader_explores_two_curves(browser, folder):
     browser.open(file)
     counts = browser.evaluate(LINE_POINTS)
     assert min(counts["#0072B2"], counts["#D55E00"]) > 400, counts
-    left, top, _, height = browser.evaluate(CANVAS)
-    browser.pointer(left + 70, top + 150)
-    tip = browser.wait("return document.getElementById('tip').innerText")
-    shown = dict(line.split(": ") for line in tip.splitlines())
-    counted = {key: int(value) for key, value in shown.items() if key.endswith("tives")}
-    assert counted["true positives"] + counted["false negatives"] == 212, tip
-    assert counted["true negatives"] + counted["false positives"] == 357, tip
-    assert abs(float(shown["sensitivity"]) - counted["true positives"] / 212) < 1e-4 and shown["cut-off"], tip
-    press = [{"type": "pointerDown", "button": 0}, {"type": "pointerUp", "button": 0}]
-    browser.pointer(left + 90, top + height - 12, *press) # the last curve of the legend
+    panels = browser.evaluate(PANELS)
+    for (left, top, *_), (first, second) in zip(panels, [("sensitivity", "specificity"), ("precision", "recall")]):
+        browser.pointer(left + 250, top + 60)
+        tip = browser.wait("return document.getElementById('tip').innerText")
+        shown = dict(line.split(": ") for line in tip.splitlines())
+        tp, fp, tn, fn = (int(shown[f"{truth} {state}s"]) for truth, state in (
+            ("true", "positive"), ("false", "positive"), ("true", "negative"), ("false", "negative")))
+        assert (tp + fn, tn + fp) == (212, 357) and shown["cut-off"], tip
+        rates = {"sensitivity": tp / 212, "specificity": tn / 357, "precision": tp / (tp + fp), "recall": tp / 212}
+        assert all(abs(float(shown[rate]) - rates[rate]) < 1e-4 for rate in (first, second)), tip
+    legend = browser.evaluate(LEGEND)
+    assert "0.9375 [0.9170, 0.9580]" in legend[0][0] and [row[1:] for row in legend] == 2 * [["", "true"]], legend
+    click = "document.querySelectorAll('#legend button')[1].click()"
+    browser.evaluate(click)
     browser.wait(f"const counts = (() => {{{LINE_POINTS}}})(); return !counts['#D55E00'] && counts['#0072B2'] > 400;")
-    browser.pointer(left + 90, top + height - 12, *press)
+    assert [row[1:] for row in browser.evaluate(LEGEND)] == [["", "true"], ["hidden", "false"]]
+    browser.evaluate(click)
     browser.wait(f"const counts = (() => {{{LINE_POINTS}}})(); return counts['#D55E00'] > 400;")
+    browser.call("/window/rect", {"width": 520, "height": 1400})
+    browser.open(file)
+    (_, top, _, height), (left, below, width, _) = browser.evaluate(PANELS)
+    assert below >= top + height and left + width <= 520, "a narrow window shows one panel below the other"
     assert not browser.complaints()
 
 
