@@ -154,9 +154,6 @@ private:
 Report runAnalyze(const AnalyzeOptions& options, const Session& session)
 {
     AnalyzeRequest request = parseRequest(options);
-    for (const std::string& path : {options.curveFile, options.prCurveFile, options.plotFile, options.reportFile})
-        if (!path.empty())
-            OutputFile::requirePlace(path);
     std::optional<Plot> plot;
     if (!options.plotFile.empty())
         plot.emplace(options.plotFile);

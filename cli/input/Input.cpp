@@ -75,8 +75,8 @@ void addInputOptions(CLI::App& command, InputOptions& options)
 {
     command.add_option("FILE", options.file,
                        "Delimited text with a header row, packed by gzip or zstd or not; - reads standard input");
-    command.add_option("--delimiter", options.delimiter, "comma, tab or semicolon; detected when not given")
-        ->type_name("WORD");
+    command.add_option("--delimiter", options.delimiter, "Between the cells of text; detected when not given")
+        ->type_name("comma|tab|semicolon");
     command.add_option("--sqlite", options.sqlite, "Read this SQLite database instead of FILE; with --table or --query")
         ->type_name("FILE");
     command.add_option("--postgres", options.postgres,

@@ -10,9 +10,12 @@ namespace vexroc {
 
 namespace {
 
-Failure unknownColumn(const std::string& name, const InputHeader& header)
+Failure unknownColumn(const ColumnRequest& request, const InputHeader& header)
 {
+    const std::string& name = request.name;
     std::string message = header.place + ": no column " + inQuotes(name) + " in " + header.collection;
+    if (name == "all" && request.kind == ColumnKind::numbers)
+        return inputError(message + "; for every column, analyze alone takes --test all, with no other test");
     if (const std::vector<std::string> near = nearWords(name, header.columns); !near.empty())
         message += "; did you mean " + listed(near, near.size()) + "?";
     else
@@ -74,7 +77,7 @@ std::vector<bool> TableBuilder::begin(const InputHeader& header)
     header_ = header;
     std::vector<std::size_t> positions; // parallel to fillers_
     for (const ColumnFiller& filler : fillers_)
-        positions.push_back(positionOf(filler.request().name));
+        positions.push_back(positionOf(filler.request()));
     for (std::size_t column = 0; others_ == OtherColumns::numeric && column < header_.columns.size(); ++column) {
         if (std::ranges::find(positions, column) != positions.end())
             continue;
@@ -118,12 +121,12 @@ DataTable TableBuilder::finish()
     return table;
 }
 
-std::size_t TableBuilder::positionOf(const std::string& name) const
+std::size_t TableBuilder::positionOf(const ColumnRequest& request) const
 {
-    const auto found = std::ranges::find(header_.columns, name);
+    const auto found = std::ranges::find(header_.columns, request.name);
     if (found == header_.columns.end())
-        throw unknownColumn(name, header_);
-    requireOnce(name, header_.place);
+        throw unknownColumn(request, header_);
+    requireOnce(request.name, header_.place);
     return static_cast<std::size_t>(found - header_.columns.begin());
 }
 

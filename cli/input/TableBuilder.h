@@ -65,7 +65,7 @@ public:
 
 private:
     void finishRow() override;
-    [[nodiscard]] std::size_t positionOf(const std::string& name) const;
+    [[nodiscard]] std::size_t positionOf(const ColumnRequest& request) const;
     void requireOnce(const std::string& name, const std::string& place) const;
 
     OtherColumns others_;

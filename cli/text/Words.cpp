@@ -231,7 +231,7 @@ std::vector<std::string> splitList(std::string_view text, std::string_view optio
     }
 }
 
-Assignment splitAssignment(std::string_view text, std::string_view option)
+Assignment splitAssignment(std::string_view text, std::string_view option, std::string_view form)
 {
     std::string_view rest = text;
     std::string column = takeItem(rest, '=', option);
@@ -239,7 +239,7 @@ Assignment splitAssignment(std::string_view text, std::string_view option)
         rest.remove_prefix(1);
     rest = trimmed(rest);
     if (column.empty() || rest.empty())
-        throw usageError(std::string(option) + " " + inQuotes(text) + ": expected COLUMN=VALUE");
+        throw usageError(std::string(option).append(" ").append(inQuotes(text)).append(": expected ").append(form));
     return {std::move(column), rest};
 }
 
@@ -252,10 +252,13 @@ std::vector<std::string> nearWords(std::string_view word, std::span<const std::s
     constexpr std::size_t longestWord = 200; // nobody mistypes longer ones
     const std::size_t farthest = std::max<std::size_t>(1, word.size() / 3);
     std::vector<Near> near;
-    for (const std::string& candidate : candidates)
-        if (std::max(word.size(), candidate.size()) <= longestWord)
-            if (const std::size_t distance = editDistance(word, candidate); distance <= farthest)
-                near.push_back({distance, candidate});
+    for (const std::string& candidate : candidates) {
+        const std::size_t shorter = std::min(word.size(), candidate.size());
+        if (candidate == word || std::max(word.size(), candidate.size()) > longestWord)
+            continue;
+        if (const std::size_t distance = editDistance(word, candidate); distance <= farthest && distance < shorter)
+            near.push_back({distance, candidate});
+    }
     std::ranges::stable_sort(near, {}, &Near::distance);
     std::vector<std::string> words;
     for (const Near& each : near)

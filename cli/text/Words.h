@@ -44,14 +44,14 @@ std::string listed(std::span<const std::string> words, std::size_t most);
 /// the usage error for an empty item or an open quote.
 std::vector<std::string> splitList(std::string_view text, std::string_view option);
 
-/// A column name and the values after the first "=" outside quotes.
+/// A column name and the values after the first "=" outside quotes. `form` is what is expected, for the usage error.
 struct Assignment {
     std::string column;
     std::string_view values; ///< not yet taken apart; points into the text given
 };
-Assignment splitAssignment(std::string_view text, std::string_view option);
+Assignment splitAssignment(std::string_view text, std::string_view option, std::string_view form);
 
-/// The candidates that differ from word by letter case or by a few letters, best first, at most three.
+/// The candidates that differ from word by letter case or by a few of its letters, best first, at most three.
 std::vector<std::string> nearWords(std::string_view word, std::span<const std::string> candidates);
 
 /// "; did you mean 'auc'?" with the nearWords; empty when there are none.

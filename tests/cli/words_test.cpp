@@ -17,10 +17,10 @@ TEST(Words, ListsRespectQuotes)
 
 TEST(Words, AssignmentsSplitAtTheFirstEqualSignOutsideQuotes)
 {
-    EXPECT_EQ(splitAssignment("a=b=c", "--state").values, "b=c");
-    EXPECT_EQ(splitAssignment("\"a=b\"=c", "--state").column, "a=b");
+    EXPECT_EQ(splitAssignment("a=b=c", "--state", "COLUMN=VALUE").values, "b=c");
+    EXPECT_EQ(splitAssignment("\"a=b\"=c", "--state", "COLUMN=VALUE").column, "a=b");
     for (const char* const wrong : {"", "a", "a=", "=b", "\"a=b"})
-        EXPECT_THROW(splitAssignment(wrong, "--state"), Failure) << wrong;
+        EXPECT_THROW(splitAssignment(wrong, "--state", "COLUMN=VALUE"), Failure) << wrong;
 }
 
 TEST(Words, NearWordsForgiveCaseAndAFewLetters)
@@ -30,6 +30,7 @@ TEST(Words, NearWordsForgiveCaseAndAFewLetters)
     EXPECT_THAT(nearWords("age", names), ElementsAre("Age"));
     EXPECT_THAT(nearWords("aeg", names), ElementsAre("Age")); // neighbours swapped are one slip
     EXPECT_THAT(nearWords("smoothness", names), ElementsAre());
+    EXPECT_THAT(nearWords("s", std::vector<std::string>{"", "s", "t", "S"}), ElementsAre("S")); // one letter is no slip
 }
 
 TEST(Words, VisibleTextHasNoControlCharactersAndIsUtf8)
