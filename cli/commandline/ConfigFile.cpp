@@ -77,7 +77,7 @@ void dropReplaced(Items& items, const std::vector<std::string>& given)
     };
     static const std::vector<Replacement> replacements{
         {{"FILE", "sqlite", "postgres"}, {"FILE", "sqlite", "postgres", "table", "query"}},
-        {{"sqlite", "postgres"}, {"delimiter"}},
+        {{"sqlite", "postgres"}, {"delimiter", "decimal"}},
         {{"table", "query"}, {"table", "query"}},
     };
     const auto isGiven = [&](const std::string& key) { return contains(given, key); };

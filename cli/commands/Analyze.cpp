@@ -162,7 +162,7 @@ Report runAnalyze(const AnalyzeOptions& options, const Session& session)
     // Nothing is there to tidy up while the data are read: until then, an interrupt just ends the program.
     DataTable table = readData(options, request, session);
     CancelFlag cancel;
-    const InterruptGuard guard(cancel);
+    const InterruptGuard guard(cancel, session);
     const Answer answer = options.by.empty() ? analyzeRows(options, request, std::move(table), cancel, session)
                                              : analyzeByValue(options, request, std::move(table), cancel, session);
     const Delivery delivery(options, request, answer);

@@ -45,7 +45,7 @@ bool ColumnFiller::append(const Cell& cell)
 
 bool ColumnFiller::appendNumber(const Cell& cell)
 {
-    const std::optional<double> number = numberIn(cell);
+    const std::optional<double> number = numberIn(cell, column_.decimal);
     if (!number && !isMissing(cell))
         return false;
     numberSeen_ = numberSeen_ || number.has_value();
@@ -85,8 +85,10 @@ std::vector<bool> TableBuilder::begin(const InputHeader& header)
         positions.push_back(column);
     }
     fillersOf_.resize(header_.columns.size());
-    for (std::size_t i = 0; i < fillers_.size(); ++i)
+    for (std::size_t i = 0; i < fillers_.size(); ++i) {
+        fillers_[i].setDecimal(header.decimal);
         fillersOf_[positions[i]].push_back(&fillers_[i]);
+    }
     std::vector<bool> wanted;
     for (const auto& fillers : fillersOf_)
         wanted.push_back(!fillers.empty());

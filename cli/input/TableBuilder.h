@@ -31,6 +31,7 @@ public:
     [[nodiscard]] bool isKept() const noexcept { return requested_ || (!givenUp_ && numberSeen_); }
     [[nodiscard]] bool isRequested() const noexcept { return requested_; }
     [[nodiscard]] const ColumnRequest& request() const noexcept { return column_.request; }
+    void setDecimal(char decimal) noexcept { column_.decimal = decimal; }
     DataColumn take() { return std::move(column_); }
 
 private:

@@ -15,17 +15,23 @@ std::string_view trimmed(std::string_view text) noexcept;
 /// around the word do not count.
 bool isMissingWord(std::string_view cell) noexcept;
 
-/// The number that the whole text spells, blanks around it aside: decimal or scientific with a decimal point, or an
+/// The number that the whole text spells, blanks around it aside: decimal or scientific with that decimal sign, or an
 /// infinity in words. Nothing for other text, and for finite spellings beyond the range of a double.
-std::optional<double> parseNumber(std::string_view text) noexcept;
+std::optional<double> parseNumber(std::string_view text, char decimal = '.') noexcept;
+
+/// Does the text spell a finite number that a double cannot hold?
+bool isBeyondDouble(std::string_view text, char decimal = '.') noexcept;
 
 /// The shortest digits that read back as the same double; "NA" for NaN, "inf" and "-inf" for the infinities.
 std::string shortest(double value);
 
-/// Text for people: control characters and bytes that are not UTF-8 become escapes such as \n and \x1b.
+/// Text for people: control characters, characters that are invisible or turn the direction of others, and bytes that
+/// are not UTF-8 become escapes such as \n and \x1b. A backslash is doubled where it would read as one of them, so that
+/// different texts stay different.
 std::string visible(std::string_view text);
 
-/// A word as a POSIX shell reads it back: in single quotes where it holds more than letters, digits and a few signs.
+/// A word as a shell reads it back, as visible text: in single quotes where it holds more than letters, digits and a few
+/// signs; as $'...', which bash, zsh and POSIX of 2024 know, where it holds what needs an escape.
 std::string shellWord(std::string_view word);
 
 /// Text as it stands in a page, also inside a quoted attribute.
@@ -34,7 +40,7 @@ std::string htmlText(std::string_view visibleText);
 /// visible(text) in single quotes, cut when very long; for messages.
 std::string inQuotes(std::string_view text);
 
-/// How many places visible text takes in a line: its number of characters.
+/// How many places visible text takes in a line of a terminal: two for a wide character, none for a combining one.
 std::size_t displayWidth(std::string_view visibleText) noexcept;
 
 /// "a", "b" and "c" as 'a', 'b', 'c'; at most `most` of them, then how many more there are.

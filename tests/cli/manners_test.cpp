@@ -114,7 +114,7 @@ TEST(Misuse, SaysWhatIsWrongAndWhatToDo)
         {"--plot x.svg", exitUsage, "no option '--plot' in auc; 'analyze' has it"},
         {"--group s=1,2", exitUsage, "no option '--group' in auc; 'analyze', 'compare' have it"},
         {"--levle 1", exitUsage, "did you mean '--level'?"},
-        {"-- --quiet", exitUsage, "'--quiet' stands behind --"},
+        {"-- --level .5", exitUsage, "'--level' stands behind --"},
         {"--level .9 --level .8", exitUsage, "--level is given 2 times"},
         {"--smaller=maybe", exitUsage, "--smaller takes no value"},
         {"--level", exitUsage, "--level needs a value: --level P"},

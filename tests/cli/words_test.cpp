@@ -43,10 +43,20 @@ TEST(Words, VisibleTextHasNoControlCharactersAndIsUtf8)
         {"\xE9t\xE9", "\\xe9t\\xe9"},         // Latin-1
         {"\xED\xA0\x80", "\\xed\\xa0\\x80"}, // half of a surrogate pair
         {"\xE2\x82", "\\xe2\\x82"},           // cut short
+        {"a\u202Eb", "a\\xe2\\x80\\xaeb"},    // turns the direction
+        {"\\d \\n \\\n", "\\d \\\\n \\\\\\n"},   // a backslash where it would read as an escape
     };
     for (const auto& [text, shown] : texts)
         EXPECT_EQ(visible(text), shown);
-    EXPECT_EQ(displayWidth("Größe €😀"), 8u);
+    EXPECT_EQ(displayWidth("Größe €😀"), 9u);
+    EXPECT_EQ(displayWidth("年齢 e\u0301"), 6u);
+}
+
+TEST(Words, ShellWordsAreReadBack)
+{
+    EXPECT_EQ(shellWord("a-b=c,d"), "a-b=c,d");
+    EXPECT_EQ(shellWord("it's"), "'it'\\''s'");
+    EXPECT_EQ(shellWord("it's\n\\"), "$'it\\'s\\n\\\\'");
 }
 
 } // namespace vexroc
