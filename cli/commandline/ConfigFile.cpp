@@ -81,9 +81,9 @@ void dropReplaced(Items& items, const std::vector<std::string>& given)
         {{"table", "query"}, {"table", "query"}},
     };
     const auto isGiven = [&](const std::string& key) { return contains(given, key); };
-    for (const auto& [keys, replaced] : replacements)
-        if (std::ranges::any_of(keys, isGiven))
-            std::erase_if(items, [&](const CLI::ConfigItem& item) { return contains(replaced, item.name); });
+    for (const Replacement& each : replacements)
+        if (std::ranges::any_of(each.given, isGiven))
+            std::erase_if(items, [&](const CLI::ConfigItem& item) { return contains(each.replaced, item.name); });
 }
 
 /// Reads one file for one of the commands.

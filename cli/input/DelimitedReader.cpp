@@ -40,6 +40,7 @@ public:
 
     void feed(std::string_view text)
     {
+        mayHoldZeros_ = text.find('\0') != std::string_view::npos; // one look at the block spares one at each character
         while (!text.empty()) {
             const std::size_t lineEnd = text.find('\n');
             const bool wholeLine = lineEnd != std::string_view::npos;
@@ -65,7 +66,7 @@ private:
     /// True, and the line is dealt with, when it stands between rows and every CR in it belongs to its end.
     bool takePlainLine(std::string_view line)
     {
-        if (!betweenRows() || !headerDone_)
+        if (!betweenRows() || !headerDone_ || mayHoldZeros_)
             return false;
         if (line.ends_with('\r'))
             line.remove_suffix(1);
@@ -81,7 +82,7 @@ private:
         return true;
     }
 
-    /// Fills plainCells_. False for a line with quotes, CR or zero bytes.
+    /// Fills plainCells_. False for a line with quotes or CR.
     bool split(std::string_view line)
     {
         plainCells_.clear();
@@ -91,7 +92,7 @@ private:
             if (*c == delimiter_) {
                 plainCells_.push_back(trimmed({begin, static_cast<std::size_t>(c - begin)}));
                 begin = c + 1;
-            } else if (*c <= '"' && (*c == '"' || *c == '\r' || *c == '\0')) {
+            } else if (*c == '"' || *c == '\r') {
                 return false;
             }
         }
@@ -104,7 +105,7 @@ private:
     {
         if (betweenRows())
             cellLine_ = currentLine();
-        if (piece.find('\0') != std::string_view::npos)
+        if (mayHoldZeros_ && piece.find('\0') != std::string_view::npos)
             throw at(currentLine(), "a zero byte in the text; the file is damaged, or not text in UTF-8");
         const std::size_t parsed = csv_parse(&parser_, piece.data(), piece.size(), onCell, onRow, this);
         rethrowFailure();
@@ -256,6 +257,7 @@ private:
     std::vector<std::string> header_;
     std::vector<bool> wanted_; ///< parallel to header_
     bool headerDone_ = false;
+    bool mayHoldZeros_ = false; ///< the text that is being fed
     std::size_t rows_ = 0;
     std::vector<std::string_view> plainCells_; ///< of the current line
     std::string badCell_; ///< what is wrong with a cell of the current row

@@ -102,12 +102,8 @@ std::string escape(char c)
     return {'\\', 'x', digits[byte >> 4], digits[byte & 15]};
 }
 
-struct Spelled {
-    std::optional<double> number;
-    bool isBeyond = false; ///< digits of a number that became an infinity
-};
-
-Spelled spelledNumber(std::string_view text, char decimal) noexcept
+/// The number that the whole text spells; an infinity also for digits beyond the range of a double.
+std::optional<double> spelledNumber(std::string_view text, char decimal) noexcept
 {
     text = trimmed(text);
     if (text.size() > 1 && text[0] == '+' && text[1] != '-')
@@ -117,9 +113,14 @@ Spelled spelledNumber(std::string_view text, char decimal) noexcept
     const fast_float::parse_options options(fast_float::chars_format::general, decimal);
     const auto [stop, error] = fast_float::from_chars_advanced(text.data(), end, value, options);
     if (error != std::errc() || stop != end || std::isnan(value))
-        return {};
-    const bool inWords = lower(text.back()) == 'f' || lower(text.back()) == 'y';
-    return {value, std::isinf(value) && !inWords};
+        return std::nullopt;
+    return value;
+}
+
+bool endsAsInfinityDoes(std::string_view text) noexcept
+{
+    text = trimmed(text);
+    return lower(text.back()) == 'f' || lower(text.back()) == 'y';
 }
 
 std::string escapedShellWord(std::string_view word)
@@ -193,11 +194,12 @@ std::size_t editDistance(std::string_view a, std::string_view b)
 
 std::string_view trimmed(std::string_view text) noexcept
 {
-    constexpr std::string_view blanks = " \t";
-    const std::size_t first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+    const auto isBlank = [](char c) { return c == ' ' || c == '\t'; };
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
 }
 
 bool isMissingWord(std::string_view cell) noexcept
@@ -212,13 +214,13 @@ bool isMissingWord(std::string_view cell) noexcept
 
 std::optional<double> parseNumber(std::string_view text, char decimal) noexcept
 {
-    const Spelled spelled = spelledNumber(text, decimal);
-    return spelled.isBeyond ? std::nullopt : spelled.number;
+    const std::optional<double> number = spelledNumber(text, decimal);
+    return number && std::isinf(*number) && !endsAsInfinityDoes(text) ? std::nullopt : number;
 }
 
 bool isBeyondDouble(std::string_view text, char decimal) noexcept
 {
-    return spelledNumber(text, decimal).isBeyond;
+    return spelledNumber(text, decimal) && !parseNumber(text, decimal);
 }
 
 std::string shortest(double value)
