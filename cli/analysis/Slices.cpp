@@ -58,8 +58,8 @@ void Slices::sortRows(const DataColumn& column)
 {
     std::vector<std::size_t> valueOf; // of each label
     for (const std::string& text : column.labelTexts)
-        valueOf.push_back(
-            static_cast<std::size_t>(std::ranges::lower_bound(values_, text, LessValue{column.decimal}) - values_.begin()));
+        valueOf.push_back(static_cast<std::size_t>(
+            std::ranges::lower_bound(values_, text, LessValue{column.decimal}) - values_.begin()));
     const auto forEachRow = [&](auto use) {
         for (std::size_t row = 0; row < column.labels.size(); ++row)
             if (const std::int32_t label = column.labels[row]; label != DataColumn::missingLabel)

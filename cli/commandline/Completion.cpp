@@ -69,7 +69,8 @@ std::string bash(const ProgramOutline& program)
 {
     std::string values; // what follows an option: its words, a file name, or nothing that could be completed
     forEachOption(program, [&](const std::string& command, const OptionOutline& option) {
-        const std::string label = "    " + (command.empty() ? "*" : quoted(command)) + quoted(" --" + option.name) + ") ";
+        const std::string label =
+            "    " + (command.empty() ? "*" : quoted(command)) + quoted(" --" + option.name) + ") ";
         if (!option.words.empty() && !option.isPositional)
             values += label + "words=" + quoted(joined(option.words)) + " ;;\n";
         else if (!option.value.empty() && !option.isPositional && !takesFile(option))
@@ -189,8 +190,8 @@ std::string fish(const ProgramOutline& program)
     const std::string noCommand = "not __fish_seen_subcommand_from " + joined(commandNames(program));
     std::string text = "# fish completion for vexroc\n";
     for (const CommandOutline& command : program.commands)
-        text += "complete -c vexroc -n " + quoted(noCommand) + " -f -a " + command.name + " -d " + quoted(command.summary)
-            + '\n';
+        text += "complete -c vexroc -n " + quoted(noCommand) + " -f -a " + command.name + " -d "
+            + quoted(command.summary) + '\n';
     forEachOption(program, [&](const std::string& command, const OptionOutline& option) {
         const std::string when = command.empty() ? "" : " -n '__fish_seen_subcommand_from " + command + "'";
         const std::string words = option.words.empty() ? "" : " -f -a " + quoted(joined(option.words));

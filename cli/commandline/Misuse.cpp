@@ -155,7 +155,8 @@ void requireValues(const CLI::App& program)
         for (const CLI::Option* const option : part->get_options())
             for (const std::string& value : option->results()) {
                 if (value.empty())
-                    throw usageError(option->get_name() + ": the value is empty; leave out the option, or give it a value");
+                    throw usageError(option->get_name()
+                                     + ": the value is empty; leave out the option, or give it a value");
                 if (has(command, value) || has(outline.common, value))
                     throw usageError(needsValue(*option) + "; the option " + value + " follows");
             }

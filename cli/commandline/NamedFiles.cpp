@@ -57,7 +57,7 @@ std::vector<NamedFile> writtenBy(const CLI::App& command)
 {
     const std::string standardOutput = "-"; // where --output goes anyway
     std::vector<NamedFile> files = filesOf(command, FileUse::written);
-    std::erase_if(files, [&](const NamedFile& file) { return file.option == "--output" && file.path == standardOutput; });
+    std::erase_if(files, [&](const NamedFile& f) { return f.option == "--output" && f.path == standardOutput; });
     for (const auto& [option, path, identity] : files)
         if (path == standardOutput)
             throw usageError(option + " -: only --output goes to standard output; name a file (./- for one called -)");

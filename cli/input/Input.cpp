@@ -53,7 +53,8 @@ void requireOneInput(const InputOptions& options)
         {sqlite && !table && !query, "--sqlite FILE needs --table NAME or --query SQL"},
         {postgres && !query, "--postgres CONNECTION needs --query SQL"},
         {!options.delimiter.empty() && (sqlite || postgres), "--delimiter goes with delimited text, not a database"},
-        {options.decimal == "comma" && (sqlite || postgres), "--decimal comma goes with delimited text, not a database"},
+        {options.decimal == "comma" && (sqlite || postgres),
+         "--decimal comma goes with delimited text, not a database"},
     };
     for (const auto& [wrong, message] : rules)
         if (wrong)

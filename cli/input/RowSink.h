@@ -18,8 +18,8 @@ using Cell = std::variant<std::monostate, std::string_view, double, std::int64_t
 // What a cell means, whatever its source. A text is missing, or a number, as Words.h says; NaN is missing; true is 1.
 
 bool isMissing(const Cell& cell) noexcept;
-/// The number that the cell is, a text with that decimal sign; integers beyond 2^53 round to the nearest double, as their
-/// digits in a text do.
+/// The number that the cell is, a text with that decimal sign; integers beyond 2^53 round to the nearest double, as
+/// their digits in a text do.
 std::optional<double> numberIn(const Cell& cell, char decimal) noexcept;
 /// The cell as a text: a number in its shortest digits, an integer in all of them, "true" or "false".
 std::string textOf(const Cell& cell);

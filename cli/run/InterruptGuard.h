@@ -13,8 +13,9 @@ namespace vexroc {
 constexpr std::array interrupts{SIGINT, SIGTERM, SIGHUP};
 
 /// While it lives, an interrupt (Ctrl-C, or being told to terminate or hang up) requests a cancel through the flag
-/// instead of ending the program, and says so unless the session is quiet; a second one of its kind ends it at once. At the end, what interrupts did before is
-/// restored. An interrupt that was ignored, as in a background job of a shell, stays ignored.
+/// instead of ending the program, and says so unless the session is quiet; a second one of its kind ends it at once. At
+/// the end, what interrupts did before is restored. An interrupt that was ignored, as in a background job of a shell,
+/// stays ignored.
 ///
 /// At most one at a time, on any thread.
 class InterruptGuard {

@@ -30,8 +30,8 @@ std::string shortest(double value);
 /// different texts stay different.
 std::string visible(std::string_view text);
 
-/// A word as a shell reads it back, as visible text: in single quotes where it holds more than letters, digits and a few
-/// signs; as $'...', which bash, zsh and POSIX of 2024 know, where it holds what needs an escape.
+/// A word as a shell reads it back, as visible text: in single quotes where it holds more than letters, digits and a
+/// few signs; as $'...', which bash, zsh and POSIX of 2024 know, where it holds what needs an escape.
 std::string shellWord(std::string_view word);
 
 /// Text as it stands in a page, also inside a quoted attribute.
