@@ -2,7 +2,6 @@
 
 #include "cli/Failure.h"
 #include "cli/commandline/Choice.h"
-#include "cli/output/OutputFile.h"
 #include "cli/text/Words.h"
 
 #include <CLI/CLI.hpp>
@@ -48,7 +47,9 @@ void addFormatOption(CLI::App& command, std::string& format)
 
 void addOutputOption(CLI::App& command, std::string& output)
 {
-    command.add_option("--output", output, "Write the results to this file instead of standard output")
+    const auto take = [&output](const std::string& file) { output = file == "-" ? "" : file; };
+    command.add_option_function<std::string>("--output", take,
+                                             "Write the results to this file; - is standard output, as without it")
         ->type_name("FILE");
 }
 
@@ -82,8 +83,6 @@ std::vector<Fact> Question::facts() const
 
 Question parseQuestion(const StudyOptions& options)
 {
-    if (!options.output.empty())
-        OutputFile::requirePlace(options.output);
     return {
         .input = parseInput(options.input),
         .state = parseValueChoice(options.state, "--state", 1),
@@ -102,10 +101,11 @@ OutputFormat parseFormat(const std::string& format)
 
 ValueChoice parseValueChoice(const std::string& text, const std::string& option, std::size_t count)
 {
-    Assignment assignment = splitAssignment(text, option);
+    const std::string form = count == 2 ? "COLUMN=VALUE,VALUE" : "COLUMN=VALUE";
+    Assignment assignment = splitAssignment(text, option, form);
     std::vector<std::string> values = parseValues(assignment.values, option);
     if (values.size() != count)
-        throw usageError(option + " " + inQuotes(text) + ": expected COLUMN=VALUE" + (count == 2 ? ",VALUE" : "")
+        throw usageError(option + " " + inQuotes(text) + ": expected " + form
                          + "; put a value that holds a comma in double quotes");
     return {std::move(assignment.column), std::move(values)};
 }

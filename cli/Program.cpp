@@ -58,7 +58,7 @@ std::string inShell(std::span<const std::string_view> args)
 {
     std::string line = "vexroc";
     for (const std::string_view arg : args)
-        line.append(" ").append(visible(shellWord(arg)));
+        line.append(" ").append(shellWord(arg));
     return line;
 }
 
@@ -75,7 +75,7 @@ int run(std::span<const std::string_view> args, std::istream& in, std::ostream& 
         return exitDone;
     }
     const std::string command = inShell(args);
-    const Report report = request.action({in, command, displayFor(request.general, terminal, err)});
+    const Report report = request.action({in, command, displayFor(request.general, terminal, err), request.general.quiet});
     deliver(report, out);
     if (!request.general.quiet)
         say(report, Messages(err, terminal.colour));

@@ -13,20 +13,6 @@ namespace {
 
 using ROCALG_920::ROCSetting;
 
-void requireDifferentFiles(const AnalyzeOptions& options)
-{
-    std::vector<std::pair<std::string, std::string>> files{{"--curve", options.curveFile},
-                                                           {"--pr-curve", options.prCurveFile},
-                                                           {"--plot", options.plotFile},
-                                                           {"--report", options.reportFile},
-                                                           {"--output", options.study.output}};
-    std::erase_if(files, [](const auto& file) { return file.second.empty(); });
-    for (std::size_t i = 0; i < files.size(); ++i)
-        for (std::size_t j = i + 1; j < files.size(); ++j)
-            if (files[i].second == files[j].second)
-                throw usageError(files[i].first + " and " + files[j].first + " name the same file");
-}
-
 void requireFit(const AnalyzeOptions& options)
 {
     const bool split = options.midPoint || !options.select.empty() || !options.cut.empty();
@@ -54,7 +40,6 @@ void requireFit(const AnalyzeOptions& options)
     for (const auto& [wrong, message] : rules)
         if (wrong)
             throw usageError(message);
-    requireDifferentFiles(options);
 }
 
 std::optional<GroupSplit> parseGroup(const AnalyzeOptions& options)

@@ -138,8 +138,8 @@ private:
     void addRowNote()
     {
         const RowCounts& rows = data_.rows;
-        std::string note = std::to_string(rows.read) + " rows read, " + std::to_string(rows.read - rows.used())
-            + " left out";
+        std::string note = std::to_string(rows.read) + (rows.read == 1 ? " row" : " rows") + " read, "
+            + std::to_string(rows.read - rows.used()) + " left out";
         const char* separator = " (";
         for (const auto& [reason, count] : rows.leftOut())
             note += std::exchange(separator, ", ") + reason + ": " + std::to_string(count);

@@ -25,9 +25,9 @@ std::vector<double> codesOf(const std::vector<Match>& matches, double first, dou
     return codes;
 }
 
-bool isZeroOrOne(const std::string& value)
+bool isZeroOrOne(const std::string& value, char decimal)
 {
-    const std::optional<double> number = parseNumber(value);
+    const std::optional<double> number = parseNumber(value, decimal);
     return number == 0.0 || number == 1.0;
 }
 
@@ -36,7 +36,7 @@ std::vector<double> numbersIn(const DataColumn& column)
 {
     std::vector<double> ofLabel;
     for (const std::string& text : column.labelTexts)
-        ofLabel.push_back(parseNumber(text).value_or(missing));
+        ofLabel.push_back(parseNumber(text, column.decimal).value_or(missing));
     std::vector<double> numbers;
     for (const std::int32_t label : column.labels)
         numbers.push_back(label == DataColumn::missingLabel ? missing : ofLabel[static_cast<std::size_t>(label)]);
@@ -97,7 +97,8 @@ private:
     {
         const DataColumn& column = table_.column(group.column, ColumnKind::labels);
         const std::vector<std::string> values = distinctValues(column);
-        if (!values.empty() && std::ranges::all_of(values, isZeroOrOne)) {
+        const auto fits = [&](const std::string& value) { return isZeroOrOne(value, column.decimal); };
+        if (!values.empty() && std::ranges::all_of(values, fits)) {
             data_.group = add(data_.variables.AddTwoValued(group.column), numbersIn(column));
             return;
         }

@@ -46,6 +46,7 @@ DataTable Slices::slice(std::size_t value) const
     DataTable some{.source = table_.source, .columns = {}, .rows = rows.size()};
     for (const DataColumn& column : table_.columns)
         some.columns.push_back({.request = column.request,
+                                .decimal = column.decimal,
                                 .numbers = picked(column.numbers, rows),
                                 .labels = picked(column.labels, rows),
                                 .labelTexts = column.labelTexts});
@@ -57,8 +58,8 @@ void Slices::sortRows(const DataColumn& column)
 {
     std::vector<std::size_t> valueOf; // of each label
     for (const std::string& text : column.labelTexts)
-        valueOf.push_back(
-            static_cast<std::size_t>(std::ranges::lower_bound(values_, text, lessValue) - values_.begin()));
+        valueOf.push_back(static_cast<std::size_t>(
+            std::ranges::lower_bound(values_, text, LessValue{column.decimal}) - values_.begin()));
     const auto forEachRow = [&](auto use) {
         for (std::size_t row = 0; row < column.labels.size(); ++row)
             if (const std::int32_t label = column.labels[row]; label != DataColumn::missingLabel)

@@ -5,6 +5,8 @@
 #include "cli/commandline/Completion.h"
 #include "cli/commandline/ConfigFile.h"
 #include "cli/commandline/ManPage.h"
+#include "cli/commandline/Misuse.h"
+#include "cli/commandline/NamedFiles.h"
 #include "cli/commandline/Outline.h"
 #include "cli/text/Words.h"
 #include "version.h"
@@ -86,20 +88,22 @@ public:
         } catch (const CLI::CallForVersion& version) {
             return answer(std::string(version.what()) + '\n');
         } catch (const CLI::ParseError& error) {
-            // A misspelt option first: what it leaves missing is only its consequence.
-            if (const std::vector<std::string> rest = app_.remaining(true); !rest.empty())
-                throw unexpected(rest.front());
-            throw usageError(visible(error.what()) + helpHint());
+            requireValues(app_);
+            throw misuse(app_, error);
         }
+        requireValues(app_);
         if (completion_->parsed())
             return answer(completionScript(outlineOfProgram(app_), shell_));
         if (manPage_->parsed())
             return answer(manPageOf(outlineOfProgram(app_), std::string(programVersion)));
         if (printConfig_)
             return answer(app_.config_to_str());
+        if (help_->parsed())
+            return answer(helpOf(helped_));
+        const auto part = std::ranges::find_if(parts_, [](const Part& each) { return each.app->parsed(); });
+        requireSoundFiles(*part->app);
         general_.progress = static_cast<ProgressMode>(
             std::ranges::find(progressWords, progress_) - progressWords.begin());
-        const auto part = std::ranges::find_if(parts_, [](const Part& each) { return each.app->parsed(); });
         return {part->action, "", general_};
     }
 
@@ -112,6 +116,14 @@ private:
     static std::string versionText()
     {
         return "vexroc " + std::string(programVersion) + " (libvexrocproc920r " + vexrocproc_version() + ")";
+    }
+
+    /// Of a command, or of the program.
+    [[nodiscard]] std::string helpOf(const std::string& command) const
+    {
+        if (command.empty())
+            return app_.get_formatter()->make_help(&app_, app_.get_name(), CLI::AppFormatMode::Normal);
+        return app_.get_subcommand(command)->help(app_.get_name());
     }
 
     static CommandRequest answer(std::string text) { return {{}, std::move(text), {}}; }
@@ -142,6 +154,9 @@ private:
         completion_->footer("Example: vexroc completion bash > ~/.local/share/bash-completion/completions/vexroc");
         manPage_ = app_.add_subcommand("man-page", "The manual page, for man");
         manPage_->footer("Example: vexroc man-page | man -l -");
+        help_ = app_.add_subcommand("help", "The help of a command, as its --help prints it");
+        addChoice(*help_, "COMMAND", helped_, commandNames(), "The command; all of them when left out");
+        help_->footer("Example: vexroc help auc");
     }
 
     [[nodiscard]] std::vector<std::string> commandNames() const
@@ -162,30 +177,13 @@ private:
                              + "; the commands are " + listed(names, names.size()));
     }
 
-    Failure unexpected(const std::string& argument) const
-    {
-        if (!argument.starts_with('-'))
-            return usageError("unexpected argument " + inQuotes(argument) + helpHint());
-        std::vector<std::string> options;
-        for (const CLI::App* const part : app_.get_subcommands())
-            for (const OptionOutline& option : outlineOf(*part).options)
-                options.push_back("--" + option.name);
-        for (const OptionOutline& option : outlineOf(app_).options)
-            options.push_back("--" + option.name);
-        return usageError("no option " + inQuotes(argument) + didYouMean(argument, options) + helpHint());
-    }
-
-    std::string helpHint() const
-    {
-        const std::vector<CLI::App*> chosen = app_.get_subcommands();
-        return "; see vexroc " + (chosen.empty() ? "" : chosen.front()->get_name() + " ") + "--help";
-    }
-
     CLI::App app_;
     std::vector<Part> parts_;
     CLI::App* completion_ = nullptr;
     CLI::App* manPage_ = nullptr;
     std::string shell_;
+    CLI::App* help_ = nullptr;
+    std::string helped_;
     GeneralOptions general_;
     std::string progress_ = progressWords.front();
     bool printConfig_ = false;

@@ -30,6 +30,16 @@ std::vector<std::string> dashed(const CommandOutline& command)
     return names;
 }
 
+/// The options that a value follows.
+std::vector<std::string> valuedOptions(const CommandOutline& command)
+{
+    std::vector<std::string> names;
+    for (const OptionOutline& option : command.named())
+        if (!option.value.empty())
+            names.push_back("--" + option.name);
+    return names;
+}
+
 /// In single quotes, as all three shells read them.
 std::string quoted(const std::string& text)
 {
@@ -41,7 +51,7 @@ std::string quoted(const std::string& text)
 
 bool takesFile(const OptionOutline& option)
 {
-    return option.value.find("FILE") != std::string::npos || option.name == "FILE";
+    return option.file != FileUse::none;
 }
 
 /// Calls visit(command, option), the command empty for options of the program itself.
@@ -59,7 +69,8 @@ std::string bash(const ProgramOutline& program)
 {
     std::string values; // what follows an option: its words, a file name, or nothing that could be completed
     forEachOption(program, [&](const std::string& command, const OptionOutline& option) {
-        const std::string label = "    " + (command.empty() ? "*" : quoted(command)) + quoted(" --" + option.name) + ") ";
+        const std::string label =
+            "    " + (command.empty() ? "*" : quoted(command)) + quoted(" --" + option.name) + ") ";
         if (!option.words.empty() && !option.isPositional)
             values += label + "words=" + quoted(joined(option.words)) + " ;;\n";
         else if (!option.value.empty() && !option.isPositional && !takesFile(option))
@@ -72,25 +83,35 @@ std::string bash(const ProgramOutline& program)
         options += "    " + command.name + ") words=" + quoted(joined(dashed(command))) + " ;;\n";
     return "# bash completion for vexroc\n"
            "_vexroc()\n{\n"
-           "    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]} command=${COMP_WORDS[1]}\n"
-           "    local words= common=" + quoted(joined(dashed(program.common))) + "\n"
+           "    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]} command= words= i\n"
+           "    local common=" + quoted(joined(dashed(program.common))) + "\n"
            "    COMPREPLY=()\n"
-           "    if [ \"$COMP_CWORD\" -eq 1 ]; then\n"
-           "        words=\"$common \"" + quoted(joined(commandNames(program))) + "\n"
-           "        COMPREPLY=($(compgen -W \"$words\" -- \"$current\"))\n"
-           "        return\n"
-           "    fi\n"
+           "    case $current in # --option=value is one word or three, as COMP_WORDBREAKS says\n"
+           "    =) current= ;;\n"
+           "    --*=*) previous=${current%%=*} current=${current#*=} ;;\n"
+           "    *) [[ $previous == = ]] && previous=${COMP_WORDS[COMP_CWORD-2]} ;;\n"
+           "    esac\n"
+           "    for ((i = 1; i < COMP_CWORD; i++)); do\n"
+           "        case ${COMP_WORDS[i]} in\n"
+           "        " + joined(valuedOptions(program.common), "|") + ") [[ ${COMP_WORDS[++i]} == = ]] && ((i++)) ;;\n"
+           "        -*) ;;\n"
+           "        *) command=${COMP_WORDS[i]} && break ;;\n"
+           "        esac\n"
+           "    done\n"
            "    case \"$command $previous\" in\n" + values + "    esac\n"
-           "    if [ -z \"$words\" ] && [[ $current == -* ]]; then\n"
+           "    if [[ -z $words && $current == -* ]]; then\n"
            "        case \"$command\" in\n" + options + "        esac\n"
            "        words+=\" $common\"\n"
+           "    elif [[ -z $words && -z $command && $previous != --config ]]; then\n"
+           "        words=" + quoted(joined(commandNames(program))) + "\n"
            "    fi\n"
-           "    if [ -n \"$words\" ]; then\n"
+           "    if [[ -n $words ]]; then\n"
            "        COMPREPLY=($(compgen -W \"$words\" -- \"$current\"))\n"
            "    else\n"
-           "        COMPREPLY=($(compgen -f -- \"$current\"))\n"
+           "        compopt -o filenames 2>/dev/null\n"
+           "        mapfile -t COMPREPLY < <(compgen -f -- \"$current\")\n"
            "    fi\n}\n"
-           "complete -o filenames -F _vexroc vexroc\n";
+           "complete -F _vexroc vexroc\n";
 }
 
 /// A description where colons and brackets mean something.
@@ -114,7 +135,8 @@ std::string zshValue(const OptionOutline& option)
 
 std::string zshFlag(const OptionOutline& option)
 {
-    return std::string("*--").append(option.name).append("[").append(zshText(option.description)).append("]");
+    const char* const value = option.value.empty() ? "[" : "=["; // a value is the next word, or stands behind "="
+    return std::string("*--").append(option.name).append(value).append(zshText(option.description)).append("]");
 }
 
 std::string zshOptions(const CommandOutline& command)
@@ -135,26 +157,41 @@ std::string zsh(const ProgramOutline& program)
         cases += "    " + command.name + ")\n        _arguments $common" + zshOptions(command) + "\n        ;;\n";
     }
     return "#compdef vexroc\n"
-           "local -a commands common\n"
-           "commands=(\n" + names + ")\n"
-           "common=(" + zshOptions(program.common) + ")\n"
-           "if (( CURRENT == 2 )); then\n"
-           "    _describe command commands\n"
-           "    _arguments $common\n"
-           "    return\n"
-           "fi\n"
-           "local command=$words[2]\n"
-           "shift words\n"
-           "(( CURRENT-- ))\n"
-           "case $command in\n" + cases + "esac\n";
+           "_vexroc() {\n"
+           "    local -a names common\n"
+           "    local command\n"
+           "    local -i i\n"
+           "    names=(\n" + names + "    )\n"
+           "    common=(" + zshOptions(program.common) + ")\n"
+           "    for (( i = 2; i < CURRENT; i++ )); do\n"
+           "        case $words[i] in\n"
+           "        " + joined(valuedOptions(program.common), "|") + ") (( i++ )) ;;\n"
+           "        -*) ;;\n"
+           "        *) command=$words[i]; break ;;\n"
+           "        esac\n"
+           "    done\n"
+           "    if [[ -z $command ]]; then\n"
+           "        (( i > CURRENT )) || _describe command names\n"
+           "        _arguments $common\n"
+           "        return\n"
+           "    fi\n"
+           "    shift $(( i - 1 )) words\n"
+           "    (( CURRENT -= i - 1 ))\n"
+           "    case $command in\n" + cases + "    esac\n}\n"
+           "if [[ $funcstack[1] == _vexroc ]]; then\n" // found in a folder of $fpath
+           "    _vexroc \"$@\"\n"
+           "else\n"
+           "    compdef _vexroc vexroc\n"
+           "fi\n";
 }
 
 std::string fish(const ProgramOutline& program)
 {
+    const std::string noCommand = "not __fish_seen_subcommand_from " + joined(commandNames(program));
     std::string text = "# fish completion for vexroc\n";
     for (const CommandOutline& command : program.commands)
-        text += "complete -c vexroc -n __fish_use_subcommand -f -a " + command.name + " -d " + quoted(command.summary)
-            + '\n';
+        text += "complete -c vexroc -n " + quoted(noCommand) + " -f -a " + command.name + " -d "
+            + quoted(command.summary) + '\n';
     forEachOption(program, [&](const std::string& command, const OptionOutline& option) {
         const std::string when = command.empty() ? "" : " -n '__fish_seen_subcommand_from " + command + "'";
         const std::string words = option.words.empty() ? "" : " -f -a " + quoted(joined(option.words));

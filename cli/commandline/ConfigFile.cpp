@@ -7,6 +7,7 @@
 #include <toml++/toml.h>
 
 #include <algorithm>
+#include <iterator>
 #include <sstream>
 
 namespace vexroc {
@@ -14,6 +15,7 @@ namespace vexroc {
 namespace {
 
 using Items = std::vector<CLI::ConfigItem>;
+using Options = std::vector<const CLI::Option*>;
 
 [[noreturn]] void fail(const toml::source_region& where, const std::string& what)
 {
@@ -59,12 +61,40 @@ bool contains(const std::vector<std::string>& words, std::string_view word)
     return std::ranges::find(words, word) != words.end();
 }
 
+std::vector<std::string> keysIn(const Items& items)
+{
+    std::vector<std::string> keys;
+    std::ranges::transform(items, std::back_inserter(keys), &CLI::ConfigItem::name);
+    return keys;
+}
+
+/// Where the data are is one answer, though several options give it: what goes first replaces all of it.
+void dropReplaced(Items& items, const std::vector<std::string>& given)
+{
+    struct Replacement {
+        std::vector<std::string> given; ///< any of them
+        std::vector<std::string> replaced;
+    };
+    static const std::vector<Replacement> replacements{
+        {{"FILE", "sqlite", "postgres"}, {"FILE", "sqlite", "postgres", "table", "query"}},
+        {{"sqlite", "postgres"}, {"delimiter", "decimal"}},
+        {{"table", "query"}, {"table", "query"}},
+    };
+    const auto isGiven = [&](const std::string& key) { return contains(given, key); };
+    for (const Replacement& each : replacements)
+        if (std::ranges::any_of(each.given, isGiven))
+            std::erase_if(items, [&](const CLI::ConfigItem& item) { return contains(each.replaced, item.name); });
+}
+
 /// Reads one file for one of the commands.
 class Reading {
 public:
-    Reading(const CLI::App& program, std::string command)
-        : outline_(outlineOfProgram(program)), command_(std::move(command))
+    Reading(const CLI::App& program, const CLI::App* command)
+        : outline_(outlineOfProgram(program)), command_(command == nullptr ? "" : command->get_name())
     {
+        for (const CLI::Option* const option : command == nullptr ? Options{} : command->get_options())
+            if (option->count() > 0)
+                arguments_.push_back(nameOf(*option));
     }
 
     Items items(const toml::table& file)
@@ -77,6 +107,9 @@ public:
             else
                 addCommon(std::string(key.str()), node, common);
         }
+        dropReplaced(specific, arguments_);
+        dropReplaced(common, arguments_);
+        dropReplaced(common, keysIn(specific));
         specific.insert(specific.end(), common.begin(), common.end()); // the first to name an option sets it
         return specific;
     }
@@ -101,6 +134,8 @@ private:
     void addCommon(const std::string& key, const toml::node& node, Items& items)
     {
         const std::vector<std::string> programKeys = keysOf(outline_.common);
+        if (contains({"config", "help", "print-config", "version"}, key))
+            fail(node.source(), inQuotes(key) + " is not allowed in a file; it is for the command line");
         if (contains(programKeys, key)) {
             items.push_back({{}, key, argumentsOf(node, key)});
             return;
@@ -118,6 +153,7 @@ private:
 
     ProgramOutline outline_;
     std::string command_;
+    std::vector<std::string> arguments_; ///< options that the arguments give
 };
 
 toml::array listOf(const std::vector<std::string>& values)
@@ -151,7 +187,7 @@ Items ConfigFile::from_config(std::istream& input) const
 {
     const std::vector<CLI::App*> called = program_.get_subcommands();
     try {
-        return Reading(program_, called.empty() ? "" : called.front()->get_name()).items(toml::parse(input));
+        return Reading(program_, called.empty() ? nullptr : called.front()).items(toml::parse(input));
     } catch (const toml::parse_error& error) {
         fail(error.source(), std::string(error.description()));
     }

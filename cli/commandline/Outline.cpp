@@ -3,7 +3,9 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <array>
 #include <iterator>
+#include <string_view>
 
 namespace vexroc {
 
@@ -24,6 +26,7 @@ OptionOutline outlineOf(const CLI::Option& option)
             .value = value,
             .words = wordsOf(value),
             .description = option.get_description(),
+            .file = fileUseOf(option),
             .required = option.get_required(),
             .isPositional = isPositional};
 }
@@ -51,6 +54,17 @@ std::vector<OptionOutline> CommandOutline::positional() const
 std::string nameOf(const CLI::Option& option)
 {
     return option.get_positional() ? option.get_name(true) : option.get_lnames().front();
+}
+
+/// An option whose value stands as FILE names a file to write, unless it is one of those that read.
+FileUse fileUseOf(const CLI::Option& option)
+{
+    constexpr std::array<std::string_view, 3> reading{"FILE", "sqlite", "config"};
+    const std::string name = nameOf(option);
+    if (std::ranges::find(reading, name) != reading.end())
+        return FileUse::read;
+    const bool namesFile = option.get_expected_max() > 0 && option.get_type_name().starts_with("FILE");
+    return namesFile ? FileUse::written : FileUse::none;
 }
 
 CommandOutline outlineOf(const CLI::App& command)

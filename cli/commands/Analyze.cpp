@@ -171,9 +171,6 @@ private:
 Report runAnalyze(const AnalyzeOptions& options, const Session& session)
 {
     AnalyzeRequest request = parseRequest(options);
-    for (const std::string& path : {options.curveFile, options.prCurveFile, options.plotFile, options.reportFile})
-        if (!path.empty())
-            OutputFile::requirePlace(path);
     std::optional<Plot> plot;
     if (!options.plotFile.empty())
         plot.emplace(options.plotFile);
@@ -182,7 +179,7 @@ Report runAnalyze(const AnalyzeOptions& options, const Session& session)
     // Nothing is there to tidy up while the data are read: until then, an interrupt just ends the program.
     DataTable table = readData(options, request, session);
     CancelFlag cancel;
-    const InterruptGuard guard(cancel);
+    const InterruptGuard guard(cancel, session);
     Answer answer = options.by.empty() ? analyzeRows(options, request, std::move(table), cancel, session)
                                        : analyzeByValue(options, request, std::move(table), cancel, session);
     answer.prepareForDrawing();

@@ -1,7 +1,6 @@
 #include "cli/Options.h"
 #include "cli/commands/Commands.h"
 #include "cli/input/ColumnSurvey.h"
-#include "cli/output/OutputFile.h"
 
 #include <CLI/CLI.hpp>
 
@@ -38,8 +37,6 @@ const char* kindOf(const ColumnFacts& facts)
 Report runColumns(const ColumnsOptions& options, const Session& session)
 {
     const OutputFormat format = parseFormat(options.format);
-    if (!options.output.empty())
-        OutputFile::requirePlace(options.output);
     ColumnSurvey survey;
     readInput(parseInput(options.input), session, survey);
 

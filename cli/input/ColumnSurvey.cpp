@@ -4,9 +4,9 @@
 
 namespace vexroc {
 
-void ColumnFacts::take(const Cell& cell)
+void ColumnFacts::take(const Cell& cell, char decimal)
 {
-    if (const std::optional<double> number = numberIn(cell))
+    if (const std::optional<double> number = numberIn(cell, decimal))
         takeNumber(*number);
     else if (isMissing(cell))
         ++missing_;
@@ -52,6 +52,7 @@ void ColumnFacts::settle()
 std::vector<bool> ColumnSurvey::begin(const InputHeader& header)
 {
     source_ = header.source;
+    decimal_ = header.decimal;
     for (const std::string& name : header.columns)
         columns_.emplace_back(name);
     return std::vector<bool>(columns_.size(), true);
@@ -59,7 +60,7 @@ std::vector<bool> ColumnSurvey::begin(const InputHeader& header)
 
 bool ColumnSurvey::take(std::size_t column, const Cell& cell)
 {
-    columns_[column].take(cell);
+    columns_[column].take(cell, decimal_);
     return true;
 }
 

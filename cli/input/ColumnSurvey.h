@@ -17,7 +17,7 @@ namespace vexroc {
 class ColumnFacts {
 public:
     explicit ColumnFacts(std::string name) : name_(std::move(name)) {}
-    void take(const Cell& cell);
+    void take(const Cell& cell, char decimal);
     /// Makes what was taken a set of distinct values.
     void settle();
 
@@ -68,6 +68,7 @@ public:
 private:
     void finishRow() override { ++rows_; }
     std::string source_;
+    char decimal_ = '.';
     std::size_t rows_ = 0;
     std::vector<ColumnFacts> columns_;
 };

@@ -25,6 +25,7 @@ struct DataColumn {
     static constexpr std::int32_t missingLabel = -1;
 
     ColumnRequest request;
+    char decimal = '.';               ///< decimal sign of numbers in its cells
     std::vector<double> numbers;      ///< one per row; NaN where the cell is missing
     std::vector<std::int32_t> labels; ///< one per row: index into labelTexts, or missingLabel
     std::vector<std::string> labelTexts; ///< the distinct texts, in the order of their first row

@@ -25,8 +25,9 @@ constexpr std::array delimiters{',', '\t', ';'};
 /// what quotes mean. libcsv is C: what a callback throws is kept in failure_ and thrown again once it has returned.
 class Parser {
 public:
-    Parser(const std::string& source, char delimiter, RowSink& sink)
-        : source_(source), delimiter_(delimiter), sink_(sink)
+    /// The text that is fed begins with that line of the source.
+    Parser(const std::string& source, std::size_t firstLine, char delimiter, char decimal, RowSink& sink)
+        : source_(source), delimiter_(delimiter), decimal_(decimal), sink_(sink), line_(firstLine)
     {
         if (csv_init(&parser_, CSV_STRICT | CSV_STRICT_FINI) != 0)
             throw std::bad_alloc();
@@ -39,6 +40,7 @@ public:
 
     void feed(std::string_view text)
     {
+        mayHoldZeros_ = text.find('\0') != std::string_view::npos; // one look at the block spares one at each character
         while (!text.empty()) {
             const std::size_t lineEnd = text.find('\n');
             const bool wholeLine = lineEnd != std::string_view::npos;
@@ -64,7 +66,7 @@ private:
     /// True, and the line is dealt with, when it stands between rows and every CR in it belongs to its end.
     bool takePlainLine(std::string_view line)
     {
-        if (!betweenRows() || !headerDone_)
+        if (!betweenRows() || !headerDone_ || mayHoldZeros_)
             return false;
         if (line.ends_with('\r'))
             line.remove_suffix(1);
@@ -103,6 +105,8 @@ private:
     {
         if (betweenRows())
             cellLine_ = currentLine();
+        if (mayHoldZeros_ && piece.find('\0') != std::string_view::npos)
+            throw at(currentLine(), "a zero byte in the text; the file is damaged, or not text in UTF-8");
         const std::size_t parsed = csv_parse(&parser_, piece.data(), piece.size(), onCell, onRow, this);
         rethrowFailure();
         if (parsed != piece.size())
@@ -172,7 +176,7 @@ private:
     {
         if (wanted_[cells_] && !sink_.take(cells_, cell) && badCell_.empty())
             badCell_ = badCellMessage(place(cellLine_), header_[cells_], cell,
-                                      "write a number, or leave the cell empty");
+                                      "write a number, or leave the cell empty", decimal_);
     }
 
     void endRow()
@@ -204,7 +208,7 @@ private:
     void beginRows()
     {
         const bool onlyNumbers =
-            std::ranges::all_of(header_, [](const std::string& cell) { return parseNumber(cell).has_value(); });
+            std::ranges::all_of(header_, [&](const auto& cell) { return parseNumber(cell, decimal_).has_value(); });
         wanted_ = sink_.begin(
             {.source = source_,
              .columns = header_,
@@ -212,7 +216,8 @@ private:
              .collection = "the header",
              .hint = onlyNumbers
                  ? ". This line holds numbers only: a header row with column names may be missing"
-                 : ""});
+                 : "",
+             .decimal = decimal_});
         headerDone_ = true;
     }
 
@@ -244,6 +249,7 @@ private:
 
     std::string source_;
     char delimiter_;
+    char decimal_;
     RowSink& sink_;
     csv_parser parser_{};
     std::exception_ptr failure_;
@@ -251,12 +257,13 @@ private:
     std::vector<std::string> header_;
     std::vector<bool> wanted_; ///< parallel to header_
     bool headerDone_ = false;
+    bool mayHoldZeros_ = false; ///< the text that is being fed
     std::size_t rows_ = 0;
     std::vector<std::string_view> plainCells_; ///< of the current line
     std::string badCell_; ///< what is wrong with a cell of the current row
 
     std::size_t cells_ = 0;      ///< of the current row, so far
-    std::size_t line_ = 1;       ///< lines ended by LF so far, plus one
+    std::size_t line_;           ///< lines ended by LF so far, plus one
     std::size_t rowsInLine_ = 0; ///< rows ended since the last LF
     std::size_t rowLine_ = 1;    ///< where the current row begins
     std::size_t cellLine_ = 1;   ///< where the current cell begins
@@ -289,33 +296,79 @@ char detectDelimiter(std::string_view header)
     return delimiters[static_cast<std::size_t>(std::ranges::max_element(counts) - counts.begin())];
 }
 
-/// The front of the source up to some point behind the header, without a byte order mark.
-std::string readFront(ByteSource& source)
+/// The front of a source, up to some point behind the header.
+struct Front {
+    std::string text; ///< without a byte order mark and a line "sep=;"
+    std::size_t firstLine = 1;
+    std::optional<char> delimiter; ///< that of such a line
+};
+
+Front frontOf(std::string_view text)
 {
-    std::string front;
+    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+    constexpr std::string_view separator = "sep=";
+    Front front;
+    if (text.starts_with(byteOrderMark))
+        text.remove_prefix(byteOrderMark.size());
+    const bool isSeparator = text.starts_with(separator) && headerEnd(text) == separator.size() + 2
+        && std::ranges::find(delimiters, text[separator.size()]) != delimiters.end();
+    if (isSeparator) {
+        front.delimiter = text[separator.size()];
+        front.firstLine = 2;
+        text.remove_prefix(headerEnd(text));
+        if (text.starts_with('\n')) // of CRLF
+            text.remove_prefix(1);
+    }
+    front.text = text;
+    return front;
+}
+
+Front readFront(ByteSource& source)
+{
+    std::string text;
     std::size_t length = 0;
     do {
-        const std::size_t before = front.size();
-        front.resize(before + blockSize);
-        length = source.read(std::span(front).subspan(before));
-        front.resize(before + length);
-    } while (length > 0 && front.size() < longestHeader && headerEnd(front) == std::string::npos);
-    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-    if (front.starts_with(byteOrderMark))
-        front.erase(0, byteOrderMark.size());
-    return front;
+        const std::size_t before = text.size();
+        text.resize(before + blockSize);
+        length = source.read(std::span(text).subspan(before));
+        text.resize(before + length);
+    } while (length > 0 && text.size() < longestHeader && headerEnd(frontOf(text).text) == std::string::npos);
+    return frontOf(text);
+}
+
+/// Throws for what is known by its first bytes as something else.
+void requireText(const std::string& name, std::string_view front)
+{
+    struct Known {
+        std::string_view front;
+        const char* message;
+    };
+    using namespace std::string_view_literals;
+    constexpr std::array known{
+        Known{"\xFD" "7zXZ"sv, "is packed by xz; unpack it: xz -dc FILE | vexroc COMMAND - ..."},
+        Known{"BZh"sv, "is packed by bzip2; unpack it: bzip2 -dc FILE | vexroc COMMAND - ..."},
+        Known{"\x1F\x8B"sv, "is packed by gzip twice; unpack it once"},
+        Known{"\x28\xB5\x2F\xFD"sv, "is packed by zstd twice; unpack it once"},
+        Known{"SQLite format 3"sv, "is an SQLite database; read it with --sqlite FILE and --table NAME or --query SQL"},
+        Known{"PK\x03\x04"sv, "is a spreadsheet or a ZIP archive; save the table as CSV, or unpack the archive"},
+    };
+    for (const auto& [magic, message] : known)
+        if (front.starts_with(magic))
+            throw inputError(name + " " + message);
 }
 
 } // namespace
 
-void readDelimited(ByteSource& source, std::optional<char> delimiter, RowSink& sink)
+void readDelimited(ByteSource& source, const TextForm& form, RowSink& sink)
 {
-    const std::string front = readFront(source);
-    const std::string_view header = std::string_view(front).substr(0, headerEnd(front));
+    const Front front = readFront(source);
+    requireText(source.name(), front.text);
+    const std::string_view header = std::string_view(front.text).substr(0, headerEnd(front.text));
     if (header.find('\0') != std::string_view::npos)
         throw inputError(source.name() + " is not text in UTF-8: its first line holds a zero byte; save it as UTF-8");
-    Parser parser(source.name(), delimiter ? *delimiter : detectDelimiter(header), sink);
-    parser.feed(front);
+    const std::optional<char> delimiter = form.delimiter ? form.delimiter : front.delimiter;
+    Parser parser(source.name(), front.firstLine, delimiter ? *delimiter : detectDelimiter(header), form.decimal, sink);
+    parser.feed(front.text);
     std::vector<char> block(blockSize);
     while (const std::size_t length = source.read(block))
         parser.feed({block.data(), length});

@@ -1,8 +1,8 @@
 #include "cli/input/Input.h"
 
 #include "cli/Failure.h"
+#include "cli/commandline/Choice.h"
 #include "cli/input/Compression.h"
-#include "cli/input/DelimitedReader.h"
 #include "cli/input/PostgresReader.h"
 #include "cli/input/SqliteReader.h"
 #include "cli/text/Words.h"
@@ -53,16 +53,18 @@ void requireOneInput(const InputOptions& options)
         {sqlite && !table && !query, "--sqlite FILE needs --table NAME or --query SQL"},
         {postgres && !query, "--postgres CONNECTION needs --query SQL"},
         {!options.delimiter.empty() && (sqlite || postgres), "--delimiter goes with delimited text, not a database"},
+        {options.decimal == "comma" && (sqlite || postgres),
+         "--decimal comma goes with delimited text, not a database"},
     };
     for (const auto& [wrong, message] : rules)
         if (wrong)
             throw usageError(message);
 }
 
-void readDatabase(const Input& input, RowSink& sink)
+void readDatabase(const Input& input, const Session& session, RowSink& sink)
 {
     if (input.kind == Input::Kind::postgres)
-        readPostgres(input.place, input.query, sink);
+        readPostgres(input.place, input.query, session, sink);
     else if (input.table.empty())
         readSqliteQuery(input.place, input.query, sink);
     else
@@ -75,8 +77,10 @@ void addInputOptions(CLI::App& command, InputOptions& options)
 {
     command.add_option("FILE", options.file,
                        "Delimited text with a header row, packed by gzip or zstd or not; - reads standard input");
-    command.add_option("--delimiter", options.delimiter, "comma, tab or semicolon; detected when not given")
-        ->type_name("WORD");
+    command.add_option("--delimiter", options.delimiter, "Between the cells of text; detected when not given")
+        ->type_name("comma|tab|semicolon");
+    addChoice(command, "--decimal", options.decimal, {"point", "comma"},
+              "Decimal sign of the numbers in text; a point when not given");
     command.add_option("--sqlite", options.sqlite, "Read this SQLite database instead of FILE; with --table or --query")
         ->type_name("FILE");
     command.add_option("--postgres", options.postgres,
@@ -92,7 +96,7 @@ Input parseInput(const InputOptions& options)
     requireOneInput(options);
     Input input{.kind = Input::Kind::delimited,
                 .place = options.file,
-                .delimiter = parseDelimiter(options.delimiter),
+                .form = {parseDelimiter(options.delimiter), options.decimal == "comma" ? ',' : '.'},
                 .table = options.table,
                 .query = options.query};
     if (!options.sqlite.empty()) {
@@ -121,10 +125,10 @@ void readInput(const Input& input, const Session& session, RowSink& sink)
     if (input.kind == Input::Kind::delimited) {
         const std::unique_ptr<ByteSource> source = decompressed(openSource(input.place, session.standardInput));
         sink.beginProgress(session.progress, [&source] { return source->shareRead(); });
-        readDelimited(*source, input.delimiter, sink);
+        readDelimited(*source, input.form, sink);
     } else {
         sink.beginProgress(session.progress, [] { return std::nullopt; }); // databases do not say before the last row
-        readDatabase(input, sink);
+        readDatabase(input, session, sink);
     }
     sink.endProgress();
 }

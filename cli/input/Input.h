@@ -1,11 +1,11 @@
 #pragma once
 
 #include "cli/input/DataTable.h"
+#include "cli/input/DelimitedReader.h"
 #include "cli/input/RowSink.h"
 #include "cli/input/TableBuilder.h"
 #include "cli/run/Session.h"
 
-#include <optional>
 #include <span>
 #include <string>
 
@@ -19,6 +19,7 @@ namespace vexroc {
 struct InputOptions {
     std::string file;
     std::string delimiter;
+    std::string decimal = "point";
     std::string sqlite;
     std::string postgres;
     std::string table;
@@ -32,7 +33,7 @@ struct Input {
     enum class Kind { delimited, sqlite, postgres };
     Kind kind = Kind::delimited;
     std::string place; ///< file, "-" for standard input; database file; connection
-    std::optional<char> delimiter; ///< none: detected
+    TextForm form;     ///< of delimited text
     std::string table;
     std::string query; ///< empty with a table
 

@@ -57,7 +57,7 @@ std::string messageOf(const PGresult* result, PGconn* connection)
 /// An open connection, and the wait for its answers, which an interrupt ends.
 class Server {
 public:
-    explicit Server(const std::string& connection)
+    Server(const std::string& connection, const Session& session)
     {
         const std::array<const char*, 4> keywords{"dbname", "client_encoding", "fallback_application_name", nullptr};
         const std::array<const char*, 4> values{connection.c_str(), "UTF8", "vexroc", nullptr};
@@ -70,7 +70,7 @@ public:
                              + (PQconnectionNeedsPassword(get()) ? std::string("; ") + whereAPasswordGoes : ""));
         PQsetNoticeProcessor(get(), [](void*, const char*) {}, nullptr);
         name_ = "PostgreSQL database " + visible(PQdb(get()));
-        guard_.emplace(cancel_);
+        guard_.emplace(cancel_, session);
     }
 
     [[nodiscard]] const std::string& name() const noexcept { return name_; }
@@ -290,9 +290,9 @@ void requireNoPassword(const std::string& connection)
                              + whereAPasswordGoes);
 }
 
-void readPostgres(const std::string& connection, const std::string& query, RowSink& sink)
+void readPostgres(const std::string& connection, const std::string& query, const Session& session, RowSink& sink)
 {
-    Server server(connection);
+    Server server(connection, session);
     server.execute("BEGIN TRANSACTION ISOLATION LEVEL REPEATABLE READ READ ONLY");
     const Columns columns(server, server.describe(query));
     const std::vector<bool> isWanted = sink.begin({.source = server.name(),

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/input/RowSink.h"
+#include "cli/run/Session.h"
 
 #include <string>
 
@@ -17,6 +18,7 @@ void requireNoPassword(const std::string& connection);
 /// Only the wanted columns are fetched. Memory: one row, and what libpq has received.
 /// An interrupt (Ctrl-C) cancels the query on the server and ends the run.
 /// Failure: throws an input error that names the database, and row and column as far as they apply.
-void readPostgres(const std::string& connection, const std::string& query, RowSink& sink);
+void readPostgres(const std::string& connection, const std::string& query, const Session& session,
+                  RowSink& sink);
 
 } // namespace vexroc

@@ -18,8 +18,9 @@ using Cell = std::variant<std::monostate, std::string_view, double, std::int64_t
 // What a cell means, whatever its source. A text is missing, or a number, as Words.h says; NaN is missing; true is 1.
 
 bool isMissing(const Cell& cell) noexcept;
-/// The number that the cell is; integers beyond 2^53 round to the nearest double, as their digits in a text do.
-std::optional<double> numberIn(const Cell& cell) noexcept;
+/// The number that the cell is, a text with that decimal sign; integers beyond 2^53 round to the nearest double, as
+/// their digits in a text do.
+std::optional<double> numberIn(const Cell& cell, char decimal) noexcept;
 /// The cell as a text: a number in its shortest digits, an integer in all of them, "true" or "false".
 std::string textOf(const Cell& cell);
 
@@ -30,6 +31,7 @@ struct InputHeader {
     std::string place;                ///< where the columns are named: "data.csv, line 1"
     std::string collection;           ///< what they are named in: "the header"
     std::string hint;                 ///< what may be wrong when a column is not among them
+    char decimal = '.';               ///< decimal sign of numbers in texts
 };
 
 /// Takes the rows of an input, whatever its source.
@@ -66,8 +68,9 @@ private:
     std::optional<ReadingProgress> progress_;
 };
 
-/// "data.csv, line 2, column 'age': 'x' is neither a number nor missing", and what to do.
+/// "data.csv, line 2, column 'age': 'x' is neither a number nor missing", and what to do. The decimal sign is one that
+/// an option chose; none where there is no choice.
 std::string badCellMessage(const std::string& place, const std::string& column, std::string_view cell,
-                           const std::string& advice);
+                           const std::string& advice, std::optional<char> decimal = std::nullopt);
 
 } // namespace vexroc

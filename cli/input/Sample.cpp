@@ -10,12 +10,12 @@ namespace vexroc {
 
 namespace {
 
-bool sameValue(std::string_view cell, std::string_view value)
+bool sameValue(std::string_view cell, std::string_view value, char decimal)
 {
     if (cell == value)
         return true;
-    const std::optional<double> cellNumber = parseNumber(cell);
-    return cellNumber && cellNumber == parseNumber(value);
+    const std::optional<double> cellNumber = parseNumber(cell, decimal);
+    return cellNumber && cellNumber == parseNumber(value, decimal);
 }
 
 Failure valueNotFound(const DataTable& data, const DataColumn& column, const std::string& value)
@@ -33,7 +33,7 @@ std::vector<Match> matchLabels(const DataTable& data, const DataColumn& column, 
     for (std::size_t v = 0; v < choice.values.size(); ++v) {
         bool found = false;
         for (std::size_t label = 0; label < matches.size(); ++label) {
-            if (!sameValue(column.labelTexts[label], choice.values[v]))
+            if (!sameValue(column.labelTexts[label], choice.values[v], column.decimal))
                 continue;
             if (matches[label] != otherValue)
                 throw usageError("the values " + listed(choice.values, choice.values.size()) + " of column "
@@ -61,10 +61,10 @@ std::vector<Match> matchRows(const DataTable& data, const ValueChoice& choice)
     return matches;
 }
 
-bool lessValue(const std::string& a, const std::string& b)
+bool LessValue::operator()(const std::string& a, const std::string& b) const
 {
-    const std::optional<double> x = parseNumber(a);
-    const std::optional<double> y = parseNumber(b);
+    const std::optional<double> x = parseNumber(a, decimal);
+    const std::optional<double> y = parseNumber(b, decimal);
     if (x && y)
         return *x < *y;
     return x.has_value() != y.has_value() ? x.has_value() : a < b;
@@ -73,8 +73,9 @@ bool lessValue(const std::string& a, const std::string& b)
 std::vector<std::string> distinctValues(const DataColumn& column)
 {
     std::vector<std::string> values = column.labelTexts;
+    const LessValue lessValue{column.decimal};
     std::ranges::stable_sort(values, lessValue);
-    const auto same = [](const std::string& a, const std::string& b) { return !lessValue(a, b) && !lessValue(b, a); };
+    const auto same = [&](const std::string& a, const std::string& b) { return !lessValue(a, b) && !lessValue(b, a); };
     values.erase(std::unique(values.begin(), values.end(), same), values.end());
     return values;
 }

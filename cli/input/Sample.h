@@ -27,7 +27,10 @@ constexpr Match missingValue = -2;
 std::vector<Match> matchRows(const DataTable& data, const ValueChoice& choice);
 
 /// Does a value come before another: numbers ascending, then words by their text? Equal numbers are the same value.
-bool lessValue(const std::string& a, const std::string& b);
+struct LessValue {
+    char decimal; ///< sign in the numbers
+    bool operator()(const std::string& a, const std::string& b) const;
+};
 /// The different values of a label column, ascending, each as it is first spelled; 1 and 1.0 are one.
 std::vector<std::string> distinctValues(const DataColumn& column);
 

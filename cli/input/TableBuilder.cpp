@@ -10,9 +10,12 @@ namespace vexroc {
 
 namespace {
 
-Failure unknownColumn(const std::string& name, const InputHeader& header)
+Failure unknownColumn(const ColumnRequest& request, const InputHeader& header)
 {
+    const std::string& name = request.name;
     std::string message = header.place + ": no column " + inQuotes(name) + " in " + header.collection;
+    if (name == "all" && request.kind == ColumnKind::numbers)
+        return inputError(message + "; for every column, analyze alone takes --test all, with no other test");
     if (const std::vector<std::string> near = nearWords(name, header.columns); !near.empty())
         message += "; did you mean " + listed(near, near.size()) + "?";
     else
@@ -42,7 +45,7 @@ bool ColumnFiller::append(const Cell& cell)
 
 bool ColumnFiller::appendNumber(const Cell& cell)
 {
-    const std::optional<double> number = numberIn(cell);
+    const std::optional<double> number = numberIn(cell, column_.decimal);
     if (!number && !isMissing(cell))
         return false;
     numberSeen_ = numberSeen_ || number.has_value();
@@ -76,11 +79,13 @@ std::vector<bool> TableBuilder::begin(const InputHeader& header)
         ++places_.try_emplace(header_.columns[column], Place{.position = column}).first->second.count;
     fillersOf_.resize(header_.columns.size());
     for (ColumnFiller& filler : fillers_)
-        fillersOf_[positionOf(filler.request().name)].push_back(&filler);
+        fillersOf_[positionOf(filler.request())].push_back(&filler);
     for (std::size_t column = 0; others_ == OtherColumns::numeric && column < header_.columns.size(); ++column)
         if (fillersOf_[column].empty())
             fillersOf_[column].push_back(
                 &fillers_.emplace_back(ColumnRequest{header_.columns[column], ColumnKind::numbers}, false));
+    for (ColumnFiller& filler : fillers_)
+        filler.setDecimal(header.decimal);
     std::vector<bool> wanted;
     for (const auto& fillers : fillersOf_)
         wanted.push_back(!fillers.empty());
@@ -115,12 +120,12 @@ DataTable TableBuilder::finish()
     return table;
 }
 
-std::size_t TableBuilder::positionOf(const std::string& name) const
+std::size_t TableBuilder::positionOf(const ColumnRequest& request) const
 {
-    const auto found = places_.find(name);
+    const auto found = places_.find(request.name);
     if (found == places_.end())
-        throw unknownColumn(name, header_);
-    requireOnce(name, header_.place);
+        throw unknownColumn(request, header_);
+    requireOnce(request.name, header_.place);
     return found->second.position;
 }
 

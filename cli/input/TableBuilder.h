@@ -31,6 +31,7 @@ public:
     [[nodiscard]] bool isKept() const noexcept { return requested_ || (!givenUp_ && numberSeen_); }
     [[nodiscard]] bool isRequested() const noexcept { return requested_; }
     [[nodiscard]] const ColumnRequest& request() const noexcept { return column_.request; }
+    void setDecimal(char decimal) noexcept { column_.decimal = decimal; }
     DataColumn take() { return std::move(column_); }
 
 private:
@@ -70,7 +71,7 @@ private:
         std::size_t position;
         std::size_t count = 0;
     };
-    [[nodiscard]] std::size_t positionOf(const std::string& name) const;
+    [[nodiscard]] std::size_t positionOf(const ColumnRequest& request) const;
     void requireOnce(const std::string& name, const std::string& place) const;
 
     OtherColumns others_;

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <atomic>
+#include <cerrno>
 #include <string_view>
 
 namespace vexroc {
@@ -12,19 +13,31 @@ namespace {
 // All that the handlers know of the program.
 std::atomic<VexCommon_920::CancelFlag*> flagInForce = nullptr;
 std::atomic<int> lastSignal = 0;
+bool isQuiet = false;       // these two are set before a handler is
+bool hasProgressLine = false;
+
+void say(std::string_view message) noexcept
+{
+    [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, message.data(), message.size());
+}
 
 extern "C" void requestCancel(int signal) noexcept
 {
+    const int callersError = errno;
     lastSignal = signal;
     if (VexCommon_920::CancelFlag* const flag = flagInForce.load())
         flag->Request();
+    if (hasProgressLine)
+        say(wipedLine);
+    if (!isQuiet)
+        say(signal == SIGINT ? "vexroc: note: cancelling; Ctrl-C again ends at once\n" : "vexroc: note: cancelling\n");
+    errno = callersError;
 }
 
 /// The handler was reset when it was called: the signal that it raises again ends the program.
 extern "C" void sayAndEnd(int signal) noexcept
 {
-    constexpr std::string_view message = "vexroc: error: interrupted\n";
-    [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, message.data(), message.size());
+    say("vexroc: error: interrupted\n");
     raise(signal);
 }
 
@@ -43,24 +56,27 @@ void handleOnce(int signal, void (*handler)(int), struct sigaction& previous)
 
 } // namespace
 
-InterruptGuard::InterruptGuard(VexCommon_920::CancelFlag& flag)
+InterruptGuard::InterruptGuard(VexCommon_920::CancelFlag& flag, const Session& session)
 {
     flagInForce = &flag;
-    for (std::size_t i = 0; i < signals.size(); ++i)
-        handleOnce(signals[i], requestCancel, previous_[i]);
+    isQuiet = session.quiet;
+    hasProgressLine = session.progress.stream != nullptr && session.progress.form == ProgressForm::line;
+    for (std::size_t i = 0; i < interrupts.size(); ++i)
+        handleOnce(interrupts[i], requestCancel, previous_[i]);
 }
 
 InterruptGuard::~InterruptGuard()
 {
-    for (std::size_t i = 0; i < signals.size(); ++i)
-        sigaction(signals[i], &previous_[i], nullptr);
+    for (std::size_t i = 0; i < interrupts.size(); ++i)
+        sigaction(interrupts[i], &previous_[i], nullptr);
     flagInForce = nullptr;
 }
 
 void sayInterrupts()
 {
     struct sigaction previous {};
-    handleOnce(SIGINT, sayAndEnd, previous);
+    for (const int signal : interrupts)
+        handleOnce(signal, sayAndEnd, previous);
 }
 
 void endByInterrupt()

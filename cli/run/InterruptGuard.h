@@ -1,5 +1,7 @@
 #pragma once
 
+#include "cli/run/Session.h"
+
 #include "host/CancelFlag.h"
 
 #include <array>
@@ -7,21 +9,24 @@
 
 namespace vexroc {
 
+/// The signals that are interrupts.
+constexpr std::array interrupts{SIGINT, SIGTERM, SIGHUP};
+
 /// While it lives, an interrupt (Ctrl-C, or being told to terminate or hang up) requests a cancel through the flag
-/// instead of ending the program; a second one of its kind ends it at once. At the end, what interrupts did before is
-/// restored. An interrupt that was ignored, as in a background job of a shell, stays ignored.
+/// instead of ending the program, and says so unless the session is quiet; a second one of its kind ends it at once. At
+/// the end, what interrupts did before is restored. An interrupt that was ignored, as in a background job of a shell,
+/// stays ignored.
 ///
 /// At most one at a time, on any thread.
 class InterruptGuard {
 public:
-    explicit InterruptGuard(VexCommon_920::CancelFlag& flag);
+    InterruptGuard(VexCommon_920::CancelFlag& flag, const Session& session);
     ~InterruptGuard();
     InterruptGuard(const InterruptGuard&) = delete;
     InterruptGuard& operator=(const InterruptGuard&) = delete;
 
 private:
-    static constexpr std::array signals{SIGINT, SIGTERM, SIGHUP};
-    std::array<struct sigaction, signals.size()> previous_{};
+    std::array<struct sigaction, interrupts.size()> previous_{};
 };
 
 /// From now on an interrupt outside of every guard says so before it ends the program, as its signal does.

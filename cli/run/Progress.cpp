@@ -8,8 +8,6 @@ namespace vexroc {
 
 namespace {
 
-constexpr const char* wipedLine = "\r\x1b[K";
-
 // The component announces these shares before the first record and behind the last; between, only the records count.
 constexpr double shareBeforeRecords = 0.03;
 constexpr double shareAfterRecords = 0.2;

@@ -16,6 +16,9 @@ enum class ProgressForm {
     json, ///< {"phase":"analysis","share":0.42,"rows":3000000,"of":10000000,"rows_per_second":1500000}, a line each
 };
 
+/// Goes to the start of a terminal's line and empties it.
+constexpr const char* wipedLine = "\r\x1b[K";
+
 /// Where, how and when progress is told.
 struct ProgressDisplay {
     std::ostream* stream = nullptr; ///< null for nowhere

@@ -12,6 +12,7 @@ struct Session {
     std::istream& standardInput;
     std::string_view command; ///< what was called, as typed in a shell, visible text
     ProgressDisplay progress;
+    bool quiet = false; ///< errors only
 };
 
 } // namespace vexroc

@@ -20,6 +20,40 @@ bool equalIgnoringCase(std::string_view a, std::string_view b) noexcept
     return std::ranges::equal(a, b, {}, lower, lower);
 }
 
+struct CodePoints {
+    char32_t first;
+    char32_t last;
+};
+
+template <std::size_t size>
+bool isIn(const std::array<CodePoints, size>& ranges, char32_t codePoint) noexcept
+{
+    return std::ranges::any_of(ranges, [=](CodePoints r) { return r.first <= codePoint && codePoint <= r.last; });
+}
+
+/// Characters that show nothing themselves, but part or turn around what stands beside them.
+constexpr std::array deceptive{CodePoints{0x200B, 0x200F}, CodePoints{0x2028, 0x202E}, CodePoints{0x2066, 0x2069},
+                               CodePoints{0xFEFF, 0xFEFF}};
+/// The large blocks of characters that terminals show two places wide.
+constexpr std::array wide{CodePoints{0x1100, 0x115F},   CodePoints{0x2E80, 0x303E},   CodePoints{0x3041, 0xA4CF},
+                          CodePoints{0xA960, 0xA97C},   CodePoints{0xAC00, 0xD7A3},   CodePoints{0xF900, 0xFAFF},
+                          CodePoints{0xFE30, 0xFE6F},   CodePoints{0xFF01, 0xFF60},   CodePoints{0xFFE0, 0xFFE6},
+                          CodePoints{0x1F300, 0x1F64F}, CodePoints{0x1F680, 0x1F6FF}, CodePoints{0x1F900, 0x1F9FF},
+                          CodePoints{0x20000, 0x3FFFD}};
+constexpr std::array combining{CodePoints{0x0300, 0x036F}, CodePoints{0x1AB0, 0x1AFF}, CodePoints{0x1DC0, 0x1DFF},
+                               CodePoints{0x20D0, 0x20FF}, CodePoints{0x3099, 0x309A}, CodePoints{0xFE00, 0xFE0F},
+                               CodePoints{0xFE20, 0xFE2F}};
+
+/// Of a sequence that is valid UTF-8.
+char32_t codePointOf(std::string_view sequence) noexcept
+{
+    const auto lead = static_cast<unsigned char>(sequence.front());
+    char32_t codePoint = sequence.size() == 1 ? lead : lead & (0x7Fu >> sequence.size());
+    for (const char c : sequence.substr(1))
+        codePoint = codePoint << 6 | (static_cast<unsigned char>(c) & 0x3Fu);
+    return codePoint;
+}
+
 /// Length of the UTF-8 sequence that starts the text and may be shown as it is; 0 for bytes that need an escape.
 std::size_t shownSequence(std::string_view text) noexcept
 {
@@ -36,7 +70,24 @@ std::size_t shownSequence(std::string_view text) noexcept
     // Overlong forms, surrogates and what lies beyond Unicode; then the control characters U+0080 to U+009F.
     const bool malformed = (lead == 0xE0 && byte(1) < 0xA0) || (lead == 0xED && byte(1) > 0x9F)
         || (lead == 0xF0 && byte(1) < 0x90) || (lead == 0xF4 && byte(1) > 0x8F);
-    return malformed || (lead == 0xC2 && byte(1) < 0xA0) ? 0 : length;
+    const bool hidden = malformed || (lead == 0xC2 && byte(1) < 0xA0)
+        || isIn(deceptive, codePointOf(text.substr(0, length)));
+    return hidden ? 0 : length;
+}
+
+bool needsEscape(std::string_view text) noexcept
+{
+    for (; !text.empty(); text.remove_prefix(shownSequence(text)))
+        if (shownSequence(text) == 0)
+            return true;
+    return false;
+}
+
+/// Would what follows a backslash make it read as an escape?
+bool readsAsEscape(std::string_view rest) noexcept
+{
+    return !rest.empty() && (std::string_view("\\nrtx").find(rest.front()) != std::string_view::npos
+                             || shownSequence(rest) == 0);
 }
 
 std::string escape(char c)
@@ -49,6 +100,40 @@ std::string escape(char c)
     constexpr std::string_view digits = "0123456789abcdef";
     const auto byte = static_cast<unsigned char>(c);
     return {'\\', 'x', digits[byte >> 4], digits[byte & 15]};
+}
+
+/// The number that the whole text spells; an infinity also for digits beyond the range of a double.
+std::optional<double> spelledNumber(std::string_view text, char decimal) noexcept
+{
+    text = trimmed(text);
+    if (text.size() > 1 && text[0] == '+' && text[1] != '-')
+        text.remove_prefix(1);
+    double value = 0.0;
+    const char* const end = text.data() + text.size();
+    const fast_float::parse_options options(fast_float::chars_format::general, decimal);
+    const auto [stop, error] = fast_float::from_chars_advanced(text.data(), end, value, options);
+    if (error != std::errc() || stop != end || std::isnan(value))
+        return std::nullopt;
+    return value;
+}
+
+bool endsAsInfinityDoes(std::string_view text) noexcept
+{
+    text = trimmed(text);
+    return lower(text.back()) == 'f' || lower(text.back()) == 'y';
+}
+
+std::string escapedShellWord(std::string_view word)
+{
+    std::string quoted = "$'";
+    while (!word.empty()) {
+        const std::size_t length = shownSequence(word);
+        if (word.front() == '\\' || word.front() == '\'')
+            quoted += '\\';
+        quoted += length > 0 ? std::string(word.substr(0, length)) : escape(word.front());
+        word.remove_prefix(std::max<std::size_t>(length, 1));
+    }
+    return quoted + '\'';
 }
 
 /// The text inside the double quotes that text starts with; text then starts behind the closing quote.
@@ -109,11 +194,12 @@ std::size_t editDistance(std::string_view a, std::string_view b)
 
 std::string_view trimmed(std::string_view text) noexcept
 {
-    constexpr std::string_view blanks = " \t";
-    const std::size_t first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+    const auto isBlank = [](char c) { return c == ' ' || c == '\t'; };
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
 }
 
 bool endsWithIgnoringCase(std::string_view text, std::string_view ending) noexcept
@@ -131,20 +217,15 @@ bool isMissingWord(std::string_view cell) noexcept
     return equalIgnoringCase(word, "nan");
 }
 
-std::optional<double> parseNumber(std::string_view text) noexcept
+std::optional<double> parseNumber(std::string_view text, char decimal) noexcept
 {
-    text = trimmed(text);
-    if (text.size() > 1 && text[0] == '+' && text[1] != '-')
-        text.remove_prefix(1);
-    double value = 0.0;
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = fast_float::from_chars(text.data(), end, value);
-    if (error != std::errc() || stop != end || std::isnan(value))
-        return std::nullopt;
-    const bool spelledInWords = lower(text.back()) == 'f' || lower(text.back()) == 'y';
-    if (std::isinf(value) && !spelledInWords)
-        return std::nullopt;
-    return value;
+    const std::optional<double> number = spelledNumber(text, decimal);
+    return number && std::isinf(*number) && !endsAsInfinityDoes(text) ? std::nullopt : number;
+}
+
+bool isBeyondDouble(std::string_view text, char decimal) noexcept
+{
+    return spelledNumber(text, decimal) && !parseNumber(text, decimal);
 }
 
 std::string shortest(double value)
@@ -161,6 +242,8 @@ std::string visible(std::string_view text)
     std::string shown;
     while (!text.empty()) {
         const std::size_t length = shownSequence(text);
+        if (text.front() == '\\' && readsAsEscape(text.substr(1)))
+            shown += '\\';
         shown += length > 0 ? std::string(text.substr(0, length)) : escape(text.front());
         text.remove_prefix(std::max<std::size_t>(length, 1));
     }
@@ -172,6 +255,8 @@ std::string shellWord(std::string_view word)
     constexpr std::string_view plain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_-+=.,:/@%";
     if (!word.empty() && word.find_first_not_of(plain) == std::string_view::npos)
         return std::string(word);
+    if (needsEscape(word))
+        return escapedShellWord(word);
     std::string quoted = "'";
     for (const char c : word)
         c == '\'' ? quoted += "'\\''" : quoted += c;
@@ -223,8 +308,14 @@ std::string bothEnds(std::string_view visibleText, std::size_t most)
 
 std::size_t displayWidth(std::string_view visibleText) noexcept
 {
-    return static_cast<std::size_t>(
-        std::ranges::count_if(visibleText, [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
+    std::size_t width = 0;
+    while (!visibleText.empty()) {
+        const std::size_t length = std::max<std::size_t>(shownSequence(visibleText), 1);
+        const char32_t codePoint = codePointOf(visibleText.substr(0, length));
+        width += isIn(wide, codePoint) ? 2 : isIn(combining, codePoint) ? 0 : 1;
+        visibleText.remove_prefix(length);
+    }
+    return width;
 }
 
 std::string listed(std::span<const std::string> words, std::size_t most)
@@ -250,7 +341,7 @@ std::vector<std::string> splitList(std::string_view text, std::string_view optio
     }
 }
 
-Assignment splitAssignment(std::string_view text, std::string_view option)
+Assignment splitAssignment(std::string_view text, std::string_view option, std::string_view form)
 {
     std::string_view rest = text;
     std::string column = takeItem(rest, '=', option);
@@ -258,7 +349,7 @@ Assignment splitAssignment(std::string_view text, std::string_view option)
         rest.remove_prefix(1);
     rest = trimmed(rest);
     if (column.empty() || rest.empty())
-        throw usageError(std::string(option) + " " + inQuotes(text) + ": expected COLUMN=VALUE");
+        throw usageError(std::string(option).append(" ").append(inQuotes(text)).append(": expected ").append(form));
     return {std::move(column), rest};
 }
 
@@ -271,10 +362,13 @@ std::vector<std::string> nearWords(std::string_view word, std::span<const std::s
     constexpr std::size_t longestWord = 200; // nobody mistypes longer ones
     const std::size_t farthest = std::max<std::size_t>(1, word.size() / 3);
     std::vector<Near> near;
-    for (const std::string& candidate : candidates)
-        if (std::max(word.size(), candidate.size()) <= longestWord)
-            if (const std::size_t distance = editDistance(word, candidate); distance <= farthest)
-                near.push_back({distance, candidate});
+    for (const std::string& candidate : candidates) {
+        const std::size_t shorter = std::min(word.size(), candidate.size());
+        if (candidate == word || std::max(word.size(), candidate.size()) > longestWord)
+            continue;
+        if (const std::size_t distance = editDistance(word, candidate); distance <= farthest && distance < shorter)
+            near.push_back({distance, candidate});
+    }
     std::ranges::stable_sort(near, {}, &Near::distance);
     std::vector<std::string> words;
     for (const Near& each : near)

@@ -21,6 +21,11 @@ expect "a word" "^csv$" "$(bash_completes vexroc pr x --format c)"
 expect "a shell" "^zsh$" "$(bash_completes vexroc completion z)"
 expect "no word" "^$" "$(bash_completes vexroc auc x --state "")"
 expect "a file" "^/dev/null$" "$(bash_completes vexroc auc /dev/nul)"
+touch "two words.csv"
+expect "a file with blanks" "^two words.csv$" "$(bash_completes vexroc auc two)"
+expect "a command behind options" "^auc$" "$(bash_completes vexroc --quiet --config x --progress = json au)"
+expect "a word behind =" "^json$" "$(bash_completes vexroc auc --format = j)"
+expect "a delimiter" "^semicolon$" "$(bash_completes vexroc auc x --delimiter=s)"
 
 if command -v fish >/dev/null; then
     "$program" completion fish >completion.fish
@@ -31,8 +36,15 @@ else
     echo "fish is not installed: its completion was not tried"
 fi
 if command -v zsh >/dev/null; then
-    "$program" completion zsh >completion.zsh
-    expect "zsh: reads the script" "^$" "$(zsh -n completion.zsh 2>&1)"
+    zsh_completes() { # what a terminal shows when Tab follows the text
+        timeout 20 zsh -f -c 'zmodload zsh/zpty; zpty shell zsh -f -i
+            zpty -w shell "PS1=; PATH='"$(dirname "$program")"':\$PATH"
+            zpty -w shell "autoload -Uz compinit && compinit -D -u && source <(vexroc completion zsh) && echo sour""ced"
+            zpty -r shell said "*sourced*"
+            zpty -w -n shell "$1"$'"'\t\n'"'; zpty -r shell said "*$2*"; print -r -- "$said"' zsh "$1" "$2"
+    }
+    expect "zsh: a command" "analyze" "$(zsh_completes 'vexroc --quiet an' analyze)"
+    expect "zsh: a word behind =" "--compare=independent" "$(zsh_completes 'vexroc analyze --compare=ind' independent)"
 else
     echo "zsh is not installed: its completion was not tried"
 fi

@@ -1,7 +1,9 @@
 #include "programRun.h"
 #include "tests/support/TemporaryFolder.h"
 
+#include <filesystem>
 #include <fstream>
+#include <iterator>
 
 namespace vexroc {
 
@@ -58,13 +60,71 @@ TEST(Config, NamesTheLineAndTheKeyAtFault)
         {"state = [[1]]", "line 1: 'state': expected a text"},
         {"state = ", "line 1: "},
         {"smaller = 'maybe'", "--smaller"},
-        {"config = 'other'", "not allowed"},
+        {"config = 'other'", "'config' is not allowed in a file"},
     };
     for (const auto& [text, message] : faults) {
         const ConfigText config(text);
         expectEndings("auc " + radius, "", {{"--config " + config.path, exitUsage, message}});
     }
-    expectEndings("auc " + radius, "", {{"--config nothing.toml", exitUsage, "nothing.toml"}});
+    expectEndings("auc " + radius, "", {{"--config nothing.toml", exitInput, "file nothing.toml: No such file"}});
+}
+
+TEST(Config, AnArgumentReplacesTheWholeSource)
+{
+    const std::string state = "state = 'diagnosis=malignant'\ntest = 'radius_mean'\n";
+    const ConfigText database("sqlite = 'no.db'\nquery = 'x'\n" + state);
+    const ConfigText text("FILE = 'no.csv'\ndelimiter = 'tab'\n" + state);
+    expectEndings("auc ", "", {
+        {"--config " + database.path + " " + dataFolder + "breast_cancer.csv", exitDone, ""},
+        {"--config " + database.path + " --table t", exitInput, "cannot read no.db"},
+        {"--config " + text.path + " --sqlite some.db --table t", exitInput, "cannot read some.db"},
+    });
+    const ConfigText sections("FILE = 'no.csv'\n[auc]\nsqlite = 'section.db'\ntable = 't'\n" + state);
+    expectEndings("auc ", "", {{"--config " + sections.path, exitInput, "cannot read section.db"}});
+}
+
+TEST(Files, WrittenAreNeitherReadNorWrittenTwice)
+{
+    namespace fs = std::filesystem;
+    const ConfigText config("state = 's=1'\ntest = 't'\n");
+    const fs::path data = config.folder.path() / "data.csv";
+    const fs::path link = config.folder.path() / "link.csv";
+    std::ofstream(data) << tied;
+    fs::create_symlink(data, link);
+    const std::string spelled = (config.folder.path() / "." / "data.csv").string();
+    const std::string given = "--config " + config.path + " ";
+    const std::string isInput = " names the input " + data.string() + "; choose another file";
+    for (const std::string option : {"--output ", "--curve ", "--pr-curve ", "--plot ", "--report "})
+        for (const std::string& path : {data.string(), spelled, link.string()})
+            expectEndings("analyze " + given + data.string() + " ", "", {{option + path, exitUsage, isInput}});
+    expectEndings("columns ", "", {
+        {given + spelled + " --output " + data.string(), exitUsage, "--output names the input"},
+        {given + data.string() + " --output " + config.path, exitUsage, "--output names the --config file"},
+        {given + "--sqlite " + data.string() + " --table t --output " + data.string(), exitUsage, isInput},
+        {given + data.string() + " --output -", exitDone, ""},
+        {given + data.string() + " --output=", exitUsage, "--output needs a value"},
+    });
+    std::ifstream kept(data);
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(kept), {}), tied);
+}
+
+TEST(Misuse, SaysWhatIsWrongAndWhatToDo)
+{
+    expectEndings("auc " + radius, "", {
+        {"--plot x.svg", exitUsage, "no option '--plot' in auc; 'analyze' has it"},
+        {"--group s=1,2", exitUsage, "no option '--group' in auc; 'analyze', 'compare' have it"},
+        {"--levle 1", exitUsage, "did you mean '--level'?"},
+        {"-- --level .5", exitUsage, "'--level' stands behind --"},
+        {"--level .9 --level .8", exitUsage, "--level is given 2 times"},
+        {"--smaller=maybe", exitUsage, "--smaller takes no value"},
+        {"--level", exitUsage, "--level needs a value: --level P"},
+        {"--output --quiet", exitUsage, "--output needs a value: --output FILE; the option --quiet follows"},
+        {"--test all", exitInput, "analyze alone takes --test all"},
+    });
+    expectEndings("", "", {{"--quiet", exitUsage, "no command: name one of 'analyze', "}});
+    expectEndings("compare " + radius, "", {{"--group area_mean", exitUsage, "expected COLUMN=VALUE,VALUE"}});
+    EXPECT_EQ(run("help auc").out, run("auc --help").out);
+    EXPECT_EQ(run("help").out, run("--help").out);
 }
 
 TEST(Messages, QuietAndStrict)

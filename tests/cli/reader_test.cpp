@@ -1,6 +1,7 @@
 #include "cli/Failure.h"
 #include "cli/input/BinaryCopy.h"
 #include "cli/input/DelimitedReader.h"
+#include "cli/input/Sample.h"
 #include "cli/input/TableBuilder.h"
 #include "tests/support/pieces.h"
 
@@ -25,11 +26,11 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 const std::array stateAndTest{ColumnRequest{"state", ColumnKind::labels}, ColumnRequest{"test", ColumnKind::numbers}};
 
 DataTable read(const std::string& text, std::span<const ColumnRequest> requests = stateAndTest,
-               std::size_t pieceSize = std::string::npos, std::optional<char> delimiter = {})
+               std::size_t pieceSize = std::string::npos, const TextForm& form = {})
 {
     roctest::Pieces source(text, pieceSize);
     TableBuilder builder(requests, OtherColumns::skipped);
-    readDelimited(source, delimiter, builder);
+    readDelimited(source, form, builder);
     return builder.finish();
 }
 
@@ -97,6 +98,8 @@ TEST(DelimitedReader, UnderstandsEveryWayToWriteATable)
         {"delimiters in quotes", "\"a;b;c\",state,test\n,yes,1.5\n,no,-2\n,yes,3\n"},
         {"quotes in some lines", "state,test\nyes,1.5\n\"no\",-2\nyes,3\n"},
         {"CR, then LF", "state,test\ryes,1.5\rno,-2\nyes,3\n"},
+        {"delimiter in a line of its own", "sep=;\nstate;test;a,b,c,d\nyes;1.5;\nno;-2;\nyes;3;\n"},
+        {"the same with CRLF", "\xEF\xBB\xBFsep=\t\r\nstate\ttest\r\nyes\t1.5\r\nno\t-2\r\nyes\t3\r\n"},
         {"order", "test,state\n1.5,yes\n-2,no\n3,yes\n"},
     };
     for (const auto& [name, text] : tables)
@@ -125,10 +128,23 @@ TEST(DelimitedReader, KeepsAColumnOncePerKind)
 {
     const std::array requests{ColumnRequest{"x", ColumnKind::numbers}, ColumnRequest{"x", ColumnKind::labels},
                               ColumnRequest{"x", ColumnKind::numbers}};
-    const DataTable table = read("x|y\n1.0|2\n1|2\n", requests, std::string::npos, '|');
+    const DataTable table = read("x|y\n1.0|2\n1|2\n", requests, std::string::npos, {.delimiter = '|'});
     EXPECT_EQ(table.columns.size(), 2u);
     EXPECT_THAT(table.numbers("x"), ElementsAre(1.0, 1.0));
     EXPECT_THAT(table.column("x", ColumnKind::labels).labelTexts, ElementsAre("1.0", "1"));
+}
+
+TEST(DelimitedReader, ReadsDecimalCommasOnRequestAndThenNoPoints)
+{
+    const TextForm comma{.delimiter = {}, .decimal = ','};
+    const auto readComma = [&](const std::string& text) {
+        return read(text, stateAndTest, std::string::npos, comma);
+    };
+    const DataTable table = readComma("state;test\n1,5;1,5\n1,50;-,5e1\n1.5;inf\n.;.\n");
+    EXPECT_THAT(table.numbers("test").first(3), ElementsAre(1.5, -5.0, infinity));
+    EXPECT_THAT(matchRows(table, {"state", {"1,5"}}), ElementsAre(0, 0, otherValue, missingValue)); // 1,50 is 1,5
+    for (const char* const cell : {"1.5", "1.234,5", "1,234,5"})
+        EXPECT_THROW(readComma(std::string("state;test\na;") + cell + "\n"), Failure) << cell;
 }
 
 TEST(DelimitedReader, NamesPlaceAndCellOfWhatItCannotRead)
@@ -137,9 +153,14 @@ TEST(DelimitedReader, NamesPlaceAndCellOfWhatItCannotRead)
         {"", "data.csv is empty"},
         {"state,test\n", "data.csv has a header row but no rows of data"},
         {"state,test\na,1\nb,x1\n", "data.csv, line 3, column 'test': 'x1' is neither a number nor missing"},
-        {"state,test\na,1e999\n", "'1e999' is neither"},
-        {"state;test\na;1,5\n", "'1,5' is neither a number nor missing; write a number, or leave the cell empty (the "
-                                "decimal sign is a point)"},
+        {"state,test\na,1e999\n", "'1e999' is beyond the range of a double"},
+        {std::string("state,test\na,1\nb,2\0\n", 20), "data.csv, line 3: a zero byte in the text"},
+        {"sep=;\nstate;test\na;x1\n", "line 3, column 'test': 'x1'"},
+        {"SQLite format 3", "data.csv is an SQLite database; read it with --sqlite"},
+        {"\xFD" "7zXZ", "data.csv is packed by xz; unpack it"},
+        {"PK\x03\x04", "is a spreadsheet or a ZIP archive"},
+        {"state;test\na;1,5\n", "'1,5' is neither a number nor missing; write a number, or leave the cell empty (for "
+                                "decimal commas: --decimal comma)"},
         {"state,test\n\"a\nb\",1\nc,\"\nd\"\n", "line 4, column 'test': '\\nd'"},
         {"state,test\ra,1\rb,x\r", "line 3, column 'test': 'x'"},
         {"state,test\ra,1\rb,2\nc,3\n\nd,x\n", "line 6, column 'test': 'x'"},

@@ -17,10 +17,10 @@ TEST(Words, ListsRespectQuotes)
 
 TEST(Words, AssignmentsSplitAtTheFirstEqualSignOutsideQuotes)
 {
-    EXPECT_EQ(splitAssignment("a=b=c", "--state").values, "b=c");
-    EXPECT_EQ(splitAssignment("\"a=b\"=c", "--state").column, "a=b");
+    EXPECT_EQ(splitAssignment("a=b=c", "--state", "COLUMN=VALUE").values, "b=c");
+    EXPECT_EQ(splitAssignment("\"a=b\"=c", "--state", "COLUMN=VALUE").column, "a=b");
     for (const char* const wrong : {"", "a", "a=", "=b", "\"a=b"})
-        EXPECT_THROW(splitAssignment(wrong, "--state"), Failure) << wrong;
+        EXPECT_THROW(splitAssignment(wrong, "--state", "COLUMN=VALUE"), Failure) << wrong;
 }
 
 TEST(Words, NearWordsForgiveCaseAndAFewLetters)
@@ -30,6 +30,7 @@ TEST(Words, NearWordsForgiveCaseAndAFewLetters)
     EXPECT_THAT(nearWords("age", names), ElementsAre("Age"));
     EXPECT_THAT(nearWords("aeg", names), ElementsAre("Age")); // neighbours swapped are one slip
     EXPECT_THAT(nearWords("smoothness", names), ElementsAre());
+    EXPECT_THAT(nearWords("s", std::vector<std::string>{"", "s", "t", "S"}), ElementsAre("S")); // one letter is no slip
 }
 
 TEST(Words, VisibleTextHasNoControlCharactersAndIsUtf8)
@@ -42,10 +43,20 @@ TEST(Words, VisibleTextHasNoControlCharactersAndIsUtf8)
         {"\xE9t\xE9", "\\xe9t\\xe9"},         // Latin-1
         {"\xED\xA0\x80", "\\xed\\xa0\\x80"}, // half of a surrogate pair
         {"\xE2\x82", "\\xe2\\x82"},           // cut short
+        {"a\u202Eb", "a\\xe2\\x80\\xaeb"},    // turns the direction
+        {"\\d \\n \\\n", "\\d \\\\n \\\\\\n"},   // a backslash where it would read as an escape
     };
     for (const auto& [text, shown] : texts)
         EXPECT_EQ(visible(text), shown);
-    EXPECT_EQ(displayWidth("Größe €😀"), 8u);
+    EXPECT_EQ(displayWidth("Größe €😀"), 9u);
+    EXPECT_EQ(displayWidth("年齢 e\u0301"), 6u);
+}
+
+TEST(Words, ShellWordsAreReadBack)
+{
+    EXPECT_EQ(shellWord("a-b=c,d"), "a-b=c,d");
+    EXPECT_EQ(shellWord("it's"), "'it'\\''s'");
+    EXPECT_EQ(shellWord("it's\n\\"), "$'it\\'s\\n\\\\'");
 }
 
 } // namespace vexroc
