@@ -2,6 +2,9 @@
 # completion.sh PROGRAM: completes in the shells themselves, as far as they are installed, and lints the manual page.
 program=$1
 failures=0
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+cd "$folder" || exit 1
 
 # expect NAME PATTERN TEXT
 expect() {
