@@ -1,6 +1,7 @@
 #include "cli/Options.h"
 #include "cli/commands/Commands.h"
 #include "cli/input/ColumnSurvey.h"
+#include "cli/text/Words.h"
 
 #include <CLI/CLI.hpp>
 
@@ -38,21 +39,25 @@ Report runColumns(const ColumnsOptions& options, const Session& session)
 {
     const OutputFormat format = parseFormat(options.format);
     ColumnSurvey survey;
-    readInput(parseInput(options.input), session, survey);
+    const Input input = parseInput(options.input);
+    readInput(input, session, survey);
 
+    Report report;
     Table table(format, columns);
     for (const ColumnFacts& facts : survey.finish()) {
         const std::string more = std::string(">").append(std::to_string(facts.distinct()));
         const Table::Value distinct = facts.hasMore() ? Table::Value(more) : double(facts.distinct());
         table.addRow({facts.name(), kindOf(facts), double(survey.rows()), double(facts.missing()), distinct,
                       facts.smallest(), facts.largest()});
+        if (facts.hasOtherDecimals() && input.kind == Input::Kind::delimited)
+            report.notes.push_back(inQuotes(facts.name()) + " holds numbers with the other decimal sign; read them with "
+                                   + (input.form.decimal == ',' ? "--decimal point" : "--decimal comma"));
     }
     const Findings findings{.format = format,
                             .command = "columns",
                             .heading = {"Columns of " + survey.source()},
                             .question = {{"input", survey.source()}},
                             .tables = {{"columns", "", std::move(table)}}};
-    Report report;
     report.text = textOf(findings, report.notes);
     report.file = options.output;
     return report;

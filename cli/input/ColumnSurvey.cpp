@@ -1,5 +1,7 @@
 #include "cli/input/ColumnSurvey.h"
 
+#include "cli/text/Words.h"
+
 #include <algorithm>
 
 namespace vexroc {
@@ -11,7 +13,7 @@ void ColumnFacts::take(const Cell& cell, char decimal)
     else if (isMissing(cell))
         ++missing_;
     else
-        takeText(textOf(cell));
+        takeText(textOf(cell), decimal);
 }
 
 void ColumnFacts::takeNumber(double number)
@@ -27,9 +29,10 @@ void ColumnFacts::takeNumber(double number)
         settle();
 }
 
-void ColumnFacts::takeText(const std::string& text)
+void ColumnFacts::takeText(const std::string& text, char decimal)
 {
     hasTexts_ = true;
+    otherDecimals_ = otherDecimals_ && parseNumber(text, decimal == ',' ? '.' : ',').has_value();
     if (full_ || !texts_.insert(text).second)
         return;
     textBytes_ += text.size();

@@ -25,6 +25,8 @@ public:
     [[nodiscard]] std::size_t missing() const noexcept { return missing_; }
     [[nodiscard]] bool hasNumbers() const noexcept { return hasNumbers_; }
     [[nodiscard]] bool hasTexts() const noexcept { return hasTexts_; }
+    /// Is every text a number when the decimal sign is the other one of point and comma?
+    [[nodiscard]] bool hasOtherDecimals() const noexcept { return hasTexts_ && otherDecimals_; }
     /// Distinct values; numbers that are equal are one value, however they are spelled.
     [[nodiscard]] std::size_t distinct() const noexcept { return full_ ? seen_ : numbers_.size() + texts_.size(); }
     /// Are there more than distinct() says? Counting ends at mostDistinct values, or mostTextBytes.
@@ -39,12 +41,13 @@ public:
 private:
     static constexpr double none = std::numeric_limits<double>::quiet_NaN();
     void takeNumber(double number);
-    void takeText(const std::string& text);
+    void takeText(const std::string& text, char decimal);
 
     std::string name_;
     std::size_t missing_ = 0;
     bool hasNumbers_ = false;
     bool hasTexts_ = false;
+    bool otherDecimals_ = true; ///< of the texts so far
     double smallest_ = std::numeric_limits<double>::infinity();
     double largest_ = -std::numeric_limits<double>::infinity();
     std::vector<double> numbers_; ///< distinct and ascending after settle; between, with what came since

@@ -141,6 +141,12 @@ TEST(Messages, QuietAndStrict)
     EXPECT_EQ(run(analyze + "--strict", "s,t\n1,1\n0,3\n1,2\n").exitCode, exitDone);
 }
 
+TEST(Messages, PointToDecimalCommas)
+{
+    EXPECT_EQ(run("columns -", "x;y;z\n1,5;1,5;2\n2;a;3\n").err,
+              "vexroc: note: 'x' holds numbers with the other decimal sign; read them with --decimal comma\n");
+}
+
 TEST(Messages, AreColouredOnlyWhereThatIsWelcome)
 {
     std::ostringstream err;
