@@ -6,12 +6,10 @@ unprivileged user and stopped at the end; where there is none, the test says so 
 import contextlib
 import csv
 import difflib
-import glob
 import gzip
 import io
 import math
 import os
-import pwd
 import random
 import shutil
 import signal
@@ -20,6 +18,9 @@ import subprocess
 import sys
 import tempfile
 import time
+
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "../support"))
+import postgres  # noqa: E402
 
 SKIPPED = 77
 STRANGE = 'a "b`;\'c'  # a name that must do no harm
@@ -160,38 +161,6 @@ def check_files(check, folder):
         check.ends(["auc", *arguments, *question], code, text)
 
 
-class Postgres:
-    """A server in a folder, reached through a socket there alone."""
-
-    def __init__(self, programs, folder):
-        self.programs, self.folder = programs, folder
-        root = os.geteuid() == 0
-        self.user = "postgres" if root and any(u.pw_name == "postgres" for u in pwd.getpwall()) else "nobody"
-        self.owner = {"user": self.user} if root else {}
-        self.name = self.user if root else pwd.getpwuid(os.geteuid()).pw_name
-        if root:
-            shutil.chown(folder, self.user)
-        self.connection = f"host={folder} user={self.name} dbname=postgres"
-
-    def __enter__(self):
-        data = os.path.join(self.folder, "data")
-        self.control("initdb", "-D", data, "--auth=trust", "--no-sync", "--locale=C", "--encoding=UTF8")
-        self.control("pg_ctl", "-D", data, "-w", "-l", os.path.join(self.folder, "log"), "start",
-                     "-o", f"-c listen_addresses='' -c fsync=off -k {self.folder}")
-        return self
-
-    def __exit__(self, *_):
-        self.control("pg_ctl", "-D", os.path.join(self.folder, "data"), "-m", "immediate", "stop")
-
-    def control(self, program, *arguments):
-        subprocess.run([os.path.join(self.programs, program), *arguments], cwd=self.folder, check=True,
-                       stdout=subprocess.DEVNULL, **self.owner)
-
-    def sql(self, text):
-        return subprocess.run(["psql", "-XqAt", "-v", "ON_ERROR_STOP=1", self.connection], input=text, text=True,
-                              check=True, capture_output=True).stdout.strip()
-
-
 def fill_postgres(server):
     kinds = ["text", "smallint", "float8", "bigint", "numeric", "varchar(20)"]
     columns = ", ".join(f"{quoted(name)} {kind}" for name, kind in zip(HEADER, kinds))
@@ -237,12 +206,9 @@ def check_interrupt(check, server):
     check.expect(server.sql(sleeping) == "0", "the query is still active after an interrupt")
 
 
-def check_postgres(check, folder, programs):
+def check_postgres(check, folder):
     plain = write_csv(os.path.join(folder, "plain.csv"))
-    place = os.path.join(folder, "server")
-    os.mkdir(place)
-    os.chmod(folder, 0o755)
-    with Postgres(programs, place) as server:
+    with postgres.Server(folder) as server:
         fill_postgres(server)
         source = "PostgreSQL database postgres"
         check.same(plain, [(f"--postgres|{server.connection}|--query|{query}", source)
@@ -277,11 +243,10 @@ def main(program, forms):
         if forms == "files":
             check_files(check, folder)
             return check.code()
-        programs = sorted(glob.glob("/usr/lib/postgresql/*/bin"))
-        if not programs or not shutil.which("psql"):
+        if postgres.programs() is None:
             print("skipped: there is no PostgreSQL server to start (Debian package postgresql)")
             return SKIPPED
-        check_postgres(check, folder, programs[-1])
+        check_postgres(check, folder)
     return check.code()
 
 
