@@ -187,6 +187,7 @@ TEST(AnalysisHandle, TakesBackWhatWasSet)
     study.number("group_first", 1);
     study.number("group_second", 5);
     study.number("group_mid_point", 1);
+    study.number("group_mid_point", 0);
     study.number("group_cut", 100); // the last way of grouping counts
     ASSERT_EQ(vexroc_analysis_run(study.handle), VEXROC_OK) << vexroc_last_error();
     EXPECT_EQ(vexroc_analysis_left_out_count(study.handle), 1); // without weight
@@ -194,9 +195,11 @@ TEST(AnalysisHandle, TakesBackWhatWasSet)
         study.part(part, -1);
     study.part("test", 2);
     study.word("direction", "LARGER");
+    study.number("roc", 0);
     ASSERT_EQ(vexroc_analysis_run(study.handle), VEXROC_OK) << vexroc_last_error();
     EXPECT_EQ(vexroc_analysis_record_count(study.handle), 1);
     EXPECT_EQ(study.record(0).group, -1);
+    EXPECT_EQ(study.record(0).curve_rows, 0);
     EXPECT_EQ(vexroc_analysis_left_out_count(study.handle), 0);
 }
 
@@ -207,8 +210,10 @@ TEST(AnalysisHandle, TellsMemoryThatRanOutFromOtherFailures)
         vexroc_analysis_on_progress(study.handle, progress, nullptr);
         const int result = vexroc_analysis_run(study.handle);
         int code = 0;
-        EXPECT_EQ(vexroc_analysis_status(study.handle, &code, nullptr), VEXROC_OK);
+        const char* name = nullptr;
+        EXPECT_EQ(vexroc_analysis_status(study.handle, &code, &name), VEXROC_OK);
         EXPECT_EQ(code, 430001);
+        EXPECT_STREQ(name, "Unexpected_Failure");
         return result;
     };
     EXPECT_EQ(runWith([](double, int, void*) { throw std::bad_alloc(); }), VEXROC_NO_MEMORY);
@@ -226,7 +231,12 @@ TEST(AnalysisHandle, TellsProgressAndCancels)
     EXPECT_GT(shares.size(), 2u);
     EXPECT_TRUE(std::is_sorted(shares.begin(), shares.end()));
 
-    const auto reenter = [](void* user) { return int(vexroc_analysis_run(static_cast<vexroc_analysis*>(user)) != 3); };
+    const auto reenter = [](void* user) {
+        auto* const analysis = static_cast<vexroc_analysis*>(user);
+        EXPECT_EQ(vexroc_analysis_status(analysis, nullptr, nullptr), VEXROC_INVALID);
+        EXPECT_THAT(vexroc_last_error(), HasSubstr("no results yet: the analysis is running"));
+        return int(vexroc_analysis_run(analysis) != VEXROC_INVALID);
+    };
     EXPECT_EQ(vexroc_analysis_on_cancel(study.handle, reenter, study.handle), VEXROC_OK);
     EXPECT_EQ(vexroc_analysis_run(study.handle), VEXROC_OK); // a callback with the same handle is turned away
     const auto stop = [](void*) { return 1; };
@@ -255,6 +265,14 @@ TEST(AnalysisHandle, SaysWhatCannotBe)
         {VEXROC_INVALID, "no column 9; there are 3", [](auto* a) { return vexroc_analysis_set_column(a, "test", 9); }},
         {VEXROC_INVALID, "no setting \"tset\" takes a column",
          [](auto* a) { return vexroc_analysis_set_column(a, "tset", 1); }},
+        {VEXROC_INVALID, "no setting \"levle\" takes a number",
+         [](auto* a) { return vexroc_analysis_set_number(a, "levle", 0.9); }},
+        {VEXROC_INVALID, "no setting \"way\" takes a word",
+         [](auto* a) { return vexroc_analysis_set_word(a, "way", "up"); }},
+        {VEXROC_INVALID, "no state",
+         [](auto* a) { return vexroc_analysis_set_column(a, "state", -1) + vexroc_analysis_run(a); }},
+        {VEXROC_INVALID, "a group needs one of group_cut",
+         [](auto* a) { return vexroc_analysis_set_column(a, "group", 2) + vexroc_analysis_run(a); }},
         {VEXROC_INVALID, "between 0 and 1",
          [](auto* a) { return vexroc_analysis_set_number(a, "confidence_level", 95); }},
         {VEXROC_INVALID, "the words are \"larger\", \"smaller\"",
