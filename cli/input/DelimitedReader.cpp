@@ -105,12 +105,15 @@ private:
     {
         if (betweenRows())
             cellLine_ = currentLine();
-        if (mayHoldZeros_ && piece.find('\0') != std::string_view::npos)
-            throw at(currentLine(), "a zero byte in the text; the file is damaged, or not text in UTF-8");
-        const std::size_t parsed = csv_parse(&parser_, piece.data(), piece.size(), onCell, onRow, this);
+        // What stands before a zero byte is read first: its faults come first, however the text is cut.
+        const std::size_t zero = mayHoldZeros_ ? piece.find('\0') : std::string_view::npos;
+        const std::string_view sound = piece.substr(0, zero);
+        const std::size_t parsed = csv_parse(&parser_, sound.data(), sound.size(), onCell, onRow, this);
         rethrowFailure();
-        if (parsed != piece.size())
+        if (parsed != sound.size())
             throw syntaxError();
+        if (sound.size() != piece.size())
+            throw at(currentLine(), "a zero byte in the text; the file is damaged, or not text in UTF-8");
         if (piece.back() == '\n')
             endLine();
     }

@@ -46,8 +46,8 @@ const ownColour = {field: 'colour', type: 'nominal', scale: null};
 const shown = [{filter: 'indexof(hidden, datum.curve) < 0'}];
 const row = (point, curve, order) => ({x: point.x, y: point.y, curve, order, colour: colourOf(curve)});
 
-/** The Vega-Lite specification of a panel. */
-function specification({title, x, y, points, dots, lines, labels}) {
+/** A panel as Vega-Lite takes it. */
+function chartOf({title, x, y, points, dots, lines, labels}) {
   const position = {x: axis('x', x), y: axis('y', y)};
   const path = points.flatMap((ofCurve, c) => ofCurve.map((point, i) => row(point, c, i)));
   // A missing value parts lines; a line of one point is a dot.
@@ -181,7 +181,7 @@ const draw = async (panel) => {
   const box = element('div', [], {class: 'panel', role: 'img', 'aria-label': `${panel.title}: ${panel.y} against `
     + `${panel.x}, one line per curve of the legend; the tables below tell the numbers`});
   place.append(box);
-  const {view} = await vegaEmbed(box, specification(panel), {mode: 'vega-lite', ast: true,
+  const {view} = await vegaEmbed(box, chartOf(panel), {mode: 'vega-lite', ast: true,
     expr: expressionInterpreter, renderer: 'svg', actions: false, defaultStyle: false, tooltip: false});
   followPointer(view, panel);
   return view;
