@@ -81,11 +81,11 @@ AnalyzeRequest parseRequest(const AnalyzeOptions& options)
 {
     requireFit(options);
     AnalyzeRequest request{.question = parseQuestion(options.study),
-                    .roles = {},
-                    .level = parseLevel(options.level),
-                    .allTests = options.study.tests == std::vector<std::string>{"all"},
-                    .independent = options.compare == "independent",
-                    .needPr = options.pr || !options.prCurveFile.empty()};
+                           .roles = {},
+                           .level = parseLevel(options.level),
+                           .allTests = options.study.tests == std::vector<std::string>{"all"},
+                           .independent = options.compare == "independent",
+                           .needPr = options.pr || !options.prCurveFile.empty()};
     request.roles = {.state = request.question.state,
                      .tests = request.allTests ? std::vector<std::string>{} : request.question.tests,
                      .group = parseGroup(options),

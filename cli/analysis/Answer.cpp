@@ -121,7 +121,7 @@ private:
         const int negative = record.getNegativeCount();
         addAreaNotes(subject, {positive, negative, record.getArea(), record.getStdError()}, answer_.notes);
         addAreaCautions(subject, {record.getArea(), record.getStdError(), record.getCIUpper(), options_.study.smaller},
-                    answer_.notes);
+                        answer_.notes);
         const std::optional<std::string> reason = reasonWithoutCurve(positive, negative);
         if (reason && positive > 0 && negative > 0 && !options_.noCurve)
             answer_.notes.push_back(subject + ": no curve: " + *reason);

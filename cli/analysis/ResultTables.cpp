@@ -10,6 +10,8 @@
 #include <array>
 #include <limits>
 #include <span>
+#include <string_view>
+#include <unordered_map>
 
 namespace vexroc {
 
@@ -144,11 +146,15 @@ Table missingAreaTable(OutputFormat format, const HostData& data)
 {
     const bool weighted = data.weight >= 0;
     const bool paired = data.rows.incomplete > 0; // rows with a gap are not among those used
+    std::unordered_map<std::string_view, const RowCounts::Gap*> gaps; // there may be tens of thousands of tests
+    if (!paired)
+        for (const RowCounts::Gap& gap : data.rows.gaps)
+            gaps.emplace(gap.test, &gap);
     Table table = emptyAreaTable(format, weighted);
     for (const int test : data.tests) {
         const std::string variable = variableName(data.variables, test);
-        const auto found = std::ranges::find(data.rows.gaps, variable, &RowCounts::Gap::test);
-        const RowCounts::Gap gap = found == data.rows.gaps.end() || paired ? RowCounts::Gap{} : *found;
+        const auto found = gaps.find(variable);
+        const RowCounts::Gap gap = found == gaps.end() ? RowCounts::Gap{} : *found->second;
         Row row{variable, "all cases"};
         row.add({double(data.rows.positive - gap.positive), double(data.rows.negative - gap.negative)});
         if (weighted)

@@ -1,28 +1,16 @@
 #include "cli/picture/Glyphs.h"
 
 #include "cli/run/ChildProcess.h"
+#include "cli/text/Words.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstdint>
-#include <utility>
 
 namespace vexroc {
 
 namespace {
-
-/// The character that well-formed UTF-8 starts with, and its length.
-std::pair<char32_t, std::size_t> firstCharacter(std::string_view text)
-{
-    const auto lead = static_cast<unsigned char>(text.front());
-    const std::size_t length = lead < 0x80 ? 1 : lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-    constexpr std::array<unsigned, 5> leadBits{0, 0x7F, 0x1F, 0x0F, 0x07};
-    char32_t character = lead & leadBits[length];
-    for (std::size_t i = 1; i < length; ++i)
-        character = character << 6U | (static_cast<unsigned char>(text[i]) & 0x3FU);
-    return {character, length};
-}
 
 std::string hexadecimal(char32_t character)
 {

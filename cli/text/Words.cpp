@@ -306,12 +306,17 @@ std::string bothEnds(std::string_view visibleText, std::size_t most)
         + std::string(visibleText.substr(starts[starts.size() - back]));
 }
 
+Character firstCharacter(std::string_view visibleText) noexcept
+{
+    const std::size_t length = std::max<std::size_t>(shownSequence(visibleText), 1);
+    return {codePointOf(visibleText.substr(0, length)), length};
+}
+
 std::size_t displayWidth(std::string_view visibleText) noexcept
 {
     std::size_t width = 0;
     while (!visibleText.empty()) {
-        const std::size_t length = std::max<std::size_t>(shownSequence(visibleText), 1);
-        const char32_t codePoint = codePointOf(visibleText.substr(0, length));
+        const auto [codePoint, length] = firstCharacter(visibleText);
         width += isIn(wide, codePoint) ? 2 : isIn(combining, codePoint) ? 0 : 1;
         visibleText.remove_prefix(length);
     }

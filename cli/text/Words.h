@@ -45,6 +45,14 @@ std::string inQuotes(std::string_view text);
 /// Visible text of at most `most` characters: a longer one keeps both ends, with … between them.
 std::string bothEnds(std::string_view visibleText, std::size_t most);
 
+/// A character of visible text, and how many bytes it takes there.
+struct Character {
+    char32_t codePoint;
+    std::size_t length;
+};
+/// The first one; the text is not empty.
+Character firstCharacter(std::string_view visibleText) noexcept;
+
 /// How many places visible text takes in a line of a terminal: two for a wide character, none for a combining one.
 std::size_t displayWidth(std::string_view visibleText) noexcept;
 
