@@ -31,16 +31,15 @@ void callRocCurve(const Sample& s, int n)
 
 void callPrCurve(const Sample& s, int n)
 {
-    const prcurve_res res =
-        prcurve(s.actual.data(), s.first.data(), n, nullptr, "include", "larger", "davis-goadrich");
+    const prcurve_res res = prcurve(s.actual.data(), s.first.data(), n, nullptr, "include", "larger", "davis-goadrich");
     benchmark::DoNotOptimize(res.rows);
     release_prcurve_res(res);
 }
 
 void callPaired(const Sample& s, int n)
 {
-    benchmark::DoNotOptimize(auc_pairedcomparison(s.actual.data(), s.first.data(), s.second.data(), n, nullptr,
-                                                  "include", "larger", 0.95));
+    benchmark::DoNotOptimize(
+        auc_pairedcomparison(s.actual.data(), s.first.data(), s.second.data(), n, nullptr, "include", "larger", 0.95));
 }
 
 /// The area by one std::sort of the observations and a sweep: what a plain implementation pays at least.
@@ -69,7 +68,8 @@ double areaBySorting(const Sample& s)
 /// Both ways give the same area to the bit; otherwise there is nothing to time.
 void checkSameArea(const Sample& s, int n)
 {
-    if (auc(s.actual.data(), s.first.data(), n, nullptr, "include", "larger", "nonparam", 0.95).area != areaBySorting(s))
+    if (auc(s.actual.data(), s.first.data(), n, nullptr, "include", "larger", "nonparam", 0.95).area
+        != areaBySorting(s))
         std::abort();
 }
 
@@ -85,7 +85,8 @@ void run(benchmark::State& state, void (*call)(const Sample&, int), Shape shape)
     }
     const double median = timing::median(times);
     state.counters["ns_per_case"] = median / n * 1e9;
-    state.counters["x_sort"] = timing::medianSeconds(3, [&] { benchmark::DoNotOptimize(areaBySorting(sample)); }) / median;
+    state.counters["x_sort"] =
+        timing::medianSeconds(3, [&] { benchmark::DoNotOptimize(areaBySorting(sample)); }) / median;
 }
 
 /// From 1e3 cases to the largest number, ten times as many at each step.

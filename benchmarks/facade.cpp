@@ -47,7 +47,8 @@ struct Table {
 };
 
 /// Runs the analysis of all test variables; stops the program when it does not succeed.
-void analyze(const Table& table, ROCConst_920::ComparisonType comparison, bool curves, std::vector<double>* areas = nullptr)
+void analyze(const Table& table, ROCConst_920::ComparisonType comparison, bool curves,
+             std::vector<double>* areas = nullptr)
 {
     VexXML_920::VexVarList variables;
     variables.AddTwoValued("state");

@@ -26,8 +26,9 @@ const double* repeated(Value&& value)
     void* const all = mmap(nullptr, blocks * blockBytes, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
     bool ok = file >= 0 && ftruncate(file, blockBytes) == 0 && all != MAP_FAILED;
     for (std::size_t block = 0; ok && block < blocks; ++block)
-        ok = mmap(static_cast<char*>(all) + block * blockBytes, blockBytes, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_FIXED,
-                  file, 0) != MAP_FAILED;
+        ok = mmap(static_cast<char*>(all) + block * blockBytes, blockBytes, PROT_READ | PROT_WRITE,
+                  MAP_SHARED | MAP_FIXED, file, 0)
+            != MAP_FAILED;
     if (!ok) {
         std::perror("most_cases: no memory to map");
         std::exit(2);
@@ -56,10 +57,10 @@ int main()
     const auc_res res = auc(states, scores, n, nullptr, "include", "larger", "nonparam", 0.95);
     const roccurve_res curve = roccurve(states, scores, n, nullptr, "include", "larger");
     const bool areaRight = res.posCount == positives && res.negCount == negatives && std::abs(res.area - area) <= 1e-15;
-    const bool curveRight = curve.count == 5 && curve.rows[3 * 3 + 1] == 1.0 - 5 * eighths / negatives
-                            && curve.rows[3 * 3 + 2] == 0.5;
-    std::printf("%d cases: area %.17g, counted %.17g, standard error %.3g: %s; curve of %d rows: %s\n", n, res.area, area,
-                res.stdError, areaRight ? "right" : "WRONG", curve.count, curveRight ? "right" : "WRONG");
+    const bool curveRight =
+        curve.count == 5 && curve.rows[3 * 3 + 1] == 1.0 - 5 * eighths / negatives && curve.rows[3 * 3 + 2] == 0.5;
+    std::printf("%d cases: area %.17g, counted %.17g, standard error %.3g: %s; curve of %d rows: %s\n", n, res.area,
+                area, res.stdError, areaRight ? "right" : "WRONG", curve.count, curveRight ? "right" : "WRONG");
     release_roccurve_res(curve);
     return areaRight && curveRight ? 0 : 1;
 }

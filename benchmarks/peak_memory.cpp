@@ -37,10 +37,7 @@ void operator delete(void* memory) noexcept
     std::free(memory);
 }
 
-void operator delete(void* memory, std::size_t) noexcept
-{
-    operator delete(memory);
-}
+void operator delete(void* memory, std::size_t) noexcept { operator delete(memory); }
 
 namespace {
 
@@ -81,9 +78,9 @@ int main(int argc, char** argv)
         return 2;
     }
     std::printf("| call | scores | bytes a case at the peak, %d cases |\n|---|---|---|\n", cases);
-    for (const auto& [name, shape] : {std::pair{"continuous", Shape::Continuous},
-                                      std::pair{"100 distinct values", Shape::Tied},
-                                      std::pair{"ascending", Shape::Ascending}})
+    for (const auto& [name, shape] :
+         {std::pair{"continuous", Shape::Continuous}, std::pair{"100 distinct values", Shape::Tied},
+          std::pair{"ascending", Shape::Ascending}})
         reportAll(name, samples::make(shape, static_cast<std::size_t>(cases)));
     return 0;
 }

@@ -10,10 +10,7 @@ namespace samples {
 namespace {
 
 /// One of 100 values for a score that lies mostly in (-4, 5).
-double binned(double score)
-{
-    return std::clamp(std::floor((score + 4.0) / 9.0 * 100.0), 0.0, 99.0);
-}
+double binned(double score) { return std::clamp(std::floor((score + 4.0) / 9.0 * 100.0), 0.0, 99.0); }
 
 void sortByFirst(Sample& sample)
 {

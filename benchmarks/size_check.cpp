@@ -58,7 +58,8 @@ double countedArea(const Cases& cases)
         twice += Wide{x.positives} * (2 * below + x.negatives);
         below += x.negatives;
     }
-    return static_cast<double>(twice) / (2.0 * static_cast<double>(cases.positives) * static_cast<double>(cases.negatives));
+    return static_cast<double>(twice)
+        / (2.0 * static_cast<double>(cases.positives) * static_cast<double>(cases.negatives));
 }
 
 /// Rows that differ from the counts: the cut-off before score x leaves what is below x on its negative side.
@@ -71,7 +72,8 @@ std::size_t wrongRows(const Cases& cases, const roccurve_res& curve)
     const auto check = [&](double cutOff) {
         const double* const r = curve.rows + 3 * static_cast<std::ptrdiff_t>(row++);
         const double specificity = static_cast<double>(below.negatives) / static_cast<double>(cases.negatives);
-        const double sensitivity = static_cast<double>(cases.positives - below.positives) / static_cast<double>(cases.positives);
+        const double sensitivity =
+            static_cast<double>(cases.positives - below.positives) / static_cast<double>(cases.positives);
         wrong += r[0] != cutOff || r[1] != 1.0 - specificity || r[2] != sensitivity;
     };
     for (std::size_t x = 0; x < cases.counts.size() && row < curve.count; ++x) {
@@ -126,7 +128,8 @@ int main(int argc, char** argv)
     const auc_res area = timed("auc", drawn.scores.size(),
                                [&] { return auc(states, scores, n, nullptr, "include", "larger", "nonparam", 0.95); });
     const double truth = countedArea(drawn);
-    const bool areaRight = area.posCount == static_cast<double>(drawn.positives) && std::abs(area.area - truth) <= 1e-15;
+    const bool areaRight =
+        area.posCount == static_cast<double>(drawn.positives) && std::abs(area.area - truth) <= 1e-15;
     std::printf("area %.17g, counted %.17g, standard error %.3g: %s\n", area.area, truth, area.stdError,
                 areaRight ? "right" : "WRONG");
 

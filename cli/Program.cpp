@@ -1,10 +1,10 @@
 #include "cli/Program.h"
 
-#include "cli/Failure.h"
-#include "cli/commandline/CommandLine.h"
-#include "cli/output/OutputFile.h"
-#include "cli/run/Messages.h"
-#include "cli/text/Words.h"
+#include "cli/options/CommandLine.h"
+#include "cli/system/Messages.h"
+#include "cli/system/OutputFile.h"
+#include "cli/words/Failure.h"
+#include "cli/words/VisibleText.h"
 
 #include <istream>
 #include <new>
@@ -75,7 +75,8 @@ int run(std::span<const std::string_view> args, std::istream& in, std::ostream& 
         return exitDone;
     }
     const std::string command = inShell(args);
-    const Report report = request.action({in, command, displayFor(request.general, terminal, err), request.general.quiet});
+    const Report report =
+        request.action({in, command, displayFor(request.general, terminal, err), request.general.quiet});
     deliver(report, out);
     if (!request.general.quiet)
         say(report, Messages(err, terminal.colour));

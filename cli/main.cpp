@@ -1,6 +1,6 @@
-#include "cli/Failure.h"
 #include "cli/Program.h"
-#include "cli/run/InterruptGuard.h"
+#include "cli/system/InterruptGuard.h"
+#include "cli/words/Failure.h"
 
 #include <unistd.h>
 
@@ -28,7 +28,7 @@ int main(int argc, char** argv)
     const bool isTerminal = isatty(STDERR_FILENO) == 1;
     vexroc::sayInterrupts();
     const int exitCode = vexroc::runProgram(args, std::cin, std::cout, std::cerr,
-                              {.isTerminal = isTerminal, .colour = isTerminal && colourIsWelcome()});
+                                            {.isTerminal = isTerminal, .colour = isTerminal && colourIsWelcome()});
     if (exitCode == vexroc::exitCancelled)
         vexroc::endByInterrupt();
     return exitCode;

@@ -1,66 +1,105 @@
 #!/usr/bin/env python3
-"""Fails on an include against the arrows between folders.
+"""Fails on an include against the arrows between rooms.
 
-Each folder lists the folders it may include directly; what those may include, it may too. Headers in
-include/vexrocproc/ may be included from everywhere and include only host/ and each other.
+Each room lists the rooms it may include directly; what those may include, it may too. Headers in include/vexrocproc/
+may be included from everywhere and include only src/host/ and each other.
+
+    tools/check_includes.py [FOLDER]       check the tree
+    tools/check_includes.py --arrows       print room and room for every arrow that the code uses
 """
 import pathlib
 import re
 import sys
 
-ARROWS = {
+LIBRARY = {  # ground first; nothing upward
+    "numeric": [],
     "host": [],
-    "space": ["host"],
+    "summary": ["numeric"],
+    "inference": ["summary", "host"],
+    "space": ["inference"],
     "stats": ["space"],
-    "results": ["stats"],
     "settings": ["host"],
+    "results": ["stats"],
+    "arraycalls": ["stats"],
     "driver": ["results", "settings"],
     "display": ["results", "settings"],
-    "arraycalls": ["stats"],
-    "analysis": ["driver"],
-    "include": ["host"],
-    "cli": [],
-    "examples": [],
-    "benchmarks": [],
-    "bindings": [],
+    "calls": ["driver", "arraycalls"],
 }
-# What a host application sees: it builds on the public headers and the host layer alone.
-HOST_APPLICATIONS = {"analysis", "cli", "examples", "benchmarks", "bindings"}
-INCLUDE = re.compile(r'^\s*#\s*include\s*"([^"]+)"')
+PROGRAM = {  # what a page in a browser needs stands on words and study alone
+    "words": [],
+    "system": ["words"],
+    "options": ["words"],
+    "study": ["words"],
+    "input": ["study"],
+    "output": ["study"],
+    "picture": ["study"],
+    "sources": ["input", "system"],
+    "commands": ["options", "sources", "output", "picture"],
+}
+# What a host application sees: the public headers and the host layer alone.
+HOST_APPLICATIONS = ["examples", "benchmarks", "bindings"]
+
+ARROWS = {"include": ["src/host"]}
+ARROWS |= {f"src/{room}": [f"src/{below}" for below in rooms] + ["include"] for room, rooms in LIBRARY.items()}
+ARROWS |= {f"cli/{room}": [f"cli/{below}" for below in rooms] + ["include"] for room, rooms in PROGRAM.items()}
+ARROWS |= {room: ["include"] for room in HOST_APPLICATIONS}
+ARROWS["cli"] = ["cli/commands"]  # main and the program around the commands
+
+INCLUDE = re.compile(r'^\s*#\s*include\s*["<]([^">]+)[">]')
 SUFFIXES = {".h", ".cpp", ".c"}
 
 
-def reachable(folder):
-    found = {folder, "include"}
-    if folder in HOST_APPLICATIONS:
-        found.add("host")
-    for below in ARROWS[folder]:
-        found |= reachable(below)
+def reachable(room):
+    found = {room}
+    for below in ARROWS[room]:
+        found |= reachable(below) if below != "include" else {"include", "src/host"}
     return found
 
 
-def folder_of(include):
-    first = include.split("/")[0]
-    return "include" if first == "vexrocproc" else first
+def room_of(include):
+    """The room that an include names; none for a header from outside."""
+    parts = include.split("/")
+    if parts[0] == "vexrocproc":
+        return "include"
+    if parts[0] == "cli":
+        return f"cli/{parts[1]}" if len(parts) > 2 else "cli"
+    return f"src/{parts[0]}" if len(parts) == 2 and parts[0] in LIBRARY else None
 
 
-def violations(root):
-    for folder in ARROWS:
-        allowed = reachable(folder)
-        for path in sorted((root / folder).rglob("*")):
+def files_of(root, room):
+    folder = root / room
+    return sorted(folder.iterdir() if room == "cli" else folder.rglob("*"))
+
+
+def includes(root):
+    """(room, included room, place) of every include of the project's own headers."""
+    for room in ARROWS:
+        for path in files_of(root, room):
             if path.suffix not in SUFFIXES:
                 continue
             for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
                 match = INCLUDE.match(line)
-                target = folder_of(match.group(1)) if match else folder
-                if target in ARROWS and target not in allowed:
-                    yield f"{path.relative_to(root)}:{number}: {folder}/ may not include {target}/"
+                if match and (target := room_of(match.group(1))):
+                    yield room, target, f"{path.relative_to(root)}:{number}"
+
+
+def violations(root):
+    for room, target, place in includes(root):
+        if target not in reachable(room):
+            yield f"{place}: {room}/ may not include {target}/"
+    for tree, rooms in (("src", LIBRARY), ("cli", PROGRAM)):
+        for folder in sorted(path.name for path in (root / tree).iterdir() if path.is_dir()):
+            if folder not in rooms:
+                yield f"{tree}/{folder}/: a room without a floor: give it one in {pathlib.Path(__file__).name}"
 
 
 def main():
-    root = pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else ".")
-    found = list(violations(root))
-    print("\n".join(found) if found else "Includes follow the arrows between folders.")
+    if sys.argv[1:] == ["--arrows"]:
+        root = pathlib.Path(__file__).resolve().parent.parent
+        print("\n".join(f"{a} {b}" for a, b in sorted({(a, b) for a, b, _ in includes(root) if a != b})))
+        return 0
+    found = list(violations(pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else ".")))
+    print("\n".join(found) if found else "Includes follow the arrows between rooms.")
     return 1 if found else 0
 
 

@@ -16,8 +16,8 @@ import tempfile
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 KEPT = ROOT / "cmake/interface"
-LIBRARIES = {"vexrocproc920r": "libvexrocproc920r.so", "vexcommon920r": "host/libvexcommon920r.so"}
-HEADERS = [ROOT / "include", ROOT / "host"]
+LIBRARIES = {"vexrocproc920r": "libvexrocproc920r.so", "vexcommon920r": "libvexcommon920r.so"}
+HEADERS = [ROOT / "include", ROOT / "src/host"]
 CHANGED = "If the change is meant: tools/interface.py update, and a line in CHANGELOG.md."
 
 

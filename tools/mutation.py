@@ -27,15 +27,15 @@ BUILD = WORK / "out"
 ACCEPTED = ROOT / "tools" / "mutation_accepted.txt"
 REQUIRED_SHARE = 0.9
 
-FOLDERS = ["space", "stats", "arraycalls", "driver"]
+FOLDERS = ["src/space", "src/stats", "src/arraycalls", "src/driver"]
 # The first failure ends a trial, and what comes later is not even built. The programs behind the shared library come
 # first: they need no compiling themselves.
 SHARED = ["arraycalls_tests", "facade_tests"]
 PROGRAMS = {
-    "space": SHARED + ["space_tests", "stats_tests"],
-    "stats": SHARED + ["stats_tests"],
-    "arraycalls": ["arraycalls_tests", "arraycalls_iterator_tests", "arraycalls_allocation_tests"],
-    "driver": ["facade_tests", "driver_tests", "facade_interruption_tests"],
+    "src/space": SHARED + ["space_tests", "stats_tests"],
+    "src/stats": SHARED + ["stats_tests"],
+    "src/arraycalls": ["arraycalls_tests", "arraycalls_iterator_tests", "arraycalls_allocation_tests"],
+    "src/driver": ["facade_tests", "driver_tests", "facade_interruption_tests"],
 }
 RANDOM_CASES = "1000"  # in each test of random data
 MEMORY_LIMIT = 6 << 30
@@ -181,7 +181,7 @@ def tried(change, limits, jobs):
     lines[number] = changed
     target.write_text("\n".join(lines))
     try:
-        return verdict(name.split("/")[0], limits, jobs)
+        return verdict("/".join(name.split("/")[:2]), limits, jobs)
     finally:
         target.write_text(text)
 

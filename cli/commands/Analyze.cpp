@@ -1,14 +1,14 @@
-#include "cli/Failure.h"
-#include "cli/analysis/AnalyzeRequest.h"
-#include "cli/analysis/Answer.h"
-#include "cli/analysis/Slices.h"
-#include "cli/commandline/Choice.h"
 #include "cli/commands/Commands.h"
-#include "cli/output/OutputFile.h"
+#include "cli/options/Choice.h"
 #include "cli/picture/Plot.h"
-#include "cli/report/ReportPage.h"
-#include "cli/run/InterruptGuard.h"
-#include "cli/run/Progress.h"
+#include "cli/picture/ReportPage.h"
+#include "cli/study/AnalyzeRequest.h"
+#include "cli/study/Answer.h"
+#include "cli/study/Slices.h"
+#include "cli/system/InterruptGuard.h"
+#include "cli/system/OutputFile.h"
+#include "cli/system/Progress.h"
+#include "cli/words/Failure.h"
 
 #include "host/ColumnRecordIter.h"
 #include "host/FunctionListener.h"
@@ -67,8 +67,8 @@ Answer analyzeRows(const AnalyzeOptions& options, AnalyzeRequest request, DataTa
     return answerOf(options, request, data, algorithm, status);
 }
 
-Answer analyzeByValue(const AnalyzeOptions& options, const AnalyzeRequest& request, DataTable table,
-                      CancelFlag& cancel, const Session& session)
+Answer analyzeByValue(const AnalyzeOptions& options, const AnalyzeRequest& request, DataTable table, CancelFlag& cancel,
+                      const Session& session)
 {
     const Slices slices(std::move(table), options.by);
     ValueAnswers answers(options.by);
@@ -192,8 +192,10 @@ Report runAnalyze(const AnalyzeOptions& options, const Session& session)
 
 void addGroupOptions(CLI::App& command, AnalyzeOptions& options)
 {
-    command.add_option("--group", options.group, "Column that splits the cases in two groups; needs no more when it "
-                                                 "holds two values")
+    command
+        .add_option("--group", options.group,
+                    "Column that splits the cases in two groups; needs no more when it "
+                    "holds two values")
         ->type_name("COLUMN");
     command.add_option("--select", options.select, "The two values of the group column, in this order")
         ->type_name("VALUE,VALUE");
@@ -229,8 +231,10 @@ Action addAnalyze(CLI::App& command)
     command.get_option("--test")->description("Test variables; or the word all: every column of numbers without "
                                               "another part");
     addGroupOptions(command, *options);
-    command.add_option("--weight", options->weight, "Column with the number of cases that a row stands for; changes "
-                                                    "the weighted counts only")
+    command
+        .add_option("--weight", options->weight,
+                    "Column with the number of cases that a row stands for; changes "
+                    "the weighted counts only")
         ->type_name("COLUMN");
     command.add_option("--by", options->by, "One analysis per value of this column, in ascending order")
         ->type_name("COLUMN");

@@ -1,8 +1,8 @@
-#include "cli/Options.h"
 #include "cli/commands/Commands.h"
+#include "cli/commands/Options.h"
 #include "cli/commands/Outcome.h"
 #include "cli/output/ResultColumns.h"
-#include "cli/text/Words.h"
+#include "cli/words/VisibleText.h"
 
 #include <vexrocproc/arraycalls.h>
 
@@ -45,16 +45,17 @@ Report runAuc(const AucOptions& options, const Session& session)
         table.addRow({test, result.posCount, result.negCount, double(cases.leftOut), result.area, result.stdError,
                       result.asymptoticSig, result.ciLower, result.ciUpper});
         addAreaNotes(visible(test), outcomeOf(cases, result), report.notes);
-        addAreaCautions(visible(test), {result.area, result.stdError, result.ciUpper, options.study.smaller}, report.notes);
+        addAreaCautions(visible(test), {result.area, result.stdError, result.ciUpper, options.study.smaller},
+                        report.notes);
         if (options.biNegative)
             addBiNegativeNotes(visible(test), cases, report.notes);
     }
-    Findings findings{.format = question.format,
-                      .command = "auc",
-                      .heading = {"Area under the ROC curve", question.heading(),
-                                  standardErrorHeading(options.biNegative, level)},
-                      .question = question.facts(),
-                      .tables = {{"areas", "", std::move(table)}}};
+    Findings findings{
+        .format = question.format,
+        .command = "auc",
+        .heading = {"Area under the ROC curve", question.heading(), standardErrorHeading(options.biNegative, level)},
+        .question = question.facts(),
+        .tables = {{"areas", "", std::move(table)}}};
     addInference(findings.question, standardErrorWord(options.biNegative), level);
     report.text = textOf(findings, report.notes);
     report.file = question.output;

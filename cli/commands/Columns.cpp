@@ -1,7 +1,7 @@
-#include "cli/Options.h"
 #include "cli/commands/Commands.h"
+#include "cli/commands/Options.h"
 #include "cli/input/ColumnSurvey.h"
-#include "cli/text/Words.h"
+#include "cli/words/VisibleText.h"
 
 #include <CLI/CLI.hpp>
 
@@ -19,12 +19,9 @@ struct ColumnsOptions {
 };
 
 constexpr std::array columns{
-    TableColumn{"column", "column", CellRole::name},
-    TableColumn{"kind", "kind", CellRole::name},
-    TableColumn{"rows", "rows", CellRole::count},
-    TableColumn{"missing", "missing", CellRole::count},
-    TableColumn{"distinct", "distinct", CellRole::count},
-    TableColumn{"smallest", "smallest", CellRole::measure},
+    TableColumn{"column", "column", CellRole::name},      TableColumn{"kind", "kind", CellRole::name},
+    TableColumn{"rows", "rows", CellRole::count},         TableColumn{"missing", "missing", CellRole::count},
+    TableColumn{"distinct", "distinct", CellRole::count}, TableColumn{"smallest", "smallest", CellRole::measure},
     TableColumn{"largest", "largest", CellRole::measure},
 };
 
@@ -50,7 +47,8 @@ Report runColumns(const ColumnsOptions& options, const Session& session)
         table.addRow({facts.name(), kindOf(facts), double(survey.rows()), double(facts.missing()), distinct,
                       facts.smallest(), facts.largest()});
         if (facts.hasOtherDecimals() && input.kind == Input::Kind::delimited)
-            report.notes.push_back(inQuotes(facts.name()) + " holds numbers with the other decimal sign; read them with "
+            report.notes.push_back(inQuotes(facts.name())
+                                   + " holds numbers with the other decimal sign; read them with "
                                    + (input.form.decimal == ',' ? "--decimal point" : "--decimal comma"));
     }
     const Findings findings{.format = format,

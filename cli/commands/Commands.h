@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/output/Report.h"
-#include "cli/run/Session.h"
+#include "cli/system/Session.h"
 
 #include <functional>
 

@@ -1,9 +1,10 @@
-#include "cli/Failure.h"
-#include "cli/Options.h"
 #include "cli/commands/Commands.h"
+#include "cli/commands/Options.h"
 #include "cli/commands/Outcome.h"
 #include "cli/output/ResultColumns.h"
-#include "cli/text/Words.h"
+#include "cli/words/Failure.h"
+#include "cli/words/Numbers.h"
+#include "cli/words/VisibleText.h"
 
 #include <vexrocproc/arraycalls.h>
 
@@ -24,10 +25,8 @@ struct CompareOptions {
 };
 
 constexpr std::array pairColumns{
-    TableColumn{"test1", "first", CellRole::name},
-    TableColumn{"test2", "second", CellRole::name},
-    TableColumn{"positive", "positive", CellRole::count, 1},
-    TableColumn{"negative", "negative", CellRole::count, 1},
+    TableColumn{"test1", "first", CellRole::name},           TableColumn{"test2", "second", CellRole::name},
+    TableColumn{"positive", "positive", CellRole::count, 1}, TableColumn{"negative", "negative", CellRole::count, 1},
     TableColumn{"left_out", "left out", CellRole::count, 1},
 };
 
@@ -192,8 +191,7 @@ Report runIndependent(const CompareOptions& options, const Question& question, c
 Report runCompare(const CompareOptions& options, const Session& session)
 {
     const Question question = parseQuestion(options.study);
-    return options.group.empty() ? runPaired(options, question, session)
-                                 : runIndependent(options, question, session);
+    return options.group.empty() ? runPaired(options, question, session) : runIndependent(options, question, session);
 }
 
 } // namespace

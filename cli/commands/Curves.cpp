@@ -1,7 +1,7 @@
-#include "cli/Options.h"
 #include "cli/commands/Commands.h"
+#include "cli/commands/Options.h"
 #include "cli/commands/Outcome.h"
-#include "cli/text/Words.h"
+#include "cli/words/VisibleText.h"
 
 #include <vexrocproc/arraycalls.h>
 
@@ -95,12 +95,12 @@ Report runPr(const PrOptions& options, const Session& session)
         for (const prcurve_row& point : std::span(curve.points.rows, static_cast<std::size_t>(curve.points.count)))
             table.addRow({test, point.cutOff, point.recall, point.precision, double(point.interpolated)});
     };
-    Findings findings{.format = question.format,
-                      .command = "pr",
-                      .heading = {"Precision-recall curve", question.heading(),
-                                  std::string("Interpolation: ") + interpolation},
-                      .question = question.facts(),
-                      .tables = {}};
+    Findings findings{
+        .format = question.format,
+        .command = "pr",
+        .heading = {"Precision-recall curve", question.heading(), std::string("Interpolation: ") + interpolation},
+        .question = question.facts(),
+        .tables = {}};
     findings.question.emplace_back("interpolation", interpolation);
     return runCurves(question, std::move(findings), prColumns, session, addPoints);
 }

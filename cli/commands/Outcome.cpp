@@ -1,7 +1,7 @@
 #include "cli/commands/Outcome.h"
 
-#include "cli/Failure.h"
-#include "cli/text/Words.h"
+#include "cli/words/Failure.h"
+#include "cli/words/Numbers.h"
 
 #include <cmath>
 #include <optional>
@@ -72,25 +72,28 @@ void addAreaCautions(const std::string& subject, const ShownArea& shown, std::ve
 {
     constexpr double chance = 0.5;
     if (shown.stdError == 0.0) // exact: complete separation, mostly
-        notes.push_back(subject + ": the standard error is 0; significance and interval say nothing beyond these cases");
+        notes.push_back(subject
+                        + ": the standard error is 0; significance and interval say nothing beyond these cases");
     else if (shown.upper < chance)
         notes.push_back(subject + ": the area is below 0.5, " + (shown.smaller ? "larger" : "smaller")
                         + " values are more positive; " + (shown.smaller ? "leave out --smaller" : "give --smaller"));
 }
 
-void addDifferenceCautions(const std::string& subject, const auc_comparison_res& comparison, std::vector<std::string>& notes)
+void addDifferenceCautions(const std::string& subject, const auc_comparison_res& comparison,
+                           std::vector<std::string>& notes)
 {
     if (comparison.stdErrorDiff == 0.0) // exact
-        notes.push_back(subject + ": the standard error of the difference is 0; significance and interval say nothing "
-                                  "beyond these cases");
+        notes.push_back(subject
+                        + ": the standard error of the difference is 0; significance and interval say nothing "
+                          "beyond these cases");
 }
 
 void addBiNegativeNotes(const std::string& subject, const Cases& cases, std::vector<std::string>& notes)
 {
     if (cases.positive > 0 && cases.negative > 0 && cases.positive != cases.negative)
         notes.push_back(subject + ": nonparametric standard error, because --bi-negative needs as many positive as "
-                        + "negative cases (" + std::to_string(cases.positive) + " and "
-                        + std::to_string(cases.negative) + " here)");
+                        + "negative cases (" + std::to_string(cases.positive) + " and " + std::to_string(cases.negative)
+                        + " here)");
 }
 
 void addInference(std::vector<Fact>& question, const char* standardError, double level)
@@ -99,10 +102,7 @@ void addInference(std::vector<Fact>& question, const char* standardError, double
     question.emplace_back("confidence_level", level);
 }
 
-const char* standardErrorWord(bool biNegative)
-{
-    return biNegative ? "bi-negative exponential" : "nonparametric";
-}
+const char* standardErrorWord(bool biNegative) { return biNegative ? "bi-negative exponential" : "nonparametric"; }
 
 std::string standardErrorHeading(bool biNegative, double level)
 {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "cli/input/Sample.h"
 #include "cli/output/Report.h"
+#include "cli/study/Sample.h"
 
 #include <vexrocproc/arraycalls.h>
 
@@ -47,7 +47,8 @@ struct ShownArea {
 /// below 0.5 asks for the other direction.
 void addAreaCautions(const std::string& subject, const ShownArea& shown, std::vector<std::string>& notes);
 /// The same for the difference of two areas.
-void addDifferenceCautions(const std::string& subject, const auc_comparison_res& comparison, std::vector<std::string>& notes);
+void addDifferenceCautions(const std::string& subject, const auc_comparison_res& comparison,
+                           std::vector<std::string>& notes);
 /// Says where a standard error is not the bi-negative exponential one that was asked for.
 void addBiNegativeNotes(const std::string& subject, const Cases& cases, std::vector<std::string>& notes);
 

@@ -1,7 +1,7 @@
 #include "cli/input/ByteSource.h"
 
-#include "cli/Failure.h"
-#include "cli/text/Words.h"
+#include "cli/words/Failure.h"
+#include "cli/words/VisibleText.h"
 
 #include <sys/stat.h>
 

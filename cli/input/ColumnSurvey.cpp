@@ -1,6 +1,6 @@
 #include "cli/input/ColumnSurvey.h"
 
-#include "cli/text/Words.h"
+#include "cli/words/Numbers.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cli/input/RowSink.h"
+#include "cli/study/RowSink.h"
 
 #include <cstddef>
 #include <limits>

@@ -1,7 +1,9 @@
 #include "cli/input/DelimitedReader.h"
 
-#include "cli/Failure.h"
-#include "cli/text/Words.h"
+#include "cli/words/Failure.h"
+#include "cli/words/Letters.h"
+#include "cli/words/Numbers.h"
+#include "cli/words/VisibleText.h"
 
 #include <csv.h>
 
@@ -200,10 +202,10 @@ private:
     {
         // First: in a row of the wrong length a cell that looks wrong is often only a shifted one.
         if (cells_ != header_.size())
-            throw at(rowLine_, "the row has " + std::to_string(cells_) + (cells_ == 1 ? " cell" : " cells")
-                                   + ", the header has " + std::to_string(header_.size())
-                                   + "; give every row one cell per column, in double quotes where it holds "
-                                   + delimiterName());
+            throw at(rowLine_,
+                     "the row has " + std::to_string(cells_) + (cells_ == 1 ? " cell" : " cells") + ", the header has "
+                         + std::to_string(header_.size())
+                         + "; give every row one cell per column, in double quotes where it holds " + delimiterName());
         if (!badCell_.empty())
             throw inputError(badCell_);
     }
@@ -217,9 +219,7 @@ private:
              .columns = header_,
              .place = place(rowLine_),
              .collection = "the header",
-             .hint = onlyNumbers
-                 ? ". This line holds numbers only: a header row with column names may be missing"
-                 : "",
+             .hint = onlyNumbers ? ". This line holds numbers only: a header row with column names may be missing" : "",
              .decimal = decimal_});
         headerDone_ = true;
     }
@@ -263,7 +263,7 @@ private:
     bool mayHoldZeros_ = false; ///< the text that is being fed
     std::size_t rows_ = 0;
     std::vector<std::string_view> plainCells_; ///< of the current line
-    std::string badCell_; ///< what is wrong with a cell of the current row
+    std::string badCell_;                      ///< what is wrong with a cell of the current row
 
     std::size_t cells_ = 0;      ///< of the current row, so far
     std::size_t line_;           ///< lines ended by LF so far, plus one
@@ -348,7 +348,9 @@ void requireText(const std::string& name, std::string_view front)
     };
     using namespace std::string_view_literals;
     constexpr std::array known{
-        Known{"\xFD" "7zXZ"sv, "is packed by xz; unpack it: xz -dc FILE | vexroc COMMAND - ..."},
+        Known{"\xFD"
+              "7zXZ"sv,
+              "is packed by xz; unpack it: xz -dc FILE | vexroc COMMAND - ..."},
         Known{"BZh"sv, "is packed by bzip2; unpack it: bzip2 -dc FILE | vexroc COMMAND - ..."},
         Known{"\x1F\x8B"sv, "is packed by gzip twice; unpack it once"},
         Known{"\x28\xB5\x2F\xFD"sv, "is packed by zstd twice; unpack it once"},

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/input/ByteSource.h"
-#include "cli/input/RowSink.h"
+#include "cli/study/RowSink.h"
 
 #include <optional>
 

@@ -1,7 +1,9 @@
 #include "cli/input/TableBuilder.h"
 
-#include "cli/Failure.h"
-#include "cli/text/Words.h"
+#include "cli/words/Failure.h"
+#include "cli/words/Lists.h"
+#include "cli/words/NearWords.h"
+#include "cli/words/VisibleText.h"
 
 #include <algorithm>
 #include <limits>
@@ -32,7 +34,7 @@ bool ColumnFiller::append(const Cell& cell)
     if (column_.request.kind == ColumnKind::labels) {
         const auto* const text = std::get_if<std::string_view>(&cell);
         column_.labels.push_back(isMissing(cell) ? DataColumn::missingLabel
-                                 : text          ? labelOf(*text)
+                                     : text      ? labelOf(*text)
                                                  : labelOf(textOf(cell)));
         return true;
     }

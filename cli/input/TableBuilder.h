@@ -1,7 +1,7 @@
 #pragma once
 
-#include "cli/input/DataTable.h"
-#include "cli/input/RowSink.h"
+#include "cli/study/DataTable.h"
+#include "cli/study/RowSink.h"
 
 #include <deque>
 #include <span>
@@ -77,8 +77,8 @@ private:
     OtherColumns others_;
     InputHeader header_;
     std::unordered_map<std::string_view, Place> places_; ///< of the header's names; there may be tens of thousands
-    std::deque<ColumnFiller> fillers_; ///< a deque: fillersOf_ points into it
-    std::vector<std::vector<ColumnFiller*>> fillersOf_; ///< parallel to the header's columns
+    std::deque<ColumnFiller> fillers_;                   ///< a deque: fillersOf_ points into it
+    std::vector<std::vector<ColumnFiller*>> fillersOf_;  ///< parallel to the header's columns
     std::size_t rows_ = 0;
 };
 

@@ -1,6 +1,6 @@
 #include "cli/output/Json.h"
 
-#include "cli/text/Words.h"
+#include "cli/words/Numbers.h"
 
 #include <nlohmann/json.hpp>
 
@@ -8,10 +8,7 @@
 
 namespace vexroc::json {
 
-std::string string(std::string_view text)
-{
-    return dump(text);
-}
+std::string string(std::string_view text) { return dump(text); }
 
 std::string number(double value)
 {

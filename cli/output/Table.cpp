@@ -1,7 +1,9 @@
 #include "cli/output/Table.h"
 
 #include "cli/output/Json.h"
-#include "cli/text/Words.h"
+#include "cli/words/Letters.h"
+#include "cli/words/Numbers.h"
+#include "cli/words/VisibleText.h"
 
 #include <algorithm>
 #include <array>
@@ -50,10 +52,9 @@ std::string jsonNumber(double value, CellRole role)
 /// A text cell of CSV; in double quotes where a reader might take it apart or trim it otherwise.
 std::string csvText(std::string_view text)
 {
-    const bool plain = !text.empty() && trimmed(text) == text
-        && std::ranges::none_of(text, [](char c) {
-               return c == ',' || c == ';' || c == '"' || (c >= '\0' && c < ' ') || c == '\x7F';
-           });
+    const bool plain = !text.empty() && trimmed(text) == text && std::ranges::none_of(text, [](char c) {
+        return c == ',' || c == ';' || c == '"' || (c >= '\0' && c < ' ') || c == '\x7F';
+    });
     if (plain)
         return std::string(text);
     std::string cell = "\"";

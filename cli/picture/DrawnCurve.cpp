@@ -1,8 +1,8 @@
 #include "cli/picture/DrawnCurve.h"
 
-#include "cli/analysis/Meanings.h"
 #include "cli/output/Table.h"
-#include "cli/text/Words.h"
+#include "cli/study/Meanings.h"
+#include "cli/words/VisibleText.h"
 
 #include <algorithm>
 #include <bit>
@@ -81,7 +81,7 @@ std::string nameOf(const ROCOutBase& record, const VexXML_920::VexVarList& varia
 }
 
 /// Texts that occur more than once get the number of their occurrence.
-void makeDistinct(std::vector<DrawnCurve>& curves, std::string DrawnCurve::* text)
+void makeDistinct(std::vector<DrawnCurve>& curves, std::string DrawnCurve::*text)
 {
     std::map<std::string, int> occurrences;
     for (const DrawnCurve& curve : curves)
@@ -131,10 +131,7 @@ std::string DrawnCurve::areaText() const
     return rounded(area) + (std::isnan(lower) ? "" : " [" + rounded(lower) + ", " + rounded(upper) + "]");
 }
 
-std::string DrawnCurve::cutOffText() const
-{
-    return best ? readable(best->cutOff, CellRole::measure) : "";
-}
+std::string DrawnCurve::cutOffText() const { return best ? readable(best->cutOff, CellRole::measure) : ""; }
 
 std::vector<DrawnCurve> drawnCurves(const ROCALG_920::ROCOutputs& results, const VexXML_920::VexVarList& variables)
 {
@@ -144,8 +141,10 @@ std::vector<DrawnCurve> drawnCurves(const ROCALG_920::ROCOutputs& results, const
         if (std::isnan(record->getArea()))
             continue;
         const bool grouped = record->getGroupVarInd() >= 0;
-        if (!drawn.emplace(record->getTestVarInd(), record->getGroupVarInd(), grouped ? record->getGroupValue() : 0.0,
-                           grouped ? record->getGroupValueOperation() : 0).second)
+        if (!drawn
+                 .emplace(record->getTestVarInd(), record->getGroupVarInd(), grouped ? record->getGroupValue() : 0.0,
+                          grouped ? record->getGroupValueOperation() : 0)
+                 .second)
             continue;
         DrawnCurve curve{.name = nameOf(*record, variables),
                          .legend = {},
@@ -190,8 +189,8 @@ std::string thinningNote(const std::vector<DrawnCurve>& curves)
                          curve.precisionRecallPoints > curve.precisionRecall.size() ? curve.precisionRecallPoints : 0});
     if (most == 0)
         return "";
-    return "curves of up to " + std::to_string(most) + " points are drawn with about "
-        + std::to_string(mostDrawnPoints) + "; the numbers come from all points";
+    return "curves of up to " + std::to_string(most) + " points are drawn with about " + std::to_string(mostDrawnPoints)
+        + "; the numbers come from all points";
 }
 
 bool Drawing::hasPrecisionRecall() const

@@ -1,7 +1,8 @@
 #include "cli/picture/Glyphs.h"
 
-#include "cli/run/ChildProcess.h"
-#include "cli/text/Words.h"
+#include "cli/system/ChildProcess.h"
+#include "cli/words/Lists.h"
+#include "cli/words/VisibleText.h"
 
 #include <algorithm>
 #include <array>

@@ -13,12 +13,9 @@ constexpr std::size_t mostLabels = 4;
 constexpr double halfHeight = 0.022; // of a label, in the units of the axes
 constexpr double lowest = 0.03;      // places of labels inside the axes
 constexpr double highest = 0.97;
-constexpr double gap = 0.025;        // to the dot or the line
+constexpr double gap = 0.025; // to the dot or the line
 
-double widthOf(const std::string& text)
-{
-    return textWidth(text, smallTextSize) / panelSide;
-}
+double widthOf(const std::string& text) { return textWidth(text, smallTextSize) / panelSide; }
 
 /// Widths of characters in the widest of the fonts that stand for sans-serif, in units of the font size.
 double characterWidth(unsigned char lead)
@@ -73,10 +70,7 @@ private:
     std::vector<PanelLabel> labels_;
 };
 
-PathPoint dotOf(const DrawnCurve& curve)
-{
-    return {1.0 - curve.best->specificity, curve.best->sensitivity};
-}
+PathPoint dotOf(const DrawnCurve& curve) { return {1.0 - curve.best->specificity, curve.best->sensitivity}; }
 
 } // namespace
 

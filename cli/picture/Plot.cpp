@@ -1,9 +1,10 @@
 #include "cli/picture/Plot.h"
 
-#include "cli/Failure.h"
 #include "cli/picture/Glyphs.h"
-#include "cli/run/ChildProcess.h"
-#include "cli/text/Words.h"
+#include "cli/system/ChildProcess.h"
+#include "cli/words/Failure.h"
+#include "cli/words/Letters.h"
+#include "cli/words/VisibleText.h"
 
 #include <sys/wait.h>
 
@@ -36,10 +37,8 @@ std::string withGlyphs(const Drawing& drawing, const Glyphs& glyphs, auto draw)
     std::vector<DrawnCurve> curves = drawing.curves;
     for (DrawnCurve& curve : curves)
         curve.legend = glyphs.shown(curve.legend);
-    return draw(Drawing{.curves = curves,
-                        .level = drawing.level,
-                        .question = glyphs.shown(drawing.question),
-                        .notes = drawing.notes});
+    return draw(Drawing{
+        .curves = curves, .level = drawing.level, .question = glyphs.shown(drawing.question), .notes = drawing.notes});
 }
 
 } // namespace

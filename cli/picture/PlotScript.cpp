@@ -2,7 +2,9 @@
 
 #include "cli/output/Table.h"
 #include "cli/picture/PanelLabels.h"
-#include "cli/text/Words.h"
+#include "cli/words/Letters.h"
+#include "cli/words/Numbers.h"
+#include "cli/words/VisibleText.h"
 
 #include <algorithm>
 #include <array>
@@ -17,8 +19,8 @@ namespace {
 // the cairo terminals scale fonts and lines by themselves, PDF ones to a half of the others.
 constexpr std::array pictureTypes{
     PictureType{".svg", "svg noenhanced rounded background '#ffffff'", 1.0, 1.0, "", false},
-    PictureType{".pdf", "pdfcairo noenhanced rounded fontscale 0.75 linewidth 1.5 pointscale 1", 0.75, 1.0 / 96.0,
-                "in", true},
+    PictureType{".pdf", "pdfcairo noenhanced rounded fontscale 0.75 linewidth 1.5 pointscale 1", 0.75, 1.0 / 96.0, "in",
+                true},
     PictureType{".png", "pngcairo noenhanced rounded background '#ffffff' fontscale 2 linewidth 2 pointscale 2.6", 0.75,
                 2.0, "", true},
 };
@@ -37,10 +39,7 @@ constexpr int margin = 12;
 constexpr int columnGap = 20;
 constexpr int sampleWidth = 60;
 
-std::string number(double value)
-{
-    return std::isfinite(value) ? shortest(value) : "NaN";
-}
+std::string number(double value) { return std::isfinite(value) ? shortest(value) : "NaN"; }
 
 /// A text for gnuplot: in single quotes, because it runs what stands between backticks inside double ones. A single
 /// quote of the text is joined from outside: doubled, gnuplot would take one at the beginning for an empty text.
@@ -52,15 +51,11 @@ std::string singleQuoted(std::string_view text)
     return literal + '\'';
 }
 
-std::string colourOf(std::size_t curve)
-{
-    return std::string("lc rgb '") + colours[curve % colours.size()] + "'";
-}
+std::string colourOf(std::size_t curve) { return std::string("lc rgb '") + colours[curve % colours.size()] + "'"; }
 
 std::string lineOf(std::size_t curve, double width)
 {
-    return colourOf(curve) + " lw " + number(width) + " dt "
-        + std::to_string(1 + curve / colours.size() % dashTypes);
+    return colourOf(curve) + " lw " + number(width) + " dt " + std::to_string(1 + curve / colours.size() % dashTypes);
 }
 
 /// Breaks text at blanks into lines that are no wider, where that can be.
@@ -197,8 +192,8 @@ private:
                 continue;
             }
             addPoint(recall, precision);
-            const bool alone = (i == 0 || !points[i - 1].measured)
-                && (i + 1 == points.size() || !points[i + 1].measured);
+            const bool alone =
+                (i == 0 || !points[i - 1].measured) && (i + 1 == points.size() || !points[i + 1].measured);
             if (alone)
                 addPoint(recall > 0.5 ? recall - veryShort : recall + veryShort, precision);
         }
@@ -297,14 +292,11 @@ private:
 
 const PictureType* pictureType(std::string_view file)
 {
-    const auto* const type = std::ranges::find_if(
-        pictureTypes, [&](const PictureType& t) { return endsWithIgnoringCase(file, t.ending); });
+    const auto* const type =
+        std::ranges::find_if(pictureTypes, [&](const PictureType& t) { return endsWithIgnoringCase(file, t.ending); });
     return type == pictureTypes.end() ? nullptr : type;
 }
 
-std::string plotScript(const PictureType& type, const Drawing& drawing)
-{
-    return Script(type, drawing).text();
-}
+std::string plotScript(const PictureType& type, const Drawing& drawing) { return Script(type, drawing).text(); }
 
 } // namespace vexroc

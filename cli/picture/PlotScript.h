@@ -9,9 +9,9 @@ namespace vexroc {
 
 /// A kind of picture that gnuplot draws. Places and sizes of a picture are thought in pixels of 1/96 inch.
 struct PictureType {
-    std::string_view ending;  ///< of the file's name, in lower case
-    const char* terminal;     ///< with its options
-    double fontUnits;         ///< of the terminal in a pixel
+    std::string_view ending; ///< of the file's name, in lower case
+    const char* terminal;    ///< with its options
+    double fontUnits;        ///< of the terminal in a pixel
     double sizeUnits;
     const char* sizeUnitName;
     bool needsGlyphs; ///< of all characters: the picture holds shapes instead of text

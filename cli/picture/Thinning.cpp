@@ -8,15 +8,11 @@ namespace vexroc {
 
 namespace {
 
-double distance(const PathPoint& a, const PathPoint& b)
-{
-    return std::fabs(a.x - b.x) + std::fabs(a.y - b.y);
-}
+double distance(const PathPoint& a, const PathPoint& b) { return std::fabs(a.x - b.x) + std::fabs(a.y - b.y); }
 
 } // namespace
 
-std::vector<std::size_t> thinned(std::span<const PathPoint> path, std::span<const std::size_t> always,
-                                 std::size_t most)
+std::vector<std::size_t> thinned(std::span<const PathPoint> path, std::span<const std::size_t> always, std::size_t most)
 {
     std::vector<std::size_t> drawn;
     if (path.size() <= most) {

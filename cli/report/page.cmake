@@ -1,7 +1,7 @@
 # The report page: libraries from npm, bundled with the page's own script into one source file. Done while configuring,
 # so that a build without npm, or without a network, still makes the program; its --report then says what is missing.
 # Leaves the source to compile in report_page_source.
-set(report_page_source report/noPage.cpp)
+set(report_page_source picture/noPage.cpp)
 set(page_dir ${CMAKE_CURRENT_SOURCE_DIR}/report/page)
 set(page_build_dir ${CMAKE_CURRENT_BINARY_DIR}/page)
 set(page_files package.json package-lock.json .npmrc bundle.mjs page.js page.css)
@@ -48,6 +48,6 @@ if(NPM AND NODE)
 else()
     message(STATUS "Report page: npm is not installed")
 endif()
-if(report_page_source STREQUAL report/noPage.cpp)
+if(report_page_source STREQUAL picture/noPage.cpp)
     message(STATUS "Report page: left out; vexroc --report will say so")
 endif()

@@ -18,10 +18,11 @@ class ROCOutBase;
 /// must outlive it; the comparison may go. The driver that made it owns it.
 /// Failure: told by values. The difference is missing when an area is, its standard error when a standard error is;
 /// the other values are those of the comparison, missing when it could not be computed.
-class [[gnu::visibility("default")]] ROCComparisonOutStats {
+class [[gnu::visibility("default")]] ROCComparisonOutStats
+{
 public:
     /// From a comparison whose computeStats has run on the two areas in this order.
-    ROCComparisonOutStats(ROCOutBase& first, ROCOutBase& second, ROCComparisonStats& comparison);
+    ROCComparisonOutStats(ROCOutBase & first, ROCOutBase & second, ROCComparisonStats & comparison);
 
     /// z statistic of the difference.
     [[nodiscard]] double getZStats() const noexcept { return zStats_; }
@@ -39,7 +40,7 @@ public:
     [[nodiscard]] ROCOutBase* getCompare2Stats() const noexcept { return compare2_; }
 
     /// Writes both records and the comparison as text, see ROCOutBase::Display.
-    void Display(std::ostream& out, const VexXML_920::VexVarList& varList) const;
+    void Display(std::ostream & out, const VexXML_920::VexVarList& varList) const;
 
 private:
     ROCOutBase* compare1_;

@@ -25,7 +25,8 @@ class ROCStats;
 /// Shapes: the (sensitivity, specificity) list runs parallel to the cut-offs, which are ascending and in the unit of
 /// the test variable. Shares and areas are in [0, 1]; the confidence interval is not clipped to it.
 /// Failure: told by values. What could not be computed holds the missing value, a list is empty.
-class [[gnu::visibility("default")]] ROCOutBase {
+class [[gnu::visibility("default")]] ROCOutBase
+{
 public:
     /// A record of all cases: group variable -1, operation Equal, group value missing.
     ROCOutBase(int testVarInd, ROCStats& stats, bool distributionChanged);
@@ -89,12 +90,12 @@ public:
     /// except the lists of sensitivities, specificities, precisions and recalls: these always have six significant
     /// digits and a decimal point. A group value shows as its label when its variable has labels and it is within
     /// the range of int. Throws std::out_of_range when an index is not one of the list's variables.
-    void Display(std::ostream& out, const VexXML_920::VexVarList& varList) const;
+    void Display(std::ostream & out, const VexXML_920::VexVarList& varList) const;
 
 private:
     [[gnu::visibility("hidden")]] void init(int testVarInd, int groupVarInd, ROCConst_920::Operation op,
                                             double groupValue, ROCStats& stats, bool distributionChanged);
-    [[gnu::visibility("hidden")]] void takeCurve(ROCSpace& space);
+    [[gnu::visibility("hidden")]] void takeCurve(ROCSpace & space);
     [[gnu::visibility("hidden")]] void copyArea(const ROCStats& stats);
 
     int testVarInd_;

@@ -16,9 +16,10 @@ namespace ROCALG_920 {
 ///
 /// It owns nothing: the records belong to the driver that made the set, the variable list to the host. All must
 /// outlive it. The lists never change.
-class [[gnu::visibility("default")]] ROCOutputs {
+class [[gnu::visibility("default")]] ROCOutputs
+{
 public:
-    ROCOutputs(VexXML_920::VexVarList& varList, std::vector<ROCOutBase*> baseStats,
+    ROCOutputs(VexXML_920::VexVarList & varList, std::vector<ROCOutBase*> baseStats,
                std::vector<ROCComparisonOutStats*> comparisonStats);
     virtual ~ROCOutputs();
     ROCOutputs(const ROCOutputs&) = delete;
@@ -33,7 +34,7 @@ public:
     }
 
     /// Writes all comparisons with the records that they compare, or, without a comparison, all records.
-    void Display(std::ostream& out) const;
+    void Display(std::ostream & out) const;
 
 private:
     std::vector<ROCOutBase*> baseStats_;

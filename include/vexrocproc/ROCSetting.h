@@ -15,13 +15,14 @@ namespace ROCALG_920 {
 /// Group type, cut value and select values always change together: a cut point has a cut value only, a select group
 /// two select values only, a mid point neither. A group that was set cannot be taken back.
 /// Failure: the setters report nothing. Settings that do not fit together or with the data end the run with a status.
-class [[gnu::visibility("default")]] ROCSetting {
+class [[gnu::visibility("default")]] ROCSetting
+{
 public:
     ROCSetting();
     virtual ~ROCSetting();
     ROCSetting(const ROCSetting&) = default;
     ROCSetting& operator=(const ROCSetting&) = default;
-    ROCSetting(ROCSetting&&) = default;
+    ROCSetting(ROCSetting &&) = default;
     ROCSetting& operator=(ROCSetting&&) = default;
 
     /// The variable with the true state of each case, and its value in the positive cases (compared exactly).
@@ -77,7 +78,7 @@ public:
 
     /// Writes the settings, one line each, through the host's line display. The stream that was current there is
     /// current again afterwards; when there was none, `out` stays current: call ClearOutStream() before it ends.
-    void Display(std::ostream& out) const;
+    void Display(std::ostream & out) const;
 
 private:
     [[gnu::visibility("hidden")]] void defineGroup(int groupVar, ROCConst_920::GroupType type, double cutValue,

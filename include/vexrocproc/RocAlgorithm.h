@@ -28,21 +28,22 @@ class ROCCompute;
 /// Threads: everything runs on the calling thread; one facade is used by one thread at a time.
 /// Arithmetic: BuildModel, and with it what it calls in the host, runs in the default floating-point environment; the
 /// caller's own is back when it returns.
-class [[gnu::visibility("default")]] RocAlgorithm {
+class [[gnu::visibility("default")]] RocAlgorithm
+{
 public:
-    RocAlgorithm(ROCSetting& setting, VexXML_920::VexVarList& varList);
+    RocAlgorithm(ROCSetting & setting, VexXML_920::VexVarList & varList);
     virtual ~RocAlgorithm();
     RocAlgorithm(const RocAlgorithm&) = delete;
     RocAlgorithm& operator=(const RocAlgorithm&) = delete;
 
     /// Null removes the listener: progress is then not announced.
-    void SetProgressListener(VexCommon_920::ProgressListener* listener);
+    void SetProgressListener(VexCommon_920::ProgressListener * listener);
     /// Null removes the query: the run then cannot be cancelled.
-    void SetCancelPtr(VexCommon_920::VexQueryCancel* query);
+    void SetCancelPtr(VexCommon_920::VexQueryCancel * query);
 
     /// Runs the analysis; the iterator stands at the first record or is exhausted, and is read in passes. The status is
     /// success, code 1 after a cancel, or an error (see ROCStatusCodes.h).
-    VexCommon_920::VexStatus BuildModel(VexCommon_920::MultiPassRecordIter& iter);
+    VexCommon_920::VexStatus BuildModel(VexCommon_920::MultiPassRecordIter & iter);
 
     /// Status of the last run; success before the first.
     [[nodiscard]] VexCommon_920::VexStatus GetStatus() const { return status_; }
@@ -53,7 +54,7 @@ public:
     /// Warnings of the last run, also when an error ended it; none when an exception did.
     [[nodiscard]] const VexCommon_920::VexWarnings& GetWarningMessages() const { return warnings_; }
     /// Prints the results of the last run that ended well; nothing before.
-    void Display(std::ostream& os) const;
+    void Display(std::ostream & os) const;
 
 private:
     friend class RunFailure;

@@ -133,25 +133,25 @@ typedef struct vexroc_warning {
 /** Result of one test variable in one group. */
 typedef struct vexroc_record {
     size_t struct_size;
-    int test;            /**< column of the test variable */
-    int group;           /**< column of the group; -1 for all cases */
-    int group_operation; /**< group value of the cases: 0 equal to, 1 at least, 2 below group_value */
-    int ties;            /**< 1 when positive and negative cases share a test value */
-    double group_value;  /**< missing for all cases */
-    int positive;        /**< number of positive cases */
-    int negative;        /**< number of negative cases */
+    int test;                 /**< column of the test variable */
+    int group;                /**< column of the group; -1 for all cases */
+    int group_operation;      /**< group value of the cases: 0 equal to, 1 at least, 2 below group_value */
+    int ties;                 /**< 1 when positive and negative cases share a test value */
+    double group_value;       /**< missing for all cases */
+    int positive;             /**< number of positive cases */
+    int negative;             /**< number of negative cases */
     double weighted_positive; /**< sum of their weights; their number without weights */
     double weighted_negative;
-    double area;       /**< area under the ROC curve, in [0, 1] */
-    double std_error;  /**< of the area; that of DeLong in a paired comparison */
+    double area;         /**< area under the ROC curve, in [0, 1] */
+    double std_error;    /**< of the area; that of DeLong in a paired comparison */
     double significance; /**< two-sided, against the area 0.5 */
     double ci_lower;     /**< of the area, not clipped to [0, 1] */
     double ci_upper;
-    double gini;       /**< 2 * area - 1 */
-    double ks_maximum; /**< largest sensitivity + specificity - 1; -1 without a curve */
-    double ks_cut_off; /**< its cut-off */
-    int curve_rows;    /**< rows of the ROC curve */
-    int pr_rows;       /**< points of the precision-recall curve, interpolated ones included */
+    double gini;              /**< 2 * area - 1 */
+    double ks_maximum;        /**< largest sensitivity + specificity - 1; -1 without a curve */
+    double ks_cut_off;        /**< its cut-off */
+    int curve_rows;           /**< rows of the ROC curve */
+    int pr_rows;              /**< points of the precision-recall curve, interpolated ones included */
     int distribution_changed; /**< 1 when bi-negative was asked for and replaced, for the whole run */
 } vexroc_record;
 

@@ -146,8 +146,8 @@ auc_comparison_res auc_indpendentcomparison(const double* actual1, const double*
  * @return                        as auc_comparison; the standard errors of both areas are the DeLong ones. With
  *                                exactly one positive or negative case they are not a number.
  */
-auc_comparison_res auc_pairedcomparison(const double* actual, const double* predicted1, const double* predicted2,
-                                        int n, const double* positiveValue, const char* include, const char* larger,
+auc_comparison_res auc_pairedcomparison(const double* actual, const double* predicted1, const double* predicted2, int n,
+                                        const double* positiveValue, const char* include, const char* larger,
                                         double confidenceLevel);
 
 #pragma GCC visibility pop

@@ -106,7 +106,8 @@ const Call calls[] = {
     {"auc_indpendentcomparison",
      [](const Sample& s) {
          return outcomeOf(auc_indpendentcomparison(s.states.data(), s.values.data(), s.size(), s.states.data(),
-                                                   s.others.data(), s.size(), nullptr, "include", "larger", "nonparam", 0.95));
+                                                   s.others.data(), s.size(), nullptr, "include", "larger", "nonparam",
+                                                   0.95));
      }},
     {"auc_pairedcomparison", [](const Sample& s) { return outcomeOf(pairedOf(s)); }},
 };

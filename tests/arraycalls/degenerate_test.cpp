@@ -165,8 +165,8 @@ TEST(DegenerateInputs, TwoTestVariablesOfTheSameCases)
         const Column first(line[2]);
         const Column second(line[3]);
         const auc_comparison_res res =
-            auc_pairedcomparison(states.data(), first.data(), second.data(), countOf({&states, &first, &second}), nullptr,
-                                 "include", "larger", 0.95);
+            auc_pairedcomparison(states.data(), first.data(), second.data(), countOf({&states, &first, &second}),
+                                 nullptr, "include", "larger", 0.95);
         EXPECT_EQ(shown(res.first), line[4]);
         EXPECT_EQ(shown(res.second), line[5]);
         EXPECT_EQ(shownDifference(res), line[6]);
@@ -193,7 +193,8 @@ TEST(DegenerateInputs, ConfidenceLevel)
 {
     const Sample s{{1, 1, 1, 1, 0, 0, 0, 0}, {2, 3, 3, 5, 1, 2, 3, 4}, {4, 6, 5, 8, 3, 2, 7, 1}};
     const auto withoutBounds = [](auc_comparison_res r) {
-        for (double* bound : {&r.first.ciLower, &r.first.ciUpper, &r.second.ciLower, &r.second.ciUpper, &r.ciLower, &r.ciUpper})
+        for (double* bound :
+             {&r.first.ciLower, &r.first.ciUpper, &r.second.ciLower, &r.second.ciUpper, &r.ciLower, &r.ciUpper})
             *bound = 0.0;
         return numbers(r);
     };

@@ -9,8 +9,10 @@ namespace {
 
 using namespace roctest;
 
-const Words wordings[] = {{}, {.include = "exclude", .interpolation = "keilwagen", .distribution = "bi-negative"},
-                          {.larger = "smaller"}, {"exclude", "smaller", "keilwagen", "bi-negative"}};
+const Words wordings[] = {{},
+                          {.include = "exclude", .interpolation = "keilwagen", .distribution = "bi-negative"},
+                          {.larger = "smaller"},
+                          {"exclude", "smaller", "keilwagen", "bi-negative"}};
 
 /// Calls check(sample, words, seed) over every shape, up to the first sample that breaks the law.
 template <class Check>
@@ -24,15 +26,9 @@ void forSamples(Check&& check)
         }
 }
 
-const char* otherDirection(const Words& words)
-{
-    return words.larger == std::string("larger") ? "smaller" : "larger";
-}
+const char* otherDirection(const Words& words) { return words.larger == std::string("larger") ? "smaller" : "larger"; }
 
-const char* otherSide(const Words& words)
-{
-    return words.include == std::string("include") ? "exclude" : "include";
-}
+const char* otherSide(const Words& words) { return words.include == std::string("include") ? "exclude" : "include"; }
 
 Sample withValues(Sample sample, double (*map)(double))
 {
@@ -78,7 +74,8 @@ TEST(Laws, OnlyTheOrderOfTheValuesMatters)
         const Sample ranks = ranked(sample);
         Words turned = words; // the include word does not touch areas
         turned.include = otherSide(words);
-        EXPECT_EQ(numbers(areaOf(ranks.states, ranks.values, turned)), numbers(areaOf(sample.states, sample.values, words)));
+        EXPECT_EQ(numbers(areaOf(ranks.states, ranks.values, turned)),
+                  numbers(areaOf(sample.states, sample.values, words)));
         EXPECT_EQ(numbers(pairedOf(ranks, turned)), numbers(pairedOf(sample, words)));
         // Ranks have exact midpoints, and so has a stretched copy: the curves differ in their cut-offs only.
         const Sample stretched = withValues(ranks, [](double v) { return v * v * 8.0 - 1e6; });
@@ -149,7 +146,12 @@ void expectMirrored(const auc_comparison_res& a, const auc_comparison_res& b)
     EXPECT_EQ(numbers(b.first), numbers(a.second));
     EXPECT_EQ(numbers(b.second), numbers(a.first));
     EXPECT_EQ((Numbers{{b.z}, {b.zSig}, {b.areaDiff}, {b.stdErrorDiff}, {minus(b.ciLower)}, {minus(b.ciUpper)}}),
-              (Numbers{{minus(a.z)}, {a.zSig}, {minus(a.areaDiff)}, {a.stdErrorDiff}, {minus(minus(a.ciUpper))}, {minus(minus(a.ciLower))}}));
+              (Numbers{{minus(a.z)},
+                       {a.zSig},
+                       {minus(a.areaDiff)},
+                       {a.stdErrorDiff},
+                       {minus(minus(a.ciUpper))},
+                       {minus(minus(a.ciLower))}}));
 }
 
 TEST(Laws, SwappingTwoAreasFlipsTheSigns)
@@ -157,7 +159,8 @@ TEST(Laws, SwappingTwoAreasFlipsTheSigns)
     forSamples([](const Sample& sample, const Words& words, unsigned) {
         const auc_comparison_res paired = pairedOf(sample, words);
         expectMirrored(paired, pairedOf({sample.states, sample.others, sample.values}, words));
-        expectMirrored(auc_comparison(paired.first, paired.second, 0.9), auc_comparison(paired.second, paired.first, 0.9));
+        expectMirrored(auc_comparison(paired.first, paired.second, 0.9),
+                       auc_comparison(paired.second, paired.first, 0.9));
     });
 }
 
@@ -186,8 +189,10 @@ TEST(Laws, CasesWithoutAValueMightAsWellNotBeThere)
                 complete.add(sample.states[i], sample.values[i], sample.others[i]);
         }
         EXPECT_EQ(curve(gaps.states, gaps.values, words), curve(complete.states, complete.values, words));
-        EXPECT_EQ(precisionRecall(gaps.states, gaps.values, words), precisionRecall(complete.states, complete.values, words));
-        EXPECT_EQ(numbers(areaOf(gaps.states, gaps.values, words)), numbers(areaOf(complete.states, complete.values, words)));
+        EXPECT_EQ(precisionRecall(gaps.states, gaps.values, words),
+                  precisionRecall(complete.states, complete.values, words));
+        EXPECT_EQ(numbers(areaOf(gaps.states, gaps.values, words)),
+                  numbers(areaOf(complete.states, complete.values, words)));
         EXPECT_EQ(numbers(pairedOf(gaps, words)), numbers(pairedOf(complete, words)));
         std::swap(gaps.values, gaps.others);
         std::swap(complete.values, complete.others);

@@ -29,7 +29,7 @@ static_assert(offsetof(auc_comparison_res, ciLower) == 18 * 8 && offsetof(auc_co
 
 static_assert(sizeof(roccurve_res::count) == 4 && sizeof(prcurve_res::count) == 4);
 template <class... Record>
-constexpr bool passLikeC = ((std::is_trivial_v<Record> && std::is_standard_layout_v<Record>) && ...);
+constexpr bool passLikeC = ((std::is_trivial_v<Record> && std::is_standard_layout_v<Record>)&&...);
 static_assert(passLikeC<roccurve_res, prcurve_row, prcurve_res, auc_res, auc_comparison_res>);
 
 // Structures that begin with their size grow at the end only: what is there stays where it is.

@@ -38,8 +38,16 @@ void expectWordsAreRead()
         capital[0] = upper(capital)[0];
         for (const std::string& word : {pair.second, upper(pair.second), capital})
             EXPECT_FALSE(pair.parser(word.c_str())) << word;
-        const std::string unknown[] = {pair.first, upper(pair.first), "", " ", " " + pair.second, pair.second + " ",
-                                       pair.second + "s", pair.second.substr(1), "\xFD\xDD\xC0", std::string(10'000, 'x')};
+        const std::string unknown[] = {pair.first,
+                                       upper(pair.first),
+                                       "",
+                                       " ",
+                                       " " + pair.second,
+                                       pair.second + " ",
+                                       pair.second + "s",
+                                       pair.second.substr(1),
+                                       "\xFD\xDD\xC0",
+                                       std::string(10'000, 'x')};
         for (const std::string& word : unknown)
             EXPECT_TRUE(pair.parser(word.c_str())) << word;
         EXPECT_TRUE(pair.parser(nullptr));
@@ -49,10 +57,7 @@ void expectWordsAreRead()
     EXPECT_FALSE(compareIgnoreCase("ab", "abc"));
 }
 
-TEST(OptionWords, IgnoreCaseAndKnowOnlyWholeWords)
-{
-    expectWordsAreRead();
-}
+TEST(OptionWords, IgnoreCaseAndKnowOnlyWholeWords) { expectWordsAreRead(); }
 
 /// In this locale the lower-case letter of I is a dotless one. Debian builds no locales; the folder of the test will.
 class TurkishLocale {

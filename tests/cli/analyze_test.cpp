@@ -76,10 +76,7 @@ private:
 constexpr Terminal atOnce{.isTerminal = true, .progressAfter = std::chrono::milliseconds(0)};
 
 volatile std::sig_atomic_t handled = 0;
-void countSignal(int)
-{
-    handled = handled + 1;
-}
+void countSignal(int) { handled = handled + 1; }
 
 } // namespace
 
@@ -144,11 +141,12 @@ TEST(Analyze, AccountsForEveryRow)
                              "0,1,2,x,0.5\n0,NA,3,y,1\n0,.,.,y,1\n";
     const std::string question = "analyze - --state s=1 --test a,b --format csv ";
     const Outcome grouped = run(question + "--group g --select x,y --weight w", data);
-    EXPECT_THAT(grouped.out, StartsWith("cases,count\nrows read,13\nleft out,7\nleft out: missing state,1\n"
-                                        "left out: missing group,1\nleft out: missing weight,1\n"
-                                        "left out: in neither group,1\nleft out: unusable weight,3\n"
-                                        "used,6\npositive,3\nnegative,3\nweighted positive,7\n"
-                                        "weighted negative,3\nmissing: a,2\nmissing: b,3\n\n"));
+    EXPECT_THAT(grouped.out,
+                StartsWith("cases,count\nrows read,13\nleft out,7\nleft out: missing state,1\n"
+                           "left out: missing group,1\nleft out: missing weight,1\n"
+                           "left out: in neither group,1\nleft out: unusable weight,3\n"
+                           "used,6\npositive,3\nnegative,3\nweighted positive,7\n"
+                           "weighted negative,3\nmissing: a,2\nmissing: b,3\n\n"));
     EXPECT_THAT(grouped.err, HasSubstr("not whole numbers, rounded with halves up: 3\n"));
     EXPECT_THAT(run(question + "--compare paired", data).out,
                 AllOf(StartsWith("cases,count\nrows read,13\nleft out,5\nleft out: missing state,1\n"
@@ -160,16 +158,20 @@ TEST(Analyze, AccountsForEveryRow)
 TEST(Analyze, SaysWarningsInWords)
 {
     const std::string data = "s,t,u,g,one\n1,2,1,x,7\n0,2,2,x,\n1,3,3,y,\n0,1,4,y,8\n1,4,5,y,\n";
-    expectEndings("analyze - --state s=1 --test ", data, {
-        {"t,u,t", exitDone, "share test values in 't'; each such pair counts one half (430102 WARN_TieExist)"},
-        {"t,u --compare paired --group g", exitDone, "a paired comparison uses all cases (430104 WARN_GROUP_IGNORE)"},
-        {"u --bi-negative", exitDone, "positive as negative cases, for every test and group (430103 WARN_DIST_CHANGE)"},
-        {"u,s", exitDone, "note: 's' is the state; it is not also a test"},
-        {"u --pr", exitDone, "shown by --display and written by --pr-curve FILE"},
-        {"u --group u --cut 2", exitDone, "u where u < 2: no area: every case is positive"},
-        {"t,one --compare paired", exitDone, "one: no standard error: at least 2 positive"},
-        {"u --display", exitDone, "note: 5 rows read, 0 left out\n"},
-    });
+    expectEndings(
+        "analyze - --state s=1 --test ", data,
+        {
+            {"t,u,t", exitDone, "share test values in 't'; each such pair counts one half (430102 WARN_TieExist)"},
+            {"t,u --compare paired --group g", exitDone,
+             "a paired comparison uses all cases (430104 WARN_GROUP_IGNORE)"},
+            {"u --bi-negative", exitDone,
+             "positive as negative cases, for every test and group (430103 WARN_DIST_CHANGE)"},
+            {"u,s", exitDone, "note: 's' is the state; it is not also a test"},
+            {"u --pr", exitDone, "shown by --display and written by --pr-curve FILE"},
+            {"u --group u --cut 2", exitDone, "u where u < 2: no area: every case is positive"},
+            {"t,one --compare paired", exitDone, "one: no standard error: at least 2 positive"},
+            {"u --display", exitDone, "note: 5 rows read, 0 left out\n"},
+        });
 }
 
 TEST(Analyze, NamesTheStatusThatEndsAnAnalysis)
@@ -196,29 +198,31 @@ TEST(Analyze, NamesTheStatusThatEndsAnAnalysis)
 
 TEST(Analyze, RefusesWhatDoesNotFit)
 {
-    expectEndings("analyze - --state s=1 --test ", "s,t,g,n\n1,2,x,5\n0,1,y,7\n1,3,z,8\n0,2,z,9\n", {
-        {"t --cut 1", exitUsage, "name it with --group"},
-        {"t --group n --cut 6 --mid-point", exitUsage, "give one of them"},
-        {"t --group n --cut six", exitUsage, "--cut 'six': expected a number"},
-        {"t --group g --select x", exitUsage, "--select 'x': expected two values"},
-        {"t --group g --select x,NA", exitUsage, "'NA' stands for a missing value"},
-        {"t --group n --select 5,5.0", exitUsage, "are the same"},
-        {"t,n --compare paired --bi-negative", exitUsage, "--bi-negative does not go with --compare paired"},
-        {"t --keilwagen", exitUsage, "--pr or --pr-curve"},
-        {"t --no-curve --curve x", exitUsage, "--no-curve"},
-        {"t --no-curve --best", exitUsage, "--no-curve"},
-        {"t --curve x --pr-curve x", exitUsage, "the same file"},
-        {"t --curve x --plot ./x", exitUsage, "name the same file"},
-        {"t --report x.html --output x.html", exitUsage, "--output and --report name the same file"},
-        {"t --display --format csv", exitUsage, "leave out --format"},
-        {"t --group g", exitInput, "holds 'x', 'y', 'z'; it needs two values: pick them with --select"},
-        {"t --group g --mid-point", exitInput, "line 2, column 'g': 'x' is neither a number"},
-        {"t --group g --select x,w", exitInput, "column 'g' never holds 'w'"},
-        {"t --by s", exitUsage, "--by names the state column"},
-        {"t --weight v", exitInput, "no column 'v'"},
-        {"t --curve /no/such/place.csv", exitOutput, "cannot write /no/such/place.csv: No such file"},
-        {"t --curve /", exitOutput, "cannot write /: Is a directory"},
-    });
+    expectEndings(
+        "analyze - --state s=1 --test ", "s,t,g,n\n1,2,x,5\n0,1,y,7\n1,3,z,8\n0,2,z,9\n",
+        {
+            {"t --cut 1", exitUsage, "name it with --group"},
+            {"t --group n --cut 6 --mid-point", exitUsage, "give one of them"},
+            {"t --group n --cut six", exitUsage, "--cut 'six': expected a number"},
+            {"t --group g --select x", exitUsage, "--select 'x': expected two values"},
+            {"t --group g --select x,NA", exitUsage, "'NA' stands for a missing value"},
+            {"t --group n --select 5,5.0", exitUsage, "are the same"},
+            {"t,n --compare paired --bi-negative", exitUsage, "--bi-negative does not go with --compare paired"},
+            {"t --keilwagen", exitUsage, "--pr or --pr-curve"},
+            {"t --no-curve --curve x", exitUsage, "--no-curve"},
+            {"t --no-curve --best", exitUsage, "--no-curve"},
+            {"t --curve x --pr-curve x", exitUsage, "the same file"},
+            {"t --curve x --plot ./x", exitUsage, "name the same file"},
+            {"t --report x.html --output x.html", exitUsage, "--output and --report name the same file"},
+            {"t --display --format csv", exitUsage, "leave out --format"},
+            {"t --group g", exitInput, "holds 'x', 'y', 'z'; it needs two values: pick them with --select"},
+            {"t --group g --mid-point", exitInput, "line 2, column 'g': 'x' is neither a number"},
+            {"t --group g --select x,w", exitInput, "column 'g' never holds 'w'"},
+            {"t --by s", exitUsage, "--by names the state column"},
+            {"t --weight v", exitInput, "no column 'v'"},
+            {"t --curve /no/such/place.csv", exitOutput, "cannot write /no/such/place.csv: No such file"},
+            {"t --curve /", exitOutput, "cannot write /: Is a directory"},
+        });
 }
 
 TEST_F(AnalyzeFiles, OneAnalysisByValueIsThatOfItsRows)
@@ -233,9 +237,10 @@ TEST_F(AnalyzeFiles, OneAnalysisByValueIsThatOfItsRows)
         const auto files = [&](const char* name) { return " --curve " + curve + " --pr-curve " + curve + name; };
         const Outcome all = run(question + "--by site" + files("pr"), data);
         EXPECT_EQ(all.exitCode, exitDone);
-        EXPECT_THAT(all.err, AllOf(HasSubstr("warning: site = x: no result: no row with the positive state is left"),
-                                   HasSubstr("rows with a missing 'site', in no analysis: 1\n"),
-                                   HasSubstr("warning: site = 9: ties")));
+        EXPECT_THAT(all.err,
+                    AllOf(HasSubstr("warning: site = x: no result: no row with the positive state is left"),
+                          HasSubstr("rows with a missing 'site', in no analysis: 1\n"),
+                          HasSubstr("warning: site = 9: ties")));
         std::string together = all.out + contentOf(curve) + contentOf(curve + "pr");
         for (const auto& [value, rows] : {std::pair{"9", nine}, std::pair{"10", ten}}) {
             const Outcome one = run(question + files("pr"), header + rows);
@@ -243,8 +248,9 @@ TEST_F(AnalyzeFiles, OneAnalysisByValueIsThatOfItsRows)
             for (std::string line; std::getline(lines, line);) {
                 if (line.empty()) // between tables
                     continue;
-                EXPECT_THAT("\n" + together, AnyOf(HasSubstr(std::string("\n") + value + "," + line + "\n"),
-                                                   HasSubstr("\nby," + line + "\n")));
+                EXPECT_THAT(
+                    "\n" + together,
+                    AnyOf(HasSubstr(std::string("\n") + value + "," + line + "\n"), HasSubstr("\nby," + line + "\n")));
             }
             EXPECT_LT(together.find(std::string("\n") + "9,"), together.find("\n10,"));
         }
@@ -255,14 +261,17 @@ TEST_F(AnalyzeFiles, OneAnalysisByValueIsThatOfItsRows)
     const std::string byId = "analyze - --state s=1 --test t --by id";
     EXPECT_THAT(run(byId, tooMany).err, HasSubstr("'id' holds 1001 different values; --by takes 1000 at most"));
     EXPECT_THAT(run(byId, "s,t,id\n1,2,\n").err, HasSubstr("column 'id' holds missing cells only"));
-    expectEndings(byId, "s,t,id\n1,2,a\n1,3,b\n", {{"", exitDone, "id = a: t: no area: every case is positive"},
-                                                   {" --display", exitUsage, "leave out --by"}});
+    expectEndings(
+        byId, "s,t,id\n1,2,a\n1,3,b\n",
+        {{"", exitDone, "id = a: t: no area: every case is positive"}, {" --display", exitUsage, "leave out --by"}});
     EXPECT_EQ(run(byId, "s,t,id\n0,2,a\n1,3,\n").exitCode, exitNoResult);
     const std::string noneIll = "s,t,u,id\n1,2,1,a\n0,1,1,a\n1,3,2,a\n0,5,,b\n0,6,7,b\n"; // among b
     const std::string json = run("analyze - --state s=1 --test t,u --by id --format json", noneIll).out;
     EXPECT_THAT(json, HasSubstr(R"({"by": "b", "cases": "rows read", "count": 2})"));
-    EXPECT_THAT(json, HasSubstr(R"("variable": "t", "group": "all cases", "positive": 0, "negative": 2, "area": null)"));
-    EXPECT_THAT(json, HasSubstr(R"("variable": "u", "group": "all cases", "positive": 0, "negative": 1, "area": null)"));
+    EXPECT_THAT(json,
+                HasSubstr(R"("variable": "t", "group": "all cases", "positive": 0, "negative": 2, "area": null)"));
+    EXPECT_THAT(json,
+                HasSubstr(R"("variable": "u", "group": "all cases", "positive": 0, "negative": 1, "area": null)"));
 }
 
 TEST(Analyze, TestAllTakesTheNumbersWithoutAnotherPart)
@@ -284,8 +293,9 @@ TEST_F(AnalyzeFiles, HoldThePointsOfTheOtherCommands)
         const std::string question = " - --state s=1 --test t " + options.substr(pr ? 4 : 0);
         analyze(question + (pr ? " --pr-curve " : " --curve ") + curve, tied);
         const Rows rows = rowsOfCsv(contentOf(curve));
-        EXPECT_EQ(slice(rows.at(0), 2, 3), pr ? (Cells{"recall", "precision", "interpolated"})
-                                              : (Cells{"cut_off", "sensitivity", "specificity"}));
+        EXPECT_EQ(slice(rows.at(0), 2, 3),
+                  pr ? (Cells{"recall", "precision", "interpolated"})
+                     : (Cells{"cut_off", "sensitivity", "specificity"}));
         const Rows other = rowsOf((pr ? "pr" : "curve") + question, tied);
         ASSERT_EQ(rows.size(), other.size() + 1);
         for (std::size_t i = 0; i < other.size(); ++i) {

@@ -1,5 +1,5 @@
-#include "cli/Failure.h"
-#include "cli/input/Compression.h"
+#include "cli/sources/Compression.h"
+#include "cli/words/Failure.h"
 #include "tests/support/pieces.h"
 
 #include <gmock/gmock.h>

@@ -28,16 +28,18 @@ struct ConfigText {
 
 TEST(Config, FillsInWhatTheArgumentsDoNotSay)
 {
-    const ConfigText config("FILE = \"" + dataFolder + "breast_cancer.csv\"\n"
-                            "state = 'diagnosis=malignant'\ntest = ['radius_mean', 'area_mean']\nlevel = 0.9\n"
-                            "[auc]\nlevel = 0.5\n[compare]\nformat = 'csv'\nsmaller = true\n");
+    const ConfigText config("FILE = \"" + dataFolder
+                            + "breast_cancer.csv\"\n"
+                              "state = 'diagnosis=malignant'\ntest = ['radius_mean', 'area_mean']\nlevel = 0.9\n"
+                              "[auc]\nlevel = 0.5\n[compare]\nformat = 'csv'\nsmaller = true\n");
     const std::string tests = "--test radius_mean,area_mean ";
     const struct {
         std::string arguments;
         std::string same;
     } runs[] = {
         {"auc", "auc " + cancer + tests + "--level 0.5"}, // a section goes before the rest
-        {"auc --level 0.6 --test area_mean", "auc " + cancer + "--test area_mean --level 0.6"}, // an argument before both
+        {"auc --level 0.6 --test area_mean",
+         "auc " + cancer + "--test area_mean --level 0.6"}, // an argument before both
         {"compare", "compare " + cancer + tests + "--level 0.9 --smaller --format csv"},
         {"curve", "curve " + cancer + tests}, // which has no --level
     };
@@ -74,11 +76,12 @@ TEST(Config, AnArgumentReplacesTheWholeSource)
     const std::string state = "state = 'diagnosis=malignant'\ntest = 'radius_mean'\n";
     const ConfigText database("sqlite = 'no.db'\nquery = 'x'\n" + state);
     const ConfigText text("FILE = 'no.csv'\ndelimiter = 'tab'\n" + state);
-    expectEndings("auc ", "", {
-        {"--config " + database.path + " " + dataFolder + "breast_cancer.csv", exitDone, ""},
-        {"--config " + database.path + " --table t", exitInput, "cannot read no.db"},
-        {"--config " + text.path + " --sqlite some.db --table t", exitInput, "cannot read some.db"},
-    });
+    expectEndings("auc ", "",
+                  {
+                      {"--config " + database.path + " " + dataFolder + "breast_cancer.csv", exitDone, ""},
+                      {"--config " + database.path + " --table t", exitInput, "cannot read no.db"},
+                      {"--config " + text.path + " --sqlite some.db --table t", exitInput, "cannot read some.db"},
+                  });
     const ConfigText sections("FILE = 'no.csv'\n[auc]\nsqlite = 'section.db'\ntable = 't'\n" + state);
     expectEndings("auc ", "", {{"--config " + sections.path, exitInput, "cannot read section.db"}});
 }
@@ -97,30 +100,34 @@ TEST(Files, WrittenAreNeitherReadNorWrittenTwice)
     for (const std::string option : {"--output ", "--curve ", "--pr-curve ", "--plot ", "--report "})
         for (const std::string& path : {data.string(), spelled, link.string()})
             expectEndings("analyze " + given + data.string() + " ", "", {{option + path, exitUsage, isInput}});
-    expectEndings("columns ", "", {
-        {given + spelled + " --output " + data.string(), exitUsage, "--output names the input"},
-        {given + data.string() + " --output " + config.path, exitUsage, "--output names the --config file"},
-        {given + "--sqlite " + data.string() + " --table t --output " + data.string(), exitUsage, isInput},
-        {given + data.string() + " --output -", exitDone, ""},
-        {given + data.string() + " --output=", exitUsage, "--output needs a value"},
-    });
+    expectEndings(
+        "columns ", "",
+        {
+            {given + spelled + " --output " + data.string(), exitUsage, "--output names the input"},
+            {given + data.string() + " --output " + config.path, exitUsage, "--output names the --config file"},
+            {given + "--sqlite " + data.string() + " --table t --output " + data.string(), exitUsage, isInput},
+            {given + data.string() + " --output -", exitDone, ""},
+            {given + data.string() + " --output=", exitUsage, "--output needs a value"},
+        });
     std::ifstream kept(data);
     EXPECT_EQ(std::string(std::istreambuf_iterator<char>(kept), {}), tied);
 }
 
 TEST(Misuse, SaysWhatIsWrongAndWhatToDo)
 {
-    expectEndings("auc " + radius, "", {
-        {"--plot x.svg", exitUsage, "no option '--plot' in auc; 'analyze' has it"},
-        {"--group s=1,2", exitUsage, "no option '--group' in auc; 'analyze', 'compare' have it"},
-        {"--levle 1", exitUsage, "did you mean '--level'?"},
-        {"-- --level .5", exitUsage, "'--level' stands behind --"},
-        {"--level .9 --level .8", exitUsage, "--level is given 2 times"},
-        {"--smaller=maybe", exitUsage, "--smaller takes no value"},
-        {"--level", exitUsage, "--level needs a value: --level P"},
-        {"--output --quiet", exitUsage, "--output needs a value: --output FILE; the option --quiet follows"},
-        {"--test all", exitInput, "analyze alone takes --test all"},
-    });
+    expectEndings(
+        "auc " + radius, "",
+        {
+            {"--plot x.svg", exitUsage, "no option '--plot' in auc; 'analyze' has it"},
+            {"--group s=1,2", exitUsage, "no option '--group' in auc; 'analyze', 'compare' have it"},
+            {"--levle 1", exitUsage, "did you mean '--level'?"},
+            {"-- --level .5", exitUsage, "'--level' stands behind --"},
+            {"--level .9 --level .8", exitUsage, "--level is given 2 times"},
+            {"--smaller=maybe", exitUsage, "--smaller takes no value"},
+            {"--level", exitUsage, "--level needs a value: --level P"},
+            {"--output --quiet", exitUsage, "--output needs a value: --output FILE; the option --quiet follows"},
+            {"--test all", exitInput, "analyze alone takes --test all"},
+        });
     expectEndings("", "", {{"--quiet", exitUsage, "no command: name one of 'analyze', "}});
     expectEndings("compare " + radius, "", {{"--group area_mean", exitUsage, "expected COLUMN=VALUE,VALUE"}});
     EXPECT_EQ(run("help auc").out, run("auc --help").out);
@@ -166,7 +173,9 @@ TEST(Progress, GoesWhereTheOptionSays)
     EXPECT_EQ(said("never", atOnce), "");
     EXPECT_EQ(said("auto", {}), "");
     EXPECT_THAT(said("always", {}), HasSubstr("vexroc: 3 %, 0 of 3 rows"));
-    EXPECT_THAT(said("json", {}), AllOf(StartsWith("{\"phase\":\"analysis\",\"share\":0.030,\"rows\":0,\"of\":3,"), Not(HasSubstr("\x1b"))));
+    EXPECT_THAT(
+        said("json", {}),
+        AllOf(StartsWith("{\"phase\":\"analysis\",\"share\":0.030,\"rows\":0,\"of\":3,"), Not(HasSubstr("\x1b"))));
 }
 
 TEST(Progress, OfReadingCountsTheRows)

@@ -2,7 +2,7 @@
 #include "cli/picture/Glyphs.h"
 #include "cli/picture/PanelLabels.h"
 #include "cli/picture/Thinning.h"
-#include "cli/run/ChildProcess.h"
+#include "cli/system/ChildProcess.h"
 #include "programRun.h"
 
 #include <sys/wait.h>
@@ -15,8 +15,18 @@ namespace vexroc {
 namespace {
 
 // Columns of the table of best cut-offs.
-enum { variable, group, cutOff, youden, sensitivity, specificity, truePositive, falsePositive, trueNegative,
-       falseNegative };
+enum {
+    variable,
+    group,
+    cutOff,
+    youden,
+    sensitivity,
+    specificity,
+    truePositive,
+    falsePositive,
+    trueNegative,
+    falseNegative
+};
 
 Rows bestCutOffs(const std::string& arguments, const std::string& data)
 {
@@ -30,10 +40,7 @@ Rows bestCutOffs(const std::string& arguments, const std::string& data)
     return rows;
 }
 
-double stepsBetween(const PathPoint& a, const PathPoint& b)
-{
-    return std::fabs(a.x - b.x) + std::fabs(a.y - b.y);
-}
+double stepsBetween(const PathPoint& a, const PathPoint& b) { return std::fabs(a.x - b.x) + std::fabs(a.y - b.y); }
 
 } // namespace
 
@@ -69,10 +76,22 @@ TEST(Thinning, KeepsEndsAndChosenPointsAndComesNearAllOthers)
         PathPoint (*at)(std::size_t i, double share);
     };
     const Shape shapes[] = {
-        {"stairs", [](std::size_t i, double share) { return PathPoint{share, share + double(i % 2) * 1e-6}; }},
-        {"one long step", [](std::size_t i, double share) { return PathPoint{i < 500000 ? 0.0 : 1.0, share}; }},
-        {"teeth", [](std::size_t i, double share) { return PathPoint{share, double(i % 7) / 7.0}; }},
-        {"one place", [](std::size_t, double) { return PathPoint{0.5, 0.5}; }},
+        {"stairs",
+         [](std::size_t i, double share) {
+             return PathPoint{share, share + double(i % 2) * 1e-6};
+         }},
+        {"one long step",
+         [](std::size_t i, double share) {
+             return PathPoint{i < 500000 ? 0.0 : 1.0, share};
+         }},
+        {"teeth",
+         [](std::size_t i, double share) {
+             return PathPoint{share, double(i % 7) / 7.0};
+         }},
+        {"one place",
+         [](std::size_t, double) {
+             return PathPoint{0.5, 0.5};
+         }},
     };
     constexpr std::size_t many = 1000000;
     constexpr std::size_t chosen = 345678;
@@ -100,7 +119,10 @@ TEST(Thinning, KeepsEndsAndChosenPointsAndComesNearAllOthers)
 TEST(PanelLabels, StayInsideTheAxesAndCoverNeitherEachOtherNorADot)
 {
     const std::vector<std::vector<PathPoint>> cases{
-        {{0.0, 0.0}}, {{1.0, 1.0}}, {{0.3, 0.7}, {0.3, 0.7}, {0.3, 0.7}, {0.3, 0.7}}, {{0.9, 0.05}, {0.92, 0.02}},
+        {{0.0, 0.0}},
+        {{1.0, 1.0}},
+        {{0.3, 0.7}, {0.3, 0.7}, {0.3, 0.7}, {0.3, 0.7}},
+        {{0.9, 0.05}, {0.92, 0.02}},
         {{0.1, 0.9}, {0.2, 0.87}, {0.22, 0.84}},
     };
     for (const auto& dots : cases) {

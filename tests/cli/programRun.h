@@ -1,7 +1,7 @@
 #pragma once
 
-#include "cli/Failure.h"
 #include "cli/Program.h"
+#include "cli/words/Failure.h"
 #include "dataFolder.h"
 
 #include <gmock/gmock.h>
@@ -38,8 +38,7 @@ struct Outcome {
 };
 
 /// Runs the program on the arguments, split at blanks; what it says goes to err.
-inline Outcome run(const std::string& arguments, const std::string& standardInput, std::ostream& err,
-                   Terminal terminal)
+inline Outcome run(const std::string& arguments, const std::string& standardInput, std::ostream& err, Terminal terminal)
 {
     Cells args = split(arguments, ' ');
     std::erase(args, "");

@@ -18,8 +18,8 @@ TEST(Program, CurveReadsBackAsTheVeryDoublesOfTheCall)
 {
     const Rows rows = rowsOf("curve " + fawcett);
     const std::array actual{1., 1., 0., 1., 1., 1., 0., 0., 1., 0., 1., 0., 1., 0., 0., 0., 1., 0., 1., 0.};
-    const std::array score{.9, .8, .7, .6, .55, .54, .53, .52, .51, .505,
-                           .4, .39, .38, .37, .36, .35, .34, .33, .3, .1};
+    const std::array score{.9, .8,  .7,  .6,  .55, .54, .53, .52, .51, .505,
+                           .4, .39, .38, .37, .36, .35, .34, .33, .3,  .1};
     const roccurve_res curve = roccurve(actual.data(), score.data(), 20, nullptr, "include", "larger");
     ASSERT_EQ(rows.size(), static_cast<std::size_t>(curve.count));
     for (std::size_t i = 0; i < rows.size(); ++i)
@@ -81,51 +81,58 @@ TEST(Program, MatchesStatesAsTextOrAsNumbers)
 
 TEST(Program, ExplainsWhatCouldNotBeComputed)
 {
-    expectEndings("auc - --state s=1 --test ", "s,t,positive,negative,none\n1,2,2,,\n0,1,,1,\n0,3,,3,\n", {
-        {"positive", exitDone, "positive: no area: every case is positive"},
-        {"none", exitDone, "none: no area: no case is left"},
-        {"t --bi-negative", exitDone, "needs as many positive as negative cases (1 and 2"},
-    });
-    expectEndings("", "s,t,u\n1,NA,2\n0,3,1\n0,4,3\n0,5,NA\n", {
-        {"curve - --state s=1 --test t", exitDone, "no curve: every case is negative"},
-        {"compare - --state s=1 --test u,u", exitDone, "no standard error: at least 2 positive and 2 negative"},
-    });
-    expectEndings("", "s,t\n1,2\n0,3\n", {
-        {"pr - --state s=1 --test t", exitDone, "at least 3 cases are needed"},
-        {"analyze - --state s=1 --test t", exitDone, "t: no curve: at least 3 cases are needed"},
-        {"auc - --state s=1 --test t", exitDone, "t: the standard error is 0; significance and interval say nothing"},
-    });
-    expectEndings("auc - --state s=1 --test t", "s,t\n1,1\n1,2\n1,3\n1,7\n0,4\n0,5\n0,6\n0,8\n0,9\n", {
-        {"", exitDone, "t: the area is below 0.5, smaller values are more positive; give --smaller"}});
+    expectEndings("auc - --state s=1 --test ", "s,t,positive,negative,none\n1,2,2,,\n0,1,,1,\n0,3,,3,\n",
+                  {
+                      {"positive", exitDone, "positive: no area: every case is positive"},
+                      {"none", exitDone, "none: no area: no case is left"},
+                      {"t --bi-negative", exitDone, "needs as many positive as negative cases (1 and 2"},
+                  });
+    expectEndings(
+        "", "s,t,u\n1,NA,2\n0,3,1\n0,4,3\n0,5,NA\n",
+        {
+            {"curve - --state s=1 --test t", exitDone, "no curve: every case is negative"},
+            {"compare - --state s=1 --test u,u", exitDone, "no standard error: at least 2 positive and 2 negative"},
+        });
+    expectEndings("", "s,t\n1,2\n0,3\n",
+                  {
+                      {"pr - --state s=1 --test t", exitDone, "at least 3 cases are needed"},
+                      {"analyze - --state s=1 --test t", exitDone, "t: no curve: at least 3 cases are needed"},
+                      {"auc - --state s=1 --test t", exitDone,
+                       "t: the standard error is 0; significance and interval say nothing"},
+                  });
+    expectEndings("auc - --state s=1 --test t", "s,t\n1,1\n1,2\n1,3\n1,7\n0,4\n0,5\n0,6\n0,8\n0,9\n",
+                  {{"", exitDone, "t: the area is below 0.5, smaller values are more positive; give --smaller"}});
 }
 
 TEST(Program, EndsWithTheExitCodeAndTheMessageOfTheFault)
 {
     const std::string radius = cancer + "--test radius_mean ";
     const std::string scores = dataFolder + "fawcett_2006.csv --test score ";
-    expectEndings("", "", {
-        {"", exitUsage, "Examples:"},
-        {"aux", exitUsage, "no command 'aux'; did you mean 'auc'?"},
-        {"auc", exitUsage, "--state is required; see vexroc auc --help"},
-        {"auc " + radius + "--smaler", exitUsage, "no option '--smaler'; did you mean '--smaller'?"},
-        {"auc " + radius + "more", exitUsage, "unexpected argument 'more'"},
-        {"auc " + scores + "--state class", exitUsage, "expected COLUMN=VALUE"},
-        {"auc " + scores + "--state class=NA", exitUsage, "missing value"},
-        {"auc " + cancer + "--test radius_mean,", exitUsage, "an item of the list is empty"},
-        {"auc " + radius + "--level 1", exitUsage, "--level '1': expected a number between 0 and 1"},
-        {"auc " + radius + "--format cvs", exitUsage, "no word 'cvs'; did you mean 'csv'?"},
-        {"auc " + radius + "--delimiter x", exitUsage, "expected comma, tab or semicolon"},
-        {"curve " + radius + "--level 0.9", exitUsage, "no option '--level'"},
-        {"compare " + radius, exitUsage, "name two or more tests"},
-        {"compare " + radius + "--group diagnosis=benign", exitUsage, "expected COLUMN=VALUE,VALUE"},
-        {"compare " + radius + "--group area_mean=1001,1001.0", exitUsage, "are the same"},
-        {"compare " + radius + "--test area_mean --bi-negative", exitUsage, "--bi-negative goes with"},
-        {"auc nothing.csv --state a=1 --test b", exitInput, "cannot read nothing.csv: No such file or directory"},
-        {"auc " + dataFolder + " --state a=1 --test b", exitInput, "Is a directory"},
-        {"auc " + cancer + "--test radius_men", exitInput, "did you mean 'radius_mean'?"},
-        {"auc " + cancer + "--test diagnosis", exitInput, "line 2, column 'diagnosis': 'malignant' is neither"},
-        {"auc " + radius + "--delimiter tab", exitInput, "no column 'diagnosis' in the header"},
-    });
+    expectEndings(
+        "", "",
+        {
+            {"", exitUsage, "Examples:"},
+            {"aux", exitUsage, "no command 'aux'; did you mean 'auc'?"},
+            {"auc", exitUsage, "--state is required; see vexroc auc --help"},
+            {"auc " + radius + "--smaler", exitUsage, "no option '--smaler'; did you mean '--smaller'?"},
+            {"auc " + radius + "more", exitUsage, "unexpected argument 'more'"},
+            {"auc " + scores + "--state class", exitUsage, "expected COLUMN=VALUE"},
+            {"auc " + scores + "--state class=NA", exitUsage, "missing value"},
+            {"auc " + cancer + "--test radius_mean,", exitUsage, "an item of the list is empty"},
+            {"auc " + radius + "--level 1", exitUsage, "--level '1': expected a number between 0 and 1"},
+            {"auc " + radius + "--format cvs", exitUsage, "no word 'cvs'; did you mean 'csv'?"},
+            {"auc " + radius + "--delimiter x", exitUsage, "expected comma, tab or semicolon"},
+            {"curve " + radius + "--level 0.9", exitUsage, "no option '--level'"},
+            {"compare " + radius, exitUsage, "name two or more tests"},
+            {"compare " + radius + "--group diagnosis=benign", exitUsage, "expected COLUMN=VALUE,VALUE"},
+            {"compare " + radius + "--group area_mean=1001,1001.0", exitUsage, "are the same"},
+            {"compare " + radius + "--test area_mean --bi-negative", exitUsage, "--bi-negative goes with"},
+            {"auc nothing.csv --state a=1 --test b", exitInput, "cannot read nothing.csv: No such file or directory"},
+            {"auc " + dataFolder + " --state a=1 --test b", exitInput, "Is a directory"},
+            {"auc " + cancer + "--test radius_men", exitInput, "did you mean 'radius_mean'?"},
+            {"auc " + cancer + "--test diagnosis", exitInput, "line 2, column 'diagnosis': 'malignant' is neither"},
+            {"auc " + radius + "--delimiter tab", exitInput, "no column 'diagnosis' in the header"},
+        });
 }
 
 TEST(Program, HelpNamesEveryCommandAndOption)

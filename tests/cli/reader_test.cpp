@@ -1,8 +1,8 @@
-#include "cli/Failure.h"
-#include "cli/input/BinaryCopy.h"
 #include "cli/input/DelimitedReader.h"
-#include "cli/input/Sample.h"
 #include "cli/input/TableBuilder.h"
+#include "cli/sources/BinaryCopy.h"
+#include "cli/study/Sample.h"
+#include "cli/words/Failure.h"
 #include "tests/support/pieces.h"
 
 #include <gmock/gmock.h>
@@ -65,7 +65,7 @@ TEST(BinaryCopy, ReadsRowsFromPartsOfAnyLengthAndRefusesOthers)
 {
     using namespace std::string_literals;
     const std::string header = "PGCOPY\n\xFF\r\n\0\0\0\0\0\0\0\0\0"s;
-    const std::string number = "\0\0\0\4\xFF\xFF\xFF\xF9"s;                             // -7
+    const std::string number = "\0\0\0\4\xFF\xFF\xFF\xF9"s; // -7
     const std::string numeric = "\0\0\0\xE\0\3\0\1\x40\0\0\2\0\1\x09\x29\x1A\x2C"s;
     // -12345.67: groups 1, 2345, 6700
     const std::string null = "\xFF\xFF\xFF\xFF";
@@ -75,9 +75,8 @@ TEST(BinaryCopy, ReadsRowsFromPartsOfAnyLengthAndRefusesOthers)
         EXPECT_EQ(copied(whole, pieceSize), "-7|-12345.67|ab|missing|missing|ab|") << pieceSize;
     for (std::size_t length = 0; length < whole.size(); ++length)
         EXPECT_EQ(copied(whole.substr(0, length), 7), "not complete") << length;
-    for (const std::string& wrong :
-         {"PGCOPX"s + whole.substr(6), header + "\0\2"s + number + numeric, whole + "x",
-          header + "\0\3"s + text + numeric + text, header + "\0\3"s + number + text + text})
+    for (const std::string& wrong : {"PGCOPX"s + whole.substr(6), header + "\0\2"s + number + numeric, whole + "x",
+                                     header + "\0\3"s + text + numeric + text, header + "\0\3"s + number + text + text})
         EXPECT_EQ(copied(wrong, wrong.size()), "not understood");
 }
 
@@ -120,8 +119,9 @@ TEST(DelimitedReader, TellsMissingCellsFromWordsAndReadsNumbersExactly)
     EXPECT_THAT(missing.numbers("test").subspan(1), Each(IsNan()));
     const DataTable table = read("state,test\na,0.1\na,+1e3\na,-0\na,inf\na,-Infinity\na,5e-324\n"
                                  "a,1.7976931348623157e308\na,9007199254740993\n");
-    EXPECT_THAT(table.numbers("test"), ElementsAre(0.1, 1000.0, 0.0, infinity, -infinity, 5e-324,
-                                                   std::numeric_limits<double>::max(), 9007199254740992.0));
+    EXPECT_THAT(table.numbers("test"),
+                ElementsAre(0.1, 1000.0, 0.0, infinity, -infinity, 5e-324, std::numeric_limits<double>::max(),
+                            9007199254740992.0));
 }
 
 TEST(DelimitedReader, KeepsAColumnOncePerKind)
@@ -137,9 +137,7 @@ TEST(DelimitedReader, KeepsAColumnOncePerKind)
 TEST(DelimitedReader, ReadsDecimalCommasOnRequestAndThenNoPoints)
 {
     const TextForm comma{.delimiter = {}, .decimal = ','};
-    const auto readComma = [&](const std::string& text) {
-        return read(text, stateAndTest, std::string::npos, comma);
-    };
+    const auto readComma = [&](const std::string& text) { return read(text, stateAndTest, std::string::npos, comma); };
     const DataTable table = readComma("state;test\n1,5;1,5\n1,50;-,5e1\n1.5;inf\n.;.\n");
     EXPECT_THAT(table.numbers("test").first(3), ElementsAre(1.5, -5.0, infinity));
     EXPECT_THAT(matchRows(table, {"state", {"1,5"}}), ElementsAre(0, 0, otherValue, missingValue)); // 1,50 is 1,5
@@ -157,10 +155,13 @@ TEST(DelimitedReader, NamesPlaceAndCellOfWhatItCannotRead)
         {std::string("state,test\na,1\nb,2\0\n", 20), "data.csv, line 3: a zero byte in the text"},
         {"sep=;\nstate;test\na;x1\n", "line 3, column 'test': 'x1'"},
         {"SQLite format 3", "data.csv is an SQLite database; read it with --sqlite"},
-        {"\xFD" "7zXZ", "data.csv is packed by xz; unpack it"},
+        {"\xFD"
+         "7zXZ",
+         "data.csv is packed by xz; unpack it"},
         {"PK\x03\x04", "is a spreadsheet or a ZIP archive"},
-        {"state;test\na;1,5\n", "'1,5' is neither a number nor missing; write a number, or leave the cell empty (for "
-                                "decimal commas: --decimal comma)"},
+        {"state;test\na;1,5\n",
+         "'1,5' is neither a number nor missing; write a number, or leave the cell empty (for "
+         "decimal commas: --decimal comma)"},
         {"state,test\n\"a\nb\",1\nc,\"\nd\"\n", "line 4, column 'test': '\\nd'"},
         {"state,test\ra,1\rb,x\r", "line 3, column 'test': 'x'"},
         {"state,test\ra,1\rb,2\nc,3\n\nd,x\n", "line 6, column 'test': 'x'"},

@@ -10,12 +10,9 @@ namespace vexroc {
 namespace {
 
 constexpr std::array columns{
-    TableColumn{"test", "test", CellRole::name},
-    TableColumn{"cases", "cases", CellRole::count, 1},
-    TableColumn{"yes", "yes", CellRole::flag, 1},
-    TableColumn{"area", "area", CellRole::statistic, 2},
-    TableColumn{"sig", "sig", CellRole::significance, 2},
-    TableColumn{"cut", "cut", CellRole::measure, 2},
+    TableColumn{"test", "test", CellRole::name},          TableColumn{"cases", "cases", CellRole::count, 1},
+    TableColumn{"yes", "yes", CellRole::flag, 1},         TableColumn{"area", "area", CellRole::statistic, 2},
+    TableColumn{"sig", "sig", CellRole::significance, 2}, TableColumn{"cut", "cut", CellRole::measure, 2},
 };
 
 std::string tableOf(OutputFormat format)
@@ -32,23 +29,25 @@ std::string tableOf(OutputFormat format)
 
 TEST(Table, CsvIsExactAndQuotesWhatNeedsIt)
 {
-    EXPECT_EQ(tableOf(OutputFormat::csv), "test,cases,yes,area,sig,cut\n"
-                                          "a,1000000,1,0.30000000000000004,9e-05,18.000000000000004\n"
-                                          "\"größe, \"\"x\"\"\n\",2,0,-1e-07,0.05,inf\n"
-                                          "\"\",0,0,NA,1,-0\n");
+    EXPECT_EQ(tableOf(OutputFormat::csv),
+              "test,cases,yes,area,sig,cut\n"
+              "a,1000000,1,0.30000000000000004,9e-05,18.000000000000004\n"
+              "\"größe, \"\"x\"\"\n\",2,0,-1e-07,0.05,inf\n"
+              "\"\",0,0,NA,1,-0\n");
 }
 
 TEST(Table, TextIsRoundedAlignedAndSetInPanels)
 {
-    EXPECT_EQ(tableOf(OutputFormat::text), "test            cases  yes\n"
-                                           "a             1000000  yes\n"
-                                           "größe, \"x\"\\n        2   no\n"
-                                           "                    0   no\n"
-                                           "\n"
-                                           "test              area      sig  cut\n"
-                                           "a               0.3000  <0.0001   18\n"
-                                           "größe, \"x\"\\n  -1.0e-07   0.0500  inf\n"
-                                           "                    NA   1.0000   -0\n");
+    EXPECT_EQ(tableOf(OutputFormat::text),
+              "test            cases  yes\n"
+              "a             1000000  yes\n"
+              "größe, \"x\"\\n        2   no\n"
+              "                    0   no\n"
+              "\n"
+              "test              area      sig  cut\n"
+              "a               0.3000  <0.0001   18\n"
+              "größe, \"x\"\\n  -1.0e-07   0.0500  inf\n"
+              "                    NA   1.0000   -0\n");
 }
 
 } // namespace vexroc

@@ -1,5 +1,7 @@
-#include "cli/Failure.h"
-#include "cli/text/Words.h"
+#include "cli/words/Failure.h"
+#include "cli/words/Lists.h"
+#include "cli/words/NearWords.h"
+#include "cli/words/VisibleText.h"
 
 #include <gmock/gmock.h>
 
@@ -39,12 +41,12 @@ TEST(Words, VisibleTextHasNoControlCharactersAndIsUtf8)
         {"a\tb\nc\r", "a\\tb\\nc\\r"},
         {"\x1b[31m\x7f", "\\x1b[31m\\x7f"},
         {"Größe €😀", "Größe €😀"},
-        {"\xC2\x9B[", "\\xc2\\x9b["},       // a control character of U+0080 to U+009F
-        {"\xE9t\xE9", "\\xe9t\\xe9"},         // Latin-1
-        {"\xED\xA0\x80", "\\xed\\xa0\\x80"}, // half of a surrogate pair
-        {"\xE2\x82", "\\xe2\\x82"},           // cut short
-        {"a\u202Eb", "a\\xe2\\x80\\xaeb"},    // turns the direction
-        {"\\d \\n \\\n", "\\d \\\\n \\\\\\n"},   // a backslash where it would read as an escape
+        {"\xC2\x9B[", "\\xc2\\x9b["},          // a control character of U+0080 to U+009F
+        {"\xE9t\xE9", "\\xe9t\\xe9"},          // Latin-1
+        {"\xED\xA0\x80", "\\xed\\xa0\\x80"},   // half of a surrogate pair
+        {"\xE2\x82", "\\xe2\\x82"},            // cut short
+        {"a\u202Eb", "a\\xe2\\x80\\xaeb"},     // turns the direction
+        {"\\d \\n \\\n", "\\d \\\\n \\\\\\n"}, // a backslash where it would read as an escape
     };
     for (const auto& [text, shown] : texts)
         EXPECT_EQ(visible(text), shown);

@@ -46,11 +46,9 @@ protected:
     const int answer = varList.AddTwoValued("answer");
     const int grade = varList.AddCategorical("grade", {{-1, "low"}, {2, "high"}});
     // Of the seven cases, two of the points on the way from three true positives to none are interpolated.
-    ROCSpace space = spaceOf(
-        {{true, 5, 2}, {true, 5}, {true, 5}, {false, 5}, {false, 2}, {true, 1}, {false, 0, 4}});
+    ROCSpace space = spaceOf({{true, 5, 2}, {true, 5}, {true, 5}, {false, 5}, {false, 2}, {true, 1}, {false, 0, 4}});
     FixedStats stats{
-        space,
-        {.area = 0.75, .giniIndex = 0.5, .stdError = 0.125, .asymptoticSig = 1.0 / 3, .interval = {-0.25, 1.5}}};
+        space, {.area = 0.75, .giniIndex = 0.5, .stdError = 0.125, .asymptoticSig = 1.0 / 3, .interval = {-0.25, 1.5}}};
     ROCOutBase first{score, stats, false};
     ROCOutBase second{age, sex, Equal, 1.0, stats, true};
 };
@@ -87,8 +85,9 @@ TEST_F(ResultDisplay, ShowsMissingValues)
     EXPECT_THAT(text, HasSubstr("Negative count:0 Positive count:2\n"));
     EXPECT_THAT(text,
                 HasSubstr("Area:nan Gini Index:nan Std Error:nan Asymptotic Sig.:nan CILower:nan CIUpper: nan\n"));
-    EXPECT_THAT(text, HasSubstr("Distribution changes to Nonparmetric? yes\n"
-                                "Positive or Negative count is zero (0)? yes\n"));
+    EXPECT_THAT(text,
+                HasSubstr("Distribution changes to Nonparmetric? yes\n"
+                          "Positive or Negative count is zero (0)? yes\n"));
 }
 
 TEST_F(ResultDisplay, ShowsAGroupValueByItsLabelWhereItHasOne)
@@ -121,9 +120,9 @@ TEST_F(ResultDisplay, FormatsListsInTheDefaultWayAndOtherNumbersInTheStreams)
     first.Display(out, varList);
     std::locale::global(before);
 
-    for (const char* line : {"Negative count:+3 ", "Asymptotic Sig.:+0,333 ", "CutPoints:[-1,+0,5,+1,5,+3,5,+6]\n",
-                             "Max K-S: +0,417 ", "Specificity:[0,0.333333,0.333333,0.666667,1]\n",
-                             "Precision:[0.571429,0.666667,0.6,0.75,0.75]\n"})
+    for (const char* line :
+         {"Negative count:+3 ", "Asymptotic Sig.:+0,333 ", "CutPoints:[-1,+0,5,+1,5,+3,5,+6]\n", "Max K-S: +0,417 ",
+          "Specificity:[0,0.333333,0.333333,0.666667,1]\n", "Precision:[0.571429,0.666667,0.6,0.75,0.75]\n"})
         EXPECT_THAT(out.str(), HasSubstr(line));
 }
 
@@ -137,15 +136,16 @@ TEST_F(ResultDisplay, OfAComparisonShowsBothRecordsFirst)
 {
     FixedComparison compared({.covariance = 0.0, .z = 2.5, .zSig = 0.0124, .interval = {-0.0625, 0.25}});
     const ROCComparisonOutStats comparison(first, second, compared);
-    EXPECT_EQ(textOf(comparison), "+++++Comparison Variable 1:+++++\n" + textOf(first)
-                                      + "+++++Comparison Variable 2:+++++\n" + textOf(second)
-                                      + "+++++Comparison stats:+++++\n"
-                                        "Z:2.5\n"
-                                        "Asymptotic Sig:0.0124\n"
-                                        "AUC Diff:0\n"
-                                        "Std Error Diff:0.176777\n"
-                                        "CI Lower:-0.0625\n"
-                                        "CI Upper:0.25\n");
+    EXPECT_EQ(textOf(comparison),
+              "+++++Comparison Variable 1:+++++\n" + textOf(first) + "+++++Comparison Variable 2:+++++\n"
+                  + textOf(second)
+                  + "+++++Comparison stats:+++++\n"
+                    "Z:2.5\n"
+                    "Asymptotic Sig:0.0124\n"
+                    "AUC Diff:0\n"
+                    "Std Error Diff:0.176777\n"
+                    "CI Lower:-0.0625\n"
+                    "CI Upper:0.25\n");
 }
 
 TEST_F(ResultDisplay, OfAResultSetShowsItsRecordsOrItsComparisons)

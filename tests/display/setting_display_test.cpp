@@ -41,22 +41,23 @@ TEST_F(SettingDisplay, ShowsWhatWasSet)
     setting.setDistribution(BiNegativeExponential);
     setting.setConfidenceLevel(0.9);
     setting.setFrequencyWeightVar(5); // not shown
-    EXPECT_EQ(textOf(setting), "ROC setting display start:\n"
-                               "State Variable Index 2\n"
-                               "State Variable Positive value 1\n"
-                               "Test Variables [4,7]\n"
-                               "Group Variable Index 3\n"
-                               "Group Defined Type = Select\n"
-                               "Group Selected Values [2.5,1]\n"
-                               "Need PR points: true\n"
-                               "PR iterpolate type = PR interpolate two adjacent points along FP\n"
-                               "Need ROC points: false\n"
-                               "Comparison Type = Independent comparison\n"
-                               "CUTOFF = Exclude\n"
-                               "TESTPOS = Smaller or lower test result indicates more positive test\n"
-                               "DISTRIBUTION = Bi-negative Exponential Distribution Assumption\n"
-                               "CI 0.9\n"
-                               "ROC setting display end!\n");
+    EXPECT_EQ(textOf(setting),
+              "ROC setting display start:\n"
+              "State Variable Index 2\n"
+              "State Variable Positive value 1\n"
+              "Test Variables [4,7]\n"
+              "Group Variable Index 3\n"
+              "Group Defined Type = Select\n"
+              "Group Selected Values [2.5,1]\n"
+              "Need PR points: true\n"
+              "PR iterpolate type = PR interpolate two adjacent points along FP\n"
+              "Need ROC points: false\n"
+              "Comparison Type = Independent comparison\n"
+              "CUTOFF = Exclude\n"
+              "TESTPOS = Smaller or lower test result indicates more positive test\n"
+              "DISTRIBUTION = Bi-negative Exponential Distribution Assumption\n"
+              "CI 0.9\n"
+              "ROC setting display end!\n");
 }
 
 TEST_F(SettingDisplay, ShowsWhatIsNotSet)

@@ -41,10 +41,14 @@ TEST_F(EnumerationLines, SayWhatEveryValueMeans)
     EXPECT_EQ(meanings<Classification>(out), "it = Include\nit = Exclude\n" + rest);
     EXPECT_EQ(meanings<Distribution>(out),
               "it = Nonparametric Assumption\nit = Bi-negative Exponential Distribution Assumption\n" + rest);
-    EXPECT_EQ(meanings<Direction>(out), "it = Larger or higher test result indicates more positive test\n"
-                                        "it = Smaller or lower test result indicates more positive test\n" + rest);
-    EXPECT_EQ(meanings<PRInterpolation>(out), "it = PR interpolate two adjacent points along TP\n"
-                                              "it = PR interpolate two adjacent points along FP\n" + rest);
+    EXPECT_EQ(meanings<Direction>(out),
+              "it = Larger or higher test result indicates more positive test\n"
+              "it = Smaller or lower test result indicates more positive test\n"
+                  + rest);
+    EXPECT_EQ(meanings<PRInterpolation>(out),
+              "it = PR interpolate two adjacent points along TP\n"
+              "it = PR interpolate two adjacent points along FP\n"
+                  + rest);
     EXPECT_EQ(meanings<ComparisonType>(out),
               "it = No comparison\nit = Independent comparison\nit = Paired comparison\n" + rest);
     EXPECT_EQ(meanings<GroupType>(out), "it = No Group\nit = Select\nit = MidPoint\nit = CutPoint\n" + rest);
@@ -61,11 +65,12 @@ TEST_F(StatusLines, TellErrorCodeAndNameAndAreNumberedInAList)
     DisplayStatus("run", VexStatus(430002, false));
     DisplayVStatus("all", {VexStatus(430104, true), VexStatus(1, false)});
     DisplayVStatus("none", {});
-    EXPECT_EQ(out.str(), "run\nIsError true\nerror code 430002\nSetting_Error_StateVar\n"
-                         "all  size 2\n"
-                         "\nindex 0\nIsError false\nerror code 430104\nWARN_GROUP_IGNORE\n"
-                         "\nindex 1\nIsError true\nerror code 1\nUnrecognized error code\n"
-                         "none  size 0\n");
+    EXPECT_EQ(out.str(),
+              "run\nIsError true\nerror code 430002\nSetting_Error_StateVar\n"
+              "all  size 2\n"
+              "\nindex 0\nIsError false\nerror code 430104\nWARN_GROUP_IGNORE\n"
+              "\nindex 1\nIsError true\nerror code 1\nUnrecognized error code\n"
+              "none  size 0\n");
 }
 
 } // namespace

@@ -65,10 +65,7 @@ constexpr Analysis everyKind[] = {
 
 } // namespace
 
-std::span<const Analysis> analyses()
-{
-    return everyKind;
-}
+std::span<const Analysis> analyses() { return everyKind; }
 
 ROCSetting areasOf(const std::vector<int>& testVars)
 {

@@ -26,7 +26,10 @@ struct Fault {
 const Fault faults[] = {
     {[](ROCSetting& s, HostData&) { s.setStateVar(-1, s.getValueOfStateVar()); }, statusCode::stateVarNotSet},
     {[](ROCSetting& s, HostData&) { s.setStateVar(state, VexMV::Missing()); }, statusCode::stateValueMissing},
-    {[](ROCSetting& s, HostData&) { s.setTestVars({-1, state}); }, statusCode::noTestVar},
+    {[](ROCSetting& s, HostData&) {
+         s.setTestVars({-1, state});
+     },
+     statusCode::noTestVar},
     {[](ROCSetting& s, HostData&) {
          s.setTestVars({s.getTestVars().back()});
          s.setComparisonType(ROCConst_920::PairedComparison);
@@ -100,7 +103,9 @@ TEST(Checks, IndicesThatTheHostDoesNotKnowEndTheRun)
     const Configure cases[] = {
         [](ROCSetting& s) { s.setStateVar(beyond, 1.0); },
         [](ROCSetting& s) { s.setStateVar(-2, 1.0); }, // only -1 means that none is set
-        [](ROCSetting& s) { s.setTestVars({test1, beyond}); },
+        [](ROCSetting& s) {
+            s.setTestVars({test1, beyond});
+        },
         [](ROCSetting& s) { s.setFrequencyWeightVar(beyond); },
         [](ROCSetting& s) { s.setCutOffGroupVar(beyond, 1.0); },
         [](ROCSetting& s) { s.setMidPointGroupVar(std::numeric_limits<int>::max()); },
@@ -156,7 +161,10 @@ TEST(Warnings, ComeInOrderAndStayWithAnError)
         {ignoredGroup, {test1, test2}, 1.0, 0, {{statusCode::groupIgnored}, {statusCode::tiesExist, test1, test2}}},
         {ignoredGroup, {test1}, 1.0, statusCode::fewerThanTwoTestVars, {{statusCode::groupIgnored}}},
         {ignoredGroup, {test1, test2}, 2.0, statusCode::stateValueNotFound, {{statusCode::groupIgnored}}},
-        {unequalGroups, {test3, test1}, 1.0, 0,
+        {unequalGroups,
+         {test3, test1},
+         1.0,
+         0,
          {{statusCode::tiesExist, test3, test1}, {statusCode::distributionChanged}}},
     };
     HostData data = analysisData(24);

@@ -17,8 +17,13 @@ using namespace ROCConst_920;
 
 Numbers areaNumbers(const ROCOutBase& record)
 {
-    return {{double(record.getPositiveCount())}, {double(record.getNegativeCount())}, {record.getArea()},
-            {record.getStdError()}, {record.getAsymptoticSig()}, {record.getCILower()}, {record.getCIUpper()}};
+    return {{double(record.getPositiveCount())},
+            {double(record.getNegativeCount())},
+            {record.getArea()},
+            {record.getStdError()},
+            {record.getAsymptoticSig()},
+            {record.getCILower()},
+            {record.getCIUpper()}};
 }
 
 /// Cases that a record stands for, and the sums of their weights.
@@ -132,8 +137,9 @@ private:
     {
         const Sample& s = cases.sample;
         const double level = setting_.getConfidienceLevel();
-        require(areaNumbers(r) == (paired_ ? numbers(pairedOf(s, words_, level).first)
-                                           : numbers(areaOf(s.states, s.values, words_, level))),
+        require(areaNumbers(r)
+                    == (paired_ ? numbers(pairedOf(s, words_, level).first)
+                                : numbers(areaOf(s.states, s.values, words_, level))),
                 "area of a record");
         const double gini = r.isZeroCountExist() ? r.getArea() : 2 * r.getArea() - 1;
         require(Exact{r.getGiniIndex()} == Exact{gini}, "Gini index");
@@ -220,16 +226,25 @@ private:
                 ? pairedOf(cases.sample, words_, level)
                 : auc_comparison(areaRecord(*records_[i]), areaRecord(*records_[j]), level);
             const Numbers all = numbers(expected);
-            require(Numbers{{c.getZStats()}, {c.getAsymptoticSig()}, {c.getAUCDiff()}, {c.getStdErrorDiff()},
-                            {c.getCILower()}, {c.getCIUpper()}}
+            require(Numbers{{c.getZStats()},
+                            {c.getAsymptoticSig()},
+                            {c.getAUCDiff()},
+                            {c.getStdErrorDiff()},
+                            {c.getCILower()},
+                            {c.getCIUpper()}}
                         == Numbers(all.end() - 6, all.end()),
                     "numbers of a comparison");
         }
     }
     static auc_res areaRecord(const ROCOutBase& r)
     {
-        return {double(r.getPositiveCount()), double(r.getNegativeCount()), r.getArea(), r.getStdError(),
-                r.getAsymptoticSig(), r.getCILower(), r.getCIUpper()};
+        return {double(r.getPositiveCount()),
+                double(r.getNegativeCount()),
+                r.getArea(),
+                r.getStdError(),
+                r.getAsymptoticSig(),
+                r.getCILower(),
+                r.getCIUpper()};
     }
 
     const ROCSetting& setting_;

@@ -27,8 +27,14 @@ TEST(Progress, IsAnnouncedInTheFixedSequence)
     };
     const auto share = [](int done, int all) { return static_cast<double>(done) / all * 0.8 + 0.2; };
     EXPECT_EQ(announcementsOf(areasOf({test1, test2}), 2500),
-              (Announcements{{0, 0.01}, {0, 0.03}, {0, 0.03}, {1000, 0.03}, {2000, 0.03}, {2500, 0.2},
-                             {2500, share(1, 2)}, {2500, 1.0}}));
+              (Announcements{{0, 0.01},
+                             {0, 0.03},
+                             {0, 0.03},
+                             {1000, 0.03},
+                             {2000, 0.03},
+                             {2500, 0.2},
+                             {2500, share(1, 2)},
+                             {2500, 1.0}}));
     // No announcement of 1000 before the end: there is no record 1000.
     EXPECT_EQ(announcementsOf(areasOf({test1}), 1000),
               (Announcements{{0, 0.01}, {0, 0.03}, {0, 0.03}, {1000, 0.2}, {1000, 1.0}}));
@@ -120,9 +126,23 @@ TEST(Weights, AreRoundedHalvesUpAndBelowOneLeaveTheCaseOut)
         double weight;
         double counted; ///< 0: left out
     };
-    const Case cases[] = {{1, 1}, {2.5, 3}, {2.4999, 2}, {0.5, 1}, {0.49, 0}, {0, 0}, {-0.5, 0}, {-3, 0}, {nan, 0},
-                          {VexMV::Missing(), 0}, {infinity, 0}, {-infinity, 0}, {3e9, 0}, {-3e9, 0},
-                          {2147483647, 2147483647}, {2147483647.5, 0}, {1e300, 0}};
+    const Case cases[] = {{1, 1},
+                          {2.5, 3},
+                          {2.4999, 2},
+                          {0.5, 1},
+                          {0.49, 0},
+                          {0, 0},
+                          {-0.5, 0},
+                          {-3, 0},
+                          {nan, 0},
+                          {VexMV::Missing(), 0},
+                          {infinity, 0},
+                          {-infinity, 0},
+                          {3e9, 0},
+                          {-3e9, 0},
+                          {2147483647, 2147483647},
+                          {2147483647.5, 0},
+                          {1e300, 0}};
     ROCSetting setting = areasOf({1});
     setting.setFrequencyWeightVar(2);
     for (const auto& [weightOfFirst, counted] : cases) {

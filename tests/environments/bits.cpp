@@ -38,8 +38,10 @@ struct Digest {
 };
 
 constexpr Words words[] = {
-    {"include", "larger", "davis-goadrich", "nonparam"}, {"exclude", "larger", "keilwagen", "bi-negative"},
-    {"include", "smaller", "keilwagen", "nonparam"},     {"exclude", "smaller", "davis-goadrich", "bi-negative"},
+    {"include", "larger", "davis-goadrich", "nonparam"},
+    {"exclude", "larger", "keilwagen", "bi-negative"},
+    {"include", "smaller", "keilwagen", "nonparam"},
+    {"exclude", "smaller", "davis-goadrich", "bi-negative"},
 };
 
 void addCalls(Digest& samples, Digest& answers)

@@ -75,9 +75,6 @@ inline void requireNone(const std::string& finding)
     std::abort();
 }
 
-inline void require(bool holds, const char* what)
-{
-    requireNone(holds ? "" : what);
-}
+inline void require(bool holds, const char* what) { requireNone(holds ? "" : what); }
 
 } // namespace roctest

@@ -9,8 +9,8 @@ namespace {
 /// A word of the interface, a null pointer or any text.
 const char* word(FuzzInput& input, std::string& text)
 {
-    static constexpr const char* known[] = {"include", "exclude", "larger", "smaller", "davis-goadrich", "keilwagen",
-                                            "nonparam", "bi-negative", nullptr};
+    static constexpr const char* known[] = {"include",   "exclude",  "larger",      "smaller", "davis-goadrich",
+                                            "keilwagen", "nonparam", "bi-negative", nullptr};
     if (input.below(4) != 0)
         return input.oneOf(known);
     text = input.text(16);

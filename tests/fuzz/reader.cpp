@@ -1,7 +1,7 @@
-#include "cli/Failure.h"
 #include "cli/input/DelimitedReader.h"
 #include "cli/input/TableBuilder.h"
-#include "cli/text/Words.h"
+#include "cli/words/Failure.h"
+#include "cli/words/Numbers.h"
 #include "tests/fuzz/FuzzInput.h"
 #include "tests/fuzz/values.h"
 #include "tests/support/pieces.h"
@@ -62,10 +62,7 @@ std::string written(const std::string& cell, bool quoted)
 }
 
 /// A label that is no word for a missing value and has no blanks at its ends.
-std::string anyLabel(FuzzInput& input)
-{
-    return std::string(1, '<').append(input.text(12)).append(1, '>');
-}
+std::string anyLabel(FuzzInput& input) { return std::string(1, '<').append(input.text(12)).append(1, '>'); }
 
 /// A table of known numbers and labels, written in any of the ways that are allowed, reads back as it was.
 void readWhatWasWritten(FuzzInput& input)

@@ -34,8 +34,9 @@ TEST_F(Display, WritesOneLinePerCall)
     DisplayDV("flagged", {0.5, 1e10, -2.0}, true);
     DisplayIV("Test Variables", {4, 7});
     DisplayIV("none", {});
-    EXPECT_EQ(out.str(), "a text\n\nyes true\nNeed PR points: false\nthird 0.333333\nmissing nan\n"
-                         "flagged [0.5,1e+10,-2]\nTest Variables [4,7]\nnone []\n");
+    EXPECT_EQ(out.str(),
+              "a text\n\nyes true\nNeed PR points: false\nthird 0.333333\nmissing nan\n"
+              "flagged [0.5,1e+10,-2]\nTest Variables [4,7]\nnone []\n");
 }
 
 TEST_F(Display, IgnoresTheFormattingOfTheStream)

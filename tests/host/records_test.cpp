@@ -65,9 +65,11 @@ TEST(ColumnRecordIter, NamesTheColumnOfAnotherLength)
 {
     const std::vector<double> three(3);
     const std::vector<double> four(4);
-    EXPECT_THAT([&] { ColumnRecordIter({three, three, four}); },
-                ThrowsMessage<std::invalid_argument>(
-                    AllOf(HasSubstr("column 2 has 4 values"), HasSubstr("column 0 has 3"))));
+    EXPECT_THAT(
+        [&] {
+            ColumnRecordIter({three, three, four});
+        },
+        ThrowsMessage<std::invalid_argument>(AllOf(HasSubstr("column 2 has 4 values"), HasSubstr("column 0 has 3"))));
 }
 
 } // namespace

@@ -56,8 +56,9 @@ TEST(Warnings, KeepTheirOrderAndAttachAParameterToTheLastOfItsCode)
     warnings.AddWarning(ties, VexWarnings::Collection);
     warnings.AddParameter(VexStatus(430102, false), 9); // the code decides, not the flag
     EXPECT_EQ(warnings.Find(ties), 2);
-    EXPECT_THAT(contentOf(warnings), ElementsAre(Pair(430102, ElementsAre(7, 4)), Pair(430103, ElementsAre()),
-                                                 Pair(430102, ElementsAre(9))));
+    EXPECT_THAT(
+        contentOf(warnings),
+        ElementsAre(Pair(430102, ElementsAre(7, 4)), Pair(430103, ElementsAre()), Pair(430102, ElementsAre(9))));
 }
 
 TEST(Warnings, AddTheWarningOfAParameterThatHasNone)
@@ -74,8 +75,9 @@ TEST(Warnings, AppendAnotherCollectionOrThemselves)
     VexWarnings warnings;
     warnings.AddWarnings(tiesAndDistribution());
     warnings.AddWarnings(warnings);
-    EXPECT_THAT(contentOf(warnings), ElementsAre(Pair(430102, ElementsAre(7, 4)), Pair(430103, ElementsAre()),
-                                                 Pair(430102, ElementsAre(7, 4)), Pair(430103, ElementsAre())));
+    EXPECT_THAT(contentOf(warnings),
+                ElementsAre(Pair(430102, ElementsAre(7, 4)), Pair(430103, ElementsAre()),
+                            Pair(430102, ElementsAre(7, 4)), Pair(430103, ElementsAre())));
 }
 
 TEST(Warnings, TurnAwayAnIndexOutside)

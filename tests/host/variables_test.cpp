@@ -27,7 +27,11 @@ TEST(VariableList, DescribesEachKind)
     list.AddCategorical("clinic", {{-1, "unknown"}, {3, "north"}});
 
     // The numbers are part of the interface: 1 continuous; 2 two-valued, and from 2 on values may have labels.
-    struct Expected { const char* name; int varType, valueType; const char* labelOf1; };
+    struct Expected {
+        const char* name;
+        int varType, valueType;
+        const char* labelOf1;
+    };
     const Expected expected[] = {
         {"score", 1, 1, ""}, {"disease", 2, 2, ""}, {"sex", 2, 2, "male"}, {"clinic", 2, 3, "1"}}; // the digits
     ASSERT_EQ(list.GetCount(), 4);

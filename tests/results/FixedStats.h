@@ -32,10 +32,7 @@ inline ROCALG_920::ROCSpace spaceOf(std::initializer_list<Case> cases, CurveRequ
 
 /// Two positives (2, 4) and two negatives (1, 3). The placement values of the positives are 1/2 and 1, those of the
 /// negatives 1 and 1/2: area 3/4, variance 1/8, of which the root squared is not 1/8 in doubles.
-inline ROCALG_920::ROCSpace interleavedSpace()
-{
-    return spaceOf({{false, 1}, {true, 2}, {false, 3}, {true, 4}});
-}
+inline ROCALG_920::ROCSpace interleavedSpace() { return spaceOf({{false, 1}, {true, 2}, {false, 3}, {true, 4}}); }
 
 inline const double missing = VexCommon_920::VexMV::Missing();
 

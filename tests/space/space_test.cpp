@@ -110,7 +110,8 @@ TEST(ROCSpace, TurnsAwayWeightsBelowOneAndNaN)
 {
     ROCSpace space(true, true, false, true, true);
     EXPECT_TRUE(space.update(true, 0.7, 5));
-    for (const auto& [value, weight] : {std::pair{0.7, 0}, {0.7, -3}, {std::nan(""), 1}, {VexCommon_920::VexMV::Missing(), 1}})
+    for (const auto& [value, weight] :
+         {std::pair{0.7, 0}, {0.7, -3}, {std::nan(""), 1}, {VexCommon_920::VexMV::Missing(), 1}})
         EXPECT_FALSE(space.update(true, value, weight));
     EXPECT_TRUE(space.update(false, 0.5, 2'000'000'000));
     EXPECT_TRUE(space.update(false, 0.5, 2'000'000'000));
@@ -161,8 +162,9 @@ TEST(ROCSpace, CopiesAreIndependent)
     EXPECT_EQ(finished.getCutOffPoints(), copy.getCutOffPoints());
     EXPECT_EQ(finished.getPrecisionRecall(), copy.getPrecisionRecall());
     EXPECT_TRUE(open.update(true, 4.0, 1)); // still open
-    EXPECT_THAT(std::tuple(finished.getTestVar(), finished.getGroupVar(), finished.getGroupOp(), finished.getGroupValue()),
-                testing::FieldsAre(7, 3, ROCConst_920::Less, 2.5));
+    EXPECT_THAT(
+        std::tuple(finished.getTestVar(), finished.getGroupVar(), finished.getGroupOp(), finished.getGroupValue()),
+        testing::FieldsAre(7, 3, ROCConst_920::Less, 2.5));
 }
 
 } // namespace

@@ -57,7 +57,8 @@ TEST(ROCIndependentStats, CountsOrderedTriples)
         const Placements placed = placements(s.states, s.values);
         const long double truth = nonparametricStdError(placed.nPos(), placed.nNeg(), placed.twiceOrdered, sixths);
         ROCSpace space = areaSpace(s.states, s.values);
-        EXPECT_LE(ulpsApart(ROCIndependentStats(space, ROCConst_920::NonParametric, true, 0.95).getStdError(), truth), 2);
+        EXPECT_LE(ulpsApart(ROCIndependentStats(space, ROCConst_920::NonParametric, true, 0.95).getStdError(), truth),
+                  2);
     }
 }
 
@@ -66,8 +67,9 @@ TEST(ROCIndependentStats, IsMissingWithoutBothStates)
     for (const std::vector<double>& states : {std::vector<double>{}, {1}, {1, 1, 1}, {0, 0, 0}}) {
         ROCSpace space = areaSpace(states, std::vector<double>(states.size(), 1.0));
         const ROCIndependentStats stats(space, ROCConst_920::NonParametric, true, 0.95);
-        for (const double value : {stats.getArea(), stats.getStdError(), stats.getGiniIndex(), stats.getAsymptoticSignificant(),
-                                   stats.getConfidenceInterval().first, stats.getConfidenceInterval().second})
+        for (const double value :
+             {stats.getArea(), stats.getStdError(), stats.getGiniIndex(), stats.getAsymptoticSignificant(),
+              stats.getConfidenceInterval().first, stats.getConfidenceInterval().second})
             EXPECT_TRUE(VexMV::IsMissing(value));
     }
 }
@@ -92,8 +94,8 @@ TEST(RocIndependCompare, IsNotComputedWithoutBothStates)
         IndependentPair lacking(one, two);
         RocIndependCompare missing(lacking.first, lacking.second, 0.95);
         EXPECT_FALSE(missing.computeStats(noRecords));
-        for (const double value : {missing.getZ(), missing.getZSig(), missing.getZInterval().first, missing.getZInterval().second,
-                                   missing.getCovariance()})
+        for (const double value : {missing.getZ(), missing.getZSig(), missing.getZInterval().first,
+                                   missing.getZInterval().second, missing.getCovariance()})
             EXPECT_TRUE(VexMV::IsMissing(value));
     }
 }

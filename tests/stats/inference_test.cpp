@@ -26,10 +26,12 @@ TEST(Inference, PassesMissingValuesOnAndOnlyThose)
     for (const auto& [v1, v2, cov] : {std::tuple{missing, 1.0, 0.0}, {1.0, missing, 0.0}, {1.0, 1.0, missing}})
         EXPECT_TRUE(isMissing(pairedStdError(v1, v2, cov)));
     for (const auto& [estimate, se, z] : {std::tuple{missing, 1.0, 2.0}, {0.5, missing, 2.0}, {0.5, 1.0, missing}})
-        EXPECT_TRUE(isMissing(confidenceInterval(estimate, se, z).first) && isMissing(confidenceInterval(estimate, se, z).second));
+        EXPECT_TRUE(isMissing(confidenceInterval(estimate, se, z).first)
+                    && isMissing(confidenceInterval(estimate, se, z).second));
     const double nan = std::nan("");
-    for (const double value : {twoSidedSignificance(nan), stdErrorOfVariance(nan), areaDifference(nan, 0.5),
-                               independentStdError(nan, 0.1), pairedStdError(nan, 1.0, 0.0), testDifference(0.1, nan, 2.0).z})
+    for (const double value :
+         {twoSidedSignificance(nan), stdErrorOfVariance(nan), areaDifference(nan, 0.5), independentStdError(nan, 0.1),
+          pairedStdError(nan, 1.0, 0.0), testDifference(0.1, nan, 2.0).z})
         EXPECT_TRUE(std::isnan(value) && !isMissing(value));
 }
 

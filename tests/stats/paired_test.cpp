@@ -25,7 +25,8 @@ constexpr double sixDigits = 5e-7; // the worked values are printed to six digit
 /// Two variables on the same cases, ready to be compared.
 struct PairedAreas {
     explicit PairedAreas(const Sample& sample, bool isLarger = true)
-        : larger(isLarger), space1(areaSpace(sample.states, sample.values, 1)), space2(areaSpace(sample.states, sample.others, 2))
+        : larger(isLarger), space1(areaSpace(sample.states, sample.values, 1)),
+          space2(areaSpace(sample.states, sample.others, 2))
     {
     }
     [[nodiscard]] RocPairedCompare comparison() { return {first, second, larger, 0.95, 0, 1.0}; }

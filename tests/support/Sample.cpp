@@ -15,20 +15,11 @@ namespace {
 
 using Limits = std::numeric_limits<double>;
 
-double uniform(Random& random)
-{
-    return static_cast<double>(random() >> 11) * 0x1p-53;
-}
+double uniform(Random& random) { return static_cast<double>(random() >> 11) * 0x1p-53; }
 
-int below(Random& random, unsigned limit)
-{
-    return static_cast<int>(random() % limit);
-}
+int below(Random& random, unsigned limit) { return static_cast<int>(random() % limit); }
 
-double sign(Random& random)
-{
-    return below(random, 2) == 0 ? -1.0 : 1.0;
-}
+double sign(Random& random) { return below(random, 2) == 0 ? -1.0 : 1.0; }
 
 constexpr std::array infinities{-Limits::infinity(), Limits::infinity(), -1.0, 0.5, Limits::max(), 1e-300};
 
@@ -70,10 +61,7 @@ double drawState(Random& random, unsigned arrangement, double position)
 
 } // namespace
 
-std::span<const Shape> shapes()
-{
-    return allShapes;
-}
+std::span<const Shape> shapes() { return allShapes; }
 
 Sample drawSample(const Shape& shape, unsigned seed, std::size_t size)
 {
@@ -108,9 +96,6 @@ unsigned samplesPerShape(unsigned usual)
     return wanted != nullptr ? static_cast<unsigned>(std::stoul(wanted) / allShapes.size() + 1) : usual;
 }
 
-std::size_t sizeFor(unsigned seed)
-{
-    return seed % 16 == 0 ? 200 + 11 * (seed % 37) : 3 + seed * 7 % 38;
-}
+std::size_t sizeFor(unsigned seed) { return seed % 16 == 0 ? 200 + 11 * (seed % 37) : 3 + seed * 7 % 38; }
 
 } // namespace roctest

@@ -62,10 +62,7 @@ bool isSecond(const char* word, std::string_view second)
     return word != nullptr && std::ranges::equal(std::string_view(word), second, same);
 }
 
-bool isLargerPositive(const Words& words)
-{
-    return !isSecond(words.larger, "smaller");
-}
+bool isLargerPositive(const Words& words) { return !isSecond(words.larger, "smaller"); }
 
 /// The cases that take part, with the states 1 and 0.
 Sample accepted(const Sample& sample, const Words& words, bool paired)
@@ -168,10 +165,9 @@ std::string areaDisagreement(const Sample& sample, const Words& words, double le
     const Sample cases = accepted(sample, words, false);
     const Placements placed = placements(cases.states, cases.values);
     const bool biNegative = isSecond(words.distribution, "bi-negative") && placed.nPos() == placed.nNeg();
-    const long double stdError = biNegative
-        ? biNegativeStdError(placed.nPos(), placed.nNeg(), placed.twiceOrdered)
-        : nonparametricStdError(placed.nPos(), placed.nNeg(), placed.twiceOrdered,
-                                tripleSums(cases.states, cases.values));
+    const long double stdError = biNegative ? biNegativeStdError(placed.nPos(), placed.nNeg(), placed.twiceOrdered)
+                                            : nonparametricStdError(placed.nPos(), placed.nNeg(), placed.twiceOrdered,
+                                                                    tripleSums(cases.states, cases.values));
     Findings found;
     checkArea(found, areaOf(sample.states, sample.values, words, level), placed, isLargerPositive(words), stdError,
               level);

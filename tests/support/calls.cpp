@@ -6,15 +6,9 @@
 namespace roctest {
 namespace {
 
-int count(std::span<const double> list)
-{
-    return static_cast<int>(list.size());
-}
+int count(std::span<const double> list) { return static_cast<int>(list.size()); }
 
-void append(Numbers& all, const Numbers& more)
-{
-    all.insert(all.end(), more.begin(), more.end());
-}
+void append(Numbers& all, const Numbers& more) { all.insert(all.end(), more.begin(), more.end()); }
 
 template <std::size_t N, class Record>
 Numbers listed(const Record& record)
@@ -35,9 +29,8 @@ const Result& requireRows(const Result& result)
 
 Numbers curve(std::span<const double> states, std::span<const double> values, const Words& words)
 {
-    const roccurve_res res =
-        requireRows(roccurve(states.data(), values.data(), count(states), words.positiveValue, words.include,
-                             words.larger));
+    const roccurve_res res = requireRows(
+        roccurve(states.data(), values.data(), count(states), words.positiveValue, words.include, words.larger));
     Numbers rows;
     for (int i = 0; i < 3 * res.count; ++i)
         rows.push_back({res.rows[i]});
@@ -47,9 +40,8 @@ Numbers curve(std::span<const double> states, std::span<const double> values, co
 
 Numbers precisionRecall(std::span<const double> states, std::span<const double> values, const Words& words)
 {
-    const prcurve_res res =
-        requireRows(prcurve(states.data(), values.data(), count(states), words.positiveValue, words.include,
-                            words.larger, words.interpolation));
+    const prcurve_res res = requireRows(prcurve(states.data(), values.data(), count(states), words.positiveValue,
+                                                words.include, words.larger, words.interpolation));
     Numbers rows;
     for (const prcurve_row& row : std::span(res.rows, static_cast<std::size_t>(res.count)))
         append(rows, {{row.cutOff}, {row.recall}, {row.precision}, {static_cast<double>(row.interpolated)}});
@@ -76,15 +68,9 @@ auc_comparison_res independentOf(const Sample& sample, const Words& words, doubl
                                     words.larger, words.distribution, level);
 }
 
-Numbers numbers(const auc_res& record)
-{
-    return listed<7>(record);
-}
+Numbers numbers(const auc_res& record) { return listed<7>(record); }
 
-Numbers numbers(const auc_comparison_res& record)
-{
-    return listed<20>(record);
-}
+Numbers numbers(const auc_comparison_res& record) { return listed<20>(record); }
 
 Numbers everything(const Sample& sample, const Words& words)
 {

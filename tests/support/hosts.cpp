@@ -28,9 +28,16 @@ Numbers numbers(const ROCComparisonOutStats& c)
 {
     const ROCOutBase& first = *c.getCompare1Stats();
     const ROCOutBase& second = *c.getCompare2Stats();
-    return {{double(first.getTestVarInd())}, {first.getGroupValue()}, {double(second.getTestVarInd())},
-            {second.getGroupValue()}, {c.getZStats()}, {c.getAsymptoticSig()}, {c.getAUCDiff()}, {c.getStdErrorDiff()},
-            {c.getCILower()}, {c.getCIUpper()}};
+    return {{double(first.getTestVarInd())},
+            {first.getGroupValue()},
+            {double(second.getTestVarInd())},
+            {second.getGroupValue()},
+            {c.getZStats()},
+            {c.getAsymptoticSig()},
+            {c.getAUCDiff()},
+            {c.getStdErrorDiff()},
+            {c.getCILower()},
+            {c.getCIUpper()}};
 }
 
 } // namespace
@@ -109,10 +116,7 @@ long Host::run(int throwAt, int cancelAt)
     return facade.BuildModel(records).GetErrorCode();
 }
 
-const ROCOutBase& Host::record() const
-{
-    return *facade.GetOutputStats()->getROCBaseStats().at(0);
-}
+const ROCOutBase& Host::record() const { return *facade.GetOutputStats()->getROCBaseStats().at(0); }
 
 int Host::Notify(ProgressReport& report)
 {

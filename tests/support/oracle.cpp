@@ -46,10 +46,7 @@ long double asLong(Wide value)
     return value < 0 ? -static_cast<long double>(-value) : static_cast<long double>(value);
 }
 
-double precision(double tp, double fp)
-{
-    return tp / (tp + fp);
-}
+double precision(double tp, double fp) { return tp / (tp + fp); }
 
 /// Sum of products over the cases of one state around the means of both, times the number of cases.
 Wide centred(const std::vector<Wide>& a, const std::vector<Wide>& b)
@@ -84,10 +81,13 @@ CurveTruth curveTruth(const Sample& sample, Options options)
 {
     const Counted positives(sample.states, sample.values, true);
     const Counted negatives(sample.states, sample.values, false);
-    CurveTruth truth{.nPos = static_cast<int>(positives.count()), .nNeg = static_cast<int>(negatives.count()),
-                     .cutOffs = cutOffsOf(sample.values), .truePositives = {}, .falsePositives = {}};
-    truth.ties = std::ranges::any_of(
-        sample.values, [&](double v) { return positives.equal(v) > 0 && negatives.equal(v) > 0; });
+    CurveTruth truth{.nPos = static_cast<int>(positives.count()),
+                     .nNeg = static_cast<int>(negatives.count()),
+                     .cutOffs = cutOffsOf(sample.values),
+                     .truePositives = {},
+                     .falsePositives = {}};
+    truth.ties =
+        std::ranges::any_of(sample.values, [&](double v) { return positives.equal(v) > 0 && negatives.equal(v) > 0; });
     // Whether the values equal to the cut-off are left of it, with the smaller ones.
     const bool equalIsLeft = options.larger ? !options.include : options.include;
     std::int64_t leftPos = 0;
@@ -221,8 +221,8 @@ long double biNegativeStdError(Wide nPos, Wide nNeg, Wide twiceOrdered)
     const Wide twicePairs = 2 * nPos * nNeg;
     const long double a = asLong(twiceOrdered) / asLong(twicePairs);
     const long double rest = asLong(twicePairs - twiceOrdered) / asLong(twicePairs);
-    const long double variance = asLong(nPos - 1) * a * rest * rest / (2 - a)
-        + asLong(nNeg - 1) * a * a * rest / (1 + a) + a * rest;
+    const long double variance =
+        asLong(nPos - 1) * a * rest * rest / (2 - a) + asLong(nNeg - 1) * a * a * rest / (1 + a) + a * rest;
     return std::sqrt(variance / asLong(nPos * nNeg));
 }
 
@@ -239,9 +239,6 @@ long double stdErrorOfDifference(const Placements& first, const Placements& seco
     return std::sqrt(covariance(d, d));
 }
 
-long double twoSidedTail(long double z)
-{
-    return std::erfc(std::abs(z) / std::sqrt(2.0L));
-}
+long double twoSidedTail(long double z) { return std::erfc(std::abs(z) / std::sqrt(2.0L)); }
 
 } // namespace roctest

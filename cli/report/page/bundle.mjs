@@ -61,7 +61,7 @@ function literal(text) {
   const parts = text.match(/[^]{1,60000}/g) ?? [''];
   return parts.map((part) => `R"~page~(${part})~page~"`).join('\n');
 }
-writeFileSync(process.argv[2], `#include "cli/report/pagePieces.h"
+writeFileSync(process.argv[2], `#include "cli/picture/pagePieces.h"
 
 namespace vexroc {
 

@@ -65,17 +65,31 @@ static SEXP number_columns(const char* const* names, int count, int rows)
 
 static SEXP records_of(const vexroc_analysis* analysis)
 {
-    static const char* const names[] = {"test",  "group",    "group_value",  "positive", "negative", "weighted_positive",
-                                        "weighted_negative", "area",         "std_error", "significance", "lower", "upper",
-                                        "gini",  "ks",       "ks_cut_off",   "ties"};
+    static const char* const names[] = {"test",
+                                        "group",
+                                        "group_value",
+                                        "positive",
+                                        "negative",
+                                        "weighted_positive",
+                                        "weighted_negative",
+                                        "area",
+                                        "std_error",
+                                        "significance",
+                                        "lower",
+                                        "upper",
+                                        "gini",
+                                        "ks",
+                                        "ks_cut_off",
+                                        "ties"};
     const int rows = vexroc_analysis_record_count(analysis);
     SEXP list = PROTECT(number_columns(names, 16, rows));
     for (int i = 0; i < rows; ++i) {
         vexroc_record r = {.struct_size = sizeof r};
         require_ok(vexroc_analysis_record(analysis, i, &r));
-        const double values[16] = {r.test + 1.0, r.group + 1.0, r.group_value, r.positive, r.negative,
-                                   r.weighted_positive, r.weighted_negative, r.area, r.std_error, r.significance,
-                                   r.ci_lower, r.ci_upper, r.gini, r.ks_maximum, r.ks_cut_off, r.ties};
+        const double values[16] = {r.test + 1.0, r.group + 1.0,       r.group_value,       r.positive,
+                                   r.negative,   r.weighted_positive, r.weighted_negative, r.area,
+                                   r.std_error,  r.significance,      r.ci_lower,          r.ci_upper,
+                                   r.gini,       r.ks_maximum,        r.ks_cut_off,        r.ties};
         for (int c = 0; c < 16; ++c)
             REAL(VECTOR_ELT(list, c))[i] = values[c];
     }
@@ -85,8 +99,8 @@ static SEXP records_of(const vexroc_analysis* analysis)
 
 static SEXP comparisons_of(const vexroc_analysis* analysis)
 {
-    static const char* const names[] = {"first",        "second", "difference", "std_error", "z",
-                                        "significance", "lower",  "upper"};
+    static const char* const names[] = {"first", "second",       "difference", "std_error",
+                                        "z",     "significance", "lower",      "upper"};
     const int rows = vexroc_analysis_comparison_count(analysis);
     SEXP list = PROTECT(number_columns(names, 8, rows));
     for (int i = 0; i < rows; ++i) {
@@ -120,8 +134,8 @@ static SEXP precision_recall_of(const vexroc_analysis* analysis, int record)
     require_ok(vexroc_analysis_record(analysis, record, &r));
     SEXP list = PROTECT(number_columns(names, 3, r.pr_rows));
     unsigned char* flags = (unsigned char*)R_alloc((size_t)r.pr_rows + 1, 1);
-    require_ok(vexroc_analysis_precision_recall(analysis, record, REAL(VECTOR_ELT(list, 0)),
-                                                REAL(VECTOR_ELT(list, 1)), flags));
+    require_ok(vexroc_analysis_precision_recall(analysis, record, REAL(VECTOR_ELT(list, 0)), REAL(VECTOR_ELT(list, 1)),
+                                                flags));
     for (int i = 0; i < r.pr_rows; ++i)
         REAL(VECTOR_ELT(list, 2))[i] = flags[i];
     UNPROTECT(1);

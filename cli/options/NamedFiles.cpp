@@ -1,0 +1,95 @@
+#include "cli/options/NamedFiles.h"
+
+#include "cli/options/Outline.h"
+#include "cli/system/OutputFile.h"
+#include "cli/words/Failure.h"
+#include "cli/words/VisibleText.h"
+
+#include <CLI/CLI.hpp>
+
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+namespace vexroc {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The same text for all names of a file, also of one that does not exist yet; none for a pipe or a device, which may
+/// well be read and written at once.
+std::optional<std::string> identityOf(const std::string& path)
+{
+    struct stat status {};
+    if (stat(path.c_str(), &status) == 0)
+        return S_ISREG(status.st_mode)
+            ? std::optional(std::to_string(status.st_dev) + ' ' + std::to_string(status.st_ino))
+            : std::nullopt;
+    std::error_code ignored;
+    const fs::path place = fs::absolute(path, ignored);
+    return (fs::weakly_canonical(place.parent_path(), ignored) / place.filename()).string();
+}
+
+struct NamedFile {
+    std::string option; ///< as messages call it: "--output"
+    std::string path;
+    std::optional<std::string> identity;
+};
+
+/// The files that the options of one use name.
+std::vector<NamedFile> filesOf(const CLI::App& app, FileUse use)
+{
+    std::vector<NamedFile> files;
+    for (const CLI::Option* const option : app.get_options())
+        if (fileUseOf(*option) == use)
+            for (const std::string& path : option->results())
+                files.push_back({option->get_name(), path, identityOf(path == "-" ? "/dev/stdin" : path)});
+    return files;
+}
+
+std::vector<NamedFile> writtenBy(const CLI::App& command)
+{
+    const std::string standardOutput = "-"; // where --output goes anyway
+    std::vector<NamedFile> files = filesOf(command, FileUse::written);
+    std::erase_if(files, [&](const NamedFile& f) { return f.option == "--output" && f.path == standardOutput; });
+    for (const auto& [option, path, identity] : files)
+        if (path == standardOutput)
+            throw usageError(option + " -: only --output goes to standard output; name a file (./- for one called -)");
+    return files;
+}
+
+bool isSame(const NamedFile& one, const NamedFile& other) { return one.identity && one.identity == other.identity; }
+
+void requireNotRead(const NamedFile& written, const std::vector<NamedFile>& files, const std::string& role)
+{
+    for (const NamedFile& file : files)
+        if (isSame(written, file))
+            throw usageError(written.option + " names " + role
+                             + (file.path == "-" ? "on standard input" : visible(file.path)) + "; choose another file");
+}
+
+} // namespace
+
+void requireSoundFiles(const CLI::App& command)
+{
+    const std::vector<NamedFile> written = writtenBy(command);
+    const std::vector<NamedFile> inputs = filesOf(command, FileUse::read);
+    const std::vector<NamedFile> configs = filesOf(*command.get_parent(), FileUse::read);
+    for (std::size_t i = 0; i < written.size(); ++i) {
+        requireNotRead(written[i], inputs, "the input ");
+        requireNotRead(written[i], configs, "the --config file ");
+        for (std::size_t j = 0; j < i; ++j)
+            if (isSame(written[i], written[j]))
+                throw usageError(written[j].option + " and " + written[i].option + " name the same file");
+    }
+    for (const NamedFile& file : written)
+        OutputFile::requirePlace(file.path);
+}
+
+} // namespace vexroc

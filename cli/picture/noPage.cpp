@@ -1,0 +1,7 @@
+#include "cli/picture/pagePieces.h"
+
+namespace vexroc {
+
+const PagePieces pagePieces{};
+
+} // namespace vexroc

@@ -1,7 +1,0 @@
-#include "cli/report/pagePieces.h"
-
-namespace vexroc {
-
-const PagePieces pagePieces{};
-
-} // namespace vexroc

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "cli/input/DelimitedReader.h"
+#include "cli/input/TableBuilder.h"
+#include "cli/study/DataTable.h"
+#include "cli/study/RowSink.h"
+#include "cli/system/Session.h"
+
+#include <span>
+#include <string>
+
+namespace CLI {
+class App;
+}
+
+namespace vexroc {
+
+/// The options that name the data, as typed.
+struct InputOptions {
+    std::string file;
+    std::string delimiter;
+    std::string decimal = "point";
+    std::string sqlite;
+    std::string postgres;
+    std::string table;
+    std::string query;
+};
+
+void addInputOptions(CLI::App& command, InputOptions& options);
+
+/// Where the data are.
+struct Input {
+    enum class Kind { delimited, sqlite, postgres };
+    Kind kind = Kind::delimited;
+    std::string place; ///< file, "-" for standard input; database file; connection
+    TextForm form;     ///< of delimited text
+    std::string table;
+    std::string query; ///< empty with a table
+
+    /// Visible text; a connection, which may tell more than readers should know, is not in it.
+    [[nodiscard]] std::string name() const;
+};
+
+/// Throws a usage error when the options name no data, or data twice.
+Input parseInput(const InputOptions& options);
+
+/// Reads all rows into the sink and tells the progress of it. Throws an input error that names the input and the place in it.
+void readInput(const Input& input, const Session& session, RowSink& sink);
+/// Reads the requested columns.
+DataTable readTable(const Input& input, const Session& session, std::span<const ColumnRequest> requests,
+                    OtherColumns others = OtherColumns::skipped);
+
+} // namespace vexroc

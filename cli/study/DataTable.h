@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vexroc {
+
+/// How the cells of a column are understood.
+enum class ColumnKind {
+    numbers, ///< every cell is a number or missing
+    labels,  ///< every cell is a text, whatever it holds, or missing
+};
+
+struct ColumnRequest {
+    std::string name;
+    ColumnKind kind;
+    friend bool operator==(const ColumnRequest&, const ColumnRequest&) = default;
+};
+
+/// One column held in memory; only the members of its kind are filled.
+struct DataColumn {
+    static constexpr std::int32_t missingLabel = -1;
+
+    ColumnRequest request;
+    char decimal = '.';                  ///< decimal sign of numbers in its cells
+    std::vector<double> numbers;         ///< one per row; NaN where the cell is missing
+    std::vector<std::int32_t> labels;    ///< one per row: index into labelTexts, or missingLabel
+    std::vector<std::string> labelTexts; ///< the distinct texts, in the order of their first row
+};
+
+/// The requested columns of an input, row by row parallel.
+struct DataTable {
+    std::string source; ///< how messages call the input
+    std::vector<DataColumn> columns;
+    std::size_t rows = 0;
+
+    /// A column that was requested.
+    [[nodiscard]] const DataColumn& column(std::string_view name, ColumnKind kind) const;
+    [[nodiscard]] std::span<const double> numbers(std::string_view name) const
+    {
+        return column(name, ColumnKind::numbers).numbers;
+    }
+};
+
+} // namespace vexroc

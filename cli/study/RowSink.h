@@ -1,0 +1,76 @@
+#pragma once
+
+#include "cli/system/Progress.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace vexroc {
+
+/// A cell as its source holds it. Delimited text knows texts only; a database also knows numbers, and no value at all.
+using Cell = std::variant<std::monostate, std::string_view, double, std::int64_t, bool>;
+
+// What a cell means, whatever its source. A text is missing, or a number, as Words.h says; NaN is missing; true is 1.
+
+bool isMissing(const Cell& cell) noexcept;
+/// The number that the cell is, a text with that decimal sign; integers beyond 2^53 round to the nearest double, as
+/// their digits in a text do.
+std::optional<double> numberIn(const Cell& cell, char decimal) noexcept;
+/// The cell as a text: a number in its shortest digits, an integer in all of them, "true" or "false".
+std::string textOf(const Cell& cell);
+
+/// What a source says of its columns before its rows.
+struct InputHeader {
+    std::string source; ///< how messages call the input
+    std::vector<std::string> columns;
+    std::string place;      ///< where the columns are named: "data.csv, line 1"
+    std::string collection; ///< what they are named in: "the header"
+    std::string hint;       ///< what may be wrong when a column is not among them
+    char decimal = '.';     ///< decimal sign of numbers in texts
+};
+
+/// Takes the rows of an input, whatever its source.
+///
+/// Life: begin once, then per row one take for each wanted cell and endRow.
+class RowSink {
+public:
+    RowSink() = default;
+    virtual ~RowSink() = default;
+    RowSink(const RowSink&) = delete;
+    RowSink& operator=(const RowSink&) = delete;
+
+    /// Says per column whether its cells are wanted. Throws an input error when a column that is needed is not there.
+    virtual std::vector<bool> begin(const InputHeader& header) = 0;
+    /// A cell of a wanted column. False when it is neither a number nor missing and has to be: the source, which
+    /// knows the place, then ends with an error.
+    [[nodiscard]] virtual bool take(std::size_t column, const Cell& cell) = 0;
+    void endRow()
+    {
+        finishRow();
+        if (progress_)
+            progress_->countRow();
+    }
+    /// share: as of ReadingProgress.
+    void beginProgress(const ProgressDisplay& display, ReadingProgress::Share share)
+    {
+        progress_.emplace(display, std::move(share));
+    }
+    void endProgress() { progress_.reset(); }
+
+private:
+    virtual void finishRow() = 0;
+
+    std::optional<ReadingProgress> progress_;
+};
+
+/// "data.csv, line 2, column 'age': 'x' is neither a number nor missing", and what to do. The decimal sign is one that
+/// an option chose; none where there is no choice.
+std::string badCellMessage(const std::string& place, const std::string& column, std::string_view cell,
+                           const std::string& advice, std::optional<char> decimal = std::nullopt);
+
+} // namespace vexroc

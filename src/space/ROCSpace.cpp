@@ -1,0 +1,219 @@
+#include "space/ROCSpace.h"
+
+#include "host/VexMV.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <utility>
+
+namespace ROCALG_920 {
+
+using VexCommon_920::VexMV;
+
+namespace {
+
+constexpr std::size_t minObservations = 3;
+constexpr double ksTieTolerance = 1e-14; // differences up to this count as a tie with the maximum
+
+/// Keeps the Kolmogorov-Smirnov maximum over successive cut-offs.
+struct KolmogorovSmirnov {
+    double maximum = -1.0;
+    double cutOff = 0.0;
+
+    void take(double candidateCutOff, double sensitivity, double specificity, bool lastOfTies)
+    {
+        const double j = sensitivity - (1.0 - specificity);
+        const double d = j - maximum;
+        if (d > ksTieTolerance) {
+            maximum = j;
+            cutOff = candidateCutOff;
+        } else if (std::abs(d) <= ksTieTolerance && lastOfTies) {
+            cutOff = candidateCutOff;
+        }
+    }
+};
+
+} // namespace
+
+ROCSpace::ROCSpace(bool includeCutOff, bool largerTestMorePositive, bool needPR, bool needROC, bool interpolateAlongTP)
+    : groupValue_(VexMV::Missing()), includeCutOff_(includeCutOff), largerTestMorePositive_(largerTestMorePositive),
+      needPR_(needPR), needROC_(needROC), interpolateAlongTP_(interpolateAlongTP)
+{
+}
+
+bool ROCSpace::borrow(const BorrowedColumns& columns)
+{
+    std::int64_t positives = 0;
+    std::int64_t notNumbers = 0;
+    for (std::size_t i = 0; i < columns.size(); ++i) { // no branch: several cases at a time
+        positives += columns.positive(i);
+        notNumbers += std::isnan(columns.value(i));
+    }
+    if (notNumbers > 0)
+        return false;
+    observations_.borrow(columns);
+    positiveCount_ = static_cast<int>(positives);
+    negativeCount_ = static_cast<int>(columns.size()) - positiveCount_;
+    posFreqCount_ = positiveCount_;
+    negFreqCount_ = negativeCount_;
+    return true;
+}
+
+void ROCSpace::setGroup(int groupVar, ROCConst_920::Operation op, double value) noexcept
+{
+    groupVar_ = groupVar;
+    groupOp_ = op;
+    groupValue_ = value;
+}
+
+/// The one step from observations to the summary. False while there are too few of them: the space stays open then.
+bool ROCSpace::finishUpdate()
+{
+    if (finished_)
+        return true;
+    if (observations_.size() < minObservations)
+        return false;
+    if ((needROC_ || needPR_) && hasBothStates()) {
+        sorted_ = observations_.visit([](const auto& columns) { return valuesort::SortedValues(columns); });
+        setOrder(Order::ByValue);
+    }
+    finished_ = true;
+    return true;
+}
+
+std::size_t ROCSpace::countCutOffs()
+{
+    finishUpdate();
+    if (!sorted_)
+        return 0;
+    return observations_.visit([&](const auto& columns) { return sorted_->countDistinct(columns) + 1; });
+}
+
+/// All zero without a curve.
+ROCSpace::DistinctSummary ROCSpace::distinctSummary()
+{
+    if (!finishUpdate() || !sorted_)
+        return {};
+    if (!distinct_) {
+        DistinctSummary summary;
+        forEachDistinctValue([&](const DistinctValue& x) {
+            ++summary.count;
+            summary.ties = summary.ties || (x.positives > 0 && x.negatives > 0);
+        });
+        distinct_ = summary;
+    }
+    return *distinct_;
+}
+
+const CurveLists& ROCSpace::curveLists()
+{
+    if (finishUpdate() && !listsReady_) {
+        lists_ = sorted_ ? computeStats(needPR_, needROC_) : CurveLists();
+        listsReady_ = true;
+    }
+    return lists_;
+}
+
+CurveLists ROCSpace::takeCurve()
+{
+    curveLists();
+    listsReady_ = false;
+    return std::exchange(lists_, CurveLists());
+}
+
+/// One pass over the cut-offs: pairs, Kolmogorov-Smirnov maximum and precision-recall points, as far as needed.
+CurveLists ROCSpace::computeStats(bool needPR, bool needROC)
+{
+    const std::size_t cutOffs = distinctSummary().count + 1;
+    const double nPos = positiveCount_;
+    const double nNeg = negativeCount_;
+    KolmogorovSmirnov ks;
+    PrecisionRecallSweep prSweep(positiveCount_, negativeCount_, interpolateAlongTP_);
+    CurveLists lists;
+    lists.cutOffPoints.reserve(cutOffs);
+    lists.sensSpec.reserve(needROC ? cutOffs : 0);
+    lists.precisionRecall.reserve(needPR ? cutOffs : 0);
+
+    const auto addPoint = [&](double tp, double classifiedPositive, bool interpolated) {
+        if (interpolated)
+            lists.prInterpolationFlag.set(static_cast<int>(lists.precisionRecall.size()), true);
+        lists.precisionRecall.emplace_back(tp / classifiedPositive, tp / nPos);
+    };
+    forEachCutOff([&](double cutOff, const ClsResult& result) {
+        lists.cutOffPoints.push_back(cutOff);
+        if (needROC) {
+            const double sensitivity = (nPos - result.falseNegative) / nPos;
+            const double specificity = result.trueNegative / nNeg;
+            lists.sensSpec.emplace_back(sensitivity, specificity);
+            ks.take(cutOff, sensitivity, specificity, largerTestMorePositive_);
+        }
+        if (needPR)
+            prSweep.step(result, addPoint);
+    });
+    lists.ksMaximum = ks.maximum;
+    lists.ksCutOff = ks.cutOff;
+    lists.tiesInPR = prSweep.tiesSeen();
+    if (const auto precision = prSweep.lentPrecision(largerTestMorePositive_))
+        (largerTestMorePositive_ ? lists.precisionRecall.back() : lists.precisionRecall.front()).first = *precision;
+    return lists;
+}
+
+const std::vector<ROCData>& ROCSpace::getROCData()
+{
+    finishUpdate();
+    if (data_.size() != observations_.size())
+        data_ = listObservations(order_);
+    return data_;
+}
+
+std::vector<ROCData> ROCSpace::listObservations(Order order) const
+{
+    std::vector<ROCData> list(observations_.size());
+    if (order == Order::Arrival) {
+        for (std::size_t i = 0; i < list.size(); ++i)
+            list[i] = {observations_.positive(i), observations_.value(i)};
+        return list;
+    }
+    auto positive = list.begin();
+    auto negative = list.begin() + (order == Order::ByState ? positiveCount_ : 0);
+    forEachDistinctValue([&](const DistinctValue& distinct) {
+        positive = std::fill_n(positive, distinct.positives, ROCData{true, distinct.value});
+        if (order == Order::ByValue)
+            negative = positive;
+        negative = std::fill_n(negative, distinct.negatives, ROCData{false, distinct.value});
+        if (order == Order::ByValue)
+            positive = negative;
+    });
+    return list;
+}
+
+/// From here on getROCData() shows this order, also to whoever holds the list already.
+void ROCSpace::setOrder(Order order)
+{
+    if (!data_.empty())
+        data_ = listObservations(order);
+    order_ = order;
+}
+
+const std::vector<double>& ROCSpace::getCutOffPoints() { return curveLists().cutOffPoints; }
+
+const std::vector<std::pair<double, double>>& ROCSpace::getSensitivitySpecificity() { return curveLists().sensSpec; }
+
+const std::vector<std::pair<double, double>>& ROCSpace::getPrecisionRecall() { return curveLists().precisionRecall; }
+
+std::pair<double, double> ROCSpace::getKolmogorovSmirnov()
+{
+    const CurveLists& lists = curveLists();
+    return {lists.ksMaximum, lists.ksCutOff};
+}
+
+bool ROCSpace::existTies() { return distinctSummary().ties; }
+
+bool ROCSpace::existTiesInPR() { return curveLists().tiesInPR; }
+
+ROCBitSet ROCSpace::getPRInterpolationFlag() { return curveLists().prInterpolationFlag; }
+
+} // namespace ROCALG_920
