@@ -3,8 +3,6 @@
 #include "cli/study/DataTable.h"
 
 #include <cstdint>
-#include <optional>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -33,28 +31,5 @@ struct LessValue {
 };
 /// The different values of a label column, ascending, each as it is first spelled; 1 and 1.0 are one.
 std::vector<std::string> distinctValues(const DataColumn& column);
-
-/// The rows that an analysis can use, as its arrays.
-struct Cases {
-    std::vector<double> states;              ///< 1 positive, 0 negative
-    std::vector<std::vector<double>> values; ///< per test variable, parallel to states
-    int positive = 0;
-    int negative = 0;
-    int leftOut = 0; ///< rows with a missing state or test value
-
-    [[nodiscard]] int count() const noexcept { return positive + negative; }
-};
-
-/// What every analysis starts from: data, and each row's state and group.
-struct Study {
-    DataTable data;
-    std::vector<Match> states; ///< 0 is the positive state
-    std::vector<Match> groups; ///< empty without groups
-
-    /// The rows of one group (of all rows without one) in which the state and all the tests are known.
-    [[nodiscard]] Cases completeCases(std::span<const std::string> tests, std::optional<Match> group = {}) const;
-    /// Rows whose cell in the group column answers so.
-    [[nodiscard]] int countGroup(Match match) const;
-};
 
 } // namespace vexroc

@@ -1,6 +1,6 @@
-#include "cli/study/Slices.h"
+#include "cli/study/RowsByValue.h"
 
-#include "cli/study/Sample.h"
+#include "cli/study/ValueChoice.h"
 #include "cli/words/Failure.h"
 #include "cli/words/VisibleText.h"
 
@@ -27,7 +27,7 @@ std::vector<Element> picked(const std::vector<Element>& all, std::span<const std
 
 } // namespace
 
-Slices::Slices(DataTable table, const std::string& name) : table_(std::move(table))
+RowsByValue::RowsByValue(DataTable table, const std::string& name) : table_(std::move(table))
 {
     const DataColumn& column = table_.column(name, ColumnKind::labels);
     const std::string where = table_.source + ": column " + inQuotes(name);
@@ -40,7 +40,7 @@ Slices::Slices(DataTable table, const std::string& name) : table_(std::move(tabl
     sortRows(column);
 }
 
-DataTable Slices::slice(std::size_t value) const
+DataTable RowsByValue::rowsOf(std::size_t value) const
 {
     const std::span rows = std::span(rows_).subspan(begins_[value], begins_[value + 1] - begins_[value]);
     DataTable some{.source = table_.source, .columns = {}, .rows = rows.size()};
@@ -54,7 +54,7 @@ DataTable Slices::slice(std::size_t value) const
 }
 
 /// A counting sort: by value, then as the rows came.
-void Slices::sortRows(const DataColumn& column)
+void RowsByValue::sortRows(const DataColumn& column)
 {
     std::vector<std::size_t> valueOf; // of each label
     for (const std::string& text : column.labelTexts)

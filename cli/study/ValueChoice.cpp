@@ -1,4 +1,4 @@
-#include "cli/study/Sample.h"
+#include "cli/study/ValueChoice.h"
 
 #include "cli/words/Failure.h"
 #include "cli/words/Lists.h"
@@ -6,7 +6,7 @@
 #include "cli/words/VisibleText.h"
 
 #include <algorithm>
-#include <cmath>
+#include <optional>
 
 namespace vexroc {
 
@@ -81,31 +81,5 @@ std::vector<std::string> distinctValues(const DataColumn& column)
     values.erase(std::unique(values.begin(), values.end(), same), values.end());
     return values;
 }
-
-Cases Study::completeCases(std::span<const std::string> tests, std::optional<Match> group) const
-{
-    std::vector<std::span<const double>> columns;
-    for (const std::string& test : tests)
-        columns.push_back(data.numbers(test));
-    Cases cases;
-    cases.values.resize(tests.size());
-    for (std::size_t row = 0; row < data.rows; ++row) {
-        if (group && groups[row] != *group)
-            continue;
-        const bool missingTest = std::ranges::any_of(columns, [row](auto column) { return std::isnan(column[row]); });
-        if (missingTest || states[row] == missingValue) {
-            ++cases.leftOut;
-            continue;
-        }
-        const bool positive = states[row] == 0;
-        ++(positive ? cases.positive : cases.negative);
-        cases.states.push_back(positive ? 1.0 : 0.0);
-        for (std::size_t test = 0; test < columns.size(); ++test)
-            cases.values[test].push_back(columns[test][row]);
-    }
-    return cases;
-}
-
-int Study::countGroup(Match match) const { return static_cast<int>(std::ranges::count(groups, match)); }
 
 } // namespace vexroc

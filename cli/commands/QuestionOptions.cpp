@@ -1,5 +1,6 @@
-#include "cli/commands/Options.h"
+#include "cli/commands/QuestionOptions.h"
 
+#include "cli/commands/AnalysisWatch.h"
 #include "cli/options/Choice.h"
 #include "cli/words/Failure.h"
 #include "cli/words/Lists.h"
@@ -8,7 +9,7 @@
 
 #include <CLI/CLI.hpp>
 
-#include <string_view>
+#include <optional>
 
 namespace vexroc {
 
@@ -25,7 +26,7 @@ std::vector<std::string> parseTests(const std::vector<std::string>& lists)
 
 } // namespace
 
-void addStudyOptions(CLI::App& command, StudyOptions& options)
+void addQuestionOptions(CLI::App& command, QuestionOptions& options)
 {
     addInputOptions(command, options.input);
     command.add_option("--state", options.state, "State variable and the value of its positive cases")
@@ -69,37 +70,23 @@ void addBiNegativeOption(CLI::App& command, bool& biNegative)
                      "negative cases");
 }
 
-std::string Question::heading() const
+Task parseTask(const QuestionOptions& options)
 {
-    return "Positive: " + visible(state.column) + " = " + visible(state.values.front()) + "; " + larger
-        + " values are more positive";
+    Task task{.input = parseInput(options.input),
+              .question = {},
+              .form = parseForm(options.format),
+              .output = options.output};
+    task.question.input = task.input.place;
+    task.question.state = parseValueChoice(options.state, "--state", 1);
+    task.question.tests = parseTests(options.tests);
+    task.question.largerIsPositive = !options.smaller;
+    task.question.equalIsPositive = !options.exclude;
+    return task;
 }
 
-std::vector<Fact> Question::facts() const
+DocumentForm parseForm(const std::string& format)
 {
-    return {{"input", input.place},
-            {"state", state.column},
-            {"positive", state.values.front()},
-            {"more_positive", larger},
-            {"equal_to_cut_off", include == std::string_view("include") ? "positive" : "negative"}};
-}
-
-Question parseQuestion(const StudyOptions& options)
-{
-    return {
-        .input = parseInput(options.input),
-        .state = parseValueChoice(options.state, "--state", 1),
-        .tests = parseTests(options.tests),
-        .format = parseFormat(options.format),
-        .output = options.output,
-        .include = options.exclude ? "exclude" : "include",
-        .larger = options.smaller ? "smaller" : "larger",
-    };
-}
-
-OutputFormat parseFormat(const std::string& format)
-{
-    return format == "csv" ? OutputFormat::csv : format == "json" ? OutputFormat::json : OutputFormat::text;
+    return format == "csv" ? DocumentForm::csv : format == "json" ? DocumentForm::json : DocumentForm::text;
 }
 
 ValueChoice parseValueChoice(const std::string& text, const std::string& option, std::size_t count)
@@ -130,19 +117,24 @@ double parseLevel(const std::string& text)
     return *level;
 }
 
-Study readStudy(const Question& question, const std::optional<ValueChoice>& groups, const Session& session)
+Results answer(const Task& task, const Session& session)
 {
-    std::vector<ColumnRequest> requests{{question.state.column, ColumnKind::labels}};
-    if (groups)
-        requests.push_back({groups->column, ColumnKind::labels});
-    for (const std::string& test : question.tests)
-        requests.push_back({test, ColumnKind::numbers});
-    Study study;
-    study.data = readTable(question.input, session, requests);
-    study.states = matchRows(study.data, question.state);
-    if (groups)
-        study.groups = matchRows(study.data, *groups);
-    return study;
+    // Nothing is there to tidy up while the data are read: until then, an interrupt just ends the program.
+    const DataTable table = readTable(task.input, session, task.question.columns());
+    AnalysisWatch watch(session, table.rows);
+    return study(table, task.question, watch.watch());
+}
+
+Report reportOf(const Task& task, const Document& document)
+{
+    Report report{.text = spelled(document, task.form),
+                  .file = task.output,
+                  .notes = document.notes,
+                  .warnings = {},
+                  .error = {}};
+    for (const Warning& warning : document.warnings)
+        report.warnings.push_back(warning.line());
+    return report;
 }
 
 } // namespace vexroc

@@ -14,14 +14,14 @@ namespace vexroc {
 /// Values come in ascending order, numbers before words; 1 and 1.0 are one value. Rows without a value are in no slice.
 /// Memory: the table, four bytes per row, and one slice at a time.
 /// Failure: throws an input error for a column that holds no value, or so many that it must be another kind of column.
-class Slices {
+class RowsByValue {
 public:
-    Slices(DataTable table, const std::string& column);
+    RowsByValue(DataTable table, const std::string& column);
 
     [[nodiscard]] const std::vector<std::string>& values() const noexcept { return values_; }
     [[nodiscard]] std::size_t missing() const noexcept { return table_.rows - rows_.size(); }
     /// The rows of one value, in their order. Labels keep their numbers, also those that do not occur there.
-    [[nodiscard]] DataTable slice(std::size_t value) const;
+    [[nodiscard]] DataTable rowsOf(std::size_t value) const;
 
     static constexpr std::size_t mostValues = 1000;
 
