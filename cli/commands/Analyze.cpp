@@ -1,6 +1,6 @@
 #include "cli/commands/Commands.h"
 #include "cli/options/Choice.h"
-#include "cli/picture/Plot.h"
+#include "cli/picture/Picture.h"
 #include "cli/picture/ReportPage.h"
 #include "cli/study/AnalyzeRequest.h"
 #include "cli/study/Answer.h"
@@ -8,12 +8,15 @@
 #include "cli/system/InterruptGuard.h"
 #include "cli/system/OutputFile.h"
 #include "cli/system/Progress.h"
+#include "cli/system/Rasterizer.h"
 #include "cli/words/Failure.h"
 
 #include "host/ColumnRecordIter.h"
 #include "host/FunctionListener.h"
 #include "vexrocproc/ROCStatusCodes.h"
 #include "vexrocproc/RocAlgorithm.h"
+
+#include "version.h"
 
 #include <CLI/CLI.hpp>
 
@@ -104,7 +107,8 @@ public:
 
     /// All files, the report's text among them if it goes to one; or, where one cannot be written or the run is
     /// cancelled meanwhile, none.
-    void writeFiles(Report& report, const std::optional<Plot>& plot, const Session& session, CancelFlag& cancel) const
+    void writeFiles(Report& report, const std::optional<Rasterizer>& plot, const Session& session,
+                    CancelFlag& cancel) const
     {
         std::deque<std::string> texts; // a file may refer to its text until it is in place
         std::vector<std::unique_ptr<OutputFile>> files;
@@ -117,7 +121,7 @@ public:
         };
         stage(options_.curveFile, [&] { return answer_.curve->str(); });
         stage(options_.prCurveFile, [&] { return answer_.precisionRecall->str(); });
-        stage(options_.plotFile, [&] { return plot->draw(drawing(), cancel); });
+        stage(options_.plotFile, [&] { return plot->convert(svgPicture(drawing())); });
         stage(options_.reportFile, [&] { return page(session); });
         stage(request_.question.output, [&] { return std::exchange(report.text, ""); });
         requireNotCancelled(cancel.IsCancelRequested());
@@ -150,16 +154,23 @@ private:
 
     [[nodiscard]] std::string page(const Session& session) const
     {
-        Findings found = findings(OutputFormat::html, answer_.pageTables);
-        found.heading.insert(found.heading.begin() + 1,
-                             "Data: " + request_.question.input.name() + "; " + std::to_string(answer_.positive)
-                                 + " positive and " + std::to_string(answer_.negative) + " negative cases");
-        const Drawing drawn = drawing();
+        std::vector<std::string> heading = request_.heading(options_);
+        heading.insert(heading.begin() + 1,
+                       "Data: " + request_.question.input.name() + "; " + std::to_string(answer_.positive)
+                           + " positive and " + std::to_string(answer_.negative) + " negative cases");
+        std::string tables;
+        for (const Findings::Part& part : answer_.pageTables)
+            part.table.writeHtml(part.title, tables);
+        std::vector<std::string> warnings;
+        for (const Warning& warning : answer_.warnings)
+            warnings.push_back(warning.line());
         return ReportPage{.command = session.command,
-                          .findings = found,
-                          .drawing = drawn,
-                          .notes = answer_.notes,
-                          .warnings = answer_.warnings}
+                          .version = programVersion,
+                          .heading = heading,
+                          .drawing = drawing(),
+                          .tables = tables,
+                          .warnings = warnings,
+                          .notes = answer_.notes}
             .html();
     }
 
@@ -171,9 +182,9 @@ private:
 Report runAnalyze(const AnalyzeOptions& options, const Session& session)
 {
     AnalyzeRequest request = parseRequest(options);
-    std::optional<Plot> plot;
+    std::optional<Rasterizer> plot;
     if (!options.plotFile.empty())
-        plot.emplace(options.plotFile);
+        plot.emplace("--plot", options.plotFile);
     if (!options.reportFile.empty())
         ReportPage::requirePossible(options.reportFile);
     // Nothing is there to tidy up while the data are read: until then, an interrupt just ends the program.
@@ -212,7 +223,7 @@ void addOutputOptions(CLI::App& command, AnalyzeOptions& options)
     command.add_flag("--no-curve", options.noCurve, "Areas only, without the points of the ROC curves");
     command.add_flag("--display", options.display, "Print the component's own text instead of tables");
     command.add_flag("--best", options.best, "The cut-offs with the largest Youden index, with all ties");
-    command.add_option("--plot", options.plotFile, "Draw the curves into this file: .svg, .pdf or .png; needs gnuplot")
+    command.add_option("--plot", options.plotFile, "Draw the curves into this file: .svg, .pdf or .png")
         ->type_name("FILE");
     command.add_option("--report", options.reportFile, "Write a page to explore the curves, with all tables")
         ->type_name("FILE.html");

@@ -1,9 +1,5 @@
 #pragma once
 
-#include "cli/picture/Thinning.h"
-#include "host/VexVarList.h"
-#include "vexrocproc/ROCOutputs.h"
-
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -20,18 +16,19 @@ struct CutOffPoint {
     int falsePositive;
 };
 
-/// The cut-offs at which Youden's index is the Kolmogorov-Smirnov maximum that the record reports, ascending; ties as
-/// the component decides them. Empty without a curve.
-std::vector<CutOffPoint> bestCutOffs(const ROCALG_920::ROCOutBase& record);
-
 /// One point of a precision-recall curve.
 struct PrecisionRecallPoint {
     double precision;
     double recall;
     std::optional<CutOffPoint> measured; ///< none: interpolated
 };
-/// All points of a record, in the order of the curve.
-std::vector<PrecisionRecallPoint> precisionRecallOf(const ROCALG_920::ROCOutBase& record);
+
+/// Where the sensitivities lie, with the confidence of the picture, at one specificity.
+struct BandPoint {
+    double specificity;
+    double lower;
+    double upper;
+};
 
 /// One curve as pictures show it: few enough points to draw.
 struct DrawnCurve {
@@ -40,10 +37,11 @@ struct DrawnCurve {
     int positive;
     int negative;
     double area;
-    double lower;
+    double lower; ///< NaN: the area has no interval
     double upper;
     std::vector<CutOffPoint> roc;
     std::optional<CutOffPoint> best; ///< the Kolmogorov-Smirnov maximum
+    std::vector<BandPoint> band;     ///< in the order of the specificities; may be empty
     std::vector<PrecisionRecallPoint> precisionRecall;
     std::size_t rocPoints; ///< before thinning
     std::size_t precisionRecallPoints;
@@ -53,9 +51,6 @@ struct DrawnCurve {
     [[nodiscard]] std::string cutOffText() const; ///< of the best point
     [[nodiscard]] double prevalence() const { return double(positive) / (double(positive) + negative); }
 };
-
-/// The curves of all records; a record without an area has none. A test that was named twice is drawn once.
-std::vector<DrawnCurve> drawnCurves(const ROCALG_920::ROCOutputs& results, const VexXML_920::VexVarList& variables);
 
 /// More curves than these nobody tells apart.
 constexpr std::size_t mostDrawnCurves = 100;
@@ -75,11 +70,8 @@ struct Drawing {
     std::vector<std::string> notes;
 
     [[nodiscard]] bool hasPrecisionRecall() const;
-    /// "area [95 % confidence interval]"
-    [[nodiscard]] std::string areaHeading() const;
+    /// A heading, then a row per curve: its name, area and cut-off, and beside precision-recall curves its prevalence.
+    [[nodiscard]] std::vector<std::vector<std::string>> legend() const;
 };
-
-/// The heading of the cut-offs in legends.
-constexpr const char* cutOffHeading = "cut-off at the dot";
 
 } // namespace vexroc

@@ -1,6 +1,7 @@
 #include "cli/study/Answer.h"
 
 #include "cli/commands/Outcome.h"
+#include "cli/picture/curvesOf.h"
 #include "cli/study/Meanings.h"
 #include "cli/study/ResultTables.h"
 #include "cli/words/VisibleText.h"

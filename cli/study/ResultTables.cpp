@@ -1,7 +1,7 @@
 #include "cli/study/ResultTables.h"
 
 #include "cli/output/ResultColumns.h"
-#include "cli/picture/DrawnCurve.h"
+#include "cli/picture/curvesOf.h"
 #include "cli/study/Meanings.h"
 #include "vexrocproc/ROCComparisonOutStats.h"
 #include "vexrocproc/ROCOutBase.h"
