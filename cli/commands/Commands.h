@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cli/output/Report.h"
+#include "cli/commands/Report.h"
 #include "cli/system/Session.h"
 
 #include <functional>

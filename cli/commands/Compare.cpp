@@ -34,9 +34,8 @@ void askPaired(const CompareOptions& options, Question& question)
 void askIndependent(const CompareOptions& options, Question& question)
 {
     ValueChoice groups = parseValueChoice(options.group, "--group", 2);
-    question.grouping = Grouping{.column = std::move(groups.column),
-                                 .by = Grouping::By::selected,
-                                 .selected = std::move(groups.values)};
+    question.grouping = Grouping{
+        .column = std::move(groups.column), .by = Grouping::By::selected, .selected = std::move(groups.values)};
     question.comparison = Comparison::independent;
     question.biNegative = options.biNegative;
 }

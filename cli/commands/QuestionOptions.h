@@ -38,7 +38,7 @@ void addBiNegativeOption(CLI::App& command, bool& biNegative);
 struct Task {
     Input input;
     Question question;
-    DocumentForm form;
+    DocumentForm form = DocumentForm::text;
     std::string output; ///< file of the answer; empty for standard output
 };
 

@@ -152,8 +152,9 @@ Table areaTable(const Analysis& analysis)
                       {positive, negative, a.weightedPositive, a.weightedNegative, a.area, a.stdError, a.significance,
                        a.lower, a.upper, a.gini, a.ksMaximum, a.ksCutOff});
         else
-            table.add({a.test, groupOf(a)}, {positive, negative, a.area, a.stdError, a.significance, a.lower, a.upper,
-                                             a.gini, a.ksMaximum, a.ksCutOff});
+            table.add({a.test, groupOf(a)},
+                      {positive, negative, a.area, a.stdError, a.significance, a.lower, a.upper, a.gini, a.ksMaximum,
+                       a.ksCutOff});
     };
     return tableOf(analysis,
                    joined({testColumns, countColumns, weights, inPanel(1, areaColumns), inPanel(2, shapeColumns)}),
@@ -169,7 +170,8 @@ Table comparisonTable(const Analysis& analysis)
     const std::span<const TableColumn> names = paired ? std::span<const TableColumn>(pairColumns) : groupPairColumns;
     return tableOf(analysis, joined({names, differenceColumns}), [&](const Results& results, TableMaker& table) {
         for (const Difference& d : results.differences) {
-            const std::initializer_list<double> numbers{d.difference, d.stdError, d.z, d.significance, d.lower, d.upper};
+            const std::initializer_list<double> numbers{d.difference,   d.stdError, d.z,
+                                                        d.significance, d.lower,    d.upper};
             if (paired)
                 table.add({d.first.test, d.second.test}, numbers);
             else
@@ -301,7 +303,7 @@ Document analysisDocument(const Analysis& analysis)
         document.parts.push_back({"areas", "Areas under the ROC curves", areaTable(analysis)});
     if (anyValue(analysis, [](const Results& results) { return !results.differences.empty(); }))
         document.parts.push_back({"comparisons", "Differences between the areas", comparisonTable(analysis)});
-    if (question.bestCutOffs && anyValue(analysis, [](const Results& results) { return !results.failure; }))
+    if (analysis.bestTable && anyValue(analysis, [](const Results& results) { return !results.failure; }))
         document.parts.push_back({"best_cut_offs", "Best cut-offs by Youden's index: sensitivity + specificity - 1",
                                   bestCutOffTable(analysis)});
     document.notes = analysis.notesBefore;

@@ -9,10 +9,8 @@ namespace vexroc {
 namespace {
 
 constexpr std::array pairColumns{
-    TableColumn{"test1", "first", CellRole::name},
-    TableColumn{"test2", "second", CellRole::name},
-    TableColumn{"positive", "positive", CellRole::count, 1},
-    TableColumn{"negative", "negative", CellRole::count, 1},
+    TableColumn{"test1", "first", CellRole::name},           TableColumn{"test2", "second", CellRole::name},
+    TableColumn{"positive", "positive", CellRole::count, 1}, TableColumn{"negative", "negative", CellRole::count, 1},
     TableColumn{"left_out", "left out", CellRole::count, 1},
 };
 
@@ -75,8 +73,8 @@ Document groupDocument(const Question& question, const Results& results)
     const Grouping& grouping = *question.grouping;
     Document document{.command = "compare",
                       .heading = {"Areas under the ROC curves of two independent groups, compared",
-                                  "Groups: " + visible(grouping.column) + " = " + visible(grouping.selected[0]) + " and "
-                                      + visible(grouping.selected[1]),
+                                  "Groups: " + visible(grouping.column) + " = " + visible(grouping.selected[0])
+                                      + " and " + visible(grouping.selected[1]),
                                   questionHeading(question), standardErrorHeading(question.biNegative, question.level)},
                       .question = questionFacts(question),
                       .parts = {},
@@ -86,10 +84,10 @@ Document groupDocument(const Question& question, const Results& results)
     addInference(document.question, standardErrorWord(question.biNegative), question.level);
     Table table(joined({groupColumns, inPanel(2, twoAreaColumns), inPanel(3, differenceColumns)}));
     for (const Difference& d : results.differences) {
-        addRow(Row{d.first.test, grouping.selected[0], grouping.selected[1]},
-               {double(d.first.positive), double(d.first.negative), double(d.second.positive),
-                double(d.second.negative)},
-               d, table);
+        addRow(
+            Row{d.first.test, grouping.selected[0], grouping.selected[1]},
+            {double(d.first.positive), double(d.first.negative), double(d.second.positive), double(d.second.negative)},
+            d, table);
         addGroupNotes(question, d.first, document.notes);
         addGroupNotes(question, d.second, document.notes);
         addDifferenceCautions(visible(d.first.test), d, document.notes);

@@ -76,10 +76,10 @@ Document precisionRecallDocument(const Question& question, const Results& result
             table.addRow({test.area.test, cutOffs[i], curve.recall[i], curve.precision[i],
                           curve.rocPoint[i] == PrecisionRecallCurve::interpolated ? 1.0 : 0.0});
     }
-    Document document = pointsDocument(question, results, "pr",
-                                       {"Precision-recall curve", questionHeading(question),
-                                        std::string("Interpolation: ") + interpolation},
-                                       std::move(table));
+    Document document = pointsDocument(
+        question, results, "pr",
+        {"Precision-recall curve", questionHeading(question), std::string("Interpolation: ") + interpolation},
+        std::move(table));
     document.question.emplace_back("interpolation", interpolation);
     return document;
 }

@@ -24,8 +24,9 @@ Document precisionRecallDocument(const Question& question, const Results& result
 /// A whole analysis, of all rows or one for each value of a column.
 struct Analysis {
     const Question& question;
-    std::vector<ValueResults> values; ///< with one value, the empty text, when the question has no column `by`
-    std::size_t missing = 0;          ///< rows without a value
+    std::vector<ValueResults> values;     ///< with one value, the empty text, when the question has no column `by`
+    std::size_t missing = 0;              ///< rows without a value
+    bool bestTable = false;               ///< with the best cut-offs
     std::vector<std::string> notesBefore; ///< about the question, said once before the notes on results
     std::vector<std::string> notesAfter;
 

@@ -45,7 +45,7 @@ private:
 
     std::vector<TableColumn> columns_;
     std::size_t rows_ = 0;
-    std::vector<std::vector<double>> numbers_;     ///< per column; empty for names
+    std::vector<std::vector<double>> numbers_;      ///< per column; empty for names
     std::vector<std::vector<std::uint32_t>> names_; ///< per column of names: index into texts_
     std::vector<std::string> texts_;
     std::map<std::string, std::uint32_t, std::less<>> textIndex_;

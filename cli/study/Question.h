@@ -38,8 +38,8 @@ enum class CaseRule {
 
 /// What is asked of a table, whichever command asks it.
 struct Question {
-    std::string input; ///< where the data are, as the user calls it
-    ValueChoice state; ///< one value: that of the positive cases
+    std::string input;              ///< where the data are, as the user calls it
+    ValueChoice state;              ///< one value: that of the positive cases
     std::vector<std::string> tests; ///< as named, repeats included
     std::optional<Grouping> grouping;
     std::string weight; ///< column; empty for none
@@ -47,8 +47,8 @@ struct Question {
     CaseRule rule = CaseRule::eachTest;
     Comparison comparison = Comparison::none;
     bool largerIsPositive = true;
-    bool equalIsPositive = true; ///< a value equal to a cut-off
-    bool biNegative = false;     ///< standard errors of bi-negative exponential distributions
+    bool equalIsPositive = true;      ///< a value equal to a cut-off
+    bool biNegative = false;          ///< standard errors of bi-negative exponential distributions
     bool alongFalsePositives = false; ///< how precision-recall points are interpolated
     double level = 0.95;              ///< of the intervals
     // What is needed beside the areas.

@@ -64,7 +64,8 @@ void addAreaNotes(const std::string& subject, const Area& area, std::vector<std:
         notes.push_back(subject + ": no standard error: at least 2 positive and 2 negative cases are needed");
 }
 
-void addAreaCautions(const std::string& subject, const Area& area, bool largerIsPositive, std::vector<std::string>& notes)
+void addAreaCautions(const std::string& subject, const Area& area, bool largerIsPositive,
+                     std::vector<std::string>& notes)
 {
     constexpr double chance = 0.5;
     if (area.stdError == 0.0) // exact: complete separation, mostly
@@ -72,11 +73,11 @@ void addAreaCautions(const std::string& subject, const Area& area, bool largerIs
                         + ": the standard error is 0; significance and interval say nothing beyond these cases");
     else if (area.upper < chance)
         notes.push_back(subject + ": the area is below 0.5, " + (largerIsPositive ? "smaller" : "larger")
-                        + " values are more positive; " + (largerIsPositive ? "give --smaller" : "leave out --smaller"));
+                        + " values are more positive; "
+                        + (largerIsPositive ? "give --smaller" : "leave out --smaller"));
 }
 
-void addDifferenceCautions(const std::string& subject, const Difference& difference,
-                           std::vector<std::string>& notes)
+void addDifferenceCautions(const std::string& subject, const Difference& difference, std::vector<std::string>& notes)
 {
     if (difference.stdError == 0.0) // exact
         notes.push_back(subject

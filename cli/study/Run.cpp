@@ -109,9 +109,10 @@ private:
         setWord("cut_off", question_.equalIsPositive ? "include" : "exclude");
         setWord("distribution", question_.biNegative ? "bi-negative" : "nonparam");
         setWord("interpolation", question_.alongFalsePositives ? "keilwagen" : "davis-goadrich");
-        setWord("comparison", comparison == Comparison::paired            ? "paired"
-                                  : comparison == Comparison::independent ? "independent"
-                                                                          : "none");
+        setWord("comparison",
+                comparison == Comparison::paired            ? "paired"
+                    : comparison == Comparison::independent ? "independent"
+                                                            : "none");
     }
 
     void setGrouping(const Grouping& grouping)
@@ -179,7 +180,7 @@ private:
         if (question_.grouping)
             return;
         std::map<std::string_view, const RowCounts::Gap*> gaps; // there may be tens of thousands of tests
-        if (results.rows.incomplete == 0) // else rows with a gap are not among those used
+        if (results.rows.incomplete == 0)                       // else rows with a gap are not among those used
             for (const RowCounts::Gap& gap : results.rows.gaps)
                 gaps.emplace(gap.test, &gap);
         for (const std::string& test : cases_.tests) {
@@ -191,7 +192,8 @@ private:
     [[nodiscard]] static TestResult withoutResult(const std::string& test, const RowCounts& rows,
                                                   const RowCounts::Gap* gap)
     {
-        Area area = emptyArea(test, rows.positive - (gap ? gap->positive : 0), rows.negative - (gap ? gap->negative : 0));
+        Area area =
+            emptyArea(test, rows.positive - (gap ? gap->positive : 0), rows.negative - (gap ? gap->negative : 0));
         area.leftOut = rows.read - area.positive - area.negative;
         area.weightedPositive = gap ? notComputed : rows.weightedPositive;
         area.weightedNegative = gap ? notComputed : rows.weightedNegative;

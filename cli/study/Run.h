@@ -18,11 +18,11 @@ struct Watch {
 
 /// The cases of one run of the component, as parallel columns that outlive it; NaN where a value is missing.
 struct RunCases {
-    std::span<const double> state; ///< 1 positive
-    std::span<const double> group; ///< empty without groups
-    std::span<const double> weight; ///< empty without weights
-    std::span<const std::string> groupWords; ///< what codes of the group stand for; empty where it holds numbers
-    std::vector<std::string> tests;          ///< names, as asked: a test may be named twice
+    std::span<const double> state;               ///< 1 positive
+    std::span<const double> group;               ///< empty without groups
+    std::span<const double> weight;              ///< empty without weights
+    std::span<const std::string> groupWords;     ///< what codes of the group stand for; empty where it holds numbers
+    std::vector<std::string> tests;              ///< names, as asked: a test may be named twice
     std::vector<std::span<const double>> values; ///< parallel to tests
 };
 

@@ -27,8 +27,12 @@ Watch oneOf(const Watch& watch, std::size_t done, std::size_t all)
 
 RunCases casesOf(const CaseColumns& columns, std::vector<std::string> tests)
 {
-    RunCases cases{.state = columns.state(), .group = columns.group(), .weight = columns.weight(),
-                   .groupWords = columns.groupWords(), .tests = std::move(tests), .values = {}};
+    RunCases cases{.state = columns.state(),
+                   .group = columns.group(),
+                   .weight = columns.weight(),
+                   .groupWords = columns.groupWords(),
+                   .tests = std::move(tests),
+                   .values = {}};
     for (const std::string& test : cases.tests)
         cases.values.push_back(columns.test(test));
     return cases;
@@ -91,23 +95,35 @@ private:
             }
         Question question = question_;
         question.grouping.reset();
-        const RunCases cases{.state = states, .group = {}, .weight = {}, .groupWords = {}, .tests = {test},
-                             .values = {ofGroup}};
+        const RunCases cases{
+            .state = states, .group = {}, .weight = {}, .groupWords = {}, .tests = {test}, .values = {ofGroup}};
         Area area = onlyResult(run(cases, question, Comparison::none, watch)).area;
-        area.group = question_.grouping->column + " = " + columns_.groupWords()[group == CaseColumns::firstGroup ? 0 : 1];
+        area.group =
+            question_.grouping->column + " = " + columns_.groupWords()[group == CaseColumns::firstGroup ? 0 : 1];
         return area;
     }
 
     [[nodiscard]] Difference differenceOf(const Area& first, const Area& second) const
     {
         const auto asCall = [](const Area& a) {
-            return auc_res{.posCount = static_cast<double>(a.positive), .negCount = static_cast<double>(a.negative),
-                           .area = a.area, .stdError = a.stdError, .asymptoticSig = a.significance,
-                           .ciLower = a.lower, .ciUpper = a.upper};
+            return auc_res{.posCount = static_cast<double>(a.positive),
+                           .negCount = static_cast<double>(a.negative),
+                           .area = a.area,
+                           .stdError = a.stdError,
+                           .asymptoticSig = a.significance,
+                           .ciLower = a.lower,
+                           .ciUpper = a.upper};
         };
         const auc_comparison_res r = auc_comparison(asCall(first), asCall(second), question_.level);
-        return {.first = first, .second = second, .leftOut = 0, .difference = r.areaDiff, .stdError = r.stdErrorDiff,
-                .z = r.z, .significance = r.zSig, .lower = r.ciLower, .upper = r.ciUpper};
+        return {.first = first,
+                .second = second,
+                .leftOut = 0,
+                .difference = r.areaDiff,
+                .stdError = r.stdErrorDiff,
+                .z = r.z,
+                .significance = r.zSig,
+                .lower = r.ciLower,
+                .upper = r.ciUpper};
     }
 
     const CaseColumns& columns_;
@@ -181,8 +197,15 @@ private:
     static Difference emptyDifference(const Area& first, const Area& second, const RowCounts& rows)
     {
         const double missing = first.area;
-        return {.first = first, .second = second, .leftOut = rows.leftOut(), .difference = missing,
-                .stdError = missing, .z = missing, .significance = missing, .lower = missing, .upper = missing};
+        return {.first = first,
+                .second = second,
+                .leftOut = rows.leftOut(),
+                .difference = missing,
+                .stdError = missing,
+                .z = missing,
+                .significance = missing,
+                .lower = missing,
+                .upper = missing};
     }
 
     /// Pairs in the order (0, 1), (0, 2), ... (1, 2), ...
@@ -218,7 +241,8 @@ StudyByValue studyByValue(DataTable table, const Question& question, const Watch
     const RowsByValue rows(std::move(table), question.by);
     StudyByValue all{.values = {}, .missing = rows.missing()};
     for (std::size_t v = 0; v < rows.values().size(); ++v)
-        all.values.push_back({rows.values()[v], study(rows.rowsOf(v), question, oneOf(watch, v, rows.values().size()))});
+        all.values.push_back(
+            {rows.values()[v], study(rows.rowsOf(v), question, oneOf(watch, v, rows.values().size()))});
     return all;
 }
 

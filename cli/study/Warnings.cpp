@@ -1,7 +1,6 @@
 #include "cli/study/Warnings.h"
 
 #include "cli/words/Lists.h"
-#include "cli/words/Numbers.h"
 #include "vexrocproc/ROCStatusCodes.h"
 
 #include <algorithm>

@@ -49,11 +49,10 @@ void ProgressTeller::tell(Clock::time_point now, const std::string& words, const
         *display_.stream << wipedLine << "vexroc: " << words << std::flush;
 }
 
-void AnalysisProgress::show(VexCommon_920::ProgressReport& report)
+void AnalysisProgress::show(double announced, int recordsRead)
 {
     const ProgressTeller::Clock::time_point now = ProgressTeller::Clock::now();
-    const double announced = report.ScaleMeasure("percentage");
-    const double records = std::max(report.DiscreteMeasure("records"), 0);
+    const double records = std::max(recordsRead, 0);
     if (announced >= shareAfterRecords && !readingSeconds_)
         readingSeconds_ = teller_.secondsUntil(now);
     if (!teller_.isDue(now))

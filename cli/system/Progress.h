@@ -1,7 +1,5 @@
 #pragma once
 
-#include "host/ProgressReport.h"
-
 #include <chrono>
 #include <cstddef>
 #include <functional>
@@ -47,12 +45,13 @@ private:
     std::optional<Clock::time_point> lastTold_;
 };
 
-/// Progress of an analysis, from the reports of the component.
+/// Progress of an analysis, as the component reports it.
 class AnalysisProgress {
 public:
     /// The display has a stream.
     AnalysisProgress(const ProgressDisplay& display, std::size_t rows) : teller_(display), rows_(rows) {}
-    void show(VexCommon_920::ProgressReport& report);
+    /// The share of the work that is done, and the records read so far.
+    void show(double announced, int records);
 
 private:
     ProgressTeller teller_;

@@ -1,0 +1,87 @@
+// Tells the cut-off nearest to the pointer, and hides the curves whose names are clicked. Without it the page is whole.
+'use strict';
+
+const side = 440; // of the axes, in their own pixels
+const tip = document.getElementById('tip');
+const rate = (value) => value.toFixed(4);
+
+/** A point of a curve: its place, and what to tell of it. */
+function pointOf({name, positive, negative}, isRoc, text) {
+  const parts = text.split(' ');
+  const place = (x, y) => ({x: x * side, y: (1 - y) * side});
+  if (parts.length === 2) // interpolated: it stands for no cut-off and has no counts
+    return {...place(...parts), lines: [['curve', name], ['cut-off', 'none: interpolated'], ['recall', parts[0]],
+      ['precision', parts[1]]]};
+  const [fp, tp] = parts.map(Number);
+  const [tn, fn, sensitivity, precision] = [negative - fp, positive - tp, tp / positive, tp / (tp + fp)];
+  const counts = [['true positives', tp], ['false positives', fp], ['true negatives', tn], ['false negatives', fn]];
+  return {...place(...(isRoc ? [fp / negative, sensitivity] : [sensitivity, precision])), lines: [['curve', name],
+    ['cut-off', parts[2]], ...(isRoc ? [['sensitivity', rate(sensitivity)], ['specificity', rate(tn / negative)]]
+      : [['recall', rate(sensitivity)], ['precision', rate(precision)]]), ...counts]};
+}
+
+/** Names reach the page as text only, never as markup. */
+function showTip(lines, x, y) {
+  tip.replaceChildren(...lines.map(([title, text]) => {
+    const [line, value] = [document.createElement('div'), document.createElement('bdi')];
+    value.textContent = text;
+    line.append(`${title}: `, value);
+    return line;
+  }));
+  tip.hidden = false;
+  const {clientWidth, clientHeight} = document.documentElement;
+  tip.style.left = `${Math.max(8, Math.min(x + 14, clientWidth - tip.offsetWidth - 8))}px`;
+  tip.style.top = `${y + 14 + tip.offsetHeight > clientHeight ? Math.max(8, y - tip.offsetHeight - 8) : y + 14}px`;
+}
+
+document.querySelectorAll('#curves > svg').forEach((svg, panel) => {
+  const axes = svg.querySelector('.axes');
+  const mark = document.createElementNS('http://www.w3.org/2000/svg', 'circle');
+  let curves; // read when first needed
+
+  function forget() {
+    mark.remove();
+    tip.hidden = true;
+  }
+  function nearest({x, y}) {
+    curves ??= [...axes.querySelectorAll('[data-points]')].map((group) => ({group,
+      points: group.dataset.points.split(';').filter(Boolean).map((text) => pointOf(group.dataset, panel === 0, text))}));
+    let best = {distance: 60};
+    for (const {group, points} of curves.filter(({group}) => !group.classList.contains('hidden'))) {
+      for (const point of points) {
+        const distance = Math.hypot(point.x - x, point.y - y);
+        if (distance < best.distance)
+          best = {distance, point, group};
+      }
+    }
+    return best;
+  }
+  svg.addEventListener('pointermove', (event) => {
+    const {point, group} = nearest(new DOMPoint(event.clientX, event.clientY).matrixTransform(
+      axes.getScreenCTM().inverse()));
+    if (!point)
+      return forget();
+    for (const [name, value] of [['cx', point.x], ['cy', point.y], ['r', 4.5], ['class', group.getAttribute('class')],
+      ['color', group.getAttribute('color')], ['fill', 'currentColor']])
+      mark.setAttribute(name, value);
+    axes.append(mark);
+    return showTip(point.lines, event.clientX, event.clientY);
+  });
+  svg.addEventListener('pointerleave', forget);
+});
+
+document.querySelectorAll('#legend tbody tr').forEach((row, curve) => {
+  const button = document.createElement('button');
+  const name = row.querySelector('.name');
+  button.type = 'button';
+  button.title = 'hide or show this curve';
+  button.setAttribute('aria-pressed', true);
+  button.append(...name.childNodes);
+  name.append(button);
+  button.addEventListener('click', () => {
+    const hidden = row.classList.toggle('hidden');
+    button.setAttribute('aria-pressed', !hidden);
+    document.querySelectorAll(`[data-curve="${curve}"]`).forEach((part) => part.classList.toggle('hidden', hidden));
+  });
+});
+document.querySelector('#legend caption')?.append(': click a name to hide its curve, and again to show it');
