@@ -122,6 +122,8 @@ private:
     bool distributionChanged_;
     bool zeroCountExist_;
     std::unique_ptr<ROCBitSet> prInterpolationFlag_; ///< marks the interpolated entries of precisionRecallDraw_
+
+    friend class RunRecord; // tells callers within the library what the interface does not
 };
 
 } // namespace ROCALG_920

@@ -133,6 +133,8 @@ CurveLists ROCSpace::computeStats(bool needPR, bool needROC)
     KolmogorovSmirnov ks;
     PrecisionRecallSweep prSweep(positiveCount_, negativeCount_, interpolateAlongTP_);
     CurveLists lists;
+    std::vector<CutOffCounts> counts;
+    counts.reserve(needROC ? cutOffs : 0);
     lists.cutOffPoints.reserve(cutOffs);
     lists.sensSpec.reserve(needROC ? cutOffs : 0);
     lists.precisionRecall.reserve(needPR ? cutOffs : 0);
@@ -148,11 +150,14 @@ CurveLists ROCSpace::computeStats(bool needPR, bool needROC)
             const double sensitivity = (nPos - result.falseNegative) / nPos;
             const double specificity = result.trueNegative / nNeg;
             lists.sensSpec.emplace_back(sensitivity, specificity);
+            counts.push_back(
+                {static_cast<int>(nPos - result.falseNegative), static_cast<int>(nNeg - result.trueNegative)});
             ks.take(cutOff, sensitivity, specificity, largerTestMorePositive_);
         }
         if (needPR)
             prSweep.step(result, addPoint);
     });
+    counts_ = std::move(counts);
     lists.ksMaximum = ks.maximum;
     lists.ksCutOff = ks.cutOff;
     lists.tiesInPR = prSweep.tiesSeen();

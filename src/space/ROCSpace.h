@@ -16,6 +16,12 @@
 
 namespace ROCALG_920 {
 
+/// How a cut-off classifies the observations of each state; every observation counts 1, whatever its weight.
+struct CutOffCounts {
+    int truePositive;
+    int falsePositive;
+};
+
 /// The curve of one test variable as lists. Empty without a curve; the lists that were not asked for are empty.
 struct CurveLists {
     std::vector<double> cutOffPoints;                       ///< ascending
@@ -82,6 +88,8 @@ public:
 
     /// Hands over all lists of the curve at once; a later read makes them anew.
     [[nodiscard]] CurveLists takeCurve();
+    /// Hands over the counts behind the sensitivity and specificity list, parallel to it; once per making of the lists.
+    [[nodiscard]] std::vector<CutOffCounts> takeCounts() { return std::exchange(counts_, {}); }
 
     /// Number of negative observations, unweighted. (Spelled so in the interface.)
     [[nodiscard]] int getNegtiveCount() const noexcept { return negativeCount_; }
@@ -133,8 +141,9 @@ private:
     std::optional<valuesort::SortedValues> sorted_; ///< with the curve
     std::optional<DistinctSummary> distinct_;       ///< made on demand
 
-    std::vector<ROCData> data_; ///< what getROCData() shows, made on demand in order_
-    CurveLists lists_;          ///< made on demand
+    std::vector<ROCData> data_;        ///< what getROCData() shows, made on demand in order_
+    CurveLists lists_;                 ///< made on demand
+    std::vector<CutOffCounts> counts_; ///< made with them
 
     int testVarInd_ = -1;
     int groupVar_ = -1;
