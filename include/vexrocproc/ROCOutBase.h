@@ -16,6 +16,7 @@ namespace ROCALG_920 {
 class ROCBitSet;
 class ROCSpace;
 class ROCStats;
+class RecordedCurve;
 
 /// Result of one test variable in one group: the counts, the ROC curve, the Kolmogorov-Smirnov maximum, the
 /// precision-recall points and the area under the ROC curve.
@@ -93,6 +94,8 @@ public:
     void Display(std::ostream & out, const VexXML_920::VexVarList& varList) const;
 
 private:
+    friend class RecordedCurve;
+
     [[gnu::visibility("hidden")]] void init(int testVarInd, int groupVarInd, ROCConst_920::Operation op,
                                             double groupValue, ROCStats& stats, bool distributionChanged);
     [[gnu::visibility("hidden")]] void takeCurve(ROCSpace & space);

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "space/CurveSweep.h"
-#include "space/Observations.h"
 #include "space/ROCBitSet.h"
 #include "space/ROCData.h"
-#include "space/SortedValues.h"
+#include "summary/CurveSweep.h"
+#include "summary/Observations.h"
+#include "summary/SortedValues.h"
 #include "vexrocproc/ROCConst.h"
 
 #include <cmath>
@@ -107,7 +107,7 @@ public:
     void forEachDistinctValue(Visit&& visit) const;
     /// 0 without a curve. Closes the space, as every summary read does.
     [[nodiscard]] std::size_t countCutOffs();
-    /// Calls visit(cut-off, ClsResult) for every cut-off in ascending order; never without a curve.
+    /// Calls visit(cut-off, CutOffCounts) for every cut-off in ascending order; never without a curve.
     template <class Visit>
     void forEachCutOff(Visit&& visit) const;
     /// The order of independentSortMethod holds from here on.
@@ -172,7 +172,7 @@ void ROCSpace::forEachDistinctValue(Visit&& visit) const
 {
     observations_.visit([&](const auto& columns) {
         if (sorted_)
-            sorted_->withCursor(columns, [&](auto cursor) { valuesort::forEachValue(cursor, visit); });
+            sorted_->withWalk(columns, [&](auto walk) { forEachValue(walk, visit); });
         else
             valuesort::forEachDistinctValue(columns, visit);
     });
@@ -186,8 +186,8 @@ void ROCSpace::forEachCutOff(Visit&& visit) const
     const CurveOptions options{includeCutOff_, largerTestMorePositive_};
     observations_.visit([&](const auto& columns) {
         const auto [lowest, highest] = sorted_->range(columns);
-        const CurveTotals totals{lowest, highest, positiveCount_, negativeCount_};
-        sorted_->withCursor(columns, [&](auto cursor) { ROCALG_920::forEachCutOff(cursor, totals, options, visit); });
+        const CurveTotals totals{lowest, highest, {positiveCount_, negativeCount_}};
+        sorted_->withWalk(columns, [&](auto walk) { ROCALG_920::forEachCutOff(walk, totals, options, visit); });
     });
 }
 
