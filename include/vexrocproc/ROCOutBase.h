@@ -93,6 +93,8 @@ public:
     void Display(std::ostream & out, const VexXML_920::VexVarList& varList) const;
 
 private:
+    friend class RunRecord;
+
     [[gnu::visibility("hidden")]] void init(int testVarInd, int groupVarInd, ROCConst_920::Operation op,
                                             double groupValue, ROCStats& stats, bool distributionChanged);
     [[gnu::visibility("hidden")]] void takeCurve(ROCSpace & space);
@@ -122,8 +124,6 @@ private:
     bool distributionChanged_;
     bool zeroCountExist_;
     std::unique_ptr<ROCBitSet> prInterpolationFlag_; ///< marks the interpolated entries of precisionRecallDraw_
-
-    friend class RunRecord; // tells callers within the library what the interface does not
 };
 
 } // namespace ROCALG_920

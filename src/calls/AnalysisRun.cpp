@@ -4,11 +4,10 @@
 #include "host/ColumnRecordIter.h"
 #include "host/FunctionListener.h"
 #include "host/VexQueryCancel.h"
-#include "space/DefaultArithmetic.h"
+#include "numeric/DefaultArithmetic.h"
+#include "results/RunRecord.h"
 #include "vexrocproc/ROCOutputs.h"
 #include "vexrocproc/ROCStatusCodes.h"
-
-#include <cmath>
 
 namespace ROCALG_920::calls {
 
@@ -36,19 +35,6 @@ private:
     void* user_;
 };
 
-/// Rows of the curve at which Youden's index is the Kolmogorov-Smirnov maximum; ties as the maximum decides them.
-std::vector<std::size_t> bestCutOffsOf(const ROCOutBase& record)
-{
-    constexpr double tieTolerance = 1e-14;
-    const double maximum = record.getKolmogorovSmirnov().first;
-    const auto& rates = record.getSensitivitySpecificity();
-    std::vector<std::size_t> best;
-    for (std::size_t i = 0; i < rates.size(); ++i)
-        if (std::fabs(rates[i].first - (1.0 - rates[i].second) - maximum) <= tieTolerance)
-            best.push_back(i);
-    return best;
-}
-
 } // namespace
 
 AnalysisRun::AnalysisRun(const AnalysisRequest& request, const Callbacks& callbacks) : variables_(request.variables())
@@ -62,7 +48,7 @@ AnalysisRun::AnalysisRun(const AnalysisRequest& request, const Callbacks& callba
     build(records, callbacks);
     noteWarnings();
     for (const ROCOutBase* const record : this->records())
-        bestCutOffs_.push_back(bestCutOffsOf(*record));
+        bestCutOffs_.push_back(RunRecord::of(*record).bestCutOffs());
 }
 
 void AnalysisRun::build(VexCommon_920::MultiPassRecordIter& records, const Callbacks& callbacks)

@@ -3,6 +3,7 @@
 #include "calls/AnalysisRequest.h"
 #include "calls/RowSelection.h"
 #include "host/MultiPassRecordIter.h"
+#include "inference/OperatingPoint.h"
 #include "vexrocproc/RocAlgorithm.h"
 #include "vexrocproc/analysis.h"
 
@@ -37,8 +38,8 @@ public:
     [[nodiscard]] const RowCounts& rows() const noexcept { return rows_; }
     [[nodiscard]] std::span<ROCOutBase* const> records() const noexcept;
     [[nodiscard]] std::span<ROCComparisonOutStats* const> comparisons() const noexcept;
-    /// For each record the rows of its curve that are best cut-offs, ascending.
-    [[nodiscard]] const std::vector<std::vector<std::size_t>>& bestCutOffs() const noexcept { return bestCutOffs_; }
+    /// Those of each record.
+    [[nodiscard]] const std::vector<std::vector<OperatingPoint>>& bestCutOffs() const noexcept { return bestCutOffs_; }
 
 private:
     void build(VexCommon_920::MultiPassRecordIter& records, const Callbacks& callbacks);
@@ -51,7 +52,7 @@ private:
     std::string statusName_;
     std::vector<Warning> warnings_;
     RowCounts rows_;
-    std::vector<std::vector<std::size_t>> bestCutOffs_;
+    std::vector<std::vector<OperatingPoint>> bestCutOffs_;
 };
 
 } // namespace ROCALG_920::calls

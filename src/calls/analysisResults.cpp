@@ -5,7 +5,6 @@
 #include "vexrocproc/analysis.h"
 
 #include <algorithm>
-#include <tuple>
 
 namespace ROCALG_920::calls {
 namespace {
@@ -63,16 +62,16 @@ const RunRecord& recordOf(const vexroc_analysis* analysis, int index)
     return RunRecord::of(*at(lastRun(analysis).records(), index, "record"));
 }
 
-vexroc_cut_off cutOffAt(const RunRecord& record, std::size_t row)
+vexroc_cut_off toC(const OperatingPoint& point)
 {
-    const CutOffCounts& counts = record.counts()[row];
     vexroc_cut_off out{};
-    out.cut_off = record.getCutOffPoints()[row];
-    std::tie(out.sensitivity, out.specificity) = record.getSensitivitySpecificity()[row];
-    out.true_positive = counts.truePositive;
-    out.false_positive = counts.falsePositive;
-    out.true_negative = record.getNegativeCount() - counts.falsePositive;
-    out.false_negative = record.getPositiveCount() - counts.truePositive;
+    out.cut_off = point.cutOff;
+    out.sensitivity = sensitivity(point.counts);
+    out.specificity = specificity(point.counts);
+    out.true_positive = point.counts.truePositives;
+    out.false_positive = point.counts.falsePositives;
+    out.true_negative = point.counts.trueNegatives;
+    out.false_negative = point.counts.falseNegatives;
     return out;
 }
 
@@ -191,10 +190,11 @@ int vexroc_analysis_curve_counts(const vexroc_analysis* analysis, int record, lo
                                  long long* false_positive)
 {
     return guarded([&] {
-        const auto& counts = recordOf(analysis, record).counts();
-        for (std::size_t i = 0; i < counts.size(); ++i) {
-            put(true_positive, i, counts[i].truePositive);
-            put(false_positive, i, counts[i].falsePositive);
+        const RunRecord& found = recordOf(analysis, record);
+        for (std::size_t i = 0; i < found.getSensitivitySpecificity().size(); ++i) {
+            const CutOffCounts counts = found.point(i).counts;
+            put(true_positive, i, counts.truePositives);
+            put(false_positive, i, counts.falsePositives);
         }
         return VEXROC_OK;
     });
@@ -213,9 +213,8 @@ int vexroc_analysis_best_cut_off_count(const vexroc_analysis* analysis, int reco
 int vexroc_analysis_best_cut_off(const vexroc_analysis* analysis, int record, int index, vexroc_cut_off* cut_off)
 {
     return guarded([&] {
-        const RunRecord& found = recordOf(analysis, record);
-        const auto& best = lastRun(analysis).bestCutOffs()[static_cast<std::size_t>(record)];
-        return deliver(cutOffAt(found, at(best, index, "best cut-off")), cut_off);
+        const std::vector<OperatingPoint>& best = at(lastRun(analysis).bestCutOffs(), record, "record");
+        return deliver(toC(at(best, index, "best cut-off")), cut_off);
     });
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "space/ROCBitSet.h"
+#include "inference/OperatingPoint.h"
 #include "space/ROCSpace.h"
 #include "stats/ROCStats.h"
 #include "vexrocproc/ROCOutBase.h"
@@ -10,8 +10,8 @@
 
 namespace ROCALG_920 {
 
-/// A record as every run makes it: with what the interface does not tell of its curves. Callers within the library
-/// tell it in their own way.
+/// A record as every run makes it, which keeps what the interface does not tell of its curve: the exact counts at every
+/// cut-off, and so the best cut-offs, and which points of the precision-recall curve are measured.
 class RunRecord final : public ROCOutBase {
 public:
     RunRecord(int testVarInd, ROCStats& stats, bool distributionChanged)
@@ -25,22 +25,21 @@ public:
     {
     }
 
-    /// The record as what it is; it comes from a run.
+    /// What a record that comes from a run is.
     [[nodiscard]] static const RunRecord& of(const ROCOutBase& record) noexcept
     {
         return static_cast<const RunRecord&>(record);
     }
 
-    /// Parallel to getSensitivitySpecificity().
-    [[nodiscard]] const std::vector<CutOffCounts>& counts() const noexcept { return counts_; }
-    /// Is this point of getPrecisionRecallDraw() drawn between measured ones?
-    [[nodiscard]] bool isInterpolated(std::size_t point) const noexcept
-    {
-        return prInterpolationFlag_->get(static_cast<int>(point));
-    }
+    /// The cut-off i, which is below the length of getSensitivitySpecificity().
+    [[nodiscard]] OperatingPoint point(std::size_t i) const;
+    /// All cut-offs at which Youden's index ties with the Kolmogorov-Smirnov maximum, ascending; empty without a curve.
+    [[nodiscard]] std::vector<OperatingPoint> bestCutOffs() const;
+    /// Is the point i of getPrecisionRecallDraw() interpolated? The others are measured, one per cut-off, in order.
+    [[nodiscard]] bool isInterpolated(std::size_t i) const noexcept;
 
 private:
-    std::vector<CutOffCounts> counts_;
+    std::vector<ClassifiedPositive> counts_; ///< parallel to getSensitivitySpecificity()
 };
 
 } // namespace ROCALG_920
