@@ -1,6 +1,6 @@
 #include "arraycalls/arrayInput.h"
 #include "arraycalls/results.h"
-#include "stats/Inference.h"
+#include "inference/TestAndInterval.h"
 #include "stats/ROCPairedStats.h"
 #include "stats/RocPairedCompare.h"
 #include "vexrocproc/arraycalls.h"

@@ -5,6 +5,7 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -51,14 +52,14 @@ struct StateWord {
 /// A key with the position of its case.
 struct CaseKey {
     Key key;
-    std::uint32_t index;
-    std::uint32_t state;
+    std::uint64_t indexAndState;
 
     [[nodiscard]] Key order() const noexcept { return key; }
-    [[nodiscard]] bool positive() const noexcept { return state != 0; }
+    [[nodiscard]] std::size_t index() const noexcept { return indexAndState >> 1; }
+    [[nodiscard]] bool positive() const noexcept { return (indexAndState & 1) != 0; }
     [[nodiscard]] static CaseKey of(Key key, bool positive, std::size_t index) noexcept
     {
-        return {key, static_cast<std::uint32_t>(index), positive};
+        return {key, std::uint64_t{index} << 1 | std::uint64_t{positive}};
     }
 };
 
@@ -111,8 +112,9 @@ inline constexpr std::size_t byInsertion = 20;
 template <class Element>
 void sortBucket(Element* first, std::size_t count, Element* scratch) noexcept;
 
-/// Splits elements into up to 2^maxCellBits cells by the bits in which they differ, and sorts the cells.
-template <int maxCellBits, class Element>
+/// Splits elements into up to 2^maxCellBits cells by the bits in which they differ, and sorts the cells. Position is wide
+/// enough for the count; the narrower, the less of the nearest cache the ends of the cells take.
+template <int maxCellBits, class Position, class Element>
 void splitBucket(Element* first, std::size_t count, Element* scratch) noexcept
 {
     Key low = first[0].order();
@@ -128,11 +130,11 @@ void splitBucket(Element* first, std::size_t count, Element* scratch) noexcept
     const std::size_t cells = static_cast<std::size_t>((high >> shift) - base) + 1;
     const auto cellOf = [&](const Element& e) { return static_cast<std::size_t>((e.order() >> shift) - base); };
 
-    std::array<std::uint32_t, (std::size_t{1} << maxCellBits) + 1> ends;
-    std::fill_n(ends.begin(), cells + 1, 0u);
+    std::array<Position, (std::size_t{1} << maxCellBits) + 1> ends;
+    std::fill_n(ends.begin(), cells + 1, Position{0});
     for (std::size_t i = 0; i < count; ++i)
         ++ends[cellOf(first[i]) + 1];
-    std::uint32_t fullest = 0;
+    Position fullest = 0;
     for (std::size_t cell = 1; cell <= cells; ++cell) {
         fullest = std::max(fullest, ends[cell]);
         ends[cell] += ends[cell - 1];
@@ -157,9 +159,11 @@ void sortBucket(Element* first, std::size_t count, Element* scratch) noexcept
     if (count <= byInsertion)
         insertionSort(first, count);
     else if (count < 256)
-        splitBucket<8>(first, count, scratch);
+        splitBucket<8, std::uint32_t>(first, count, scratch);
+    else if (count <= std::numeric_limits<std::uint32_t>::max())
+        splitBucket<11, std::uint32_t>(first, count, scratch);
     else
-        splitBucket<11>(first, count, scratch);
+        splitBucket<11, std::uint64_t>(first, count, scratch);
 }
 
 /// Maps keys to buckets in ascending order. Cells of equal width, fine enough to tell binades apart, are halved
@@ -277,7 +281,7 @@ template <class Element, class Columns>
         high = std::max(high, key);
     }
     const BucketMap bucketOf(columns, low, high);
-    std::vector<std::uint32_t> ends(bucketOf.buckets() + 1);
+    std::vector<std::size_t> ends(bucketOf.buckets() + 1);
     for (std::size_t i = 0; i < count; ++i)
         ++ends[bucketOf(orderedKey(columns.value(i))) + 1];
     const std::size_t largest = *std::ranges::max_element(ends);

@@ -1,5 +1,5 @@
-#include "space/Observations.h"
-#include "space/SortedValues.h"
+#include "summary/Observations.h"
+#include "summary/SortedValues.h"
 #include "tests/support/Sample.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "stats/PairedComponents.h"
+#include "inference/PairedComponents.h"
 
 #include "space/ROCSpace.h"
 

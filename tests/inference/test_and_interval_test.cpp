@@ -1,5 +1,5 @@
 #include "host/VexMV.h"
-#include "stats/Inference.h"
+#include "inference/TestAndInterval.h"
 #include "tests/support/Exact.h"
 #include "tests/support/oracle.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "stats/Int128.h"
-#include "stats/OrderedPairs.h"
+#include "inference/OrderedPairs.h"
+#include "numeric/Int128.h"
 
 #include <cmath>
 #include <cstddef>

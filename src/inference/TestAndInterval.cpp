@@ -1,4 +1,4 @@
-#include "stats/Inference.h"
+#include "inference/TestAndInterval.h"
 
 #include "host/VexDistFun.h"
 #include "host/VexMV.h"
