@@ -4,6 +4,7 @@
 #include "cli/system/Session.h"
 
 #include <functional>
+#include <span>
 
 namespace CLI {
 class App;
@@ -21,5 +22,15 @@ Action addColumns(CLI::App& command);
 Action addCompare(CLI::App& command);
 Action addCurve(CLI::App& command);
 Action addPr(CLI::App& command);
+
+/// A row of the table of commands.
+struct Command {
+    const char* name;
+    const char* summary; ///< one line for the help
+    Action (*add)(CLI::App& command);
+};
+
+/// All commands, in the order in which help shows them.
+std::span<const Command> commands();
 
 } // namespace vexroc

@@ -60,7 +60,7 @@ InterruptGuard::InterruptGuard(VexCommon_920::CancelFlag& flag, const Session& s
 {
     flagInForce = &flag;
     isQuiet = session.quiet;
-    hasProgressLine = session.progress.stream != nullptr && session.progress.form == ProgressForm::line;
+    hasProgressLine = session.progress.stream != nullptr;
     for (std::size_t i = 0; i < interrupts.size(); ++i)
         handleOnce(interrupts[i], requestCancel, previous_[i]);
 }

@@ -14,18 +14,11 @@ constexpr double shareAfterRecords = 0.2;
 
 std::string rounded(double value) { return std::to_string(std::llround(value)); }
 
-/// A share with three decimals, in any locale.
-std::string share(double value)
-{
-    const std::string thousandths = rounded(1000.0 * value);
-    return thousandths.size() > 3 ? "1" : "0." + std::string(3 - thousandths.size(), '0').append(thousandths);
-}
-
 } // namespace
 
 ProgressTeller::~ProgressTeller()
 {
-    if (lastTold_ && display_.form == ProgressForm::line)
+    if (lastTold_)
         *display_.stream << wipedLine << std::flush;
 }
 
@@ -40,13 +33,10 @@ double ProgressTeller::secondsUntil(Clock::time_point now) const
     return std::max(std::chrono::duration<double>(now - start_).count(), 1e-3);
 }
 
-void ProgressTeller::tell(Clock::time_point now, const std::string& words, const std::string& members)
+void ProgressTeller::tell(Clock::time_point now, const std::string& words)
 {
     lastTold_ = now;
-    if (display_.form == ProgressForm::json)
-        *display_.stream << '{' << members << "}\n" << std::flush;
-    else
-        *display_.stream << wipedLine << "vexroc: " << words << std::flush;
+    *display_.stream << wipedLine << "vexroc: " << words << std::flush;
 }
 
 void AnalysisProgress::show(double announced, int recordsRead)
@@ -60,11 +50,9 @@ void AnalysisProgress::show(double announced, int recordsRead)
     const double read = rows_ > 0 ? std::min(records / static_cast<double>(rows_), 1.0) : 1.0;
     const double done = std::max(announced, shareBeforeRecords + (shareAfterRecords - shareBeforeRecords) * read);
     const std::string perSecond = rounded(records / readingSeconds_.value_or(teller_.secondsUntil(now)));
-    const std::string all = std::to_string(rows_);
     teller_.tell(now,
-                 rounded(100.0 * done) + " %, " + rounded(records) + " of " + all + " rows, " + perSecond + " rows/s",
-                 "\"phase\":\"analysis\",\"share\":" + share(done) + ",\"rows\":" + rounded(records) + ",\"of\":" + all
-                     + ",\"rows_per_second\":" + perSecond);
+                 rounded(100.0 * done) + " %, " + rounded(records) + " of " + std::to_string(rows_) + " rows, "
+                     + perSecond + " rows/s");
 }
 
 ReadingProgress::ReadingProgress(const ProgressDisplay& display, Share share) : share_(std::move(share))
@@ -82,9 +70,7 @@ void ReadingProgress::look()
     const std::string perSecond = rounded(static_cast<double>(rows_) / teller_->secondsUntil(now));
     const std::optional<double> read = share_();
     const std::string percentage = read ? rounded(100.0 * *read) + " %, " : "";
-    const std::string shareMember = read ? "\"share\":" + share(*read) + "," : "";
-    teller_->tell(now, "reading: " + percentage + rows + " rows, " + perSecond + " rows/s",
-                  "\"phase\":\"reading\"," + shareMember + "\"rows\":" + rows + ",\"rows_per_second\":" + perSecond);
+    teller_->tell(now, "reading: " + percentage + rows + " rows, " + perSecond + " rows/s");
 }
 
 } // namespace vexroc

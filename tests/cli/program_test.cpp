@@ -114,7 +114,7 @@ TEST(Program, EndsWithTheExitCodeAndTheMessageOfTheFault)
             {"", exitUsage, "Examples:"},
             {"aux", exitUsage, "no command 'aux'; did you mean 'auc'?"},
             {"auc", exitUsage, "--state is required; see vexroc auc --help"},
-            {"auc " + radius + "--smaler", exitUsage, "no option '--smaler'; did you mean '--smaller'?"},
+            {"auc " + radius + "--smaler", exitUsage, "no option '--smaler' in auc; did you mean '--smaller'?"},
             {"auc " + radius + "more", exitUsage, "unexpected argument 'more'"},
             {"auc " + scores + "--state class", exitUsage, "expected COLUMN=VALUE"},
             {"auc " + scores + "--state class=NA", exitUsage, "missing value"},
