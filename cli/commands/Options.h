@@ -1,7 +1,7 @@
 #pragma once
 
+#include "cli/commands/InputOptions.h"
 #include "cli/output/Report.h"
-#include "cli/sources/Input.h"
 #include "cli/study/Sample.h"
 
 #include <optional>
