@@ -95,6 +95,7 @@ public:
     [[nodiscard]] Report report() const
     {
         Report report = reportOf(task_, document_);
+        report.file.clear(); // written with the other files, or not at all
         if (const std::optional<Warning> failure = analysis_.failure())
             report.error = statusLine(*failure);
         return report;

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "cli/commands/InputOptions.h"
 #include "cli/commands/Report.h"
 #include "cli/output/Document.h"
-#include "cli/sources/Input.h"
 #include "cli/study/Question.h"
 #include "cli/study/Study.h"
 #include "cli/system/Session.h"

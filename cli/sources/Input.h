@@ -9,24 +9,7 @@
 #include <span>
 #include <string>
 
-namespace CLI {
-class App;
-}
-
 namespace vexroc {
-
-/// The options that name the data, as typed.
-struct InputOptions {
-    std::string file;
-    std::string delimiter;
-    std::string decimal = "point";
-    std::string sqlite;
-    std::string postgres;
-    std::string table;
-    std::string query;
-};
-
-void addInputOptions(CLI::App& command, InputOptions& options);
 
 /// Where the data are.
 struct Input {
@@ -40,9 +23,6 @@ struct Input {
     /// Visible text; a connection, which may tell more than readers should know, is not in it.
     [[nodiscard]] std::string name() const;
 };
-
-/// Throws a usage error when the options name no data, or data twice.
-Input parseInput(const InputOptions& options);
 
 /// Reads all rows into the sink and tells the progress of it. Throws an input error that names the input and the place in it.
 void readInput(const Input& input, const Session& session, RowSink& sink);

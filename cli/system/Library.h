@@ -30,4 +30,15 @@ private:
     Failure (*failure_)(const std::string&);
 };
 
+/// A function of a library, called as it is there: LibraryFunction<decltype(PQclear)> clear{library, "PQclear"}.
+template <class Function>
+class LibraryFunction {
+public:
+    LibraryFunction(const Library& library, const char* name) { library.bind(function_, name); }
+    operator Function*() const noexcept { return function_; }
+
+private:
+    Function* function_ = nullptr;
+};
+
 } // namespace vexroc

@@ -61,13 +61,15 @@ ReadingProgress::ReadingProgress(const ProgressDisplay& display, Share share) : 
         teller_.emplace(display);
 }
 
-void ReadingProgress::look()
+void ReadingProgress::tell(std::size_t rowsRead)
 {
+    if (!teller_)
+        return;
     const ProgressTeller::Clock::time_point now = ProgressTeller::Clock::now();
     if (!teller_->isDue(now))
         return;
-    const std::string rows = std::to_string(rows_);
-    const std::string perSecond = rounded(static_cast<double>(rows_) / teller_->secondsUntil(now));
+    const std::string rows = std::to_string(rowsRead);
+    const std::string perSecond = rounded(static_cast<double>(rowsRead) / teller_->secondsUntil(now));
     const std::optional<double> read = share_();
     const std::string percentage = read ? rounded(100.0 * *read) + " %, " : "";
     teller_->tell(now, "reading: " + percentage + rows + " rows, " + perSecond + " rows/s");

@@ -61,19 +61,12 @@ public:
 
     /// Tells nothing when the display has no stream.
     ReadingProgress(const ProgressDisplay& display, Share share);
-    void countRow()
-    {
-        if (++rows_ % rowsBetweenLooks == 0 && teller_)
-            look();
-    }
+    /// So many rows are read. A look at the clock costs more than a row: to be called once in some thousand of them.
+    void tell(std::size_t rows);
 
 private:
-    static constexpr std::size_t rowsBetweenLooks = 8192; // a look at the clock costs more than a row
-    void look();
-
     std::optional<ProgressTeller> teller_;
     Share share_;
-    std::size_t rows_ = 0;
 };
 
 } // namespace vexroc

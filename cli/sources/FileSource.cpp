@@ -1,4 +1,4 @@
-#include "cli/input/ByteSource.h"
+#include "cli/sources/FileSource.h"
 
 #include "cli/words/Failure.h"
 #include "cli/words/VisibleText.h"
@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <istream>
 #include <system_error>
 
