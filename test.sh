@@ -3,18 +3,19 @@
 #   ./test.sh         the release build
 #   ./test.sh all     also the Python and R packages, other packages as witnesses, the interface against the kept one,
 #                     clang, no optimisation, the checks of libstdc++'s debug mode, and the address, undefined-behaviour
-#                     and thread sanitizers
+#                     and thread sanitizers; first of all, whether the code is set as .clang-format says
 set -euo pipefail
 cd "$(dirname "$0")"
 
 case "${1:-}" in
-"") presets=(release) purposes=(build page run test) ;;
+"") presets=(release) purposes=(build run test) ;;
 all) presets=(release clang plain dev asan tsan)
-    purposes=(build page run test python python-test peers r witness interface languages) ;;
+    purposes=(build run test style python python-test peers r witness interface languages) ;;
 *) echo "test.sh: '$1' is not known; call ./test.sh or ./test.sh all" >&2; exit 2 ;;
 esac
 
 tools/install_packages.sh "${purposes[@]}"
+[ "${#presets[@]}" -eq 1 ] || tools/format.sh --check
 for preset in "${presets[@]}"; do
     echo "== $preset"
     targets=(all all_verify_interface_header_sets)
