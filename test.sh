@@ -3,7 +3,7 @@
 #   ./test.sh         the release build
 #   ./test.sh all     also the Python and R packages, other packages as witnesses, the interface against the kept one,
 #                     clang, no optimisation, the checks of libstdc++'s debug mode, and the address, undefined-behaviour
-#                     and thread sanitizers; first of all, whether the code is set as .clang-format says
+#                     and thread sanitizers; first of all, what .clang-format and .clang-tidy say
 set -euo pipefail
 cd "$(dirname "$0")"
 
@@ -15,7 +15,10 @@ all) presets=(release clang plain dev asan tsan)
 esac
 
 tools/install_packages.sh "${purposes[@]}"
-[ "${#presets[@]}" -eq 1 ] || tools/format.sh --check
+if [ "${1:-}" = all ]; then
+    tools/format.sh --check
+    tools/tidy.sh
+fi
 for preset in "${presets[@]}"; do
     echo "== $preset"
     targets=(all all_verify_interface_header_sets)
