@@ -1,4 +1,6 @@
 """The program as the tests run it."""
+import csv
+import io
 import json
 import pathlib
 import subprocess
@@ -17,6 +19,13 @@ class Ran(NamedTuple):
     code: int
     out: str
     err: str
+
+
+def as_csv(*rows):
+    """The rows as bytes of CSV."""
+    text = io.StringIO()
+    csv.writer(text).writerows(rows)
+    return text.getvalue().encode()
 
 
 def no_number(word):

@@ -3,19 +3,13 @@ import csv
 import io
 
 import pytest
-from harness import CANCER
+from harness import CANCER, as_csv
 
 ODD = b"s,t,u,g,n\n1,inf,2,a,1\n0,-inf,2,b,2\n1,1e308,NA,a,3\n0,-1,4,b,1\n1,inf,,b,1\n"
 ODD_QUESTION = ["-", "--state", "s=1", "--test"]
 HOSTILE = ["it's", 'say "hi"', "a,b;c", "new\nline", "tab\tcr\rend", "esc\x1b[31m\x7f", "`touch pwned`",
            "</script><script>alert(1)</script>", "<!--<script>", "$(touch pwned)", "{/*9 big}_x^y @&%d \\n ~",
            "'; system 'touch pwned' #", "größe…🙂"]
-
-
-def as_csv(*rows):
-    text = io.StringIO()
-    csv.writer(text).writerows(rows)
-    return text.getvalue().encode()
 
 
 @pytest.mark.parametrize("question", [
