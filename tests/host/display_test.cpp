@@ -39,16 +39,17 @@ TEST(Display, WritesOneLinePerCallAndNothingWithoutAStreamOfItsOwnThread)
 
 TEST(Display, IgnoresTheFormattingOfTheStream)
 {
-    std::ostringstream out;
     struct DecimalComma : std::numpunct<char> {
         char do_decimal_point() const override { return ','; }
         std::string do_grouping() const override { return "\3"; }
     };
-    out.imbue(std::locale(std::locale::classic(), new DecimalComma));
+    const std::locale before = std::locale::global(std::locale(std::locale::classic(), new DecimalComma));
+    std::ostringstream out; // takes the global locale
     out << std::hex << std::fixed << std::showpos << std::setprecision(1) << std::setfill('*') << std::setw(30);
     SetOutStream(out);
     DisplayI("count", 10000);
     DisplayDV("cuts", {0.125, 1000.5}, false);
+    std::locale::global(before);
     ClearOutStream();
     EXPECT_EQ(out.str(), "count 10000\ncuts [0.125,1000.5]\n");
 }
