@@ -17,8 +17,9 @@ EXAMPLE = re.compile(r"^```console\n\$ (.*)\n((?:.*\n)*?)```$", re.MULTILINE)
 @pytest.mark.parametrize("page", [page for page in PAGES if EXAMPLE.search(page.read_text(encoding="utf-8"))],
                          ids=lambda page: page.name)
 def test_examples_print_what_they_show(vexroc, page):
-    path = f"{vexroc.path.parent}{os.pathsep}{os.environ['PATH']}"
+    environment = {**os.environ, "PATH": f"{vexroc.path.parent}{os.pathsep}{os.environ['PATH']}",
+                   "LC_ALL": "C.UTF-8"}  # for the other programs in the commands
     for command, shown in EXAMPLE.findall(page.read_text(encoding="utf-8")):
-        result = subprocess.run(command, shell=True, cwd=ROOT, env={**os.environ, "PATH": path}, encoding="utf-8",
-                                capture_output=True, check=False)
+        result = subprocess.run(command, shell=True, cwd=ROOT, env=environment, encoding="utf-8", capture_output=True,
+                                check=False)
         assert result.stdout + result.stderr == shown, command
