@@ -1,7 +1,7 @@
 """The console examples of the documentation print what they show.
 
-An example is a block of kind "console": a line "$ command", then exactly what it prints, results before notes. It runs in
-the root of the project, with the program found by its name.
+An example is a block of kind "console": a line "$ command", then exactly what it prints, results before notes. It runs
+in the root of the project, with the program found by its name.
 """
 import os
 import re
