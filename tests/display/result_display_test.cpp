@@ -10,7 +10,6 @@
 #include <iomanip>
 #include <locale>
 #include <sstream>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -29,8 +28,7 @@ struct DecimalComma : std::numpunct<char> {
     char do_decimal_point() const override { return ','; }
 };
 
-class ResultDisplay : public testing::Test {
-protected:
+struct ResultDisplay : testing::Test {
     template <class Record>
     std::string textOf(const Record& record) const
     {
@@ -82,12 +80,10 @@ TEST_F(ResultDisplay, ShowsMissingValues)
     ROCSpace positives = spaceOf({{true, 1}, {true, 2}});
     FixedStats without(positives, {});
     const std::string text = textOf(ROCOutBase(score, without, true));
-    EXPECT_THAT(text, HasSubstr("Negative count:0 Positive count:2\n"));
-    EXPECT_THAT(text,
-                HasSubstr("Area:nan Gini Index:nan Std Error:nan Asymptotic Sig.:nan CILower:nan CIUpper: nan\n"));
-    EXPECT_THAT(text,
-                HasSubstr("Distribution changes to Nonparmetric? yes\n"
-                          "Positive or Negative count is zero (0)? yes\n"));
+    for (const char* line : {"Negative count:0 Positive count:2\n",
+                             "changes to Nonparmetric? yes\nPositive or Negative count is zero (0)? yes\n",
+                             "Area:nan Gini Index:nan Std Error:nan Asymptotic Sig.:nan CILower:nan CIUpper: nan\n"})
+        EXPECT_THAT(text, HasSubstr(line));
 }
 
 TEST_F(ResultDisplay, ShowsAGroupValueByItsLabelWhereItHasOne)
@@ -126,17 +122,12 @@ TEST_F(ResultDisplay, FormatsListsInTheDefaultWayAndOtherNumbersInTheStreams)
         EXPECT_THAT(out.str(), HasSubstr(line));
 }
 
-TEST_F(ResultDisplay, OfAVariableThatTheListDoesNotHaveIsAnError)
-{
-    std::ostringstream out;
-    EXPECT_THROW(first.Display(out, VexXML_920::VexVarList()), std::out_of_range);
-}
-
-TEST_F(ResultDisplay, OfAComparisonShowsBothRecordsFirst)
+TEST_F(ResultDisplay, OfAResultSetShowsItsRecordsOrItsComparisonsWithTheirRecordsFirst)
 {
     FixedComparison compared({.covariance = 0.0, .z = 2.5, .zSig = 0.0124, .interval = {-0.0625, 0.25}});
-    const ROCComparisonOutStats comparison(first, second, compared);
-    EXPECT_EQ(textOf(comparison),
+    ROCComparisonOutStats forth(first, second, compared);
+    ROCComparisonOutStats back(second, first, compared);
+    EXPECT_EQ(textOf(forth),
               "+++++Comparison Variable 1:+++++\n" + textOf(first) + "+++++Comparison Variable 2:+++++\n"
                   + textOf(second)
                   + "+++++Comparison stats:+++++\n"
@@ -146,13 +137,6 @@ TEST_F(ResultDisplay, OfAComparisonShowsBothRecordsFirst)
                     "Std Error Diff:0.176777\n"
                     "CI Lower:-0.0625\n"
                     "CI Upper:0.25\n");
-}
-
-TEST_F(ResultDisplay, OfAResultSetShowsItsRecordsOrItsComparisons)
-{
-    FixedComparison compared({});
-    ROCComparisonOutStats forth(first, second, compared);
-    ROCComparisonOutStats back(second, first, compared);
     const auto textOfSet = [&](const std::vector<ROCComparisonOutStats*>& comparisons) {
         std::ostringstream out;
         ROCOutputs(varList, {&first, &second}, comparisons).Display(out);

@@ -13,20 +13,15 @@ using namespace ROCConst_920;
 using ROCALG_920::ROCSetting;
 using testing::HasSubstr;
 
-class SettingDisplay : public testing::Test {
-protected:
-    ~SettingDisplay() override { VexDisplay_920::ClearOutStream(); }
+std::string textOf(const ROCSetting& setting)
+{
+    std::ostringstream out;
+    setting.Display(out);
+    VexDisplay_920::ClearOutStream();
+    return out.str();
+}
 
-    static std::string textOf(const ROCSetting& setting)
-    {
-        std::ostringstream out;
-        setting.Display(out);
-        VexDisplay_920::ClearOutStream();
-        return out.str();
-    }
-};
-
-TEST_F(SettingDisplay, ShowsWhatWasSet)
+TEST(SettingDisplay, ShowsWhatWasSet)
 {
     ROCSetting setting;
     setting.setStateVar(2, 1.0);
@@ -60,30 +55,39 @@ TEST_F(SettingDisplay, ShowsWhatWasSet)
               "ROC setting display end!\n");
 }
 
-TEST_F(SettingDisplay, ShowsWhatIsNotSet)
+TEST(SettingDisplay, ShowsDefaults)
 {
-    const std::string text = textOf(ROCSetting());
-    EXPECT_THAT(text, HasSubstr("State Variable Positive value nan\nTest Variables []\nNeed PR points: false\n"));
-    EXPECT_THAT(text, HasSubstr("false\nPR points NOT required\nNeed ROC points: true\n"));
+    EXPECT_EQ(textOf(ROCSetting()),
+              "ROC setting display start:\n"
+              "State Variable Index -1\n"
+              "State Variable Positive value nan\n"
+              "Test Variables []\n"
+              "Need PR points: false\n"
+              "PR points NOT required\n"
+              "Need ROC points: true\n"
+              "Comparison Type = No comparison\n"
+              "CUTOFF = Include\n"
+              "TESTPOS = Larger or higher test result indicates more positive test\n"
+              "DISTRIBUTION = Nonparametric Assumption\n"
+              "CI 0.95\n"
+              "ROC setting display end!\n");
 }
 
-TEST_F(SettingDisplay, ShowsTheValuesThatDefineTheGroup)
+TEST(SettingDisplay, ShowsTheValuesThatDefineTheGroup)
 {
-    using Define = void (*)(ROCSetting&);
-    const std::pair<Define, std::string> cases[] = {
-        {[](ROCSetting& s) { s.setCutOffGroupVar(0, 7.5); },
-         "Group Variable Index 0\nGroup Defined Type = CutPoint\nGroup Cutoff Values 7.5\n"},
-        {[](ROCSetting& s) { s.setMidPointGroupVar(1); }, "Group Variable Index 1\nGroup Defined Type = MidPoint\n"},
-        {[](ROCSetting& s) { s.setCutOffGroupVar(-1, 7.5); }, ""}, // no group variable, no group
-    };
-    for (const auto& [define, lines] : cases) {
-        ROCSetting setting;
-        define(setting);
+    ROCSetting setting;
+    const auto expectLines = [&](const std::string& lines) {
         EXPECT_THAT(textOf(setting), HasSubstr("Test Variables []\n" + lines + "Need PR points:"));
-    }
+    };
+    setting.setCutOffGroupVar(0, 7.5);
+    expectLines("Group Variable Index 0\nGroup Defined Type = CutPoint\nGroup Cutoff Values 7.5\n");
+    setting.setMidPointGroupVar(1);
+    expectLines("Group Variable Index 1\nGroup Defined Type = MidPoint\n");
+    setting.setCutOffGroupVar(-1, 7.5); // no group variable, no group
+    expectLines("");
 }
 
-TEST_F(SettingDisplay, GivesTheHostItsStreamBack)
+TEST(SettingDisplay, GivesTheHostItsStreamBack)
 {
     std::ostringstream hosts;
     std::ostringstream ours;
@@ -95,6 +99,7 @@ TEST_F(SettingDisplay, GivesTheHostItsStreamBack)
     VexDisplay_920::ClearOutStream();
     ROCSetting().Display(ours);
     EXPECT_EQ(VexDisplay_920::GetOutStream(), &ours); // none to give back
+    VexDisplay_920::ClearOutStream();
 }
 
 } // namespace

@@ -12,60 +12,52 @@ using namespace ROCConst_920;
 using namespace ROCComponentDisplay;
 using VexCommon_920::VexStatus;
 
-class Lines : public testing::Test {
-protected:
-    Lines() { VexDisplay_920::SetOutStream(out); }
-    ~Lines() override { VexDisplay_920::ClearOutStream(); }
-
+template <class Action>
+std::string linesOf(Action action)
+{
     std::ostringstream out;
-};
+    VexDisplay_920::SetOutStream(out);
+    action();
+    VexDisplay_920::ClearOutStream();
+    return out.str();
+}
 
-/// What DisplayC says of the values from 0 up, until one that it does not know.
+/// Value by value, what DisplayC says of those that it knows.
 template <class Enumeration>
-std::string meanings(std::ostringstream& out)
+std::string meanings()
 {
     std::string all;
-    for (int value = 0; value < 10 && all.find("unrecognized") == std::string::npos; ++value) {
-        out.str("");
-        DisplayC("it", static_cast<Enumeration>(value));
-        all += out.str();
+    for (int value = -1; value < 10; ++value) {
+        const std::string label = std::to_string(value);
+        const std::string line = linesOf([&] { DisplayC(label, static_cast<Enumeration>(value)); });
+        all += line != label + " = unrecognized\n" ? line : "";
     }
     return all;
 }
 
-using EnumerationLines = Lines;
-
-TEST_F(EnumerationLines, SayWhatEveryValueMeans)
+TEST(EnumerationLines, SayWhatEveryValueMeans)
 {
-    const std::string rest = "it = unrecognized\n";
-    EXPECT_EQ(meanings<Classification>(out), "it = Include\nit = Exclude\n" + rest);
-    EXPECT_EQ(meanings<Distribution>(out),
-              "it = Nonparametric Assumption\nit = Bi-negative Exponential Distribution Assumption\n" + rest);
-    EXPECT_EQ(meanings<Direction>(out),
-              "it = Larger or higher test result indicates more positive test\n"
-              "it = Smaller or lower test result indicates more positive test\n"
-                  + rest);
-    EXPECT_EQ(meanings<PRInterpolation>(out),
-              "it = PR interpolate two adjacent points along TP\n"
-              "it = PR interpolate two adjacent points along FP\n"
-                  + rest);
-    EXPECT_EQ(meanings<ComparisonType>(out),
-              "it = No comparison\nit = Independent comparison\nit = Paired comparison\n" + rest);
-    EXPECT_EQ(meanings<GroupType>(out), "it = No Group\nit = Select\nit = MidPoint\nit = CutPoint\n" + rest);
-    EXPECT_EQ(meanings<Operation>(out), "it = Equal\nit = Greater Or Equal\nit = Less\n" + rest);
-    out.str("");
-    DisplayC("Comparison Type", static_cast<ComparisonType>(-1));
-    EXPECT_EQ(out.str(), "Comparison Type = unrecognized\n");
+    EXPECT_EQ(meanings<Classification>(), "0 = Include\n1 = Exclude\n");
+    EXPECT_EQ(meanings<Distribution>(),
+              "0 = Nonparametric Assumption\n1 = Bi-negative Exponential Distribution Assumption\n");
+    EXPECT_EQ(meanings<Direction>(),
+              "0 = Larger or higher test result indicates more positive test\n"
+              "1 = Smaller or lower test result indicates more positive test\n");
+    EXPECT_EQ(meanings<PRInterpolation>(),
+              "0 = PR interpolate two adjacent points along TP\n1 = PR interpolate two adjacent points along FP\n");
+    EXPECT_EQ(meanings<ComparisonType>(), "0 = No comparison\n1 = Independent comparison\n2 = Paired comparison\n");
+    EXPECT_EQ(meanings<GroupType>(), "0 = No Group\n1 = Select\n2 = MidPoint\n3 = CutPoint\n");
+    EXPECT_EQ(meanings<Operation>(), "0 = Equal\n1 = Greater Or Equal\n2 = Less\n");
 }
 
-using StatusLines = Lines;
-
-TEST_F(StatusLines, TellErrorCodeAndNameAndAreNumberedInAList)
+TEST(StatusLines, TellErrorCodeAndNameAndAreNumberedInAList)
 {
-    DisplayStatus("run", VexStatus(430002, false));
-    DisplayVStatus("all", {VexStatus(430104, true), VexStatus(1, false)});
-    DisplayVStatus("none", {});
-    EXPECT_EQ(out.str(),
+    const std::string lines = linesOf([] {
+        DisplayStatus("run", VexStatus(430002, false));
+        DisplayVStatus("all", {VexStatus(430104, true), VexStatus(1, false)});
+        DisplayVStatus("none", {});
+    });
+    EXPECT_EQ(lines,
               "run\nIsError true\nerror code 430002\nSetting_Error_StateVar\n"
               "all  size 2\n"
               "\nindex 0\nIsError false\nerror code 430104\nWARN_GROUP_IGNORE\n"

@@ -1,0 +1,71 @@
+"""What the program writes for others to read: JSON after its schema, files, and names that break careless programs."""
+import csv
+import io
+
+import pytest
+from harness import CANCER, as_csv
+
+ODD = b"s,t,u,g,n\n1,inf,2,a,1\n0,-inf,2,b,2\n1,1e308,NA,a,3\n0,-1,4,b,1\n1,inf,,b,1\n"
+ODD_QUESTION = ["-", "--state", "s=1", "--test"]
+HOSTILE = ["it's", 'say "hi"', "a,b;c", "new\nline", "tab\tcr\rend", "esc\x1b[31m\x7f", "`touch pwned`",
+           "</script><script>alert(1)</script>", "<!--<script>", "$(touch pwned)", "{/*9 big}_x^y @&%d \\n ~",
+           "'; system 'touch pwned' #", "größe…🙂"]
+
+
+@pytest.mark.parametrize("question", [
+    ["auc", *ODD_QUESTION, "t,u"],
+    ["compare", *CANCER, "radius_mean,texture_mean,area_mean"],
+    ["compare", *ODD_QUESTION, "t", "--group", "g=a,b"],
+    ["pr", *ODD_QUESTION, "t", "--keilwagen"],
+    ["analyze", *CANCER, "texture_mean", "--group", "area_mean", "--cut", "600", "--compare", "independent"],
+    ["analyze", *ODD_QUESTION, "t", "--best", "--by", "g"],
+], ids=lambda question: " ".join(map(str, [question[0], *question[4:]])))
+def test_json_follows_its_schema(vexroc, question):
+    assert vexroc.json(*question, data=ODD)["command"] == question[0]
+
+
+def test_json_tells_every_number(vexroc):
+    points = vexroc.json("curve", *ODD_QUESTION, "t", data=ODD)["results"]["points"]
+    assert [points[0]["cut_off"], points[-1]["cut_off"]] == ["-Infinity", "Infinity"]
+    full = vexroc.json("analyze", *ODD_QUESTION, "t,u", "--compare", "paired", "--weight", "n", "--best", data=ODD)
+    assert full["results"]["areas"][1]["standard_error"] is None
+    assert {"code": 430102, "name": "WARN_TieExist"}.items() <= full["warnings"][0].items()
+    many = b"t,u\n" + b"".join(b"%d,x\n" % i for i in range(100_002))
+    columns = vexroc.json("columns", "-", data=many)["results"]["columns"]
+    assert [columns[0]["distinct"], columns[1]["smallest"]] == [">100000", None]
+    areas = csv.DictReader(io.StringIO(vexroc.done("auc", *CANCER, "radius_mean", "--format", "csv")))
+    in_json = vexroc.json("auc", *CANCER, "radius_mean")["results"]["areas"][0]["area"]
+    assert in_json == float(next(areas)["area"])
+
+
+@pytest.mark.parametrize("command", ["analyze", "auc", "compare", "curve", "pr"])
+def test_output_is_what_would_be_printed(vexroc, tmp_path, command):
+    question = [command, *CANCER, "radius_mean,texture_mean"]
+    for form in ("text", "csv", "json"):
+        file = tmp_path / "out"
+        assert vexroc.done(*question, "--format", form, "--output", file) == ""
+        assert file.read_bytes().decode() == vexroc.done(*question, "--format", form)
+    vexroc.fails(4, "cannot write", *question, "--output", tmp_path / "no" / "place")
+    assert list(tmp_path.iterdir()) == [file]
+
+
+def test_names_harm_no_output(vexroc, tmp_path):
+    data = as_csv(["state", *HOSTILE], *([row % 2, *(row * (3 + i) % 11 + row % 2 for i, _ in enumerate(HOSTILE))]
+                                         for row in range(12)))
+    question = ["analyze", "-", "--state", "state=1", "--test", "all"]
+
+    def printed(form):
+        return vexroc.done(*question, "--format", form, data=data, cwd=tmp_path)
+    document = vexroc.json(*question, data=data, cwd=tmp_path)
+    assert [row["variable"] for row in document["results"]["areas"]] == HOSTILE
+    rows = csv.DictReader(io.StringIO(printed("csv").split("\n\n")[1], newline=""))
+    assert [row["variable"] for row in rows] == HOSTILE
+    assert all(character == "\n" or character.isprintable() for character in printed("text"))
+    assert not list(tmp_path.iterdir()), "a command ran"
+
+
+def test_names_that_are_not_utf_8_are_replaced_in_json(vexroc):
+    name = b"gr\xf6\xdfe"
+    document = vexroc.json("auc", "-", "--state", "state=1", "--test", name.decode(errors="surrogateescape"),
+                           data=b"state," + name + b"\n1,2\n0,1\n1,3\n")
+    assert "\ufffd" in document["results"]["areas"][0]["test"]
