@@ -182,6 +182,9 @@ public:
             addCurve(c, rocData(curves_[c]), linePath(pathOf(rocLine(curves_[c])), width(), markup::dashesOf(c)));
         addCutOffLabels();
         addDots();
+        if (std::ranges::all_of(curves_, [](const DrawnCurve& curve) { return curve.roc.empty(); }))
+            addText("no curve to draw", panelSide / 2, panelSide / 4,
+                    " class=\"ink\" font-size=\"13\" text-anchor=\"middle\"");
         return end(std::move(panel));
     }
 
@@ -298,24 +301,47 @@ private:
         svg_ += "</g></g>\n";
     }
 
+    /// With the word where all find room near their dots, else the numbers alone.
     void addCutOffLabels()
     {
+        constexpr double near = 30;
+        constexpr double far = 160;
+        std::vector<std::size_t> dotted;
+        for (std::size_t c = 0; c < curves_.size(); ++c)
+            if (curves_[c].best && std::ranges::none_of(dotted, [&](std::size_t d) { return sameDot(c, d); }))
+                dotted.push_back(c);
         if (curves_.size() > mostLabelled)
             return;
+        std::ranges::stable_sort(dotted, {}, [&](std::size_t c) { return dotOf(curves_[c]).y; });
+        auto labels = cutOffLabels(dotted, "cut-off ", near);
+        if (!std::ranges::all_of(labels, [](const auto& label) { return label.has_value(); }))
+            labels = cutOffLabels(dotted, "", far);
+        for (std::size_t i = 0; i < dotted.size(); ++i)
+            if (labels[i])
+                addLabel(*labels[i], dotted[i]);
+    }
+
+    /// At the same place, with the same to say: one label serves both.
+    [[nodiscard]] bool sameDot(std::size_t a, std::size_t b) const
+    {
+        const PathPoint dot = dotOf(curves_[a]);
+        const PathPoint other = dotOf(curves_[b]);
+        return dot.x == other.x && dot.y == other.y && curves_[a].cutOffText() == curves_[b].cutOffText();
+    }
+
+    [[nodiscard]] std::vector<std::optional<PlacedLabel>> cutOffLabels(const std::vector<std::size_t>& dotted,
+                                                                       const char* word, double farthest) const
+    {
         LabelPlaces places;
         places.avoidLine({place(0, 0), place(1, 1)});
-        std::vector<std::size_t> fromTheTop;
-        for (std::size_t c = 0; c < curves_.size(); ++c) {
-            places.avoidLine(rocLine(curves_[c]));
-            if (!curves_[c].best)
-                continue;
+        for (const DrawnCurve& curve : curves_)
+            places.avoidLine(rocLine(curve));
+        for (const std::size_t c : dotted)
             places.avoidDot(dotOf(curves_[c]));
-            fromTheTop.push_back(c);
-        }
-        std::ranges::stable_sort(fromTheTop, {}, [&](std::size_t c) { return dotOf(curves_[c]).y; });
-        for (const std::size_t c : fromTheTop)
-            if (const auto label = places.beside(dotOf(curves_[c]), "cut-off " + curves_[c].cutOffText()))
-                addLabel(*label, c);
+        std::vector<std::optional<PlacedLabel>> labels;
+        for (const std::size_t c : dotted)
+            labels.push_back(places.beside(dotOf(curves_[c]), word + curves_[c].cutOffText(), farthest));
+        return labels;
     }
 
     void addPrevalenceLabels(const std::vector<PrevalenceLine>& lines)
