@@ -8,9 +8,9 @@ set -euo pipefail
 cd "$(dirname "$0")"
 
 case "${1:-}" in
-"") presets=(release) purposes=(build page run test) ;;
+"") presets=(release) purposes=(build run test) ;;
 all) presets=(release clang plain dev asan tsan)
-    purposes=(build page run test python python-test peers r witness interface languages) ;;
+    purposes=(build run test python python-test peers r witness interface languages) ;;
 *) echo "test.sh: '$1' is not known; call ./test.sh or ./test.sh all" >&2; exit 2 ;;
 esac
 

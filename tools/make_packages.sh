@@ -6,7 +6,7 @@ set -euo pipefail
 folder=${1:+$(realpath -m "$1")}
 cd "$(dirname "$0")/.."
 folder=${folder:-$PWD/build/packages}
-tools/install_packages.sh build page deb
+tools/install_packages.sh build deb
 cmake -S . -B build/demo -G Ninja -DCMAKE_BUILD_TYPE=Release -DVEXROC_BUILD_TESTS=OFF -DVEXROC_BUILD_EXAMPLES=OFF \
     -DVEXROC_BUILD_BENCHMARKS=OFF >/dev/null
 cmake --build build/demo
