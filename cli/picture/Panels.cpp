@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace vexroc {
 
@@ -304,44 +305,38 @@ private:
     /// With the word where all find room near their dots, else the numbers alone.
     void addCutOffLabels()
     {
-        constexpr double near = 30;
-        constexpr double far = 160;
-        std::vector<std::size_t> dotted;
-        for (std::size_t c = 0; c < curves_.size(); ++c)
-            if (curves_[c].best && std::ranges::none_of(dotted, [&](std::size_t d) { return sameDot(c, d); }))
-                dotted.push_back(c);
         if (curves_.size() > mostLabelled)
             return;
+        LabelPlaces room;
+        room.avoidLine({place(0, 0), place(1, 1)});
+        std::vector<std::size_t> dotted; // from the top; one for all that have the same to say of the same dot
+        for (std::size_t c = 0; c < curves_.size(); ++c) {
+            room.avoidLine(rocLine(curves_[c]));
+            if (!curves_[c].best || std::ranges::any_of(dotted, [&](std::size_t d) { return isSameDot(c, d); }))
+                continue;
+            room.avoidDot(dotOf(curves_[c]));
+            dotted.push_back(c);
+        }
         std::ranges::stable_sort(dotted, {}, [&](std::size_t c) { return dotOf(curves_[c]).y; });
-        auto labels = cutOffLabels(dotted, "cut-off ", near);
-        if (!std::ranges::all_of(labels, [](const auto& label) { return label.has_value(); }))
-            labels = cutOffLabels(dotted, "", far);
+        std::vector<std::optional<PlacedLabel>> labels;
+        for (const auto& [word, farthest] : {std::pair{"cut-off ", 30.0}, std::pair{"", 160.0}}) {
+            LabelPlaces places = room;
+            labels.clear();
+            for (const std::size_t c : dotted)
+                labels.push_back(places.beside(dotOf(curves_[c]), word + curves_[c].cutOffText(), farthest));
+            if (std::ranges::find(labels, false, &std::optional<PlacedLabel>::has_value) == labels.end())
+                break;
+        }
         for (std::size_t i = 0; i < dotted.size(); ++i)
             if (labels[i])
                 addLabel(*labels[i], dotted[i]);
     }
 
-    /// At the same place, with the same to say: one label serves both.
-    [[nodiscard]] bool sameDot(std::size_t a, std::size_t b) const
+    [[nodiscard]] bool isSameDot(std::size_t a, std::size_t b) const
     {
         const PathPoint dot = dotOf(curves_[a]);
         const PathPoint other = dotOf(curves_[b]);
         return dot.x == other.x && dot.y == other.y && curves_[a].cutOffText() == curves_[b].cutOffText();
-    }
-
-    [[nodiscard]] std::vector<std::optional<PlacedLabel>> cutOffLabels(const std::vector<std::size_t>& dotted,
-                                                                       const char* word, double farthest) const
-    {
-        LabelPlaces places;
-        places.avoidLine({place(0, 0), place(1, 1)});
-        for (const DrawnCurve& curve : curves_)
-            places.avoidLine(rocLine(curve));
-        for (const std::size_t c : dotted)
-            places.avoidDot(dotOf(curves_[c]));
-        std::vector<std::optional<PlacedLabel>> labels;
-        for (const std::size_t c : dotted)
-            labels.push_back(places.beside(dotOf(curves_[c]), word + curves_[c].cutOffText(), farthest));
-        return labels;
     }
 
     void addPrevalenceLabels(const std::vector<PrevalenceLine>& lines)

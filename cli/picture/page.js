@@ -41,8 +41,9 @@ document.querySelectorAll('#curves > svg').forEach((svg, panel) => {
   let [curve, index] = [0, -1]; // where the keys are
 
   function shown() {
-    all ??= [...axes.querySelectorAll('[data-points]')].map((group) => ({group,
-      points: group.dataset.points.split(';').filter(Boolean).map((text) => pointOf(group.dataset, panel === 0, text))}));
+    const pointsOf = ({dataset}) => dataset.points.split(';').filter(Boolean)
+      .map((text) => pointOf(dataset, panel === 0, text));
+    all ??= [...axes.querySelectorAll('[data-points]')].map((group) => ({group, points: pointsOf(group)}));
     return all.filter(({group, points}) => points.length > 0 && !group.classList.contains('hidden'));
   }
   function forget() {
@@ -73,7 +74,8 @@ document.querySelectorAll('#curves > svg').forEach((svg, panel) => {
       forget();
   });
   svg.addEventListener('keydown', (event) => {
-    const [across, down] = {ArrowLeft: [-1, 0], ArrowRight: [1, 0], ArrowUp: [0, -1], ArrowDown: [0, 1]}[event.key] ?? [];
+    const arrows = {ArrowLeft: [-1, 0], ArrowRight: [1, 0], ArrowUp: [0, -1], ArrowDown: [0, 1]};
+    const [across, down] = arrows[event.key] ?? [];
     const curves = shown();
     if (across === undefined || curves.length === 0)
       return;

@@ -1,3 +1,4 @@
+#include "cli/picture/Picture.h"
 #include "cli/picture/Thinning.h"
 #include "programRun.h"
 
@@ -65,36 +66,22 @@ TEST(BestCutOffs, AreAllTiesWithTheirCountsInTheCases)
 
 TEST(Thinning, KeepsEndsAndChosenPointsAndComesNearAllOthers)
 {
-    struct Shape {
-        const char* name;
-        PathPoint (*at)(std::size_t i, double share);
-    };
-    const Shape shapes[] = {
-        {"stairs",
-         [](std::size_t i, double share) {
-             return PathPoint{share, share + double(i % 2) * 1e-6};
-         }},
-        {"one long step",
-         [](std::size_t i, double share) {
-             return PathPoint{i < 500000 ? 0.0 : 1.0, share};
-         }},
-        {"teeth",
-         [](std::size_t i, double share) {
-             return PathPoint{share, double(i % 7) / 7.0};
-         }},
-        {"one place",
-         [](std::size_t, double) {
-             return PathPoint{0.5, 0.5};
-         }},
+    const auto at = [](int shape, std::size_t i, double share) -> PathPoint {
+        switch (shape) {
+        case 0: return {share, share + double(i % 2) * 1e-6}; // stairs
+        case 1: return {i < 500000 ? 0.0 : 1.0, share};       // one long step
+        case 2: return {share, double(i % 7) / 7.0};          // teeth
+        default: return {0.5, 0.5};                           // one place
+        }
     };
     constexpr std::size_t many = 1000000;
     constexpr std::size_t chosen = 345678;
-    for (const auto& [name, at] : shapes) {
-        SCOPED_TRACE(name);
+    for (int shape = 0; shape < 4; ++shape) {
+        SCOPED_TRACE(shape);
         std::vector<PathPoint> path;
         double length = 0.0;
         for (std::size_t i = 0; i < many; ++i) {
-            path.push_back(at(i, double(i) / (many - 1)));
+            path.push_back(at(shape, i, double(i) / (many - 1)));
             length += i == 0 ? 0.0 : stepsBetween(path[i - 1], path[i]);
         }
         const std::vector<std::size_t> drawn = thinned(path, {&chosen, 1});
@@ -108,6 +95,15 @@ TEST(Thinning, KeepsEndsAndChosenPointsAndComesNearAllOthers)
                 ASSERT_LE(stepsBetween(path[drawn[d - 1]], path[i]), most) << i;
     }
     EXPECT_EQ(thinned(std::vector<PathPoint>(5), {}), (std::vector<std::size_t>{0, 1, 2, 3, 4}));
+}
+
+TEST(Picture, ShadesABandAroundACurve)
+{
+    std::vector<DrawnCurve> curves(1);
+    curves[0].band = {{0.0, 0.75, 1.0}, {0.5, 0.25, 0.75}, {1.0, 0.0, 0.5}};
+    const std::string svg = svgPicture({curves, 0.95, "a question", {"a note"}});
+    EXPECT_NE(svg.find(" d=\"M440 110L220 330L0 440V220L220 110L440 0Z\""), std::string::npos) << svg;
+    EXPECT_NE(svg.find("no curve to draw"), std::string::npos);
 }
 
 } // namespace vexroc

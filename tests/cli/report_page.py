@@ -24,7 +24,7 @@ return [...document.querySelectorAll('#curves svg')].map((svg) => {
 LEGEND = """
 return [...document.querySelectorAll('#legend tbody tr')].map((row, c) => [row.innerText, row.className,
   row.querySelector('button').getAttribute('aria-pressed'),
-  [...document.querySelectorAll(`#curves [data-curve="${c}"]`)].every((part) => part.getBoundingClientRect().width > 0)]);
+  [...document.querySelectorAll(`[data-curve="${c}"]`)].every((part) => part.getBoundingClientRect().width > 0)]);
 """
 # Labels whose text leaves the box for which a place was found, in this browser's font.
 LABELS_TOO_WIDE = """
@@ -107,6 +107,7 @@ def make_page(file, *arguments):
 def a_reader_explores_two_curves(browser, folder):
     file = make_page(folder / "page.html", DATA / "breast_cancer.csv", "--state", "diagnosis=malignant", "--test",
                      "radius_mean,texture_mean", "--pr")
+    assert "<td>0.9375 [0.9170, 0.9580]</td><td>15.045</td>" in file.read_text(encoding="utf-8") # also without script
     browser.open(file)
     assert browser.evaluate("return document.querySelectorAll('.label').length") == 3
     assert browser.evaluate(LABELS_TOO_WIDE) == 0
