@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <numbers>
 
 namespace vexroc {
 
@@ -77,7 +78,7 @@ bool crosses(const Box& box, PathPoint a, PathPoint b)
 
 bool meet(PathPoint a, PathPoint b, PathPoint c, PathPoint d)
 {
-    /// On which side of the line from p to q: the sign tells.
+    // On which side of the line from p to q: the sign tells.
     const auto side = [](PathPoint p, PathPoint q, PathPoint r) {
         return (q.x - p.x) * (r.y - p.y) - (q.y - p.y) * (r.x - p.x);
     };
@@ -100,8 +101,8 @@ std::optional<PlacedLabel> LabelPlaces::beside(PathPoint dot, const std::string&
     const double halfWidth = labelBox(dot, text).right - dot.x;
     for (double distance = nearest; distance <= farthest; distance += step) {
         for (const int degrees : directions) {
-            const double x = std::cos(degrees * M_PI / 180);
-            const double y = std::sin(degrees * M_PI / 180);
+            const double x = std::cos(degrees * std::numbers::pi / 180);
+            const double y = std::sin(degrees * std::numbers::pi / 180);
             const Box box = labelBox({dot.x + x * distance + std::clamp(2 * x, -1.0, 1.0) * halfWidth,
                                       dot.y + y * distance + std::clamp(2 * y, -1.0, 1.0) * labelHeight / 2},
                                      text);

@@ -180,7 +180,7 @@ public:
         addBands();
         svg_ += "<g stroke=\"#606060\" class=\"frame\">" + dashedLine(place(0, 0), place(1, 1)) + "</g>\n";
         for (std::size_t c = 0; c < curves_.size(); ++c)
-            addCurve(c, rocData(curves_[c]), linePath(pathOf(rocLine(curves_[c])), width(), markup::dashesOf(c)));
+            addCurve(c, rocData, linePath(pathOf(rocLine(curves_[c])), width(), markup::dashesOf(c)));
         addCutOffLabels();
         addDots();
         if (std::ranges::all_of(curves_, [](const DrawnCurve& curve) { return curve.roc.empty(); }))
@@ -198,7 +198,7 @@ public:
             svg_ += groupOf(curve) + "<g stroke=\"currentColor\">"
                 + dashedLine(place(0, prevalence), place(1, prevalence)) + "</g></g>\n";
         for (std::size_t c = 0; c < curves_.size(); ++c)
-            addCurve(c, precisionRecallData(curves_[c]), precisionRecallPaths(c));
+            addCurve(c, precisionRecallData, precisionRecallPaths(c));
         addPrevalenceLabels(lines);
         return end(std::move(panel));
     }
@@ -260,13 +260,14 @@ private:
         }
     }
 
-    void addCurve(std::size_t c, const std::string& data, const std::string& paths)
+    void addCurve(std::size_t c, std::string (*dataOf)(const DrawnCurve&), const std::string& paths)
     {
         std::string more;
         if (use_ == PanelUse::explored)
             more = attribute("data-name", markup::text(curves_[c].name))
                 + attribute("data-positive", std::to_string(curves_[c].positive))
-                + attribute("data-negative", std::to_string(curves_[c].negative)) + attribute("data-points", data);
+                + attribute("data-negative", std::to_string(curves_[c].negative))
+                + attribute("data-points", dataOf(curves_[c]));
         svg_ += "<g " + markup::colourOf(c) + attribute("data-curve", std::to_string(c)) + more
             + " fill=\"none\" stroke=\"currentColor\" stroke-linejoin=\"round\">\n" + paths + "</g>\n";
     }
