@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <numbers>
 
 namespace vexroc {
 
@@ -75,16 +76,24 @@ bool crosses(const Box& box, PathPoint a, PathPoint b)
     return clip(a.x, b.x - a.x, box.left, box.right) && clip(a.y, b.y - a.y, box.top, box.bottom);
 }
 
+bool meet(PathPoint a, PathPoint b, PathPoint c, PathPoint d)
+{
+    // On which side of the line from p to q: the sign tells.
+    const auto side = [](PathPoint p, PathPoint q, PathPoint r) {
+        return (q.x - p.x) * (r.y - p.y) - (q.y - p.y) * (r.x - p.x);
+    };
+    return side(a, b, c) * side(a, b, d) <= 0 && side(c, d, a) * side(c, d, b) <= 0;
+}
+
 void LabelPlaces::avoidDot(PathPoint dot)
 {
     constexpr double size = 14;
     dots_.push_back(boxAround(dot, size, size));
 }
 
-std::optional<PlacedLabel> LabelPlaces::beside(PathPoint dot, const std::string& text)
+std::optional<PlacedLabel> LabelPlaces::beside(PathPoint dot, const std::string& text, double farthest)
 {
     constexpr double nearest = 8;
-    constexpr double farthest = 160;
     constexpr double step = 6;
     constexpr double besides = 16; // a label nearer than this needs no line to its dot
     // Clockwise from the right, in degrees: first where a curve above the diagonal leaves room.
@@ -92,13 +101,13 @@ std::optional<PlacedLabel> LabelPlaces::beside(PathPoint dot, const std::string&
     const double halfWidth = labelBox(dot, text).right - dot.x;
     for (double distance = nearest; distance <= farthest; distance += step) {
         for (const int degrees : directions) {
-            const double x = std::cos(degrees * M_PI / 180);
-            const double y = std::sin(degrees * M_PI / 180);
+            const double x = std::cos(degrees * std::numbers::pi / 180);
+            const double y = std::sin(degrees * std::numbers::pi / 180);
             const Box box = labelBox({dot.x + x * distance + std::clamp(2 * x, -1.0, 1.0) * halfWidth,
                                       dot.y + y * distance + std::clamp(2 * y, -1.0, 1.0) * labelHeight / 2},
                                      text);
             const PathPoint end{std::clamp(dot.x, box.left, box.right), std::clamp(dot.y, box.top, box.bottom)};
-            if (!isFree(box) || !leaderIsFree(dot, end))
+            if (!isFree(box) || !isClear(dot, end))
                 continue;
             labels_.push_back(box);
             avoidLine({dot, end});
@@ -141,9 +150,23 @@ bool LabelPlaces::isFree(const Box& box) const
         && std::ranges::none_of(lines_, crossed);
 }
 
-bool LabelPlaces::leaderIsFree(PathPoint dot, PathPoint end) const
+/// Is there nothing between a dot, which its own curve runs through, and the end of its label?
+bool LabelPlaces::isClear(PathPoint dot, PathPoint end) const
 {
-    return std::ranges::none_of(labels_, [&](const Box& label) { return crosses(label, dot, end); });
+    constexpr double ownCurve = 8;
+    const double length = std::hypot(end.x - dot.x, end.y - dot.y);
+    if (length <= ownCurve)
+        return true;
+    const double share = ownCurve / length;
+    const PathPoint start{dot.x + share * (end.x - dot.x), dot.y + share * (end.y - dot.y)};
+    const auto met = [&](const std::vector<PathPoint>& line) {
+        for (std::size_t i = 1; i < line.size(); ++i)
+            if (meet(line[i - 1], line[i], start, end))
+                return true;
+        return false;
+    };
+    const auto crossed = [&](const Box& box) { return crosses(box, start, end); };
+    return std::ranges::none_of(labels_, crossed) && std::ranges::none_of(lines_, met);
 }
 
 } // namespace vexroc

@@ -30,6 +30,9 @@ struct Box {
 /// Has the line from a to b a point inside the box?
 bool crosses(const Box& box, PathPoint a, PathPoint b);
 
+/// Have the line from a to b and that from c to d a point in common?
+bool meet(PathPoint a, PathPoint b, PathPoint c, PathPoint d);
+
 /// A text inside a panel.
 struct PlacedLabel {
     std::string text;
@@ -43,14 +46,14 @@ public:
     void avoidLine(const std::vector<PathPoint>& line) { lines_.push_back(line); }
     void avoidDot(PathPoint dot);
 
-    /// Near a dot, the nearer the better; nothing where there is no room.
-    std::optional<PlacedLabel> beside(PathPoint dot, const std::string& text);
+    /// Near a dot, the nearer the better, and on the same side of all lines as the dot; nothing where there is no room.
+    std::optional<PlacedLabel> beside(PathPoint dot, const std::string& text, double farthest);
     /// Above or below a level line; nothing where there is no room.
     std::optional<PlacedLabel> along(double y, const std::string& text);
 
 private:
     [[nodiscard]] bool isFree(const Box& box) const;
-    [[nodiscard]] bool leaderIsFree(PathPoint dot, PathPoint end) const;
+    [[nodiscard]] bool isClear(PathPoint dot, PathPoint end) const;
 
     std::vector<std::vector<PathPoint>> lines_;
     std::vector<Box> dots_;

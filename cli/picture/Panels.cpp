@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace vexroc {
 
@@ -179,9 +180,12 @@ public:
         addBands();
         svg_ += "<g stroke=\"#606060\" class=\"frame\">" + dashedLine(place(0, 0), place(1, 1)) + "</g>\n";
         for (std::size_t c = 0; c < curves_.size(); ++c)
-            addCurve(c, rocData(curves_[c]), linePath(pathOf(rocLine(curves_[c])), width(), markup::dashesOf(c)));
+            addCurve(c, rocData, linePath(pathOf(rocLine(curves_[c])), width(), markup::dashesOf(c)));
         addCutOffLabels();
         addDots();
+        if (std::ranges::all_of(curves_, [](const DrawnCurve& curve) { return curve.roc.empty(); }))
+            addText("no curve to draw", panelSide / 2, panelSide / 4,
+                    " class=\"ink\" font-size=\"13\" text-anchor=\"middle\"");
         return end(std::move(panel));
     }
 
@@ -194,7 +198,7 @@ public:
             svg_ += groupOf(curve) + "<g stroke=\"currentColor\">"
                 + dashedLine(place(0, prevalence), place(1, prevalence)) + "</g></g>\n";
         for (std::size_t c = 0; c < curves_.size(); ++c)
-            addCurve(c, precisionRecallData(curves_[c]), precisionRecallPaths(c));
+            addCurve(c, precisionRecallData, precisionRecallPaths(c));
         addPrevalenceLabels(lines);
         return end(std::move(panel));
     }
@@ -256,13 +260,14 @@ private:
         }
     }
 
-    void addCurve(std::size_t c, const std::string& data, const std::string& paths)
+    void addCurve(std::size_t c, std::string (*dataOf)(const DrawnCurve&), const std::string& paths)
     {
         std::string more;
         if (use_ == PanelUse::explored)
             more = attribute("data-name", markup::text(curves_[c].name))
                 + attribute("data-positive", std::to_string(curves_[c].positive))
-                + attribute("data-negative", std::to_string(curves_[c].negative)) + attribute("data-points", data);
+                + attribute("data-negative", std::to_string(curves_[c].negative))
+                + attribute("data-points", dataOf(curves_[c]));
         svg_ += "<g " + markup::colourOf(c) + attribute("data-curve", std::to_string(c)) + more
             + " fill=\"none\" stroke=\"currentColor\" stroke-linejoin=\"round\">\n" + paths + "</g>\n";
     }
@@ -298,24 +303,41 @@ private:
         svg_ += "</g></g>\n";
     }
 
+    /// With the word where all find room near their dots, else the numbers alone.
     void addCutOffLabels()
     {
         if (curves_.size() > mostLabelled)
             return;
-        LabelPlaces places;
-        places.avoidLine({place(0, 0), place(1, 1)});
-        std::vector<std::size_t> fromTheTop;
+        LabelPlaces room;
+        room.avoidLine({place(0, 0), place(1, 1)});
+        std::vector<std::size_t> dotted; // from the top; one for all that have the same to say of the same dot
         for (std::size_t c = 0; c < curves_.size(); ++c) {
-            places.avoidLine(rocLine(curves_[c]));
-            if (!curves_[c].best)
+            room.avoidLine(rocLine(curves_[c]));
+            if (!curves_[c].best || std::ranges::any_of(dotted, [&](std::size_t d) { return isSameDot(c, d); }))
                 continue;
-            places.avoidDot(dotOf(curves_[c]));
-            fromTheTop.push_back(c);
+            room.avoidDot(dotOf(curves_[c]));
+            dotted.push_back(c);
         }
-        std::ranges::stable_sort(fromTheTop, {}, [&](std::size_t c) { return dotOf(curves_[c]).y; });
-        for (const std::size_t c : fromTheTop)
-            if (const auto label = places.beside(dotOf(curves_[c]), "cut-off " + curves_[c].cutOffText()))
-                addLabel(*label, c);
+        std::ranges::stable_sort(dotted, {}, [&](std::size_t c) { return dotOf(curves_[c]).y; });
+        std::vector<std::optional<PlacedLabel>> labels;
+        for (const auto& [word, farthest] : {std::pair{"cut-off ", 30.0}, std::pair{"", 160.0}}) {
+            LabelPlaces places = room;
+            labels.clear();
+            for (const std::size_t c : dotted)
+                labels.push_back(places.beside(dotOf(curves_[c]), word + curves_[c].cutOffText(), farthest));
+            if (std::ranges::find(labels, false, &std::optional<PlacedLabel>::has_value) == labels.end())
+                break;
+        }
+        for (std::size_t i = 0; i < dotted.size(); ++i)
+            if (labels[i])
+                addLabel(*labels[i], dotted[i]);
+    }
+
+    [[nodiscard]] bool isSameDot(std::size_t a, std::size_t b) const
+    {
+        const PathPoint dot = dotOf(curves_[a]);
+        const PathPoint other = dotOf(curves_[b]);
+        return dot.x == other.x && dot.y == other.y && curves_[a].cutOffText() == curves_[b].cutOffText();
     }
 
     void addPrevalenceLabels(const std::vector<PrevalenceLine>& lines)

@@ -6,6 +6,7 @@
 #include "cli/words/VisibleText.h"
 
 #include <algorithm>
+#include <cmath>
 #include <sstream>
 
 namespace vexroc {
@@ -45,6 +46,13 @@ struct Legend {
             blockWidth += widest + columnGap;
         }
     }
+    /// With many curves, one block would make a tower of the picture.
+    [[nodiscard]] double widthFor(std::size_t curves) const
+    {
+        constexpr std::size_t many = 30;
+        constexpr double shortNames = 700;
+        return curves > many && blockWidth <= shortNames ? 2 * blockWidth : blockWidth;
+    }
     void setIn(double width)
     {
         constexpr std::size_t fewest = 12; // curves in one block
@@ -66,14 +74,13 @@ public:
     explicit Picture(const Drawing& drawing)
         : drawing_(drawing), panels_(panelsOf(drawing, PanelUse::seen)), legend_(drawing)
     {
-        constexpr std::size_t manyCurves = 30; // a legend of one block would make a tower of the picture
-        const double fewestPanels = drawing.curves.size() > manyCurves ? 2.0 : double(panels_.size());
-        width_ = std::max(fewestPanels * panelWidth, legend_.blockWidth + 2 * margin);
+        width_ = std::max(double(panels_.size()) * panelWidth, legend_.widthFor(drawing.curves.size()) + 2 * margin);
         addNote(drawing.question);
         for (const std::string& note : drawing.notes)
             addNote(note);
         for (const std::string& note : notes_)
             width_ = std::max(width_, textWidth(note, smallTextSize) + 2 * margin);
+        width_ = std::ceil(width_);
         legend_.setIn(width_ - 2 * margin);
         height_ = noteTop() + static_cast<double>(notes_.size()) * lineHeight;
     }

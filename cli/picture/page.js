@@ -37,37 +37,59 @@ function showTip(lines, x, y) {
 document.querySelectorAll('#curves > svg').forEach((svg, panel) => {
   const axes = svg.querySelector('.axes');
   const mark = document.createElementNS('http://www.w3.org/2000/svg', 'circle');
-  let curves; // read when first needed
+  let all; // curves, read when first needed
+  let [curve, index] = [0, -1]; // where the keys are
 
+  function shown() {
+    const pointsOf = ({dataset}) => dataset.points.split(';').filter(Boolean)
+      .map((text) => pointOf(dataset, panel === 0, text));
+    all ??= [...axes.querySelectorAll('[data-points]')].map((group) => ({group, points: pointsOf(group)}));
+    return all.filter(({group, points}) => points.length > 0 && !group.classList.contains('hidden'));
+  }
   function forget() {
     mark.remove();
     tip.hidden = true;
   }
-  function nearest({x, y}) {
-    curves ??= [...axes.querySelectorAll('[data-points]')].map((group) => ({group,
-      points: group.dataset.points.split(';').filter(Boolean).map((text) => pointOf(group.dataset, panel === 0, text))}));
+  function tell(group, point) {
+    for (const [name, value] of [['cx', point.x], ['cy', point.y], ['r', 4.5], ['class', group.getAttribute('class')],
+      ['color', group.getAttribute('color')], ['fill', 'currentColor']])
+      mark.setAttribute(name, value);
+    axes.append(mark);
+    const {x, y} = new DOMPoint(point.x, point.y).matrixTransform(axes.getScreenCTM());
+    showTip(point.lines, x, y);
+  }
+  svg.addEventListener('pointermove', (event) => {
+    const {x, y} = new DOMPoint(event.clientX, event.clientY).matrixTransform(axes.getScreenCTM().inverse());
     let best = {distance: 60};
-    for (const {group, points} of curves.filter(({group}) => !group.classList.contains('hidden'))) {
+    for (const {group, points} of shown()) {
       for (const point of points) {
         const distance = Math.hypot(point.x - x, point.y - y);
         if (distance < best.distance)
           best = {distance, point, group};
       }
     }
-    return best;
-  }
-  svg.addEventListener('pointermove', (event) => {
-    const {point, group} = nearest(new DOMPoint(event.clientX, event.clientY).matrixTransform(
-      axes.getScreenCTM().inverse()));
-    if (!point)
-      return forget();
-    for (const [name, value] of [['cx', point.x], ['cy', point.y], ['r', 4.5], ['class', group.getAttribute('class')],
-      ['color', group.getAttribute('color')], ['fill', 'currentColor']])
-      mark.setAttribute(name, value);
-    axes.append(mark);
-    return showTip(point.lines, event.clientX, event.clientY);
+    if (best.point)
+      tell(best.group, best.point);
+    else
+      forget();
   });
-  svg.addEventListener('pointerleave', forget);
+  svg.addEventListener('keydown', (event) => {
+    const arrows = {ArrowLeft: [-1, 0], ArrowRight: [1, 0], ArrowUp: [0, -1], ArrowDown: [0, 1]};
+    const [across, down] = arrows[event.key] ?? [];
+    const curves = shown();
+    if (across === undefined || curves.length === 0)
+      return;
+    event.preventDefault();
+    curve = Math.min(Math.max(curve + down, 0), curves.length - 1);
+    const {group, points} = curves[curve];
+    const onward = points.at(-1).x < points[0].x ? -across : across; // some curves run from right to left
+    index = index < 0 ? points.length >> 1 : Math.min(Math.max(index + onward, 0), points.length - 1);
+    tell(group, points[index]);
+  });
+  svg.setAttribute('tabindex', 0);
+  svg.setAttribute('aria-label', `${svg.getAttribute('aria-label')}. Arrow keys tell the cut-offs`);
+  for (const end of ['pointerleave', 'blur'])
+    svg.addEventListener(end, forget);
 });
 
 document.querySelectorAll('#legend tbody tr').forEach((row, curve) => {

@@ -26,40 +26,49 @@ struct GError {
 using CairoWrite = int (*)(void* closure, const unsigned char* data, unsigned length);
 }
 
+namespace {
+
+/// A function of a library, for a pointer of whatever type.
+struct Bound {
+    const Library& library;
+    const char* name;
+
+    template <class Function>
+    operator Function*() const // NOLINT(google-explicit-constructor): it initialises pointers
+    {
+        Function* function = nullptr;
+        library.bind(function, name);
+        return function;
+    }
+};
+
+} // namespace
+
 struct SvgLibrary {
     explicit SvgLibrary(const std::string& purpose)
+        : rsvg("librsvg-2.so.2", "librsvg2-2", purpose, outputError),
+          cairo("libcairo.so.2", "libcairo2", purpose, outputError),
+          gobject("libgobject-2.0.so.0", "libglib2.0-0", purpose, outputError)
     {
-        const Library rsvg("librsvg-2.so.2", "librsvg2-2", purpose, outputError);
-        rsvg.bind(newFromData, "rsvg_handle_new_from_data");
-        rsvg.bind(sizeInPixels, "rsvg_handle_get_intrinsic_size_in_pixels");
-        rsvg.bind(render, "rsvg_handle_render_document");
-        const Library cairo("libcairo.so.2", "libcairo2", purpose, outputError);
-        cairo.bind(imageSurface, "cairo_image_surface_create");
-        cairo.bind(pdfSurface, "cairo_pdf_surface_create_for_stream");
-        cairo.bind(writePng, "cairo_surface_write_to_png_stream");
-        cairo.bind(finish, "cairo_surface_finish");
-        cairo.bind(surfaceStatus, "cairo_surface_status");
-        cairo.bind(destroySurface, "cairo_surface_destroy");
-        cairo.bind(create, "cairo_create");
-        cairo.bind(destroy, "cairo_destroy");
-        cairo.bind(statusText, "cairo_status_to_string");
-        const Library gobject("libgobject-2.0.so.0", "libglib2.0-0", purpose, outputError);
-        gobject.bind(unref, "g_object_unref");
     }
 
-    RsvgHandle* (*newFromData)(const unsigned char* data, std::size_t length, GError** error);
-    int (*sizeInPixels)(RsvgHandle* handle, double* width, double* height);
-    int (*render)(RsvgHandle* handle, cairo_t* context, const RsvgRectangle* place, GError** error);
-    cairo_surface_t* (*imageSurface)(int format, int width, int height);
-    cairo_surface_t* (*pdfSurface)(CairoWrite write, void* closure, double widthInPoints, double heightInPoints);
-    int (*writePng)(cairo_surface_t* surface, CairoWrite write, void* closure);
-    void (*finish)(cairo_surface_t* surface);
-    int (*surfaceStatus)(cairo_surface_t* surface);
-    void (*destroySurface)(cairo_surface_t* surface);
-    cairo_t* (*create)(cairo_surface_t* surface);
-    void (*destroy)(cairo_t* context);
-    const char* (*statusText)(int status);
-    void (*unref)(void* object);
+    Library rsvg;
+    Library cairo;
+    Library gobject;
+
+    RsvgHandle* (*newFromData)(const unsigned char*, std::size_t, GError**) = Bound{rsvg, "rsvg_handle_new_from_data"};
+    int (*sizeInPixels)(RsvgHandle*, double*, double*) = Bound{rsvg, "rsvg_handle_get_intrinsic_size_in_pixels"};
+    int (*render)(RsvgHandle*, cairo_t*, const RsvgRectangle*, GError**) = Bound{rsvg, "rsvg_handle_render_document"};
+    cairo_surface_t* (*image)(int format, int, int) = Bound{cairo, "cairo_image_surface_create"};
+    cairo_surface_t* (*pdf)(CairoWrite, void*, double, double) = Bound{cairo, "cairo_pdf_surface_create_for_stream"};
+    int (*writePng)(cairo_surface_t*, CairoWrite, void*) = Bound{cairo, "cairo_surface_write_to_png_stream"};
+    void (*finish)(cairo_surface_t*) = Bound{cairo, "cairo_surface_finish"};
+    int (*surfaceStatus)(cairo_surface_t*) = Bound{cairo, "cairo_surface_status"};
+    void (*destroySurface)(cairo_surface_t*) = Bound{cairo, "cairo_surface_destroy"};
+    cairo_t* (*create)(cairo_surface_t*) = Bound{cairo, "cairo_create"};
+    void (*destroy)(cairo_t*) = Bound{cairo, "cairo_destroy"};
+    const char* (*statusText)(int) = Bound{cairo, "cairo_status_to_string"};
+    void (*unref)(void*) = Bound{gobject, "g_object_unref"};
 };
 
 namespace {
@@ -91,7 +100,7 @@ public:
         constexpr double scale = 2; // pixels to one of a screen
         const int width = static_cast<int>(std::ceil(width_ * scale));
         const int height = static_cast<int>(std::ceil(height_ * scale));
-        const Surface surface(library_.imageSurface(rgb, width, height), library_.destroySurface);
+        const Surface surface(library_.image(rgb, width, height), library_.destroySurface);
         draw(surface.get(), width, height);
         std::string bytes;
         requireDone(library_.writePng(surface.get(), append, &bytes));
@@ -102,8 +111,7 @@ public:
     {
         constexpr double points = 72.0 / 96.0; // in a pixel
         std::string bytes;
-        const Surface surface(library_.pdfSurface(append, &bytes, width_ * points, height_ * points),
-                              library_.destroySurface);
+        const Surface surface(library_.pdf(append, &bytes, width_ * points, height_ * points), library_.destroySurface);
         draw(surface.get(), width_ * points, height_ * points);
         library_.finish(surface.get());
         requireDone(library_.surfaceStatus(surface.get()));
@@ -137,33 +145,23 @@ private:
 
 } // namespace
 
-std::optional<Rasterizer::Kind> Rasterizer::kindOf(std::string_view file)
-{
-    if (endsWithIgnoringCase(file, ".svg"))
-        return Kind::svg;
-    if (endsWithIgnoringCase(file, ".pdf"))
-        return Kind::pdf;
-    return endsWithIgnoringCase(file, ".png") ? std::optional(Kind::png) : std::nullopt;
-}
-
 Rasterizer::Rasterizer(const std::string& option, const std::string& file)
 {
-    const std::optional<Kind> kind = kindOf(file);
-    if (!kind)
-        throw usageError(option + " " + inQuotes(file) + ": expected a name that ends in .svg, .pdf or .png");
-    kind_ = *kind;
-    if (kind_ == Kind::svg)
+    if (endsWithIgnoringCase(file, ".svg"))
         return;
+    isPng_ = endsWithIgnoringCase(file, ".png");
+    if (!isPng_ && !endsWithIgnoringCase(file, ".pdf"))
+        throw usageError(option + " " + inQuotes(file) + ": expected a name that ends in .svg, .pdf or .png");
     static const SvgLibrary library(option + " " + inQuotes(file));
     library_ = &library;
 }
 
 std::string Rasterizer::convert(std::string svg) const
 {
-    if (kind_ == Kind::svg)
+    if (library_ == nullptr)
         return svg;
     const Document document(*library_, svg);
-    return kind_ == Kind::png ? document.png() : document.pdf();
+    return isPng_ ? document.png() : document.pdf();
 }
 
 } // namespace vexroc

@@ -1,15 +1,13 @@
 #pragma once
 
-#include <optional>
 #include <string>
-#include <string_view>
 
 namespace vexroc {
 
 struct SvgLibrary;
 
-/// Turns an SVG document into the kind of file that a name asks for: .svg as it is; .pdf, with lines and text; .png, with
-/// twice the pixels of a screen, to print well. librsvg does it, opened when there is a PDF or PNG to make.
+/// Turns an SVG document into the kind of file that a name asks for: .svg as it is; .pdf, with lines and text; .png,
+/// with twice the pixels of a screen, to print well. librsvg does it, opened when there is a PDF or PNG to make.
 ///
 /// Life: made before the analysis, it finds out whether the file can be made at all; then convert.
 /// Failure: throws a usage error for another ending, an output error where the library is absent or fails.
@@ -21,11 +19,8 @@ public:
     [[nodiscard]] std::string convert(std::string svg) const;
 
 private:
-    enum class Kind { svg, pdf, png };
-    static std::optional<Kind> kindOf(std::string_view file);
-
-    Kind kind_;
-    const SvgLibrary* library_ = nullptr; ///< null: not needed
+    bool isPng_ = false;
+    const SvgLibrary* library_ = nullptr; ///< null: the SVG is the file
 };
 
 } // namespace vexroc
