@@ -33,12 +33,13 @@ using VexCommon_920::FunctionListener;
 using VexCommon_920::VexStatus;
 
 /// Runs the analysis, with progress where it is to be shown.
-VexStatus buildModel(RocAlgorithm& algorithm, const HostData& data, CancelFlag& cancel, const Session& session)
+VexStatus buildModel(RocAlgorithm& algorithm, const HostData& data, CancelFlag& cancel,
+                     const Surroundings& surroundings)
 {
     std::optional<AnalysisProgress> line;
     std::optional<FunctionListener> listener;
-    if (session.progress.stream != nullptr) {
-        line.emplace(session.progress, data.columns.front().size());
+    if (surroundings.progress.stream != nullptr) {
+        line.emplace(surroundings.progress, data.columns.front().size());
         listener.emplace([&line](VexCommon_920::ProgressReport& report) { line->show(report); });
         algorithm.SetProgressListener(&*listener);
     }
@@ -57,23 +58,23 @@ void requireNotCancelled(bool requested)
 
 /// One analysis of all rows of the table.
 Answer analyzeRows(const AnalyzeOptions& options, AnalyzeRequest request, DataTable table, CancelFlag& cancel,
-                   const Session& session)
+                   const Surroundings& surroundings)
 {
     HostData data = makeHostData(std::move(table), request.roles);
     ROCSetting setting = settingFor(options, request, data);
     RocAlgorithm algorithm(setting, data.variables);
-    const VexStatus status = buildModel(algorithm, data, cancel, session);
+    const VexStatus status = buildModel(algorithm, data, cancel, surroundings);
     requireNotCancelled(status.GetErrorCode() == ROCALG_920::statusCode::cancelled);
     return answerOf(options, request, data, algorithm, status);
 }
 
 Answer analyzeByValue(const AnalyzeOptions& options, const AnalyzeRequest& request, DataTable table, CancelFlag& cancel,
-                      const Session& session)
+                      const Surroundings& surroundings)
 {
     const Slices slices(std::move(table), options.by);
     ValueAnswers answers(options.by);
     for (std::size_t value = 0; value < slices.values().size(); ++value)
-        answers.add(slices.values()[value], analyzeRows(options, request, slices.slice(value), cancel, session));
+        answers.add(slices.values()[value], analyzeRows(options, request, slices.slice(value), cancel, surroundings));
     return answers.take(slices.missing());
 }
 
@@ -104,7 +105,8 @@ public:
 
     /// All files, the report's text among them if it goes to one; or, where one cannot be written or the run is
     /// cancelled meanwhile, none.
-    void writeFiles(Report& report, const std::optional<Plot>& plot, const Session& session, CancelFlag& cancel) const
+    void writeFiles(Report& report, const std::optional<Plot>& plot, const Surroundings& surroundings,
+                    CancelFlag& cancel) const
     {
         std::deque<std::string> texts; // a file may refer to its text until it is in place
         std::vector<std::unique_ptr<OutputFile>> files;
@@ -118,7 +120,7 @@ public:
         stage(options_.curveFile, [&] { return answer_.curve->str(); });
         stage(options_.prCurveFile, [&] { return answer_.precisionRecall->str(); });
         stage(options_.plotFile, [&] { return plot->draw(drawing(), cancel); });
-        stage(options_.reportFile, [&] { return page(session); });
+        stage(options_.reportFile, [&] { return page(surroundings); });
         stage(request_.question.output, [&] { return std::exchange(report.text, ""); });
         requireNotCancelled(cancel.IsCancelRequested());
         for (const auto& file : files)
@@ -148,14 +150,14 @@ private:
         return drawing;
     }
 
-    [[nodiscard]] std::string page(const Session& session) const
+    [[nodiscard]] std::string page(const Surroundings& surroundings) const
     {
         Findings found = findings(OutputFormat::html, answer_.pageTables);
         found.heading.insert(found.heading.begin() + 1,
                              "Data: " + request_.question.input.name() + "; " + std::to_string(answer_.positive)
                                  + " positive and " + std::to_string(answer_.negative) + " negative cases");
         const Drawing drawn = drawing();
-        return ReportPage{.command = session.command,
+        return ReportPage{.command = surroundings.command,
                           .findings = found,
                           .drawing = drawn,
                           .notes = answer_.notes,
@@ -168,7 +170,7 @@ private:
     const Answer& answer_;
 };
 
-Report runAnalyze(const AnalyzeOptions& options, const Session& session)
+Report runAnalyze(const AnalyzeOptions& options, const Surroundings& surroundings)
 {
     AnalyzeRequest request = parseRequest(options);
     std::optional<Plot> plot;
@@ -177,16 +179,16 @@ Report runAnalyze(const AnalyzeOptions& options, const Session& session)
     if (!options.reportFile.empty())
         ReportPage::requirePossible(options.reportFile);
     // Nothing is there to tidy up while the data are read: until then, an interrupt just ends the program.
-    DataTable table = readData(options, request, session);
+    DataTable table = readData(options, request, surroundings);
     CancelFlag cancel;
-    const InterruptGuard guard(cancel, session);
-    Answer answer = options.by.empty() ? analyzeRows(options, request, std::move(table), cancel, session)
-                                       : analyzeByValue(options, request, std::move(table), cancel, session);
+    const InterruptGuard guard(cancel, surroundings);
+    Answer answer = options.by.empty() ? analyzeRows(options, request, std::move(table), cancel, surroundings)
+                                       : analyzeByValue(options, request, std::move(table), cancel, surroundings);
     answer.prepareForDrawing();
     const Delivery delivery(options, request, answer);
     Report report = delivery.report();
     if (!answer.failure)
-        delivery.writeFiles(report, plot, session, cancel);
+        delivery.writeFiles(report, plot, surroundings, cancel);
     return report;
 }
 
@@ -246,7 +248,7 @@ Action addAnalyze(CLI::App& command)
     command.footer("Example: vexroc analyze data.csv --state diagnosis=malignant --test all --compare paired\n"
                    "         vexroc analyze data.csv --state disease=1 --test marker --group age --cut 50 --compare "
                    "independent");
-    return [options](const Session& session) { return runAnalyze(*options, session); };
+    return [options](const Surroundings& surroundings) { return runAnalyze(*options, surroundings); };
 }
 
 } // namespace vexroc

@@ -28,12 +28,12 @@ constexpr std::array caseColumns{
     TableColumn{"left_out", "left out", CellRole::count},
 };
 
-Report runAuc(const AucOptions& options, const Session& session)
+Report runAuc(const AucOptions& options, const Surroundings& surroundings)
 {
     const Question question = parseQuestion(options.study);
     const double level = parseLevel(options.level);
     const char* const distribution = options.biNegative ? "bi-negative" : "nonparam";
-    const Study study = readStudy(question, std::nullopt, session);
+    const Study study = readStudy(question, std::nullopt, surroundings);
 
     Report report;
     Table table(question.format, joined({caseColumns, areaColumns}));
@@ -71,7 +71,7 @@ Action addAuc(CLI::App& command)
     addLevelOption(command, options->level);
     addBiNegativeOption(command, options->biNegative);
     command.footer("Example: vexroc auc data.csv --state diagnosis=malignant --test radius_mean,texture_mean");
-    return [options](const Session& session) { return runAuc(*options, session); };
+    return [options](const Surroundings& surroundings) { return runAuc(*options, surroundings); };
 }
 
 } // namespace vexroc

@@ -170,7 +170,7 @@ private:
     Report report_;
 };
 
-Report runPaired(const CompareOptions& options, const Question& question, const Session& session)
+Report runPaired(const CompareOptions& options, const Question& question, const Surroundings& surroundings)
 {
     const double level = parseLevel(options.level);
     if (question.tests.size() < 2)
@@ -178,20 +178,21 @@ Report runPaired(const CompareOptions& options, const Question& question, const 
                          "compare a test between two groups");
     if (options.biNegative)
         throw usageError("--bi-negative goes with --group; tests on the same cases have DeLong standard errors");
-    return PairedComparison(question, level, readStudy(question, std::nullopt, session)).run();
+    return PairedComparison(question, level, readStudy(question, std::nullopt, surroundings)).run();
 }
 
-Report runIndependent(const CompareOptions& options, const Question& question, const Session& session)
+Report runIndependent(const CompareOptions& options, const Question& question, const Surroundings& surroundings)
 {
     const ValueChoice groups = parseValueChoice(options.group, "--group", 2);
     parseLevel(options.level); // before the data are read
-    return IndependentComparison(question, groups, options, readStudy(question, groups, session)).run();
+    return IndependentComparison(question, groups, options, readStudy(question, groups, surroundings)).run();
 }
 
-Report runCompare(const CompareOptions& options, const Session& session)
+Report runCompare(const CompareOptions& options, const Surroundings& surroundings)
 {
     const Question question = parseQuestion(options.study);
-    return options.group.empty() ? runPaired(options, question, session) : runIndependent(options, question, session);
+    return options.group.empty() ? runPaired(options, question, surroundings)
+                                 : runIndependent(options, question, surroundings);
 }
 
 } // namespace
@@ -206,7 +207,7 @@ Action addCompare(CLI::App& command)
     addBiNegativeOption(command, options->biNegative);
     command.footer("Example: vexroc compare data.csv --state diagnosis=malignant --test radius_mean,texture_mean\n"
                    "         vexroc compare data.csv --state disease=1 --test marker --group sex=female,male");
-    return [options](const Session& session) { return runCompare(*options, session); };
+    return [options](const Surroundings& surroundings) { return runCompare(*options, surroundings); };
 }
 
 } // namespace vexroc

@@ -50,9 +50,9 @@ using PrCurve = Curve<prcurve_res, release_prcurve_res>;
 
 /// The points of one kind of curve, test by test. `addPoints(test, cases, table)` adds those of one.
 Report runCurves(const Question& question, Findings findings, std::span<const TableColumn> columns,
-                 const Session& session, auto addPoints)
+                 const Surroundings& surroundings, auto addPoints)
 {
-    const Study study = readStudy(question, std::nullopt, session);
+    const Study study = readStudy(question, std::nullopt, surroundings);
     Report report;
     Table table(question.format, columns);
     for (const std::string& test : question.tests) {
@@ -66,7 +66,7 @@ Report runCurves(const Question& question, Findings findings, std::span<const Ta
     return report;
 }
 
-Report runRoc(const StudyOptions& options, const Session& session)
+Report runRoc(const StudyOptions& options, const Surroundings& surroundings)
 {
     const Question question = parseQuestion(options);
     const auto addPoints = [&](const std::string& test, const Cases& cases, Table& table) {
@@ -82,10 +82,10 @@ Report runRoc(const StudyOptions& options, const Session& session)
                       .heading = {"ROC curve", question.heading()},
                       .question = question.facts(),
                       .tables = {}},
-                     rocColumns, session, addPoints);
+                     rocColumns, surroundings, addPoints);
 }
 
-Report runPr(const PrOptions& options, const Session& session)
+Report runPr(const PrOptions& options, const Surroundings& surroundings)
 {
     const Question question = parseQuestion(options.study);
     const char* const interpolation = options.keilwagen ? "keilwagen" : "davis-goadrich";
@@ -102,7 +102,7 @@ Report runPr(const PrOptions& options, const Session& session)
         .question = question.facts(),
         .tables = {}};
     findings.question.emplace_back("interpolation", interpolation);
-    return runCurves(question, std::move(findings), prColumns, session, addPoints);
+    return runCurves(question, std::move(findings), prColumns, surroundings, addPoints);
 }
 
 } // namespace
@@ -112,7 +112,7 @@ Action addCurve(CLI::App& command)
     const auto options = std::make_shared<StudyOptions>();
     addStudyOptions(command, *options);
     command.footer("Example: vexroc curve data.csv --state diagnosis=malignant --test radius_mean --format csv");
-    return [options](const Session& session) { return runRoc(*options, session); };
+    return [options](const Surroundings& surroundings) { return runRoc(*options, surroundings); };
 }
 
 Action addPr(CLI::App& command)
@@ -122,7 +122,7 @@ Action addPr(CLI::App& command)
     command.add_flag("--keilwagen", options->keilwagen,
                      "Interpolate along false positives (Keilwagen) instead of true positives (Davis, Goadrich)");
     command.footer("Example: vexroc pr data.csv --state diagnosis=malignant --test radius_mean --format csv");
-    return [options](const Session& session) { return runPr(*options, session); };
+    return [options](const Surroundings& surroundings) { return runPr(*options, surroundings); };
 }
 
 } // namespace vexroc

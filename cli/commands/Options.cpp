@@ -130,7 +130,7 @@ double parseLevel(const std::string& text)
     return *level;
 }
 
-Study readStudy(const Question& question, const std::optional<ValueChoice>& groups, const Session& session)
+Study readStudy(const Question& question, const std::optional<ValueChoice>& groups, const Surroundings& surroundings)
 {
     std::vector<ColumnRequest> requests{{question.state.column, ColumnKind::labels}};
     if (groups)
@@ -138,7 +138,7 @@ Study readStudy(const Question& question, const std::optional<ValueChoice>& grou
     for (const std::string& test : question.tests)
         requests.push_back({test, ColumnKind::numbers});
     Study study;
-    study.data = readTable(question.input, session, requests);
+    study.data = readTable(question.input, surroundings, requests);
     study.states = matchRows(study.data, question.state);
     if (groups)
         study.groups = matchRows(study.data, *groups);

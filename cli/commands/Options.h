@@ -59,6 +59,6 @@ std::vector<std::string> parseValues(std::string_view list, const std::string& o
 double parseLevel(const std::string& text);
 
 /// Reads the columns of the question, and of the groups when there are any.
-Study readStudy(const Question& question, const std::optional<ValueChoice>& groups, const Session& session);
+Study readStudy(const Question& question, const std::optional<ValueChoice>& groups, const Surroundings& surroundings);
 
 } // namespace vexroc

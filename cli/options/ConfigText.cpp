@@ -65,7 +65,7 @@ private:
     {
         while (!line_.empty() && isBlank(line_.back()))
             line_.pop_back();
-        const bool isSection = line_.starts_with('[') && line_.ends_with(']');
+        const bool isSection = line_.size() > 2 && line_.starts_with('[') && line_.ends_with(']');
         const bool isEntry = line_.find('=') != std::string::npos && !line_.starts_with('=') && !line_.ends_with('=');
         require(line_.empty() || isSection || isEntry, inQuotes(line_) + " is neither KEY = VALUE nor [COMMAND]");
         text_ += line_ + '\n';

@@ -61,10 +61,10 @@ void requireOneInput(const InputOptions& options)
             throw usageError(message);
 }
 
-void readDatabase(const Input& input, const Session& session, RowSink& sink)
+void readDatabase(const Input& input, const Surroundings& surroundings, RowSink& sink)
 {
     if (input.kind == Input::Kind::postgres)
-        readPostgres(input.place, input.query, session, sink);
+        readPostgres(input.place, input.query, surroundings, sink);
     else if (input.table.empty())
         readSqliteQuery(input.place, input.query, sink);
     else
@@ -122,24 +122,25 @@ std::string Input::name() const
     return "a PostgreSQL database";
 }
 
-void readInput(const Input& input, const Session& session, RowSink& sink)
+void readInput(const Input& input, const Surroundings& surroundings, RowSink& sink)
 {
     if (input.kind == Input::Kind::delimited) {
-        const std::unique_ptr<ByteSource> source = decompressed(openSource(input.place, session.standardInput));
-        sink.beginProgress(session.progress, [&source] { return source->shareRead(); });
+        const std::unique_ptr<ByteSource> source = decompressed(openSource(input.place, surroundings.standardInput));
+        sink.beginProgress(surroundings.progress, [&source] { return source->shareRead(); });
         readDelimited(*source, input.form, sink);
     } else {
-        sink.beginProgress(session.progress, [] { return std::nullopt; }); // databases do not say before the last row
-        readDatabase(input, session, sink);
+        sink.beginProgress(surroundings.progress,
+                           [] { return std::nullopt; }); // databases do not say before the last row
+        readDatabase(input, surroundings, sink);
     }
     sink.endProgress();
 }
 
-DataTable readTable(const Input& input, const Session& session, std::span<const ColumnRequest> requests,
+DataTable readTable(const Input& input, const Surroundings& surroundings, std::span<const ColumnRequest> requests,
                     OtherColumns others)
 {
     TableBuilder builder(requests, others);
-    readInput(input, session, builder);
+    readInput(input, surroundings, builder);
     return builder.finish();
 }
 

@@ -57,7 +57,7 @@ std::string messageOf(const PGresult* result, PGconn* connection)
 /// An open connection, and the wait for its answers, which an interrupt ends.
 class Server {
 public:
-    Server(const std::string& connection, const Session& session)
+    Server(const std::string& connection, const Surroundings& surroundings)
     {
         const std::array<const char*, 4> keywords{"dbname", "client_encoding", "fallback_application_name", nullptr};
         const std::array<const char*, 4> values{connection.c_str(), "UTF8", "vexroc", nullptr};
@@ -71,7 +71,7 @@ public:
         PQsetNoticeProcessor(
             get(), [](void*, const char*) {}, nullptr);
         name_ = "PostgreSQL database " + visible(PQdb(get()));
-        guard_.emplace(cancel_, session);
+        guard_.emplace(cancel_, surroundings);
     }
 
     [[nodiscard]] const std::string& name() const noexcept { return name_; }
@@ -288,9 +288,10 @@ void requireNoPassword(const std::string& connection)
                              + whereAPasswordGoes);
 }
 
-void readPostgres(const std::string& connection, const std::string& query, const Session& session, RowSink& sink)
+void readPostgres(const std::string& connection, const std::string& query, const Surroundings& surroundings,
+                  RowSink& sink)
 {
-    Server server(connection, session);
+    Server server(connection, surroundings);
     server.execute("BEGIN TRANSACTION ISOLATION LEVEL REPEATABLE READ READ ONLY");
     const Columns columns(server, server.describe(query));
     const std::vector<bool> isWanted = sink.begin({.source = server.name(),

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/study/RowSink.h"
-#include "cli/system/Session.h"
+#include "cli/system/Surroundings.h"
 
 #include <string>
 
@@ -18,6 +18,7 @@ void requireNoPassword(const std::string& connection);
 /// Only the wanted columns are fetched. Memory: one row, and what libpq has received.
 /// An interrupt (Ctrl-C) cancels the query on the server and ends the run.
 /// Failure: throws an input error that names the database, and row and column as far as they apply.
-void readPostgres(const std::string& connection, const std::string& query, const Session& session, RowSink& sink);
+void readPostgres(const std::string& connection, const std::string& query, const Surroundings& surroundings,
+                  RowSink& sink);
 
 } // namespace vexroc

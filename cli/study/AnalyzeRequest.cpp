@@ -98,12 +98,12 @@ AnalyzeRequest parseRequest(const AnalyzeOptions& options)
     return request;
 }
 
-DataTable readData(const AnalyzeOptions& options, AnalyzeRequest& request, const Session& session)
+DataTable readData(const AnalyzeOptions& options, AnalyzeRequest& request, const Surroundings& surroundings)
 {
     std::vector<ColumnRequest> requests = requestsFor(request.roles);
     if (!options.by.empty())
         requests.push_back({options.by, ColumnKind::labels});
-    DataTable table = readTable(request.question.input, session, requests,
+    DataTable table = readTable(request.question.input, surroundings, requests,
                                 request.allTests ? OtherColumns::numeric : OtherColumns::skipped);
     if (request.allTests)
         for (const DataColumn& column : table.columns)

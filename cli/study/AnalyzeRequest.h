@@ -50,7 +50,7 @@ struct AnalyzeRequest {
 AnalyzeRequest parseRequest(const AnalyzeOptions& options);
 
 /// Reads the columns; with --test all, the tests become known by it.
-DataTable readData(const AnalyzeOptions& options, AnalyzeRequest& request, const Session& session);
+DataTable readData(const AnalyzeOptions& options, AnalyzeRequest& request, const Surroundings& surroundings);
 
 /// The same request to the component, about data that are ready for it.
 ROCALG_920::ROCSetting settingFor(const AnalyzeOptions& options, const AnalyzeRequest& request, const HostData& data);
