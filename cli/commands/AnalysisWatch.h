@@ -3,7 +3,7 @@
 #include "cli/study/Run.h"
 #include "cli/system/InterruptGuard.h"
 #include "cli/system/Progress.h"
-#include "cli/system/Session.h"
+#include "cli/system/Surroundings.h"
 #include "host/CancelFlag.h"
 
 #include <cstddef>
@@ -11,13 +11,13 @@
 
 namespace vexroc {
 
-/// While it lasts, progress of an analysis is told where the session wants it, and an interrupt requests a cancel.
+/// While it lasts, progress of an analysis is told where the surroundings wants it, and an interrupt requests a cancel.
 class AnalysisWatch {
 public:
-    AnalysisWatch(const Session& session, std::size_t rows) : guard_(cancel_, session)
+    AnalysisWatch(const Surroundings& surroundings, std::size_t rows) : guard_(cancel_, surroundings)
     {
-        if (session.progress.stream != nullptr)
-            line_.emplace(session.progress, rows);
+        if (surroundings.progress.stream != nullptr)
+            line_.emplace(surroundings.progress, rows);
     }
 
     /// Refers to this object.

@@ -33,12 +33,12 @@ std::string statusLine(const Warning& failure)
 }
 
 /// The table of an analysis. With all tests asked for, it says which they are.
-DataTable readAnalysisTable(AnalyzeTask& task, const Session& session)
+DataTable readAnalysisTable(AnalyzeTask& task, const Surroundings& surroundings)
 {
     Question& question = task.question;
     const std::vector<ColumnRequest> requests = question.columns();
     DataTable table =
-        readTable(task.input, session, requests, task.allTests ? OtherColumns::numeric : OtherColumns::skipped);
+        readTable(task.input, surroundings, requests, task.allTests ? OtherColumns::numeric : OtherColumns::skipped);
     if (task.allTests)
         for (const DataColumn& column : table.columns)
             if (std::ranges::find(requests, column.request) == requests.end())
@@ -103,7 +103,7 @@ public:
 
     /// All files, the report's text among them if it goes to one; or, where one cannot be written or the run is
     /// cancelled meanwhile, none.
-    void write(Report& report, const Session& session, AnalysisWatch& watch) const
+    void write(Report& report, const Surroundings& surroundings, AnalysisWatch& watch) const
     {
         std::deque<std::string> texts; // a file may refer to its text until it is in place
         std::vector<std::unique_ptr<OutputFile>> files;
@@ -117,7 +117,7 @@ public:
         stage(task_.curveFile, [&] { return csvOf(curvePoints(analysis_)); });
         stage(task_.precisionRecallFile, [&] { return csvOf(precisionRecallPoints(analysis_)); });
         stage(task_.plotFile, [&] { return rasterizer_->convert(svgPicture(drawing())); });
-        stage(task_.reportFile, [&] { return page(session); });
+        stage(task_.reportFile, [&] { return page(surroundings); });
         stage(task_.output, [&] { return std::exchange(report.text, ""); });
         watch.requireNotCancelled();
         for (const auto& file : files)
@@ -145,7 +145,7 @@ private:
         return drawing;
     }
 
-    [[nodiscard]] std::string page(const Session& session) const
+    [[nodiscard]] std::string page(const Surroundings& surroundings) const
     {
         std::vector<std::string> heading = document_.heading;
         heading.insert(heading.begin() + 1,
@@ -157,7 +157,7 @@ private:
         std::vector<std::string> warnings;
         for (const Warning& warning : document_.warnings)
             warnings.push_back(warning.line());
-        return ReportPage{.command = session.command,
+        return ReportPage{.command = surroundings.command,
                           .version = programVersion,
                           .heading = heading,
                           .drawing = drawing(),
@@ -175,7 +175,7 @@ private:
     std::string notDrawn_;           ///< which curves were left out of them
 };
 
-Report runAnalyze(const AnalyzeOptions& options, const Session& session)
+Report runAnalyze(const AnalyzeOptions& options, const Surroundings& surroundings)
 {
     AnalyzeTask task = parseAnalyzeTask(options);
     std::optional<Rasterizer> rasterizer;
@@ -184,13 +184,13 @@ Report runAnalyze(const AnalyzeOptions& options, const Session& session)
     if (!task.reportFile.empty())
         ReportPage::requirePossible(task.reportFile);
     // Nothing is there to tidy up while the data are read: until then, an interrupt just ends the program.
-    DataTable table = readAnalysisTable(task, session);
-    AnalysisWatch watch(session, table.rows);
+    DataTable table = readAnalysisTable(task, surroundings);
+    AnalysisWatch watch(surroundings, table.rows);
     const Analysis analysis = analyze(task, std::move(table), watch);
     const AnalysisFiles files(task, analysis, rasterizer);
     Report report = files.report();
     if (report.error.empty())
-        files.write(report, session, watch);
+        files.write(report, surroundings, watch);
     return report;
 }
 
@@ -200,7 +200,7 @@ Action addAnalyze(CLI::App& command)
 {
     const auto options = std::make_shared<AnalyzeOptions>();
     addAnalyzeOptions(command, *options);
-    return [options](const Session& session) { return runAnalyze(*options, session); };
+    return [options](const Surroundings& surroundings) { return runAnalyze(*options, surroundings); };
 }
 
 } // namespace vexroc

@@ -16,12 +16,12 @@ struct AucOptions {
     bool biNegative = false;
 };
 
-Report runAuc(const AucOptions& options, const Session& session)
+Report runAuc(const AucOptions& options, const Surroundings& surroundings)
 {
     Task task = parseTask(options.question);
     task.question.level = parseLevel(options.level);
     task.question.biNegative = options.biNegative;
-    return reportOf(task, areaDocument(task.question, answer(task, session)));
+    return reportOf(task, areaDocument(task.question, answer(task, surroundings)));
 }
 
 } // namespace
@@ -33,7 +33,7 @@ Action addAuc(CLI::App& command)
     addLevelOption(command, options->level);
     addBiNegativeOption(command, options->biNegative);
     command.footer("Example: vexroc auc data.csv --state diagnosis=malignant --test radius_mean,texture_mean");
-    return [options](const Session& session) { return runAuc(*options, session); };
+    return [options](const Surroundings& surroundings) { return runAuc(*options, surroundings); };
 }
 
 } // namespace vexroc

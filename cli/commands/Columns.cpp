@@ -32,12 +32,12 @@ const char* kindOf(const ColumnFacts& facts)
     return facts.hasNumbers() ? "numbers" : "empty";
 }
 
-Report runColumns(const ColumnsOptions& options, const Session& session)
+Report runColumns(const ColumnsOptions& options, const Surroundings& surroundings)
 {
     const DocumentForm form = parseForm(options.format);
     ColumnSurvey survey;
     const Input input = parseInput(options.input);
-    readInput(input, session, survey);
+    readInput(input, surroundings, survey);
 
     Document document{.command = "columns",
                       .heading = {"Columns of " + survey.source()},
@@ -70,7 +70,7 @@ Action addColumns(CLI::App& command)
     addFormatOption(command, options->format);
     addOutputOption(command, options->output);
     command.footer("Example: vexroc columns data.csv");
-    return [options](const Session& session) { return runColumns(*options, session); };
+    return [options](const Surroundings& surroundings) { return runColumns(*options, surroundings); };
 }
 
 } // namespace vexroc

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/commands/Report.h"
-#include "cli/system/Session.h"
+#include "cli/system/Surroundings.h"
 
 #include <functional>
 #include <span>
@@ -13,7 +13,7 @@ class App;
 namespace vexroc {
 
 /// Runs a subcommand whose arguments are parsed. Throws Failure.
-using Action = std::function<Report(const Session& session)>;
+using Action = std::function<Report(const Surroundings& surroundings)>;
 
 // Each adds its options to its part of the command line and returns what to run with them.
 Action addAnalyze(CLI::App& command);

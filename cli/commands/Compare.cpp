@@ -40,7 +40,7 @@ void askIndependent(const CompareOptions& options, Question& question)
     question.biNegative = options.biNegative;
 }
 
-Report runCompare(const CompareOptions& options, const Session& session)
+Report runCompare(const CompareOptions& options, const Surroundings& surroundings)
 {
     Task task = parseTask(options.question);
     task.question.level = parseLevel(options.level);
@@ -48,7 +48,7 @@ Report runCompare(const CompareOptions& options, const Session& session)
         askPaired(options, task.question);
     else
         askIndependent(options, task.question);
-    return reportOf(task, comparisonDocument(task.question, answer(task, session)));
+    return reportOf(task, comparisonDocument(task.question, answer(task, surroundings)));
 }
 
 } // namespace
@@ -63,7 +63,7 @@ Action addCompare(CLI::App& command)
     addBiNegativeOption(command, options->biNegative);
     command.footer("Example: vexroc compare data.csv --state diagnosis=malignant --test radius_mean,texture_mean\n"
                    "         vexroc compare data.csv --state disease=1 --test marker --group sex=female,male");
-    return [options](const Session& session) { return runCompare(*options, session); };
+    return [options](const Surroundings& surroundings) { return runCompare(*options, surroundings); };
 }
 
 } // namespace vexroc

@@ -15,19 +15,19 @@ struct PrOptions {
     bool keilwagen = false;
 };
 
-Report runRoc(const QuestionOptions& options, const Session& session)
+Report runRoc(const QuestionOptions& options, const Surroundings& surroundings)
 {
     Task task = parseTask(options);
     task.question.rocCurve = task.question.points = true;
-    return reportOf(task, curveDocument(task.question, answer(task, session)));
+    return reportOf(task, curveDocument(task.question, answer(task, surroundings)));
 }
 
-Report runPr(const PrOptions& options, const Session& session)
+Report runPr(const PrOptions& options, const Surroundings& surroundings)
 {
     Task task = parseTask(options.question);
     task.question.rocCurve = task.question.precisionRecall = task.question.points = true;
     task.question.alongFalsePositives = options.keilwagen;
-    return reportOf(task, precisionRecallDocument(task.question, answer(task, session)));
+    return reportOf(task, precisionRecallDocument(task.question, answer(task, surroundings)));
 }
 
 } // namespace
@@ -37,7 +37,7 @@ Action addCurve(CLI::App& command)
     const auto options = std::make_shared<QuestionOptions>();
     addQuestionOptions(command, *options);
     command.footer("Example: vexroc curve data.csv --state diagnosis=malignant --test radius_mean --format csv");
-    return [options](const Session& session) { return runRoc(*options, session); };
+    return [options](const Surroundings& surroundings) { return runRoc(*options, surroundings); };
 }
 
 Action addPr(CLI::App& command)
@@ -47,7 +47,7 @@ Action addPr(CLI::App& command)
     command.add_flag("--keilwagen", options->keilwagen,
                      "Interpolate along false positives (Keilwagen) instead of true positives (Davis, Goadrich)");
     command.footer("Example: vexroc pr data.csv --state diagnosis=malignant --test radius_mean --format csv");
-    return [options](const Session& session) { return runPr(*options, session); };
+    return [options](const Surroundings& surroundings) { return runPr(*options, surroundings); };
 }
 
 } // namespace vexroc

@@ -117,11 +117,11 @@ double parseLevel(const std::string& text)
     return *level;
 }
 
-Results answer(const Task& task, const Session& session)
+Results answer(const Task& task, const Surroundings& surroundings)
 {
     // Nothing is there to tidy up while the data are read: until then, an interrupt just ends the program.
-    const DataTable table = readTable(task.input, session, task.question.columns());
-    AnalysisWatch watch(session, table.rows);
+    const DataTable table = readTable(task.input, surroundings, task.question.columns());
+    AnalysisWatch watch(surroundings, table.rows);
     return study(table, task.question, watch.watch());
 }
 

@@ -5,7 +5,7 @@
 #include "cli/output/Document.h"
 #include "cli/study/Question.h"
 #include "cli/study/Study.h"
-#include "cli/system/Session.h"
+#include "cli/system/Surroundings.h"
 
 #include <string>
 #include <string_view>
@@ -54,7 +54,7 @@ std::vector<std::string> parseValues(std::string_view list, const std::string& o
 double parseLevel(const std::string& text);
 
 /// Reads the columns of the question and studies them; progress is told, and an interrupt ends it.
-Results answer(const Task& task, const Session& session);
+Results answer(const Task& task, const Surroundings& surroundings);
 /// The document in the form of the task, with its notes and warnings.
 Report reportOf(const Task& task, const Document& document);
 

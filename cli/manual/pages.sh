@@ -5,6 +5,7 @@ here=$(dirname "$0")
 program=$1
 folder=$2
 mkdir -p "$folder"
+rm -f "$folder"/*.1
 
 page() { # NAME SUMMARY [COMMAND]
     help2man --no-info --name="$2" --include="$here/all.h2m" --output="$folder/$1.made" "$program${3:+ $3}"

@@ -49,14 +49,14 @@ public:
         const bool isSectionMark = item.name == "++" || item.name == "--";
         const std::string section = CLI::detail::join(item.parents, ".");
         if (!section.empty() && !contains(commands_, section))
-            fail("no command " + inQuotes(section) + didYouMean(section, commands_));
+            throw usageError("no command " + inQuotes(section) + didYouMean(section, commands_));
         if (isSectionMark)
             return;
         requireKnown(item);
         Items& items = item.parents.empty() ? common_ : specific_;
         const auto same = [&](const CLI::ConfigItem& other) { return other.fullname() == item.fullname(); };
         if (std::ranges::any_of(items, same))
-            fail(inQuotes(item.fullname()) + " is given twice");
+            throw usageError(inQuotes(item.fullname()) + " is given twice");
         items.push_back(std::move(item));
     }
 
@@ -83,8 +83,6 @@ private:
 
     [[nodiscard]] std::string called() const { return command_ == nullptr ? "" : command_->get_name(); }
 
-    [[noreturn]] static void fail(const std::string& fault) { throw usageError(fault); }
-
     /// An option of the program, or of some commands: then it is for the one that is called, if that has it.
     bool takeForProgramOrCommand(CLI::ConfigItem& item) const
     {
@@ -104,9 +102,9 @@ private:
                 known.push_back(std::move(name));
         const std::string owner = item.parents.empty() ? "" : item.parents.front() + " has ";
         if (!contains(known, item.name))
-            fail(owner + "no option " + inQuotes(item.name) + didYouMean(item.name, known));
+            throw usageError(owner + "no option " + inQuotes(item.name) + didYouMean(item.name, known));
         if (contains({"config", "help", "version"}, item.name))
-            fail(inQuotes(item.name) + " is not allowed in a file; it is for the command line");
+            throw usageError(inQuotes(item.name) + " is not allowed in a file; it is for the command line");
     }
 
     const CLI::App& program_;

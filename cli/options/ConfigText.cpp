@@ -13,11 +13,12 @@ namespace {
 
 bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r'; }
 
-class ConfigText {
+class ConfigLines {
 public:
     void add(std::string_view line)
     {
-        ++number_;
+        if (++number_ == 1 && line.starts_with("\xEF\xBB\xBF")) // the byte order mark
+            line.remove_prefix(3);
         for (; !line.empty() && (quote_ != 0 || line.front() != '#'); line.remove_prefix(1))
             quote_ != 0 ? addQuoted(line) : addPlain(line.front());
         require(quote_ == 0, "a quote is not closed");
@@ -27,7 +28,7 @@ public:
 
     std::string take()
     {
-        require(openBrackets_ == 0, "a list is not closed");
+        require(openBrackets_ == 0, "the brackets do not match");
         return std::move(text_);
     }
 
@@ -40,7 +41,6 @@ private:
         line_ += c;
         openBrackets_ += c == '[' ? 1 : c == ']' ? -1 : 0;
         isClosed_ = isClosed_ || (c == ']' && openBrackets_ == 0);
-        require(openBrackets_ >= 0, "a bracket is closed that was not opened");
         if (c == '"' || c == '\'') {
             quote_ = c;
             quoted_ = line_.size();
@@ -63,13 +63,11 @@ private:
 
     void finishLine()
     {
-        while (!line_.empty() && isBlank(line_.back()))
-            line_.pop_back();
-        const bool isSection = line_.starts_with('[') && line_.ends_with(']');
-        const bool isEntry = line_.find('=') != std::string::npos && !line_.starts_with('=') && !line_.ends_with('=');
+        line_.erase(line_.find_last_not_of(" \t\r") + 1);
+        const bool isSection = line_.size() > 2 && line_.front() == '[';
+        const bool isEntry = line_.find('=') < line_.size() - 1 && line_.front() != '=';
         require(line_.empty() || isSection || isEntry, inQuotes(line_) + " is neither KEY = VALUE nor [COMMAND]");
-        text_ += line_ + '\n';
-        line_.clear();
+        text_ += std::exchange(line_, "") + '\n';
         isClosed_ = false;
     }
 
@@ -92,11 +90,9 @@ private:
 
 std::string readableConfig(std::istream& input)
 {
-    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-    ConfigText text;
-    bool isFirst = true;
-    for (std::string line; std::getline(input, line); isFirst = false)
-        text.add(std::string_view(line).substr(isFirst && line.starts_with(byteOrderMark) ? byteOrderMark.size() : 0));
+    ConfigLines text;
+    for (std::string line; std::getline(input, line);)
+        text.add(line);
     return text.take();
 }
 

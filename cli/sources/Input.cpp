@@ -19,23 +19,23 @@ std::string Input::name() const
     return "a PostgreSQL database";
 }
 
-void readInput(const Input& input, const Session& session, RowSink& sink)
+void readInput(const Input& input, const Surroundings& surroundings, RowSink& sink)
 {
     if (input.kind == Input::Kind::postgres)
-        return readPostgres(input.place, input.query, session, sink);
+        return readPostgres(input.place, input.query, surroundings, sink);
     if (input.kind == Input::Kind::sqlite)
-        return input.table.empty() ? readSqliteQuery(input.place, input.query, session.progress, sink)
-                                   : readSqliteTable(input.place, input.table, session.progress, sink);
-    const std::unique_ptr<ByteSource> text = unpacked(openSource(input.place, session.standardInput));
-    WatchedSource watched(*text, session.progress, sink);
+        return input.table.empty() ? readSqliteQuery(input.place, input.query, surroundings.progress, sink)
+                                   : readSqliteTable(input.place, input.table, surroundings.progress, sink);
+    const std::unique_ptr<ByteSource> text = unpacked(openSource(input.place, surroundings.standardInput));
+    WatchedSource watched(*text, surroundings.progress, sink);
     readDelimited(watched, input.form, sink);
 }
 
-DataTable readTable(const Input& input, const Session& session, std::span<const ColumnRequest> requests,
+DataTable readTable(const Input& input, const Surroundings& surroundings, std::span<const ColumnRequest> requests,
                     OtherColumns others)
 {
     TableBuilder builder(requests, others);
-    readInput(input, session, builder);
+    readInput(input, surroundings, builder);
     return builder.finish();
 }
 

@@ -4,7 +4,7 @@
 #include "cli/input/TableBuilder.h"
 #include "cli/study/DataTable.h"
 #include "cli/study/RowSink.h"
-#include "cli/system/Session.h"
+#include "cli/system/Surroundings.h"
 
 #include <span>
 #include <string>
@@ -25,9 +25,9 @@ struct Input {
 };
 
 /// Reads all rows into the sink and tells the progress of it. Throws an input error that names the input and the place in it.
-void readInput(const Input& input, const Session& session, RowSink& sink);
+void readInput(const Input& input, const Surroundings& surroundings, RowSink& sink);
 /// Reads the requested columns.
-DataTable readTable(const Input& input, const Session& session, std::span<const ColumnRequest> requests,
+DataTable readTable(const Input& input, const Surroundings& surroundings, std::span<const ColumnRequest> requests,
                     OtherColumns others = OtherColumns::skipped);
 
 } // namespace vexroc

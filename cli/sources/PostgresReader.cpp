@@ -75,10 +75,9 @@ public:
         const FetchedColumn& column = columns_[index];
         const Cell typed = typedCell(column.cells, std::get<std::string_view>(cell));
         if (!sink_.take(column.position, typed))
-            throw inputError(
-                badCellMessage(source_ + ", row " + std::to_string(rows() + 1), column.name, textOf(typed),
-                               "its type is " + visible(column.typeName)
-                                   + ": give a query that makes it a number, or NULL"));
+            throw inputError(badCellMessage(source_ + ", row " + std::to_string(rows() + 1), column.name, textOf(typed),
+                                            "its type is " + visible(column.typeName)
+                                                + ": give a query that makes it a number, or NULL"));
         return true;
     }
     void endRow() override
@@ -153,8 +152,8 @@ std::string copyCommand(const std::string& query, std::size_t columnCount, const
         + ")) TO STDOUT (FORMAT csv, HEADER" + (quoted.empty() ? "" : ", FORCE_QUOTE (" + quoted + ")") + ")";
 }
 
-std::vector<FetchedColumn> fetchedColumns(PostgresServer& server,
-                                          const std::vector<PostgresServer::Column>& columns, RowSink& sink)
+std::vector<FetchedColumn> fetchedColumns(PostgresServer& server, const std::vector<PostgresServer::Column>& columns,
+                                          RowSink& sink)
 {
     if (columns.empty())
         throw server.fault("--query takes a statement that returns rows and changes nothing, such as SELECT");
@@ -177,16 +176,17 @@ std::vector<FetchedColumn> fetchedColumns(PostgresServer& server,
 
 } // namespace
 
-void readPostgres(const std::string& connection, const std::string& query, const Session& session, RowSink& sink)
+void readPostgres(const std::string& connection, const std::string& query, const Surroundings& surroundings,
+                  RowSink& sink)
 {
-    PostgresServer server(connection, session);
+    PostgresServer server(connection, surroundings);
     // Digits that read back as the same number, from servers of any age.
     server.execute("BEGIN TRANSACTION ISOLATION LEVEL REPEATABLE READ READ ONLY; SET LOCAL extra_float_digits = 3");
     const std::vector<PostgresServer::Column> columns = server.describe(query);
     const std::vector<FetchedColumn> fetched = fetchedColumns(server, columns, sink);
     server.beginCopy(copyCommand(query, columns.size(), fetched));
     CopySource text(server);
-    WatchedSource watched(text, session.progress, sink);
+    WatchedSource watched(text, surroundings.progress, sink);
     TypedRows rows(server.name(), fetched, sink);
     readDelimited(watched, {.delimiter = ','}, rows);
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/study/RowSink.h"
-#include "cli/system/Session.h"
+#include "cli/system/Surroundings.h"
 
 #include <string>
 
@@ -16,6 +16,7 @@ namespace vexroc {
 /// An interrupt (Ctrl-C) cancels the query on the server and ends the run.
 /// Failure: throws an input error that names the database, and row and column as far as they apply; or the package to
 /// install where libpq is not there.
-void readPostgres(const std::string& connection, const std::string& query, const Session& session, RowSink& sink);
+void readPostgres(const std::string& connection, const std::string& query, const Surroundings& surroundings,
+                  RowSink& sink);
 
 } // namespace vexroc

@@ -90,7 +90,7 @@ void PostgresServer::Clear::operator()(PGresult* result) const noexcept { libpq(
 void PostgresServer::Finish::operator()(PGconn* connection) const noexcept { libpq().finish(connection); }
 void PostgresServer::FreeMemory::operator()(char* memory) const noexcept { libpq().freemem(memory); }
 
-PostgresServer::PostgresServer(const std::string& connection, const Session& session)
+PostgresServer::PostgresServer(const std::string& connection, const Surroundings& surroundings)
 {
     const std::array<const char*, 4> keywords{"dbname", "client_encoding", "fallback_application_name", nullptr};
     const std::array<const char*, 4> values{connection.c_str(), "UTF8", "vexroc", nullptr};
@@ -104,7 +104,7 @@ PostgresServer::PostgresServer(const std::string& connection, const Session& ses
     libpq().setNoticeProcessor(
         get(), [](void*, const char*) {}, nullptr);
     name_ = "PostgreSQL database " + visible(libpq().db(get()));
-    guard_.emplace(cancel_, session);
+    guard_.emplace(cancel_, surroundings);
 }
 
 std::string PostgresServer::message() const { return oneLine(libpq().errorMessage(get())); }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/system/InterruptGuard.h"
-#include "cli/system/Session.h"
+#include "cli/system/Surroundings.h"
 #include "cli/words/Failure.h"
 
 #include "host/CancelFlag.h"
@@ -25,7 +25,7 @@ namespace vexroc {
 class PostgresServer {
 public:
     /// `connection` is the name of a database, or what libpq takes: key=value pairs or a URI.
-    PostgresServer(const std::string& connection, const Session& session);
+    PostgresServer(const std::string& connection, const Surroundings& surroundings);
 
     [[nodiscard]] const std::string& name() const noexcept { return name_; }
     [[nodiscard]] Failure fault(const std::string& what) const { return inputError(name_ + ": " + what); }

@@ -173,11 +173,8 @@ private:
 std::vector<std::size_t> wantedColumns(const Database& database, const std::vector<std::string>& names,
                                        const std::string& collection, RowSink& sink)
 {
-    return sink.begin({.source = database.name(),
-                       .columns = names,
-                       .place = database.name(),
-                       .collection = collection,
-                       .hint = ""});
+    return sink.begin(
+        {.source = database.name(), .columns = names, .place = database.name(), .collection = collection, .hint = ""});
 }
 
 std::vector<std::string> tablesOf(const Database& database)
@@ -225,8 +222,7 @@ void requireOneReadingStatement(const Database& database, const Statement& state
 
 } // namespace
 
-void readSqliteTable(const std::string& file, const std::string& table, const ProgressDisplay& progress,
-                     RowSink& sink)
+void readSqliteTable(const std::string& file, const std::string& table, const ProgressDisplay& progress, RowSink& sink)
 {
     const Database database(file);
     const std::string from = " FROM " + inIdentifierQuotes(table);
@@ -234,8 +230,7 @@ void readSqliteTable(const std::string& file, const std::string& table, const Pr
     if (!all.isUnderstood())
         throw unknownTable(database, table, database.message());
     const std::vector<std::string> names = all.columns();
-    const std::vector<std::size_t> columns =
-        wantedColumns(database, names, "table " + inQuotes(table), sink);
+    const std::vector<std::size_t> columns = wantedColumns(database, names, "table " + inQuotes(table), sink);
     std::string list;
     std::vector<int> positions;
     for (const std::size_t column : columns) {
@@ -249,8 +244,7 @@ void readSqliteTable(const std::string& file, const std::string& table, const Pr
         throw database.fault("table " + inQuotes(table) + " has no rows");
 }
 
-void readSqliteQuery(const std::string& file, const std::string& query, const ProgressDisplay& progress,
-                     RowSink& sink)
+void readSqliteQuery(const std::string& file, const std::string& query, const ProgressDisplay& progress, RowSink& sink)
 {
     const Database database(file);
     Statement statement(database, query);

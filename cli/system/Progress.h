@@ -18,8 +18,8 @@ struct ProgressDisplay {
     std::chrono::milliseconds after{0}; ///< a phase that takes less tells none
 };
 
-/// Tells how far a phase of a run is, at most ten times a second, over and over on one line of a terminal, which is wiped
-/// at the end.
+/// Tells how far a phase of a run is, at most ten times a second, over and over on one line of a terminal, which is
+/// wiped at the end.
 class ProgressTeller {
 public:
     using Clock = std::chrono::steady_clock;

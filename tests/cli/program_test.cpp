@@ -138,9 +138,11 @@ TEST(Program, EndsWithTheExitCodeAndTheMessageOfTheFault)
 TEST(Program, HelpNamesEveryCommandAndOption)
 {
     EXPECT_THAT(run("--version").out, testing::StartsWith("vexroc "));
+    EXPECT_EQ(run("help").out, run("--help").out);
     for (const std::string command : {"analyze", "auc", "compare", "curve", "pr"}) {
         EXPECT_THAT(run("--help").out, HasSubstr(command));
-        EXPECT_THAT(run(command + " --help").out, HasSubstr("--state COLUMN=VALUE"));
+        EXPECT_THAT(run("help " + command).out, HasSubstr("--state COLUMN=VALUE"));
+        EXPECT_EQ(run("help " + command).out, run(command + " --help").out);
     }
 }
 

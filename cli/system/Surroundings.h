@@ -8,7 +8,7 @@
 namespace vexroc {
 
 /// What a subcommand may use of its surroundings.
-struct Session {
+struct Surroundings {
     std::istream& standardInput;
     std::string_view command; ///< what was called, as typed in a shell, visible text
     ProgressDisplay progress;
