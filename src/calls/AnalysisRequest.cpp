@@ -88,13 +88,14 @@ ROCSetting AnalysisRequest::setting() const
 RowRule AnalysisRequest::rowRule() const
 {
     const bool paired = options_.getComparisonType() == ROCConst_920::PairedComparison;
-    RowRule rule{.state = state_,
-                 .positiveState = positiveValue_,
-                 .group = group_,
-                 .weight = weight_,
-                 .tests = tests_,
-                 .needsParts = true,
-                 .needsAllTests = paired};
+    RowRule rule;
+    rule.state = state_;
+    rule.positiveState = positiveValue_;
+    rule.group = group_;
+    rule.weight = weight_;
+    rule.tests = tests_;
+    rule.needsParts = true;
+    rule.needsAllTests = paired;
     if (split_.first && split_.second && !paired) // a paired comparison has no groups
         rule.groups.values = {*split_.first, *split_.second};
     std::ranges::sort(rule.tests);

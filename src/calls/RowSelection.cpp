@@ -8,14 +8,7 @@ namespace ROCALG_920::calls {
 namespace {
 
 using Columns = std::vector<std::span<const double>>;
-
-/// One row of columns, as a RowRule reads it.
-struct Row {
-    const Columns& columns;
-    std::size_t index;
-
-    double operator[](int column) const { return columns[static_cast<std::size_t>(column)][index]; }
-};
+using Row = RowOf<Columns>;
 
 bool hasParts(RowFate fate)
 {

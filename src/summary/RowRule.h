@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <limits>
 #include <vector>
 
@@ -20,12 +21,21 @@ namespace ROCALG_920 {
 /// Does wholeCases leave this weight, which is a number, as it is (or drop it)?
 [[nodiscard]] inline bool isWhole(double weight) noexcept { return std::floor(weight + 0.5) == weight; }
 
+/// One row of columns that are indexed by column and then by row.
+template <class Columns>
+struct RowOf {
+    const Columns& columns;
+    std::size_t index;
+
+    [[nodiscard]] double operator[](int column) const { return columns[static_cast<std::size_t>(column)][index]; }
+};
+
 /// How the values of a group column make groups.
 ///
 /// None: all rows are one group. One value: the rows below it, and those at or above it; when the column is constant,
 /// one group of all. Two values: the rows equal to the one and to the other; other rows are in neither.
 struct GroupValues {
-    std::vector<double> values{};
+    std::vector<double> values;
     bool constant = false;
 
     /// Index of the group; -1 for neither.
@@ -58,12 +68,12 @@ struct RowPart {
 struct RowRule {
     static constexpr int none = -1; ///< instead of a column
 
-    int state;
+    int state = none;
     double positiveState = 1.0; ///< compared exactly
     int group = none;
-    GroupValues groups{};
+    GroupValues groups;
     int weight = none;
-    std::vector<int> tests{};
+    std::vector<int> tests;
     bool needsParts = false;    ///< a row without state, group or weight is left out for it
     bool needsAllTests = false; ///< a row takes part in all tests or in none
 
