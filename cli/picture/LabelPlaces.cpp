@@ -88,7 +88,7 @@ bool meet(PathPoint a, PathPoint b, PathPoint c, PathPoint d)
 void LabelPlaces::avoidDot(PathPoint dot)
 {
     constexpr double size = 14;
-    dots_.push_back(boxAround(dot, size, size));
+    taken_.push_back(boxAround(dot, size, size));
 }
 
 std::optional<PlacedLabel> LabelPlaces::beside(PathPoint dot, const std::string& text, double farthest)
@@ -109,7 +109,7 @@ std::optional<PlacedLabel> LabelPlaces::beside(PathPoint dot, const std::string&
             const PathPoint end{std::clamp(dot.x, box.left, box.right), std::clamp(dot.y, box.top, box.bottom)};
             if (!isFree(box) || !isClear(dot, end))
                 continue;
-            labels_.push_back(box);
+            taken_.push_back(box);
             avoidLine({dot, end});
             const bool standsOff = std::hypot(end.x - dot.x, end.y - dot.y) > besides;
             return PlacedLabel{text, box, standsOff ? std::optional(end) : std::nullopt};
@@ -128,7 +128,7 @@ std::optional<PlacedLabel> LabelPlaces::along(double y, const std::string& text)
             const Box box = labelBox({x, y + side * (gap + labelHeight / 2)}, text);
             if (!isFree(box))
                 continue;
-            labels_.push_back(box);
+            taken_.push_back(box);
             return PlacedLabel{text, box, std::nullopt};
         }
     }
@@ -146,14 +146,13 @@ bool LabelPlaces::isFree(const Box& box) const
         return false;
     };
     const auto covers = [&](const Box& other) { return overlap(wide, other); };
-    return isInsideAxes(box) && std::ranges::none_of(dots_, covers) && std::ranges::none_of(labels_, covers)
-        && std::ranges::none_of(lines_, crossed);
+    return isInsideAxes(box) && std::ranges::none_of(taken_, covers) && std::ranges::none_of(lines_, crossed);
 }
 
 /// Is there nothing between a dot, which its own curve runs through, and the end of its label?
 bool LabelPlaces::isClear(PathPoint dot, PathPoint end) const
 {
-    constexpr double ownCurve = 8;
+    constexpr double ownCurve = 10; // and the box of the dot
     const double length = std::hypot(end.x - dot.x, end.y - dot.y);
     if (length <= ownCurve)
         return true;
@@ -166,7 +165,7 @@ bool LabelPlaces::isClear(PathPoint dot, PathPoint end) const
         return false;
     };
     const auto crossed = [&](const Box& box) { return crosses(box, start, end); };
-    return std::ranges::none_of(labels_, crossed) && std::ranges::none_of(lines_, met);
+    return std::ranges::none_of(taken_, crossed) && std::ranges::none_of(lines_, met);
 }
 
 } // namespace vexroc

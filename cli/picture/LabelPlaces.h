@@ -56,8 +56,7 @@ private:
     [[nodiscard]] bool isClear(PathPoint dot, PathPoint end) const;
 
     std::vector<std::vector<PathPoint>> lines_;
-    std::vector<Box> dots_;
-    std::vector<Box> labels_;
+    std::vector<Box> taken_; ///< by dots and labels
 };
 
 } // namespace vexroc
