@@ -24,11 +24,4 @@ std::string dump(const nlohmann::ordered_json& value)
     return value.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
 }
 
-std::string insidePage(std::string json)
-{
-    for (std::size_t i = json.find('<'); i != std::string::npos; i = json.find('<', i))
-        json.replace(i, 1, "\\u003c"); // "<" occurs inside strings only
-    return json;
-}
-
 } // namespace vexroc::json

@@ -13,7 +13,5 @@ std::string string(std::string_view text);
 /// are the strings "Infinity" and "-Infinity".
 std::string number(double value);
 std::string dump(const nlohmann::ordered_json& value);
-/// The same value where a script element of a page holds it: no character of it can end the element.
-std::string insidePage(std::string json);
 
 } // namespace vexroc::json

@@ -361,14 +361,6 @@ TEST(Analyze, ShowsProgressOnATerminalAndWipesIt)
     EXPECT_EQ(progressOf({.isTerminal = true, .progressAfter = std::chrono::hours(1)}), "");
 }
 
-TEST(Analyze, DisplayPrintsTheComponentsOwnText)
-{
-    const std::string data = "s,sex,t\nill,f,2\nwell,f,1\nill,m,3\nwell,m,4\nwell,m,5\n";
-    const std::string text = run("analyze - --state s=ill --test t --group sex --pr --display", data).out;
-    EXPECT_THAT(text, HasSubstr("Test Var:t\nGroup:sex = m\nNegative count:2 Positive count:1\n"));
-    EXPECT_THAT(text, HasSubstr("PR Coordinates-----------:\nPrecision:[0.333333,0,0,0]\n"));
-}
-
 TEST(Analyze, StrangeNamesHarmNoOutput)
 {
     const Outcome outcome = run("analyze - --state s=x\ty --test a\x1b[31m --group g\ng",
