@@ -28,7 +28,9 @@ if(VEXROC_BUILD_CLI)
     set(CPACK_COMPONENT_PROGRAM_DESCRIPTION "ROC analysis at the command line
 Areas, comparisons and curves from delimited text, SQLite and PostgreSQL; with manual page and completion.")
     set(CPACK_COMPONENT_PROGRAM_DEPENDS runtime)
-    set(CPACK_DEBIAN_PROGRAM_PACKAGE_RECOMMENDS gnuplot-nox)
+    # Libraries that the program opens when they are first needed.
+    set(CPACK_DEBIAN_PROGRAM_PACKAGE_RECOMMENDS "gnuplot-nox, libarchive13, zlib1g")
+    set(CPACK_DEBIAN_PROGRAM_PACKAGE_SUGGESTS libpq5)
 endif()
 install(DIRECTORY bindings/python/vexroc DESTINATION lib/python3/dist-packages COMPONENT python EXCLUDE_FROM_ALL
     FILES_MATCHING PATTERN "*.py" PATTERN "py.typed" PATTERN __pycache__ EXCLUDE)

@@ -64,8 +64,9 @@ void requireOneInput(const InputOptions& options)
 
 void addInputOptions(CLI::App& command, InputOptions& options)
 {
-    command.add_option("FILE", options.file,
-                       "Delimited text with a header row, packed by gzip, zstd, xz or bzip2 or not; - reads standard input");
+    command.add_option(
+        "FILE", options.file,
+        "Delimited text with a header row, packed by gzip, zstd, xz or bzip2 or not; - reads standard input");
     command.add_option("--delimiter", options.delimiter, "Between the cells of text; detected when not given")
         ->type_name("comma|tab|semicolon");
     addChoice(command, "--decimal", options.decimal, {"point", "comma"},

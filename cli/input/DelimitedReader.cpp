@@ -107,9 +107,9 @@ public:
         RowSplitter row(front, dialect_.delimiter, lines_, columns_.size());
         row.next();
         const bool isFault = row.fault() != RowSplitter::Fault::none && row.fault() != RowSplitter::Fault::openQuote;
-        return isFault ? faultOf(row)
-                       : dialect_.at(row.rowLine(),
-                                     "the row is longer than " + megabytes(longestRow) + "; use fewer columns");
+        return isFault
+            ? faultOf(row)
+            : dialect_.at(row.rowLine(), "the row is longer than " + megabytes(longestRow) + "; use fewer columns");
     }
 
 private:
@@ -184,8 +184,7 @@ private:
             return dialect_.at(rows.faultLine(),
                                "the text ends inside a quoted cell that begins here; close the double quote");
         case Fault::zeroByte:
-            return dialect_.at(rows.faultLine(),
-                               "a zero byte in the text; the file is damaged, or not text in UTF-8");
+            return dialect_.at(rows.faultLine(), "a zero byte in the text; the file is damaged, or not text in UTF-8");
         case Fault::longCell:
             return inputError(dialect_.place(rows.faultLine()) + column + ": the cell that begins here is longer than "
                               + megabytes(longestCell) + "; shorten it, or close its double quote");

@@ -203,7 +203,8 @@ private:
         library_.allowAnything(opened);
         library_.allowNothing(opened);
         // Data that cannot be unpacked look like none at all; only the error number tells.
-        if (library_.open(opened, this, nullptr, givePacked, nullptr) != ARCHIVE_OK || library_.errorNumber(opened) != 0)
+        if (library_.open(opened, this, nullptr, givePacked, nullptr) != ARCHIVE_OK
+            || library_.errorNumber(opened) != 0)
             throw failure();
         archive_entry* entry = nullptr;
         const int header = library_.nextHeader(opened, &entry);
@@ -284,7 +285,9 @@ std::unique_ptr<ByteSource> unpacked(std::unique_ptr<ByteSource> source)
         return std::make_unique<GzipSource>(std::move(looked));
     if (isZstd(front))
         return std::make_unique<ArchiveSource>(std::move(looked), "zstd", ARCHIVE_FILTER_ZSTD);
-    if (front == "\xFD""7zXZ\0"sv)
+    if (front
+        == "\xFD"
+           "7zXZ\0"sv)
         return std::make_unique<ArchiveSource>(std::move(looked), "xz", ARCHIVE_FILTER_XZ);
     if (isBzip2(front))
         return std::make_unique<ArchiveSource>(std::move(looked), "bzip2", ARCHIVE_FILTER_BZIP2);

@@ -75,10 +75,9 @@ public:
         const FetchedColumn& column = columns_[index];
         const Cell typed = typedCell(column.cells, std::get<std::string_view>(cell));
         if (!sink_.take(column.position, typed))
-            throw inputError(
-                badCellMessage(source_ + ", row " + std::to_string(rows() + 1), column.name, textOf(typed),
-                               "its type is " + visible(column.typeName)
-                                   + ": give a query that makes it a number, or NULL"));
+            throw inputError(badCellMessage(source_ + ", row " + std::to_string(rows() + 1), column.name, textOf(typed),
+                                            "its type is " + visible(column.typeName)
+                                                + ": give a query that makes it a number, or NULL"));
         return true;
     }
     void endRow() override
@@ -153,8 +152,8 @@ std::string copyCommand(const std::string& query, std::size_t columnCount, const
         + ")) TO STDOUT (FORMAT csv, HEADER" + (quoted.empty() ? "" : ", FORCE_QUOTE (" + quoted + ")") + ")";
 }
 
-std::vector<FetchedColumn> fetchedColumns(PostgresServer& server,
-                                          const std::vector<PostgresServer::Column>& columns, RowSink& sink)
+std::vector<FetchedColumn> fetchedColumns(PostgresServer& server, const std::vector<PostgresServer::Column>& columns,
+                                          RowSink& sink)
 {
     if (columns.empty())
         throw server.fault("--query takes a statement that returns rows and changes nothing, such as SELECT");

@@ -143,13 +143,11 @@ public:
     [[nodiscard]] bool read(Statement& statement, const std::vector<int>& positions,
                             const std::vector<std::size_t>& columns)
     {
-        constexpr std::size_t rowsBetweenLooks = 8192;
         while (statement.step()) {
             for (std::size_t i = 0; i < columns.size(); ++i)
                 take(statement.cell(positions[i]), columns[i]);
             sink_.endRow();
-            if (sink_.rows() % rowsBetweenLooks == 0)
-                progress_.tell(sink_.rows());
+            progress_.tell(sink_.rows());
         }
         return sink_.rows() > 0;
     }
@@ -173,11 +171,8 @@ private:
 std::vector<std::size_t> wantedColumns(const Database& database, const std::vector<std::string>& names,
                                        const std::string& collection, RowSink& sink)
 {
-    return sink.begin({.source = database.name(),
-                       .columns = names,
-                       .place = database.name(),
-                       .collection = collection,
-                       .hint = ""});
+    return sink.begin(
+        {.source = database.name(), .columns = names, .place = database.name(), .collection = collection, .hint = ""});
 }
 
 std::vector<std::string> tablesOf(const Database& database)
@@ -225,8 +220,7 @@ void requireOneReadingStatement(const Database& database, const Statement& state
 
 } // namespace
 
-void readSqliteTable(const std::string& file, const std::string& table, const ProgressDisplay& progress,
-                     RowSink& sink)
+void readSqliteTable(const std::string& file, const std::string& table, const ProgressDisplay& progress, RowSink& sink)
 {
     const Database database(file);
     const std::string from = " FROM " + inIdentifierQuotes(table);
@@ -234,8 +228,7 @@ void readSqliteTable(const std::string& file, const std::string& table, const Pr
     if (!all.isUnderstood())
         throw unknownTable(database, table, database.message());
     const std::vector<std::string> names = all.columns();
-    const std::vector<std::size_t> columns =
-        wantedColumns(database, names, "table " + inQuotes(table), sink);
+    const std::vector<std::size_t> columns = wantedColumns(database, names, "table " + inQuotes(table), sink);
     std::string list;
     std::vector<int> positions;
     for (const std::size_t column : columns) {
@@ -249,8 +242,7 @@ void readSqliteTable(const std::string& file, const std::string& table, const Pr
         throw database.fault("table " + inQuotes(table) + " has no rows");
 }
 
-void readSqliteQuery(const std::string& file, const std::string& query, const ProgressDisplay& progress,
-                     RowSink& sink)
+void readSqliteQuery(const std::string& file, const std::string& query, const ProgressDisplay& progress, RowSink& sink)
 {
     const Database database(file);
     Statement statement(database, query);

@@ -185,14 +185,14 @@ TEST(Progress, OfReadingCountsTheRows)
         data += i % 2 == 0 ? "1,2\n" : "0,1\n";
     std::ostringstream err;
     EXPECT_EQ(run("auc - --state s=1 --test t --progress json", data, err, {}).exitCode, exitDone);
-    EXPECT_THAT(err.str(), StartsWith("{\"phase\":\"reading\",\"rows\":8192,"));
+    EXPECT_THAT(err.str(), StartsWith("{\"phase\":\"reading\",\"rows\":20000,"));
 
     const TemporaryFolder folder;
     const std::string file = folder.path() / "scores.csv";
     std::ofstream(file) << data << std::string(9 * data.size(), '\n'); // rows in the first tenth only
     err.str("");
     EXPECT_EQ(run("auc " + file + " --state s=1 --test t --progress json", "", err, {}).exitCode, exitDone);
-    EXPECT_THAT(err.str(), StartsWith("{\"phase\":\"reading\",\"share\":0.1"));
+    EXPECT_THAT(err.str(), StartsWith("{\"phase\":\"reading\",\"share\":0.3"));
 }
 
 TEST(Texts, ManualPageAndCompletionsNameEveryOption)
