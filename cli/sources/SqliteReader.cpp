@@ -143,13 +143,11 @@ public:
     [[nodiscard]] bool read(Statement& statement, const std::vector<int>& positions,
                             const std::vector<std::size_t>& columns)
     {
-        constexpr std::size_t rowsBetweenLooks = 8192;
         while (statement.step()) {
             for (std::size_t i = 0; i < columns.size(); ++i)
                 take(statement.cell(positions[i]), columns[i]);
             sink_.endRow();
-            if (sink_.rows() % rowsBetweenLooks == 0)
-                progress_.tell(sink_.rows());
+            progress_.tell(sink_.rows());
         }
         return sink_.rows() > 0;
     }

@@ -61,10 +61,9 @@ ReadingProgress::ReadingProgress(const ProgressDisplay& display, Share share) : 
         teller_.emplace(display);
 }
 
-void ReadingProgress::tell(std::size_t rowsRead)
+void ReadingProgress::look(std::size_t rowsRead)
 {
-    if (!teller_)
-        return;
+    nextLook_ = rowsRead + rowsBetweenLooks;
     const ProgressTeller::Clock::time_point now = ProgressTeller::Clock::now();
     if (!teller_->isDue(now))
         return;

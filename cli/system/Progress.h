@@ -61,12 +61,20 @@ public:
 
     /// Tells nothing when the display has no stream.
     ReadingProgress(const ProgressDisplay& display, Share share);
-    /// So many rows are read. A look at the clock costs more than a row: to be called once in some thousand of them.
-    void tell(std::size_t rows);
+    /// So many rows are read.
+    void tell(std::size_t rows)
+    {
+        if (rows >= nextLook_ && teller_)
+            look(rows);
+    }
 
 private:
+    static constexpr std::size_t rowsBetweenLooks = 8192; // a look at the clock costs more than a row
+    void look(std::size_t rows);
+
     std::optional<ProgressTeller> teller_;
     Share share_;
+    std::size_t nextLook_ = rowsBetweenLooks;
 };
 
 } // namespace vexroc

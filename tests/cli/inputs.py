@@ -3,11 +3,13 @@
 The forms of `postgres` come from a server of its own, started from Debian's package in a temporary folder as an
 unprivileged user and stopped at the end; where there is none, the test says so and is skipped.
 """
+import bz2
 import contextlib
 import csv
 import difflib
 import gzip
 import io
+import lzma
 import math
 import os
 import random
@@ -125,12 +127,14 @@ def check_files(check, folder):
     with open(plain[0], "rb") as text:
         data = text.read()
     packed = os.path.join(folder, "packed")  # recognised by its content, not its name
-    with open(packed, "wb") as file:
-        file.write(gzip.compress(data[:5000]) + gzip.compress(data[5000:]))
+    for module in (gzip, lzma, bz2):
+        with open(packed + module.__name__, "wb") as file:
+            file.write(module.compress(data[:5000]) + module.compress(data[5000:]))
     numbers = write_sqlite(os.path.join(folder, "numbers.db"), ["TEXT", "INTEGER", "REAL", "INTEGER", "REAL", "TEXT"])
     texts = write_sqlite(os.path.join(folder, "texts.db"), ["TEXT"] * len(HEADER),
                          lambda cell: "" if cell is None else str(cell))
-    forms = [(packed, packed), ("<" + plain[0], "standard input"), ("<" + packed, "standard input"),
+    forms = [(packed + "gzip", packed + "gzip"), (packed + "lzma", packed + "lzma"), (packed + "bz2", packed + "bz2"),
+             ("<" + plain[0], "standard input"), ("<" + packed + "gzip", "standard input"),
              (f"--sqlite|{numbers}|--table|cases", numbers), (f"--sqlite|{texts}|--table|cases", texts),
              (f"--sqlite|{numbers}|--query|SELECT * FROM cases; -- all", numbers)]
     if shutil.which("zstd"):
@@ -139,6 +143,10 @@ def check_files(check, folder):
     else:
         print("zstd is not installed: its form is left out")
     check.same(plain, forms)
+    loaded = subprocess.run([check.program], env=os.environ | {"LD_TRACE_LOADED_OBJECTS": "1"}, capture_output=True,
+                            check=True).stdout.decode()
+    check.expect("libvexrocproc" in loaded and not any(name in loaded for name in ("libpq", "libarchive", "libz")),
+                 f"libraries that a run on plain text does not need: {loaded}")
     question = ["--state", "state=ill", "--test", "count"]
     for arguments, code, text in [
             (["--sqlite", numbers, "--table", "Case"], 3, "no table 'Case'; did you mean 'cases'?"),

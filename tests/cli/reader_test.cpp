@@ -1,14 +1,18 @@
 #include "cli/input/DelimitedReader.h"
+#include "cli/input/RowSplitter.h"
 #include "cli/input/TableBuilder.h"
-#include "cli/sources/BinaryCopy.h"
+#include "cli/sources/PackedSource.h"
 #include "cli/study/Sample.h"
 #include "cli/words/Failure.h"
 #include "tests/support/pieces.h"
 
+#include <archive.h>
+#include <archive_entry.h>
 #include <gmock/gmock.h>
 
 #include <array>
 #include <limits>
+#include <random>
 
 namespace vexroc {
 
@@ -34,51 +38,70 @@ DataTable read(const std::string& text, std::span<const ColumnRequest> requests 
     return builder.finish();
 }
 
-std::string errorOf(const std::string& text, std::size_t pieceSize = std::string::npos)
+template <class Step>
+std::string errorOf(Step step)
 {
     try {
-        read(text, stateAndTest, pieceSize);
+        step();
     } catch (const Failure& failure) {
         return std::to_string(failure.exitCode()) + ": " + failure.what();
     }
     return "no error";
 }
 
-/// The rows that a copy of an int4, a numeric and a text gives; what is wrong with it otherwise.
-std::string copied(std::string_view bytes, std::size_t pieceSize)
+std::string errorOf(const std::string& text, std::size_t pieceSize = std::string::npos)
 {
-    std::string rows;
-    BinaryCopy copy({BinaryCopy::Type::int4, BinaryCopy::Type::numeric, BinaryCopy::Type::text},
-                    [&](std::span<const Cell> cells) {
-                        for (const Cell& cell : cells)
-                            rows += textOf(cell) + (isMissing(cell) ? "missing|" : "|");
-                    });
-    for (; !bytes.empty(); bytes.remove_prefix(std::min(pieceSize, bytes.size())))
-        if (!copy.feed(bytes.substr(0, pieceSize)))
-            return "not understood";
-    return copy.isComplete() ? rows : "not complete";
+    return errorOf([&] { read(text, stateAndTest, pieceSize); });
+}
+
+struct Packing {
+    const char* name;
+    int filter;
+};
+constexpr std::array packings{Packing{"gzip", ARCHIVE_FILTER_GZIP}, Packing{"zstd", ARCHIVE_FILTER_ZSTD},
+                              Packing{"xz", ARCHIVE_FILTER_XZ}, Packing{"bzip2", ARCHIVE_FILTER_BZIP2}};
+
+std::string pack(const std::string& text, int filter)
+{
+    std::string packed(text.size() + 1000, '\0');
+    std::size_t length = 0;
+    archive* const writer = archive_write_new();
+    archive_entry* const entry = archive_entry_new();
+    archive_write_set_format_raw(writer);
+    archive_write_add_filter(writer, filter);
+    archive_write_set_bytes_per_block(writer, 1);
+    EXPECT_EQ(archive_write_open_memory(writer, packed.data(), packed.size(), &length), ARCHIVE_OK);
+    archive_entry_set_filetype(entry, AE_IFREG);
+    archive_write_header(writer, entry);
+    archive_write_data(writer, text.data(), text.size());
+    EXPECT_EQ(archive_write_close(writer), ARCHIVE_OK);
+    archive_entry_free(entry);
+    archive_write_free(writer);
+    packed.resize(length);
+    return packed;
+}
+
+std::string unpack(const std::string& bytes, std::size_t pieceSize = std::string::npos, std::size_t blockSize = 1000)
+{
+    const auto source = unpacked(std::make_unique<roctest::Pieces>(bytes, pieceSize));
+    std::string text;
+    std::string block(blockSize, '\0');
+    while (const std::size_t length = source->read(block))
+        text.append(block, 0, length);
+    return text;
+}
+
+/// Hard to pack, so that a flipped byte lies in data as a rule.
+std::string sampleText(std::size_t length)
+{
+    std::minstd_rand draw(3);
+    std::string text;
+    while (text.size() < length)
+        text += static_cast<char>(' ' + draw() % 64);
+    return text;
 }
 
 } // namespace
-
-TEST(BinaryCopy, ReadsRowsFromPartsOfAnyLengthAndRefusesOthers)
-{
-    using namespace std::string_literals;
-    const std::string header = "PGCOPY\n\xFF\r\n\0\0\0\0\0\0\0\0\0"s;
-    const std::string number = "\0\0\0\4\xFF\xFF\xFF\xF9"s; // -7
-    const std::string numeric = "\0\0\0\xE\0\3\0\1\x40\0\0\2\0\1\x09\x29\x1A\x2C"s;
-    // -12345.67: groups 1, 2345, 6700
-    const std::string null = "\xFF\xFF\xFF\xFF";
-    const std::string text = "\0\0\0\2ab"s;
-    const std::string whole = header + "\0\3"s + number + numeric + text + "\0\3"s + null + null + text + "\xFF\xFF";
-    for (const std::size_t pieceSize : {std::size_t{1}, std::size_t{5}, std::size_t{40}, whole.size()})
-        EXPECT_EQ(copied(whole, pieceSize), "-7|-12345.67|ab|missing|missing|ab|") << pieceSize;
-    for (std::size_t length = 0; length < whole.size(); ++length)
-        EXPECT_EQ(copied(whole.substr(0, length), 7), "not complete") << length;
-    for (const std::string& wrong : {"PGCOPX"s + whole.substr(6), header + "\0\2"s + number + numeric, whole + "x",
-                                     header + "\0\3"s + text + numeric + text, header + "\0\3"s + number + text + text})
-        EXPECT_EQ(copied(wrong, wrong.size()), "not understood");
-}
 
 TEST(DelimitedReader, UnderstandsEveryWayToWriteATable)
 {
@@ -102,7 +125,7 @@ TEST(DelimitedReader, UnderstandsEveryWayToWriteATable)
         {"order", "test,state\n1.5,yes\n-2,no\n3,yes\n"},
     };
     for (const auto& [name, text] : tables)
-        for (const std::size_t pieceSize : {std::size_t{1}, std::size_t{7}, std::string::npos}) {
+        for (std::size_t pieceSize = 1; pieceSize <= text.size(); ++pieceSize) {
             SCOPED_TRACE(std::string(name) + ", pieces of " + std::to_string(pieceSize));
             const DataTable table = read(text, stateAndTest, pieceSize);
             EXPECT_EQ(table.rows, 3u);
@@ -157,7 +180,7 @@ TEST(DelimitedReader, NamesPlaceAndCellOfWhatItCannotRead)
         {"SQLite format 3", "data.csv is an SQLite database; read it with --sqlite"},
         {"\xFD"
          "7zXZ",
-         "data.csv is packed by xz; unpack it"},
+         "data.csv is packed by xz twice; unpack it once"},
         {"PK\x03\x04", "is a spreadsheet or a ZIP archive"},
         {"state;test\na;1,5\n",
          "'1,5' is neither a number nor missing; write a number, or leave the cell empty (for "
@@ -176,7 +199,7 @@ TEST(DelimitedReader, NamesPlaceAndCellOfWhatItCannotRead)
         {std::string("s\0t\0", 4), "not text in UTF-8"},
     };
     for (const auto& [text, message] : faults)
-        for (const std::size_t pieceSize : {std::size_t{1}, std::string::npos}) {
+        for (std::size_t pieceSize = 1; pieceSize <= text.size() + 1; ++pieceSize) {
             SCOPED_TRACE(text);
             EXPECT_THAT(errorOf(text, pieceSize), AllOf(StartsWith("3: "), HasSubstr(message)));
         }
@@ -189,6 +212,70 @@ TEST(DelimitedReader, CountsLinesAcrossBlocks)
         text += "a," + std::to_string(row) + ",\"two\r\nlines\"\r\n";
     EXPECT_EQ(read(text).numbers("test").back(), 59'999.0);
     EXPECT_THAT(errorOf(text + "a,b,c\r\n"), HasSubstr("line 120002, column 'test': 'b'"));
+}
+
+TEST(DelimitedReader, StopsAtItsLimits)
+{
+    const std::string cell(longestCell, 'x');
+    EXPECT_EQ(errorOf("state,test\n\"" + cell + "\",1\n" + cell + ",2\n"), "no error");
+    EXPECT_THAT(errorOf("state,test\na,1\n" + cell + "x,2\n"),
+                HasSubstr("line 3, column 'state': the cell that begins here is longer than 16 MB"));
+    EXPECT_THAT(errorOf("state,test\na,\"" + cell + "x\n"), HasSubstr("line 2, column 'test': the cell that begins"));
+    EXPECT_THAT(errorOf("state,test," + cell + "\na,1,2\n"), HasSubstr("the header is longer than 16 MB"));
+    std::string row = "a,1";
+    for (std::size_t length = 0; length <= longestRow; length += longestCell)
+        row += "," + cell;
+    EXPECT_THAT(errorOf("state,test,u,v,w,x,y\n" + row + "\n"), HasSubstr("line 2: the row is longer than 64 MB"));
+    const std::string commas(mostColumns - 2, ',');
+    EXPECT_THAT(errorOf("state,test" + commas + "\na,1\n"), HasSubstr("the row has 2 cells, the header has 1000000"));
+    EXPECT_THAT(errorOf("state,test," + commas + "\n"), HasSubstr("the header has 1000001 columns; at most 1000000"));
+}
+
+TEST(PackedSource, UnpacksWhatItRecognisesByContent)
+{
+    const std::string text = sampleText(5000);
+    std::vector<std::pair<std::string, std::string>> forms{{"plain", text}};
+    for (const auto& [name, filter] : packings) {
+        const std::string parts = pack(text.substr(0, 77), filter) + pack("", filter) + pack(text.substr(77), filter);
+        forms.emplace_back(name, pack(text, filter));
+        forms.emplace_back(std::string(name) + ", parts", parts);
+        if (filter != ARCHIVE_FILTER_ZSTD) // which has no padding
+            forms.emplace_back(std::string(name) + ", padding", parts + std::string(512, '\0'));
+        EXPECT_EQ(unpack(pack("", filter)), "") << name;
+    }
+    const std::string skippableFrame("\x50\x2A\x4D\x18\x02\0\0\0xy", 10);
+    forms.emplace_back("zstd, skippable frames", skippableFrame + pack(text, ARCHIVE_FILTER_ZSTD) + skippableFrame);
+    for (const auto& [name, bytes] : forms)
+        for (const std::size_t size : {std::size_t{1}, std::size_t{7}, std::string::npos}) {
+            SCOPED_TRACE(name + ", pieces of " + std::to_string(size));
+            EXPECT_EQ(unpack(bytes, size), text);
+            EXPECT_EQ(unpack(bytes, size, 1), text);
+        }
+    for (const std::string shortText : {"", "\x1F", "\x28\xB5\x2F", "a", "BZh9", "BZh"})
+        EXPECT_EQ(unpack(shortText, 1), shortText);
+}
+
+TEST(PackedSource, NamesTheSourceOfDataThatAreCutOffOrDamaged)
+{
+    const std::string text = sampleText(300);
+    for (const auto& [name, filter] : packings) {
+        const std::string packed = pack(text, filter);
+        const auto error = [](const std::string& bytes) { return errorOf([&] { unpack(bytes); }); };
+        const std::string source = std::string("3: cannot read data.csv: its ") + name + " data ";
+        for (std::size_t length = 6; length < packed.size(); ++length)
+            EXPECT_THAT(error(packed.substr(0, length)), StartsWith(source)) << name << length;
+        for (const std::size_t length : {packed.size() / 2, packed.size() - 1})
+            EXPECT_THAT(error(packed.substr(0, length)), HasSubstr("end too early")) << name << length;
+        for (const std::size_t length : {1, 5, 20})
+            EXPECT_THAT(error(packed + packed.substr(0, length)), StartsWith(source)) << name << length;
+        EXPECT_THAT(error(packed + "rest"), StartsWith(source));
+        // libarchive writes zstd without a checksum.
+        for (std::size_t place = 20; filter != ARCHIVE_FILTER_ZSTD && place < packed.size(); ++place) {
+            std::string damaged = packed;
+            damaged[place] = static_cast<char>(damaged[place] ^ 0x10);
+            EXPECT_THAT(error(damaged), StartsWith(source)) << name << ", byte " << place;
+        }
+    }
 }
 
 } // namespace vexroc
