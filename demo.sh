@@ -2,14 +2,41 @@
 # Builds the program and judges measurements of real tumours with it. Installs what it needs from Debian.
 set -euo pipefail
 cd "$(dirname "$0")"
-
-tools/install_packages.sh build
 mkdir -p build
-if ! { cmake -S . -B build/demo -G Ninja -DCMAKE_BUILD_TYPE=Release -DVEXROC_BUILD_TESTS=OFF \
-           -DVEXROC_BUILD_EXAMPLES=OFF -DVEXROC_BUILD_BENCHMARKS=OFF && cmake --build build/demo; } >build/demo.log 2>&1; then
-    cat build/demo.log >&2
+log=build/demo.log
+
+# Keeps what it reads in the log and shows how far ninja is: counting up in place on a terminal, else by quarters.
+follow() {
+    local line share quarter=0
+    while IFS= read -r line; do
+        echo "$line" >>"$log"
+        [[ $line =~ ^\[([0-9]+)/([0-9]+)\] ]] || continue
+        share=$((100 * BASH_REMATCH[1] / BASH_REMATCH[2]))
+        if [ -t 1 ]; then
+            printf '\r    %d of %d, %d %% ' "${BASH_REMATCH[@]:1:2}" "$share"
+        elif [ "$((share / 25))" -gt "$quarter" ]; then
+            quarter=$((share / 25))
+            echo "    $share %"
+        fi
+    done
+    [ ! -t 1 ] || printf '\r\033[K'
+}
+
+build() {
+    echo "Configuring ..."
+    cmake -S . -B build/demo -G Ninja -DCMAKE_BUILD_TYPE=Release -DVEXROC_BUILD_{TESTS,EXAMPLES,BENCHMARKS}=OFF \
+        >"$log" 2>&1 || return
+    echo "Compiling; with two cores this takes about two minutes the first time ..."
+    cmake --build build/demo 2>&1 | follow
+}
+
+echo "Installing from Debian what is missing for the build ..."
+tools/install_packages.sh build
+if ! build; then
+    cat "$log" >&2
     exit 1
 fi
+echo "Ready after $((SECONDS / 60)) min $((SECONDS % 60)) s: build/demo/cli/vexroc"
 
 show() {
     printf '\n$ vexroc %s\n' "$*"

@@ -3,18 +3,22 @@
 #   ./test.sh         the release build
 #   ./test.sh all     also the Python and R packages, other packages as witnesses, the interface against the kept one,
 #                     clang, no optimisation, the checks of libstdc++'s debug mode, and the address, undefined-behaviour
-#                     and thread sanitizers
+#                     and thread sanitizers; first of all, what .clang-format and .clang-tidy say
 set -euo pipefail
 cd "$(dirname "$0")"
 
 case "${1:-}" in
-"") presets=(release) purposes=(build page run test) ;;
+"") presets=(release) purposes=(build run test) ;;
 all) presets=(release clang plain dev asan tsan)
-    purposes=(build page run test python python-test peers r witness interface languages) ;;
+    purposes=(build run test style python python-test peers r witness interface languages) ;;
 *) echo "test.sh: '$1' is not known; call ./test.sh or ./test.sh all" >&2; exit 2 ;;
 esac
 
 tools/install_packages.sh "${purposes[@]}"
+if [ "${1:-}" = all ]; then
+    tools/format.sh --check
+    tools/tidy.sh
+fi
 for preset in "${presets[@]}"; do
     echo "== $preset"
     targets=(all all_verify_interface_header_sets)

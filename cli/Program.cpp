@@ -1,18 +1,35 @@
 #include "cli/Program.h"
 
+#include "cli/commands/Commands.h"
 #include "cli/options/CommandLine.h"
 #include "cli/system/Messages.h"
 #include "cli/system/OutputFile.h"
 #include "cli/words/Failure.h"
 #include "cli/words/VisibleText.h"
 
+#include "version.h"
+
+#include <vexrocproc/version.h>
+
 #include <istream>
+#include <map>
 #include <new>
 #include <ostream>
 
 namespace vexroc {
 
 namespace {
+
+constexpr const char* examples =
+    "Examples:\n"
+    "  vexroc auc data.csv --state diagnosis=malignant --test radius_mean,texture_mean\n"
+    "  vexroc compare data.csv --state diagnosis=malignant --test radius_mean,texture_mean\n"
+    "\nvexroc COMMAND --help explains a command.";
+
+std::string versions()
+{
+    return std::string("vexroc ").append(programVersion) + " (libvexrocproc920r " + vexrocproc_version() + ")";
+}
 
 void write(const std::string& text, std::ostream& out)
 {
@@ -33,13 +50,11 @@ void deliver(const Report& report, std::ostream& out)
         OutputFile(report.file, report.text).commit();
 }
 
-ProgressDisplay displayFor(const GeneralOptions& options, const Terminal& terminal, std::ostream& err)
+ProgressDisplay displayFor(const MessageOptions& options, const Terminal& terminal, std::ostream& err)
 {
     switch (options.quiet ? ProgressMode::never : options.progress) {
-    case ProgressMode::automatic:
-        return {terminal.isTerminal ? &err : nullptr, ProgressForm::line, terminal.progressAfter};
-    case ProgressMode::always: return {&err, ProgressForm::line, {}};
-    case ProgressMode::json: return {&err, ProgressForm::json, {}};
+    case ProgressMode::automatic: return {terminal.isTerminal ? &err : nullptr, terminal.progressAfter};
+    case ProgressMode::always: return {&err, {}};
     case ProgressMode::never: break;
     }
     return {};
@@ -65,24 +80,30 @@ std::string inShell(std::span<const std::string_view> args)
 int run(std::span<const std::string_view> args, std::istream& in, std::ostream& out, std::ostream& err,
         const Terminal& terminal)
 {
+    CommandLine commandLine(versions(), examples);
+    std::map<std::string, Action> actions;
+    for (const Command& command : commands())
+        actions[command.name] = command.add(commandLine.addCommand(command.name, command.summary));
     if (args.empty()) {
-        err << shortHelp();
+        err << commandLine.shortHelp();
         return exitUsage;
     }
-    const CommandRequest request = parseArguments(args);
-    if (!request.action) {
-        write(request.text, out);
+    const Invocation asked = commandLine.parse(args);
+    if (asked.command.empty()) {
+        write(asked.text, out);
         return exitDone;
     }
-    const std::string command = inShell(args);
+    for (const std::string& path : asked.written)
+        OutputFile::requirePlace(path);
+    const std::string line = inShell(args);
     const Report report =
-        request.action({in, command, displayFor(request.general, terminal, err), request.general.quiet});
+        actions[asked.command]({in, line, displayFor(asked.messages, terminal, err), asked.messages.quiet});
     deliver(report, out);
-    if (!request.general.quiet)
+    if (!asked.messages.quiet)
         say(report, Messages(err, terminal.colour));
     if (!report.error.empty())
         throw analysisError(report.error);
-    if (request.general.strict && !report.warnings.empty())
+    if (asked.messages.strict && !report.warnings.empty())
         throw analysisError("--strict: the analysis has warnings");
     return exitDone;
 }

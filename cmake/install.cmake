@@ -1,4 +1,5 @@
-# What a host application gets: both libraries, their headers, and a package for find_package(vexrocproc) and pkg-config.
+# What a host application gets: both libraries, their headers, a package for find_package(vexrocproc) and pkg-config,
+# and the licences.
 include(CMakePackageConfigHelpers)
 
 install(TARGETS vexcommon920r vexrocproc920r EXPORT vexrocproc-targets
@@ -9,7 +10,8 @@ set_target_properties(vexrocproc920r PROPERTIES INSTALL_RPATH "$ORIGIN")
 install(EXPORT vexrocproc-targets NAMESPACE vexrocproc:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/vexrocproc
     COMPONENT development)
 
-write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/vexrocprocConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/vexrocprocConfigVersion.cmake
+    COMPATIBILITY SameMajorVersion)
 file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/vexrocprocConfig.cmake
     "include(\${CMAKE_CURRENT_LIST_DIR}/vexrocproc-targets.cmake)\n")
 install(FILES
@@ -22,3 +24,6 @@ file(RELATIVE_PATH prefix_from_pkgconfig ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig 
 configure_file(cmake/vexrocproc.pc.in vexrocproc.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/vexrocproc.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
     COMPONENT development)
+
+# Debian packages take their licences from cmake/packages.cmake, each under its own name.
+install(FILES LICENSE cmake/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT licences)

@@ -1,7 +1,8 @@
 # Debian packages, made by cpack; tools/check_packages.sh makes and tries them.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME vexroc)
-set(CPACK_PACKAGE_CONTACT "The vexroc developers <vexroc@localhost>")
+set(CPACK_PACKAGE_CONTACT "The vexroc authors <vexroc@localhost>")
+set(CPACK_RESOURCE_FILE_LICENSE ${PROJECT_SOURCE_DIR}/LICENSE)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
@@ -28,7 +29,8 @@ if(VEXROC_BUILD_CLI)
     set(CPACK_COMPONENT_PROGRAM_DESCRIPTION "ROC analysis at the command line
 Areas, comparisons and curves from delimited text, SQLite and PostgreSQL; with manual page and completion.")
     set(CPACK_COMPONENT_PROGRAM_DEPENDS runtime)
-    set(CPACK_DEBIAN_PROGRAM_PACKAGE_RECOMMENDS gnuplot-nox)
+    # Opened when they are first needed: pictures as PDF and PNG, packed text, data from PostgreSQL.
+    set(CPACK_DEBIAN_PROGRAM_PACKAGE_RECOMMENDS "librsvg2-2, libarchive13, libpq5")
 endif()
 install(DIRECTORY bindings/python/vexroc DESTINATION lib/python3/dist-packages COMPONENT python EXCLUDE_FROM_ALL
     FILES_MATCHING PATTERN "*.py" PATTERN "py.typed" PATTERN __pycache__ EXCLUDE)
@@ -42,13 +44,10 @@ set(CPACK_COMPONENT_PYTHON_DESCRIPTION "ROC analysis for Python
 The package vexroc: curves, areas, comparisons and whole analyses over lists, NumPy arrays and pandas columns.")
 set(CPACK_COMPONENT_PYTHON_DEPENDS runtime)
 
-file(WRITE ${PROJECT_BINARY_DIR}/copyright "Copyright (c) the vexroc developers.
-
-No licence has been chosen yet: nobody has been given a right to copy, change or pass on this software.
-")
+# Debian has the licence itself in /usr/share/common-licenses.
 foreach(component ${CPACK_COMPONENTS_ALL})
     string(TOUPPER ${component} name)
-    install(FILES ${PROJECT_BINARY_DIR}/copyright DESTINATION share/doc/${CPACK_DEBIAN_${name}_PACKAGE_NAME}
+    install(FILES cmake/copyright DESTINATION share/doc/${CPACK_DEBIAN_${name}_PACKAGE_NAME}
         COMPONENT ${component} EXCLUDE_FROM_ALL)
 endforeach()
 include(CPack)

@@ -31,6 +31,8 @@ row() { awk -F'|' -v name=" $1 " '$2 == name {print $3}' README.md | grep -o '`[
 inside 'apt-get update -qq; cd /packages; apt-get install -y -qq --no-install-recommends ./*.deb >/dev/null'
 inside 'vexroc auc /packages/breast_cancer.csv --state diagnosis=malignant --test radius_mean'
 inside 'test -f /usr/share/man/man1/vexroc.1 -a -f /usr/share/bash-completion/completions/vexroc'
+inside 'for package in /packages/*.deb; do
+        name=${package##*/}; grep -q Apache-2.0 "/usr/share/doc/${name%%_*}/copyright"; done'
 inside 'python3 -c "import vexroc; print(vexroc.auc([0, 0, 1, 1], [1, 3, 2, 4]))"'
 
 inside "$(row R)"

@@ -12,8 +12,8 @@ find build/coverage -name '*.gcda' -delete
 ctest --test-dir build/coverage -j "$(nproc)" --output-on-failure -E package
 mkdir -p build/coverage/report
 # Branches that only an exception takes are not counted: failing allocations have tests of their own.
-gcovr --root . --object-directory build/coverage --exclude-directories '.*CompilerId.*' --exclude-throw-branches --exclude-unreachable-branches \
-    --filter '(src|include)/' \
+gcovr --root . --object-directory build/coverage --filter '(src|include)/' \
+    --exclude-directories '.*CompilerId.*' --exclude-throw-branches --exclude-unreachable-branches \
     --html-details build/coverage/report/index.html --txt build/coverage/report/lines.txt \
     --json build/coverage/report/all.json build/coverage/{CMakeFiles,tests,src}
 cat build/coverage/report/lines.txt

@@ -25,13 +25,14 @@ locales() {
     local locale
     for locale in C de_DE.utf8 tr_TR.iso88599; do
         echo "== locale $locale"
-        LOCPATH="$PWD/$folder" LC_ALL="$locale" ctest --preset release -j "$(nproc)" -E '^(Witnesses|package)$' | tail -n 3
+        LOCPATH="$PWD/$folder" LC_ALL="$locale" \
+            ctest --preset release -j "$(nproc)" -E '^(Witnesses|package)$' | tail -n 3
     done
 }
 
-# Memory errors, leaks and decisions on values that were never set, in the unit tests. Only those count: valgrind rounds
-# long double to double, so that tests of the last digits may fail. Left out: programs that count allocations, samples of
-# millions of cases, threads.
+# Memory errors, leaks and decisions on values that were never set, in the unit tests. Only those count: valgrind
+# rounds long double to double, so that tests of the last digits may fail. Left out: programs that count allocations,
+# samples of millions of cases, threads.
 valgrind() {
     build release all
     local status slow='-Sizes.*:Threads.*:*Milli*'

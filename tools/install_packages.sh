@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # install_packages.sh PURPOSE...: installs the Debian packages that tools/packages.txt lists under each purpose.
-# Does nothing, and needs no rights, when all are there. npm from elsewhere will do: Debian's cannot stand beside it.
+# Does nothing, and needs no rights, when all are there.
 set -euo pipefail
 list="$(dirname "$0")/packages.txt"
 
@@ -13,7 +13,6 @@ done
 
 missing=()
 for package in "${wanted[@]}"; do
-    [ "$package" = npm ] && command -v npm >/dev/null && continue
     dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed' || missing+=("$package")
 done
 [ "${#missing[@]}" -gt 0 ] || exit 0

@@ -2,7 +2,7 @@
 """Compares what the two shared libraries show to hosts with what is kept in cmake/interface/.
 
     tools/interface.py symbols FOLDER    exported symbols of the libraries built in FOLDER
-    tools/interface.py types FOLDER      functions, classes and layouts, from debug information (a `plain` build; abidiff)
+    tools/interface.py types FOLDER      functions, classes, layouts, from debug information (a `plain` build; abidiff)
     tools/interface.py update            builds the preset `plain` and keeps its interface, after a change on purpose
 
 Exit status 0 when nothing differs, 1 when something does, 77 when a tool that the comparison needs is not installed.
@@ -39,9 +39,9 @@ def symbols(library):
 
 def description(library):
     """What abidiff compares: no path of this machine, nothing that a host cannot see."""
-    text = output("abidw", *headers("--headers-dir"), "--drop-private-types", "--exported-interfaces-only", "--drop-undefined-syms",
-                  "--no-corpus-path", "--no-comp-dir-path", "--no-show-locs", "--no-parameter-names",
-                  "--type-id-style", "hash", library)
+    text = output("abidw", *headers("--headers-dir"), "--drop-private-types", "--exported-interfaces-only",
+                  "--drop-undefined-syms", "--no-corpus-path", "--no-comp-dir-path", "--no-show-locs",
+                  "--no-parameter-names", "--type-id-style", "hash", library)
     return text.replace(f"{ROOT}/", "")
 
 
@@ -57,7 +57,8 @@ def same_types(name, library):
     with tempfile.NamedTemporaryFile("w", suffix=".abi") as kept:
         kept.write(lzma.open(KEPT / f"{name}.abi.xz", "rt").read())
         kept.flush()
-        answer = subprocess.run(["abidiff", *headers("--headers-dir2"), "--drop-private-types", "--no-show-locs", "--harmless", "--fail-no-debug-info", kept.name, library])
+        answer = subprocess.run(["abidiff", *headers("--headers-dir2"), "--drop-private-types", "--no-show-locs",
+                                 "--harmless", "--fail-no-debug-info", kept.name, library])
     return answer.returncode == 0
 
 

@@ -6,9 +6,9 @@ set -euo pipefail
 folder=${1:+$(realpath -m "$1")}
 cd "$(dirname "$0")/.."
 folder=${folder:-$PWD/build/packages}
-tools/install_packages.sh build page deb
-cmake -S . -B build/demo -G Ninja -DCMAKE_BUILD_TYPE=Release -DVEXROC_BUILD_TESTS=OFF -DVEXROC_BUILD_EXAMPLES=OFF \
-    -DVEXROC_BUILD_BENCHMARKS=OFF >/dev/null
+tools/install_packages.sh build deb
+cmake -S . -B build/demo -G Ninja -DCMAKE_BUILD_TYPE=Release -DVEXROC_BUILD_{TESTS,EXAMPLES,BENCHMARKS}=OFF \
+    >/dev/null
 cmake --build build/demo
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT

@@ -27,11 +27,14 @@ BUILD = WORK / "out"
 ACCEPTED = ROOT / "tools" / "mutation_accepted.txt"
 REQUIRED_SHARE = 0.9
 
-FOLDERS = ["src/space", "src/stats", "src/arraycalls", "src/driver"]
+FOLDERS = ["src/numeric", "src/summary", "src/inference", "src/space", "src/stats", "src/arraycalls", "src/driver"]
 # The first failure ends a trial, and what comes later is not even built. The programs behind the shared library come
 # first: they need no compiling themselves.
 SHARED = ["arraycalls_tests", "facade_tests"]
 PROGRAMS = {
+    "src/numeric": SHARED + ["numeric_tests", "inference_tests"],
+    "src/summary": SHARED + ["summary_tests", "space_tests", "results_tests"],
+    "src/inference": SHARED + ["inference_tests", "results_tests", "stats_tests"],
     "src/space": SHARED + ["space_tests", "stats_tests"],
     "src/stats": SHARED + ["stats_tests"],
     "src/arraycalls": ["arraycalls_tests", "arraycalls_iterator_tests", "arraycalls_allocation_tests"],

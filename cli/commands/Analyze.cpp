@@ -1,22 +1,23 @@
+#include "cli/commands/AnalysisWatch.h"
+#include "cli/commands/AnalyzeOptions.h"
 #include "cli/commands/Commands.h"
-#include "cli/options/Choice.h"
-#include "cli/picture/Plot.h"
+#include "cli/commands/QuestionOptions.h"
+#include "cli/output/Documents.h"
+#include "cli/output/TableForms.h"
+#include "cli/picture/Picture.h"
 #include "cli/picture/ReportPage.h"
-#include "cli/study/AnalyzeRequest.h"
-#include "cli/study/Answer.h"
-#include "cli/study/Slices.h"
-#include "cli/system/InterruptGuard.h"
+#include "cli/picture/curvesOf.h"
+#include "cli/study/Warnings.h"
 #include "cli/system/OutputFile.h"
-#include "cli/system/Progress.h"
+#include "cli/system/Rasterizer.h"
 #include "cli/words/Failure.h"
-
-#include "host/ColumnRecordIter.h"
-#include "host/FunctionListener.h"
+#include "cli/words/VisibleText.h"
+#include "version.h"
 #include "vexrocproc/ROCStatusCodes.h"
-#include "vexrocproc/RocAlgorithm.h"
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <deque>
 #include <memory>
 #include <optional>
@@ -26,200 +27,171 @@ namespace vexroc {
 
 namespace {
 
-using ROCALG_920::ROCSetting;
-using ROCALG_920::RocAlgorithm;
-using VexCommon_920::CancelFlag;
-using VexCommon_920::FunctionListener;
-using VexCommon_920::VexStatus;
-
-/// Runs the analysis, with progress where it is to be shown.
-VexStatus buildModel(RocAlgorithm& algorithm, const HostData& data, CancelFlag& cancel, const Session& session)
+std::string statusLine(const Warning& failure)
 {
-    std::optional<AnalysisProgress> line;
-    std::optional<FunctionListener> listener;
-    if (session.progress.stream != nullptr) {
-        line.emplace(session.progress, data.columns.front().size());
-        listener.emplace([&line](VexCommon_920::ProgressReport& report) { line->show(report); });
-        algorithm.SetProgressListener(&*listener);
+    return "status " + std::to_string(failure.code) + " " + failure.name + ": " + failure.sentence;
+}
+
+/// The table of an analysis. With all tests asked for, it says which they are.
+DataTable readAnalysisTable(AnalyzeTask& task, const Surroundings& surroundings)
+{
+    Question& question = task.question;
+    const std::vector<ColumnRequest> requests = question.columns();
+    DataTable table =
+        readTable(task.input, surroundings, requests, task.allTests ? OtherColumns::numeric : OtherColumns::skipped);
+    if (task.allTests)
+        for (const DataColumn& column : table.columns)
+            if (std::ranges::find(requests, column.request) == requests.end())
+                question.tests.push_back(column.request.name);
+    if (question.tests.empty())
+        throw analysisError(statusLine(failureInWords(ROCALG_920::statusCode::noTestVar)));
+    return table;
+}
+
+Analysis analyze(const AnalyzeTask& task, DataTable table, AnalysisWatch& watch)
+{
+    Analysis analysis{.question = task.question,
+                      .values = {},
+                      .missing = 0,
+                      .bestTable = task.bestTable,
+                      .notesBefore = task.notesBefore,
+                      .notesAfter = task.notesAfter};
+    if (task.question.by.empty()) {
+        analysis.values.push_back({"", study(table, task.question, watch.watch())});
+    } else {
+        StudyByValue byValue = studyByValue(std::move(table), task.question, watch.watch());
+        analysis.values = std::move(byValue.values);
+        analysis.missing = byValue.missing;
     }
-    algorithm.SetCancelPtr(&cancel);
-    VexCommon_920::ColumnRecordIter records({data.columns.begin(), data.columns.end()});
-    const VexStatus status = algorithm.BuildModel(records);
-    algorithm.SetProgressListener(nullptr);
-    return status;
+    watch.endProgress();
+    return analysis;
 }
 
-void requireNotCancelled(bool requested)
+std::vector<DrawnCurve> curvesOf(const Analysis& analysis)
 {
-    if (requested)
-        throw cancelled();
+    std::vector<DrawnCurve> curves;
+    for (const auto& [value, results] : analysis.values) {
+        const std::string& by = analysis.question.by;
+        addDrawnCurves(results, by.empty() ? "" : visible(by) + " = " + visible(value) + ": ", curves);
+    }
+    return curves;
 }
 
-/// One analysis of all rows of the table.
-Answer analyzeRows(const AnalyzeOptions& options, AnalyzeRequest request, DataTable table, CancelFlag& cancel,
-                   const Session& session)
-{
-    HostData data = makeHostData(std::move(table), request.roles);
-    ROCSetting setting = settingFor(options, request, data);
-    RocAlgorithm algorithm(setting, data.variables);
-    const VexStatus status = buildModel(algorithm, data, cancel, session);
-    requireNotCancelled(status.GetErrorCode() == ROCALG_920::statusCode::cancelled);
-    return answerOf(options, request, data, algorithm, status);
-}
-
-Answer analyzeByValue(const AnalyzeOptions& options, const AnalyzeRequest& request, DataTable table, CancelFlag& cancel,
-                      const Session& session)
-{
-    const Slices slices(std::move(table), options.by);
-    ValueAnswers answers(options.by);
-    for (std::size_t value = 0; value < slices.values().size(); ++value)
-        answers.add(slices.values()[value], analyzeRows(options, request, slices.slice(value), cancel, session));
-    return answers.take(slices.missing());
-}
-
-/// Turns an answer into texts and files.
-class Delivery {
+/// Turns an analysis into texts and files.
+class AnalysisFiles {
 public:
-    Delivery(const AnalyzeOptions& options, const AnalyzeRequest& request, const Answer& answer)
-        : options_(options), request_(request), answer_(answer)
+    AnalysisFiles(const AnalyzeTask& task, const Analysis& analysis, const std::optional<Rasterizer>& rasterizer)
+        : task_(task), analysis_(analysis), rasterizer_(rasterizer), document_(analysisDocument(analysis))
     {
+        if (!task.plotFile.empty() || !task.reportFile.empty()) {
+            curves_ = curvesOf(analysis);
+            notDrawn_ = prepareForDrawing(curves_);
+            if (!notDrawn_.empty())
+                document_.notes.push_back(notDrawn_);
+        }
     }
 
     /// What the program says; without a result, why.
     [[nodiscard]] Report report() const
     {
-        Report report;
-        report.notes = answer_.notes;
-        for (const Warning& warning : answer_.warnings)
-            report.warnings.push_back(warning.line());
-        if (answer_.failure)
-            report.error = "status " + std::to_string(answer_.failure->code) + " " + answer_.failure->name + ": "
-                + answer_.failure->sentence;
-        else if (options_.display)
-            report.text = answer_.display;
-        else
-            report.text = textOf(findings(request_.question.format, answer_.tables), answer_.notes, answer_.warnings);
+        Report report = reportOf(task_, document_);
+        report.file.clear(); // written with the other files, or not at all
+        if (const std::optional<Warning> failure = analysis_.failure())
+            report.error = statusLine(*failure);
         return report;
     }
 
     /// All files, the report's text among them if it goes to one; or, where one cannot be written or the run is
     /// cancelled meanwhile, none.
-    void writeFiles(Report& report, const std::optional<Plot>& plot, const Session& session, CancelFlag& cancel) const
+    void write(Report& report, const Surroundings& surroundings, AnalysisWatch& watch) const
     {
         std::deque<std::string> texts; // a file may refer to its text until it is in place
         std::vector<std::unique_ptr<OutputFile>> files;
         const auto stage = [&](const std::string& path, auto makeText) {
             if (path.empty())
                 return;
-            requireNotCancelled(cancel.IsCancelRequested());
+            watch.requireNotCancelled();
             texts.push_back(makeText());
             files.push_back(std::make_unique<OutputFile>(path, texts.back()));
         };
-        stage(options_.curveFile, [&] { return answer_.curve->str(); });
-        stage(options_.prCurveFile, [&] { return answer_.precisionRecall->str(); });
-        stage(options_.plotFile, [&] { return plot->draw(drawing(), cancel); });
-        stage(options_.reportFile, [&] { return page(session); });
-        stage(request_.question.output, [&] { return std::exchange(report.text, ""); });
-        requireNotCancelled(cancel.IsCancelRequested());
+        stage(task_.curveFile, [&] { return csvOf(curvePoints(analysis_)); });
+        stage(task_.precisionRecallFile, [&] { return csvOf(precisionRecallPoints(analysis_)); });
+        stage(task_.plotFile, [&] { return rasterizer_->convert(svgPicture(drawing())); });
+        stage(task_.reportFile, [&] { return page(surroundings); });
+        stage(task_.output, [&] { return std::exchange(report.text, ""); });
+        watch.requireNotCancelled();
         for (const auto& file : files)
             file->commit();
     }
 
 private:
-    [[nodiscard]] Findings findings(OutputFormat format, const std::vector<Findings::Part>& tables) const
+    static std::string csvOf(const Table& table)
     {
-        return {.format = format,
-                .command = "analyze",
-                .heading = request_.heading(options_),
-                .question = request_.facts(options_),
-                .tables = tables};
+        std::string text;
+        writeCsv(table, text);
+        return text;
     }
 
     [[nodiscard]] Drawing drawing() const
     {
-        Drawing drawing{.curves = answer_.curves,
-                        .level = request_.level,
-                        .question = request_.question.heading(),
+        Drawing drawing{.curves = curves_,
+                        .level = task_.question.level,
+                        .question = questionHeading(task_.question),
                         .notes = {"Dot: maximum Kolmogorov-Smirnov distance, the largest Youden index"}};
-        if (const std::string note = thinningNote(answer_.curves); !note.empty())
+        if (const std::string note = thinningNote(curves_); !note.empty())
             drawing.notes.push_back("Thinned: " + note);
-        if (!answer_.notDrawn.empty())
-            drawing.notes.push_back("Limited: " + answer_.notDrawn);
+        if (!notDrawn_.empty())
+            drawing.notes.push_back("Limited: " + notDrawn_);
         return drawing;
     }
 
-    [[nodiscard]] std::string page(const Session& session) const
+    [[nodiscard]] std::string page(const Surroundings& surroundings) const
     {
-        Findings found = findings(OutputFormat::html, answer_.pageTables);
-        found.heading.insert(found.heading.begin() + 1,
-                             "Data: " + request_.question.input.name() + "; " + std::to_string(answer_.positive)
-                                 + " positive and " + std::to_string(answer_.negative) + " negative cases");
-        const Drawing drawn = drawing();
-        return ReportPage{.command = session.command,
-                          .findings = found,
-                          .drawing = drawn,
-                          .notes = answer_.notes,
-                          .warnings = answer_.warnings}
+        std::vector<std::string> heading = document_.heading;
+        heading.insert(heading.begin() + 1,
+                       "Data: " + task_.input.name() + "; " + std::to_string(analysis_.positive()) + " positive and "
+                           + std::to_string(analysis_.negative()) + " negative cases");
+        std::string tables;
+        for (const Document::Part& part : document_.parts)
+            writeHtml(part.table, part.title, tables);
+        std::vector<std::string> warnings;
+        for (const Warning& warning : document_.warnings)
+            warnings.push_back(warning.line());
+        return ReportPage{.command = surroundings.command,
+                          .version = programVersion,
+                          .heading = heading,
+                          .drawing = drawing(),
+                          .tables = tables,
+                          .warnings = warnings,
+                          .notes = document_.notes}
             .html();
     }
 
-    const AnalyzeOptions& options_;
-    const AnalyzeRequest& request_;
-    const Answer& answer_;
+    const AnalyzeTask& task_;
+    const Analysis& analysis_;
+    const std::optional<Rasterizer>& rasterizer_;
+    Document document_;
+    std::vector<DrawnCurve> curves_; ///< ready for pictures, of all values together
+    std::string notDrawn_;           ///< which curves were left out of them
 };
 
-Report runAnalyze(const AnalyzeOptions& options, const Session& session)
+Report runAnalyze(const AnalyzeOptions& options, const Surroundings& surroundings)
 {
-    AnalyzeRequest request = parseRequest(options);
-    std::optional<Plot> plot;
-    if (!options.plotFile.empty())
-        plot.emplace(options.plotFile);
-    if (!options.reportFile.empty())
-        ReportPage::requirePossible(options.reportFile);
+    AnalyzeTask task = parseAnalyzeTask(options);
+    std::optional<Rasterizer> rasterizer;
+    if (!task.plotFile.empty())
+        rasterizer.emplace("--plot", task.plotFile);
+    if (!task.reportFile.empty())
+        ReportPage::requirePossible(task.reportFile);
     // Nothing is there to tidy up while the data are read: until then, an interrupt just ends the program.
-    DataTable table = readData(options, request, session);
-    CancelFlag cancel;
-    const InterruptGuard guard(cancel, session);
-    Answer answer = options.by.empty() ? analyzeRows(options, request, std::move(table), cancel, session)
-                                       : analyzeByValue(options, request, std::move(table), cancel, session);
-    answer.prepareForDrawing();
-    const Delivery delivery(options, request, answer);
-    Report report = delivery.report();
-    if (!answer.failure)
-        delivery.writeFiles(report, plot, session, cancel);
+    DataTable table = readAnalysisTable(task, surroundings);
+    AnalysisWatch watch(surroundings, table.rows);
+    const Analysis analysis = analyze(task, std::move(table), watch);
+    const AnalysisFiles files(task, analysis, rasterizer);
+    Report report = files.report();
+    if (report.error.empty())
+        files.write(report, surroundings, watch);
     return report;
-}
-
-void addGroupOptions(CLI::App& command, AnalyzeOptions& options)
-{
-    command
-        .add_option("--group", options.group,
-                    "Column that splits the cases in two groups; needs no more when it "
-                    "holds two values")
-        ->type_name("COLUMN");
-    command.add_option("--select", options.select, "The two values of the group column, in this order")
-        ->type_name("VALUE,VALUE");
-    command.add_option("--cut", options.cut, "Groups below this value of the group column, and from it on")
-        ->type_name("VALUE");
-    command.add_flag("--mid-point", options.midPoint, "Groups below and from the middle of the group column's range");
-}
-
-void addOutputOptions(CLI::App& command, AnalyzeOptions& options)
-{
-    command.add_flag("--pr", options.pr, "Precision-recall curves");
-    command.add_flag("--keilwagen", options.keilwagen,
-                     "Interpolate them along false positives (Keilwagen) instead of true positives (Davis, Goadrich)");
-    command.add_flag("--no-curve", options.noCurve, "Areas only, without the points of the ROC curves");
-    command.add_flag("--display", options.display, "Print the component's own text instead of tables");
-    command.add_flag("--best", options.best, "The cut-offs with the largest Youden index, with all ties");
-    command.add_option("--plot", options.plotFile, "Draw the curves into this file: .svg, .pdf or .png; needs gnuplot")
-        ->type_name("FILE");
-    command.add_option("--report", options.reportFile, "Write a page to explore the curves, with all tables")
-        ->type_name("FILE.html");
-    command.add_option("--curve", options.curveFile, "Write the points of the ROC curves to this file, as CSV")
-        ->type_name("FILE");
-    command.add_option("--pr-curve", options.prCurveFile, "Write the points of the precision-recall curves, as CSV")
-        ->type_name("FILE");
 }
 
 } // namespace
@@ -227,26 +199,8 @@ void addOutputOptions(CLI::App& command, AnalyzeOptions& options)
 Action addAnalyze(CLI::App& command)
 {
     const auto options = std::make_shared<AnalyzeOptions>();
-    addStudyOptions(command, options->study);
-    command.get_option("--test")->description("Test variables; or the word all: every column of numbers without "
-                                              "another part");
-    addGroupOptions(command, *options);
-    command
-        .add_option("--weight", options->weight,
-                    "Column with the number of cases that a row stands for; changes "
-                    "the weighted counts only")
-        ->type_name("COLUMN");
-    command.add_option("--by", options->by, "One analysis per value of this column, in ascending order")
-        ->type_name("COLUMN");
-    addChoice(command, "--compare", options->compare, {"paired", "independent"},
-              "paired: all tests on the same cases; independent: each test between the groups");
-    addLevelOption(command, options->level);
-    addBiNegativeOption(command, options->biNegative);
-    addOutputOptions(command, *options);
-    command.footer("Example: vexroc analyze data.csv --state diagnosis=malignant --test all --compare paired\n"
-                   "         vexroc analyze data.csv --state disease=1 --test marker --group age --cut 50 --compare "
-                   "independent");
-    return [options](const Session& session) { return runAnalyze(*options, session); };
+    addAnalyzeOptions(command, *options);
+    return [options](const Surroundings& surroundings) { return runAnalyze(*options, surroundings); };
 }
 
 } // namespace vexroc

@@ -1,5 +1,5 @@
 #include "cli/commands/Commands.h"
-#include "cli/commands/Options.h"
+#include "cli/commands/QuestionOptions.h"
 #include "cli/input/ColumnSurvey.h"
 #include "cli/words/VisibleText.h"
 
@@ -32,33 +32,33 @@ const char* kindOf(const ColumnFacts& facts)
     return facts.hasNumbers() ? "numbers" : "empty";
 }
 
-Report runColumns(const ColumnsOptions& options, const Session& session)
+Report runColumns(const ColumnsOptions& options, const Surroundings& surroundings)
 {
-    const OutputFormat format = parseFormat(options.format);
+    const DocumentForm form = parseForm(options.format);
     ColumnSurvey survey;
     const Input input = parseInput(options.input);
-    readInput(input, session, survey);
+    readInput(input, surroundings, survey);
 
-    Report report;
-    Table table(format, columns);
+    Document document{.command = "columns",
+                      .heading = {"Columns of " + survey.source()},
+                      .question = {{"input", survey.source()}},
+                      .parts = {},
+                      .notes = {},
+                      .warnings = {}};
+    Table table(columns);
     for (const ColumnFacts& facts : survey.finish()) {
         const std::string more = std::string(">").append(std::to_string(facts.distinct()));
         const Table::Value distinct = facts.hasMore() ? Table::Value(more) : double(facts.distinct());
         table.addRow({facts.name(), kindOf(facts), double(survey.rows()), double(facts.missing()), distinct,
                       facts.smallest(), facts.largest()});
         if (facts.hasOtherDecimals() && input.kind == Input::Kind::delimited)
-            report.notes.push_back(inQuotes(facts.name())
-                                   + " holds numbers with the other decimal sign; read them with "
-                                   + (input.form.decimal == ',' ? "--decimal point" : "--decimal comma"));
+            document.notes.push_back(inQuotes(facts.name())
+                                     + " holds numbers with the other decimal sign; read them with "
+                                     + (input.form.decimal == ',' ? "--decimal point" : "--decimal comma"));
     }
-    const Findings findings{.format = format,
-                            .command = "columns",
-                            .heading = {"Columns of " + survey.source()},
-                            .question = {{"input", survey.source()}},
-                            .tables = {{"columns", "", std::move(table)}}};
-    report.text = textOf(findings, report.notes);
-    report.file = options.output;
-    return report;
+    document.parts.push_back({"columns", "", std::move(table)});
+    return {
+        .text = spelled(document, form), .file = options.output, .notes = document.notes, .warnings = {}, .error = {}};
 }
 
 } // namespace
@@ -70,7 +70,7 @@ Action addColumns(CLI::App& command)
     addFormatOption(command, options->format);
     addOutputOption(command, options->output);
     command.footer("Example: vexroc columns data.csv");
-    return [options](const Session& session) { return runColumns(*options, session); };
+    return [options](const Surroundings& surroundings) { return runColumns(*options, surroundings); };
 }
 
 } // namespace vexroc

@@ -1,9 +1,10 @@
 #pragma once
 
-#include "cli/output/Report.h"
-#include "cli/system/Session.h"
+#include "cli/commands/Report.h"
+#include "cli/system/Surroundings.h"
 
 #include <functional>
+#include <span>
 
 namespace CLI {
 class App;
@@ -12,7 +13,7 @@ class App;
 namespace vexroc {
 
 /// Runs a subcommand whose arguments are parsed. Throws Failure.
-using Action = std::function<Report(const Session& session)>;
+using Action = std::function<Report(const Surroundings& surroundings)>;
 
 // Each adds its options to its part of the command line and returns what to run with them.
 Action addAnalyze(CLI::App& command);
@@ -21,5 +22,15 @@ Action addColumns(CLI::App& command);
 Action addCompare(CLI::App& command);
 Action addCurve(CLI::App& command);
 Action addPr(CLI::App& command);
+
+/// A row of the table of commands.
+struct Command {
+    const char* name;
+    const char* summary; ///< one line for the help
+    Action (*add)(CLI::App& command);
+};
+
+/// All commands, in the order in which help shows them.
+std::span<const Command> commands();
 
 } // namespace vexroc

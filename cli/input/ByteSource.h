@@ -1,8 +1,6 @@
 #pragma once
 
-#include <cstdio>
-#include <iosfwd>
-#include <memory>
+#include <cstddef>
 #include <optional>
 #include <span>
 #include <string>
@@ -27,8 +25,5 @@ public:
 private:
     std::string name_;
 };
-
-/// The named file, or standardInput for "-". Throws an input error for a file that cannot be opened.
-std::unique_ptr<ByteSource> openSource(const std::string& file, std::istream& standardInput);
 
 } // namespace vexroc

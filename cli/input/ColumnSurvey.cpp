@@ -3,6 +3,7 @@
 #include "cli/words/Numbers.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace vexroc {
 
@@ -52,13 +53,15 @@ void ColumnFacts::settle()
     texts_ = {};
 }
 
-std::vector<bool> ColumnSurvey::begin(const InputHeader& header)
+std::vector<std::size_t> ColumnSurvey::begin(const InputHeader& header)
 {
     source_ = header.source;
     decimal_ = header.decimal;
     for (const std::string& name : header.columns)
         columns_.emplace_back(name);
-    return std::vector<bool>(columns_.size(), true);
+    std::vector<std::size_t> all(columns_.size());
+    std::iota(all.begin(), all.end(), std::size_t{0});
+    return all;
 }
 
 bool ColumnSurvey::take(std::size_t column, const Cell& cell)

@@ -60,19 +60,16 @@ private:
 /// Looks at all columns of an input and keeps nothing of it but the facts.
 class ColumnSurvey final : public RowSink {
 public:
-    std::vector<bool> begin(const InputHeader& header) override;
+    std::vector<std::size_t> begin(const InputHeader& header) override;
     bool take(std::size_t column, const Cell& cell) override;
 
     [[nodiscard]] const std::string& source() const noexcept { return source_; }
-    [[nodiscard]] std::size_t rows() const noexcept { return rows_; }
     /// Once all rows are taken.
     const std::vector<ColumnFacts>& finish();
 
 private:
-    void finishRow() override { ++rows_; }
     std::string source_;
     char decimal_ = '.';
-    std::size_t rows_ = 0;
     std::vector<ColumnFacts> columns_;
 };
 

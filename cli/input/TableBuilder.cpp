@@ -74,7 +74,7 @@ TableBuilder::TableBuilder(std::span<const ColumnRequest> requests, OtherColumns
             fillers_.emplace_back(request, true);
 }
 
-std::vector<bool> TableBuilder::begin(const InputHeader& header)
+std::vector<std::size_t> TableBuilder::begin(const InputHeader& header)
 {
     header_ = header;
     for (std::size_t column = 0; column < header_.columns.size(); ++column)
@@ -88,9 +88,10 @@ std::vector<bool> TableBuilder::begin(const InputHeader& header)
                 &fillers_.emplace_back(ColumnRequest{header_.columns[column], ColumnKind::numbers}, false));
     for (ColumnFiller& filler : fillers_)
         filler.setDecimal(header.decimal);
-    std::vector<bool> wanted;
-    for (const auto& fillers : fillersOf_)
-        wanted.push_back(!fillers.empty());
+    std::vector<std::size_t> wanted;
+    for (std::size_t column = 0; column < fillersOf_.size(); ++column)
+        if (!fillersOf_[column].empty())
+            wanted.push_back(column);
     return wanted;
 }
 
@@ -102,16 +103,16 @@ bool TableBuilder::take(std::size_t column, const Cell& cell)
     return fits;
 }
 
-void TableBuilder::finishRow()
+void TableBuilder::endRow()
 {
-    if (rows_ == static_cast<std::size_t>(std::numeric_limits<int>::max()))
-        throw inputError(header_.source + ": more than " + std::to_string(rows_) + " rows of data; split the data");
-    ++rows_;
+    if (rows() == static_cast<std::size_t>(std::numeric_limits<int>::max()))
+        throw inputError(header_.source + ": more than " + std::to_string(rows()) + " rows of data; split the data");
+    RowSink::endRow();
 }
 
 DataTable TableBuilder::finish()
 {
-    DataTable table{.source = header_.source, .columns = {}, .rows = rows_};
+    DataTable table{.source = header_.source, .columns = {}, .rows = rows()};
     for (ColumnFiller& filler : fillers_) {
         if (!filler.isKept())
             continue;

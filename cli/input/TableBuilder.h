@@ -58,14 +58,14 @@ class TableBuilder final : public RowSink {
 public:
     TableBuilder(std::span<const ColumnRequest> requests, OtherColumns others);
 
-    std::vector<bool> begin(const InputHeader& header) override;
+    std::vector<std::size_t> begin(const InputHeader& header) override;
     bool take(std::size_t column, const Cell& cell) override;
+    void endRow() override;
 
     /// The columns, once all rows are taken.
     DataTable finish();
 
 private:
-    void finishRow() override;
     /// Where a name stands in the header, first, and how often.
     struct Place {
         std::size_t position;
@@ -79,7 +79,6 @@ private:
     std::unordered_map<std::string_view, Place> places_; ///< of the header's names; there may be tens of thousands
     std::deque<ColumnFiller> fillers_;                   ///< a deque: fillersOf_ points into it
     std::vector<std::vector<ColumnFiller*>> fillersOf_;  ///< parallel to the header's columns
-    std::size_t rows_ = 0;
 };
 
 } // namespace vexroc

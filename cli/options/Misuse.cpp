@@ -1,171 +1,86 @@
 #include "cli/options/Misuse.h"
 
-#include "cli/options/Outline.h"
+#include "cli/options/Offer.h"
 #include "cli/words/Lists.h"
 #include "cli/words/NearWords.h"
 #include "cli/words/VisibleText.h"
 
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
-#include <filesystem>
-#include <iterator>
 #include <string>
-#include <system_error>
 #include <vector>
 
 namespace vexroc {
 
 namespace {
 
-bool has(const CommandOutline& command, const std::string& option)
+/// The command that was called; the program where none was.
+const CLI::App& calledPart(const CLI::App& program)
 {
-    const auto same = [&](const OptionOutline& each) { return !each.isPositional && "--" + each.name == option; };
-    return std::ranges::any_of(command.options, same);
+    const std::vector<CLI::App*> called = program.get_subcommands();
+    return called.empty() ? program : *called.front();
 }
 
-std::string needsValue(const CLI::Option& option)
+/// Which commands have an option; where none has it, the nearest options of the one that was called.
+std::string whereOrWhat(const CLI::App& program, const std::string& option)
 {
-    return option.get_name() + " needs a value: " + option.get_name() + " " + option.get_type_name();
+    std::vector<std::string> holders = commandNames(program);
+    std::erase_if(holders, [&](const std::string& name) { return !hasOption(*program.get_subcommand(name), option); });
+    if (!holders.empty())
+        return "; " + listed(holders, holders.size()) + (holders.size() == 1 ? " has it" : " have it");
+    std::vector<std::string> known = optionNames(calledPart(program));
+    for (std::string& name : optionNames(program))
+        known.push_back(std::move(name));
+    for (std::string& name : known)
+        name.insert(0, "--");
+    return didYouMean(option, known);
 }
 
-/// The program, and the command that was called.
-std::vector<const CLI::App*> partsOf(const CLI::App& program)
+std::string noCommand(const CLI::App& program, std::string_view word)
 {
-    std::vector<const CLI::App*> parts{&program};
-    for (const CLI::App* const command : program.get_subcommands())
-        parts.push_back(command);
-    return parts;
+    const std::vector<std::string> names = commandNames(program);
+    return "no command " + inQuotes(word) + didYouMean(word, names) + "; the commands are "
+        + listed(names, names.size());
 }
 
-class Explanation {
-public:
-    Explanation(const CLI::App& program, const CLI::ParseError& error)
-        : program_(program), outline_(outlineOfProgram(program)), error_(error)
-    {
-        const std::vector<CLI::App*> called = program.get_subcommands();
-        command_ = called.empty() ? nullptr : called.front();
-    }
-
-    [[nodiscard]] Failure failure() const
-    {
-        // A misspelt option first: what it leaves missing is only its consequence.
-        if (const std::vector<std::string> rest = program_.remaining(true); !rest.empty())
-            return unexpected(rest.front());
-        if (command_ == nullptr)
-            return usageError("no command: name one of " + commands() + helpHint());
-        if (dynamic_cast<const CLI::FileError*>(&error_) != nullptr)
-            return unreadable(program_.get_option("--config")->as<std::string>());
-        for (const CLI::App* const part : partsOf(program_))
-            for (const CLI::Option* const option : part->get_options())
-                if (const std::string fault = faultOf(*option); !fault.empty())
-                    return usageError(fault + helpHint());
-        return usageError(std::string(error_.what()) + helpHint());
-    }
-
-private:
-    [[nodiscard]] Failure unexpected(const std::string& argument) const
-    {
-        if (!argument.starts_with('-'))
-            return usageError("unexpected argument " + inQuotes(argument) + helpHint());
-        const std::string option = argument.substr(0, argument.find('='));
-        const CommandOutline command = command_ == nullptr ? CommandOutline{} : outlineOf(*command_);
-        if (has(command, option) || has(outline_.common, option))
-            return usageError(inQuotes(option)
-                              + " stands behind --, where nothing is an option; put -- behind the "
-                                "options"
-                              + helpHint());
-        return usageError("no option " + inQuotes(argument) + elsewhere(option, command) + helpHint());
-    }
-
-    /// Where the option is, or what may have been meant.
-    [[nodiscard]] std::string elsewhere(const std::string& option, const CommandOutline& command) const
-    {
-        std::vector<std::string> holders;
-        for (const CommandOutline& each : outline_.commands)
-            if (has(each, option))
-                holders.push_back(each.name);
-        if (!holders.empty())
-            return (command_ == nullptr ? " without a command" : " in " + command.name) + "; "
-                + listed(holders, holders.size()) + (holders.size() == 1 ? " has it" : " have it");
-        std::vector<std::string> known;
-        for (const CommandOutline* const each : {&command, &outline_.common})
-            for (const OptionOutline& named : each->named())
-                known.push_back("--" + named.name);
-        return didYouMean(option, known);
-    }
-
-    /// What is wrong with the use of one option; empty when the error is not about it.
-    [[nodiscard]] std::string faultOf(const CLI::Option& option) const
-    {
-        const std::string name = option.get_name();
-        const bool isFlag = option.get_expected_max() == 0;
-        const std::size_t most = static_cast<std::size_t>(option.get_items_expected_max());
-        if (!isFlag && option.count() > most)
-            return name + " is given " + std::to_string(option.count()) + " times; give it once";
-        if (!std::string_view(error_.what()).starts_with(name + ": ") && !isAbout(name))
-            return "";
-        if (isFlag)
-            return name + " takes no value: it is given, or left out (a file may say true or false)";
-        if (dynamic_cast<const CLI::ArgumentMismatch*>(&error_) != nullptr)
-            return needsValue(option);
-        return "";
-    }
-
-    /// Does the parser name the option somewhere in its text?
-    [[nodiscard]] bool isAbout(const std::string& name) const
-    {
-        const bool isConversion = dynamic_cast<const CLI::ConversionError*>(&error_) != nullptr;
-        return isConversion && std::string_view(error_.what()).find(name) != std::string_view::npos;
-    }
-
-    static Failure unreadable(const std::string& path)
-    {
-        std::error_code ignored;
-        const int reason = std::filesystem::is_directory(path, ignored) ? EISDIR
-            : access(path.c_str(), R_OK) != 0                           ? errno
-                                                                        : EIO;
-        return inputError("cannot read the --config file " + visible(path) + ": "
-                          + std::generic_category().message(reason));
-    }
-
-    [[nodiscard]] std::string commands() const
-    {
-        std::vector<std::string> names;
-        std::ranges::transform(outline_.commands, std::back_inserter(names), &CommandOutline::name);
-        return listed(names, names.size());
-    }
-
-    [[nodiscard]] std::string helpHint() const
-    {
-        return "; see vexroc " + (command_ == nullptr ? "" : command_->get_name() + " ") + "--help";
-    }
-
-    const CLI::App& program_;
-    ProgramOutline outline_;
-    const CLI::ParseError& error_;
-    const CLI::App* command_;
-};
+std::string unexpected(const CLI::App& program, const std::string& argument)
+{
+    const CLI::App& called = calledPart(program);
+    const bool hasCommand = &called != &program;
+    if (!argument.starts_with('-'))
+        return hasCommand ? "unexpected argument " + inQuotes(argument) : noCommand(program, argument);
+    const std::string option = argument.substr(0, argument.find('='));
+    if (hasOption(called, option) || hasOption(program, option))
+        return inQuotes(option) + " stands behind --, where nothing is an option; put -- behind the options";
+    return "no option " + inQuotes(argument) + (hasCommand ? " in " + called.get_name() : "")
+        + whereOrWhat(program, option);
+}
 
 } // namespace
 
-void requireValues(const CLI::App& program)
+void requireCommandName(const CLI::App& program, std::string_view firstArgument)
 {
-    const ProgramOutline outline = outlineOfProgram(program);
-    const std::vector<CLI::App*> called = program.get_subcommands();
-    const CommandOutline command = called.empty() ? CommandOutline{} : outlineOf(*called.front());
-    for (const CLI::App* const part : partsOf(program))
-        for (const CLI::Option* const option : part->get_options())
-            for (const std::string& value : option->results()) {
-                if (value.empty())
-                    throw usageError(option->get_name()
-                                     + ": the value is empty; leave out the option, or give it a value");
-                if (has(command, value) || has(outline.common, value))
-                    throw usageError(needsValue(*option) + "; the option " + value + " follows");
-            }
+    const std::vector<std::string> names = commandNames(program);
+    if (!firstArgument.starts_with('-') && std::ranges::find(names, firstArgument) == names.end())
+        throw usageError(noCommand(program, firstArgument));
 }
 
-Failure misuse(const CLI::App& program, const CLI::ParseError& error) { return Explanation(program, error).failure(); }
+Failure misuse(const CLI::App& program, const CLI::ParseError& error)
+{
+    const CLI::App& called = calledPart(program);
+    const bool hasCommand = &called != &program;
+    const std::string hint = "; see vexroc " + (hasCommand ? called.get_name() + " " : "") + "--help";
+    // A misspelt option first: what it leaves missing is only its consequence.
+    if (const std::vector<std::string> rest = program.remaining(true); !rest.empty())
+        return usageError(unexpected(program, rest.front()) + hint);
+    if (!hasCommand) {
+        const std::vector<std::string> names = commandNames(program);
+        return usageError("no command: name one of " + listed(names, names.size()) + hint);
+    }
+    if (dynamic_cast<const CLI::FileError*>(&error) != nullptr)
+        return inputError("cannot read the --config file " + visible(program.get_option("--config")->as<std::string>())
+                          + ": no such file, or none that may be read");
+    const bool isVisible = dynamic_cast<const CLI::ValidationError*>(&error) != nullptr; // in words of this program
+    return usageError((isVisible ? error.what() : visible(error.what())) + hint);
+}
 
 } // namespace vexroc

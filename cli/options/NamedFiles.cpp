@@ -1,7 +1,6 @@
 #include "cli/options/NamedFiles.h"
 
-#include "cli/options/Outline.h"
-#include "cli/system/OutputFile.h"
+#include "cli/options/Offer.h"
 #include "cli/words/Failure.h"
 #include "cli/words/VisibleText.h"
 
@@ -9,9 +8,12 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
+#include <array>
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -41,6 +43,19 @@ struct NamedFile {
     std::string path;
     std::optional<std::string> identity;
 };
+
+/// What a command does with the file that an option names.
+enum class FileUse { none, read, written };
+
+/// An option whose value stands as FILE names a file to write, unless it is one of those that read.
+FileUse fileUseOf(const CLI::Option& option)
+{
+    constexpr std::array<std::string_view, 3> reading{"FILE", "sqlite", "config"};
+    if (std::ranges::find(reading, nameOf(option)) != reading.end())
+        return FileUse::read;
+    const bool namesFile = option.get_expected_max() > 0 && option.get_type_name().starts_with("FILE");
+    return namesFile ? FileUse::written : FileUse::none;
+}
 
 /// The files that the options of one use name.
 std::vector<NamedFile> filesOf(const CLI::App& app, FileUse use)
@@ -76,7 +91,7 @@ void requireNotRead(const NamedFile& written, const std::vector<NamedFile>& file
 
 } // namespace
 
-void requireSoundFiles(const CLI::App& command)
+std::vector<std::string> soundFilesToWrite(const CLI::App& command)
 {
     const std::vector<NamedFile> written = writtenBy(command);
     const std::vector<NamedFile> inputs = filesOf(command, FileUse::read);
@@ -88,8 +103,10 @@ void requireSoundFiles(const CLI::App& command)
             if (isSame(written[i], written[j]))
                 throw usageError(written[j].option + " and " + written[i].option + " name the same file");
     }
+    std::vector<std::string> paths;
     for (const NamedFile& file : written)
-        OutputFile::requirePlace(file.path);
+        paths.push_back(file.path);
+    return paths;
 }
 
 } // namespace vexroc

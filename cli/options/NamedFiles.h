@@ -1,15 +1,17 @@
 #pragma once
 
+#include <string>
+#include <vector>
+
 namespace CLI {
 class App;
 }
 
 namespace vexroc {
 
-/// Looks at the files that the options of a called command name, before any is opened.
+/// The files that the options of a called command name for output; looks at them before any is opened.
 ///
-/// Throws a usage error where a file to be written is also read, or written by another option, however it is spelled;
-/// an output error where a file certainly cannot be written.
-void requireSoundFiles(const CLI::App& command);
+/// Throws a usage error where one is also read, or written by another option, however it is spelled.
+std::vector<std::string> soundFilesToWrite(const CLI::App& command);
 
 } // namespace vexroc

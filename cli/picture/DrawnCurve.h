@@ -1,9 +1,5 @@
 #pragma once
 
-#include "cli/picture/Thinning.h"
-#include "host/VexVarList.h"
-#include "vexrocproc/ROCOutputs.h"
-
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -16,13 +12,9 @@ struct CutOffPoint {
     double cutOff;
     double sensitivity;
     double specificity;
-    int truePositive;
-    int falsePositive;
+    long long truePositive;
+    long long falsePositive;
 };
-
-/// The cut-offs at which Youden's index is the Kolmogorov-Smirnov maximum that the record reports, ascending; ties as
-/// the component decides them. Empty without a curve.
-std::vector<CutOffPoint> bestCutOffs(const ROCALG_920::ROCOutBase& record);
 
 /// One point of a precision-recall curve.
 struct PrecisionRecallPoint {
@@ -30,20 +22,26 @@ struct PrecisionRecallPoint {
     double recall;
     std::optional<CutOffPoint> measured; ///< none: interpolated
 };
-/// All points of a record, in the order of the curve.
-std::vector<PrecisionRecallPoint> precisionRecallOf(const ROCALG_920::ROCOutBase& record);
+
+/// Where the sensitivities lie, with the confidence of the picture, at one specificity.
+struct BandPoint {
+    double specificity;
+    double lower;
+    double upper;
+};
 
 /// One curve as pictures show it: few enough points to draw.
 struct DrawnCurve {
     std::string name;   ///< visible text: the test, and its group when there is one
     std::string legend; ///< the name as a legend shows it; filled by prepareForDrawing
-    int positive;
-    int negative;
+    long long positive;
+    long long negative;
     double area;
-    double lower;
+    double lower; ///< NaN: the area has no interval
     double upper;
     std::vector<CutOffPoint> roc;
     std::optional<CutOffPoint> best; ///< the Kolmogorov-Smirnov maximum
+    std::vector<BandPoint> band;     ///< in the order of the specificities; may be empty
     std::vector<PrecisionRecallPoint> precisionRecall;
     std::size_t rocPoints; ///< before thinning
     std::size_t precisionRecallPoints;
@@ -51,11 +49,8 @@ struct DrawnCurve {
     /// "0.9375 [0.9170, 0.9580]"
     [[nodiscard]] std::string areaText() const;
     [[nodiscard]] std::string cutOffText() const; ///< of the best point
-    [[nodiscard]] double prevalence() const { return double(positive) / (double(positive) + negative); }
+    [[nodiscard]] double prevalence() const { return double(positive) / double(positive + negative); }
 };
-
-/// The curves of all records; a record without an area has none. A test that was named twice is drawn once.
-std::vector<DrawnCurve> drawnCurves(const ROCALG_920::ROCOutputs& results, const VexXML_920::VexVarList& variables);
 
 /// More curves than these nobody tells apart.
 constexpr std::size_t mostDrawnCurves = 100;
@@ -75,11 +70,8 @@ struct Drawing {
     std::vector<std::string> notes;
 
     [[nodiscard]] bool hasPrecisionRecall() const;
-    /// "area [95 % confidence interval]"
-    [[nodiscard]] std::string areaHeading() const;
+    /// A heading, then a row per curve: its name, area and cut-off, and beside precision-recall curves its prevalence.
+    [[nodiscard]] std::vector<std::vector<std::string>> legend() const;
 };
-
-/// The heading of the cut-offs in legends.
-constexpr const char* cutOffHeading = "cut-off at the dot";
 
 } // namespace vexroc

@@ -1,88 +1,83 @@
 #include "cli/picture/ReportPage.h"
 
-#include "cli/output/Json.h"
-#include "cli/picture/PanelLabels.h"
-#include "cli/picture/pagePieces.h"
+#include "cli/picture/Panels.h"
+#include "cli/picture/markup.h"
 #include "cli/words/Failure.h"
 #include "cli/words/Letters.h"
 #include "cli/words/VisibleText.h"
-#include "version.h"
+#include "picture/pageParts.h"
 
-#include <nlohmann/json.hpp>
-
-#include <cmath>
+#include <array>
+#include <charconv>
 
 namespace vexroc {
 
 namespace {
 
-using nlohmann::ordered_json;
+using markup::pixels;
 
-std::string cutOffText(double cutOff) { return std::isnan(cutOff) ? "" : readable(cutOff, CellRole::measure); }
-
-/// [false positives, true positives, cut-off]: the page makes the rest of them.
-ordered_json pointData(const CutOffPoint& point)
+/// A source of the content policy: bytes given in hexadecimal digits, spelled in base 64.
+std::string sourceOf(const PagePart& part)
 {
-    return {point.falsePositive, point.truePositive, cutOffText(point.cutOff)};
-}
-
-ordered_json curveData(const DrawnCurve& curve)
-{
-    ordered_json data{{"name", curve.name},
-                      {"legend", curve.legend},
-                      {"area", curve.areaText()},
-                      {"cutOff", curve.cutOffText()},
-                      {"prevalence", readable(curve.prevalence(), CellRole::statistic)},
-                      {"positive", curve.positive},
-                      {"negative", curve.negative},
-                      {"roc", ordered_json::array()},
-                      {"best", nullptr},
-                      {"precisionRecall", ordered_json::array()}};
-    for (const CutOffPoint& point : curve.roc)
-        data["roc"].push_back(pointData(point));
-    if (curve.best)
-        data["best"] = pointData(*curve.best);
-    for (const auto& [precision, recall, measured] : curve.precisionRecall) {
-        if (std::isnan(precision))
-            continue;
-        ordered_json point{recall, precision};
-        if (measured)
-            point.push_back(pointData(*measured));
-        data["precisionRecall"].push_back(std::move(point));
+    constexpr std::string_view digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::string base64;
+    for (std::size_t i = 0; i < part.hash.size(); i += 6) { // three bytes are four digits
+        std::string bytes(part.hash.substr(i, 6));
+        const std::size_t padding = (6 - bytes.size()) / 2;
+        bytes.append(2 * padding, '0');
+        unsigned group = 0;
+        std::from_chars(bytes.data(), bytes.data() + bytes.size(), group, 16);
+        for (int shift = 18; shift >= 0; shift -= 6)
+            base64 += digits[group >> shift & 63];
+        base64.replace(base64.size() - padding, padding, padding, '=');
     }
-    return data;
+    return "'sha256-" + base64 + "'";
 }
 
-ordered_json index(const std::optional<std::size_t>& curve)
+std::string head()
 {
-    return curve ? ordered_json(*curve) : ordered_json(nullptr);
+    return "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
+           "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; script-src "
+        + sourceOf(pageScript) + "; style-src " + sourceOf(pageStyle)
+        + "; base-uri 'none'; form-action 'none'\">\n<meta name=\"viewport\" content=\"width=device-width\">\n"
+          "<title>ROC analysis</title>\n<style>"
+        + std::string(pageStyle.text) + "</style>\n</head>\n<body>\n<main>\n";
 }
 
-ordered_json labelData(const std::vector<PanelLabel>& labels)
+std::string figures(const Drawing& drawing)
 {
-    ordered_json data = ordered_json::array();
-    for (const PanelLabel& label : labels)
-        data.push_back({{"text", label.text},
-                        {"x", label.x},
-                        {"y", label.y},
-                        {"width", label.width},
-                        {"curve", index(label.curve)}});
-    return data;
+    constexpr double edge = 8; // of a panel, that a page needs not
+    std::string html = "<div id=\"curves\">\n";
+    for (const Panel& panel : panelsOf(drawing, PanelUse::explored))
+        html += "<svg viewBox=\"" + pixels(edge) + " 0 " + pixels(panelWidth - 2 * edge) + " " + pixels(panelHeight)
+            + "\" role=\"img\" aria-label=\"" + std::string(panel.title) + ": " + std::string(panel.y) + " against "
+            + std::string(panel.x) + ", one line per curve of the legend; the tables below tell the numbers\">\n"
+            + panel.svg + "</svg>\n";
+    return html + "</div>\n";
 }
 
-/// All that the script of the page draws.
-ordered_json pageData(const Drawing& drawing)
+std::string legendRow(std::size_t curve, const std::vector<std::string>& cells)
 {
-    ordered_json curves = ordered_json::array();
-    for (const DrawnCurve& curve : drawing.curves)
-        curves.push_back(curveData(curve));
-    const std::vector<PrevalenceLine> lines = prevalenceLines(drawing.curves);
-    ordered_json prevalences = ordered_json::array();
-    for (const auto& [prevalence, curve] : lines)
-        prevalences.push_back({{"y", prevalence}, {"curve", index(curve)}});
-    return {{"curves", std::move(curves)},           {"areaHeading", drawing.areaHeading()},
-            {"cutOffHeading", cutOffHeading},        {"cutOffLabels", labelData(cutOffLabels(drawing.curves))},
-            {"prevalences", std::move(prevalences)}, {"prevalenceLabels", labelData(prevalenceLabels(lines))}};
+    std::string html = "<tr><th scope=\"row\" class=\"name\"><svg width=\"60\" height=\"12\" aria-hidden=\"true\"><g "
+        + markup::colourOf(curve) + "><path d=\"M1 6H59\" stroke=\"currentColor\" stroke-width=\"2.5\""
+        + markup::dashesOf(curve) + "/></g></svg><bdi>" + htmlText(cells.front()) + "</bdi></th>";
+    for (std::size_t i = 1; i < cells.size(); ++i)
+        html += "<td>" + htmlText(cells[i]) + "</td>";
+    return html + "</tr>\n";
+}
+
+std::string legend(const Drawing& drawing)
+{
+    if (drawing.curves.empty())
+        return "";
+    const std::vector<std::vector<std::string>> rows = drawing.legend();
+    std::string html = "<div class=\"wide\"><table id=\"legend\">\n<caption>Legend</caption>\n<thead><tr>";
+    for (std::size_t i = 0; i < rows.front().size(); ++i)
+        html += (i == 0 ? "<th scope=\"col\" class=\"name\">" : "<th scope=\"col\">") + htmlText(rows[0][i]) + "</th>";
+    html += "</tr></thead>\n<tbody>\n";
+    for (std::size_t c = 0; c < drawing.curves.size(); ++c)
+        html += legendRow(c, rows[c + 1]);
+    return html + "</tbody>\n</table></div>\n";
 }
 
 std::string list(const char* title, const std::vector<std::string>& lines)
@@ -99,24 +94,17 @@ std::string list(const char* title, const std::vector<std::string>& lines)
 
 std::string ReportPage::html() const
 {
-    std::string page(pagePieces.beforeContents);
-    page += "<h1>" + htmlText(findings.heading.front()) + "</h1>\n";
-    for (std::size_t i = 1; i < findings.heading.size(); ++i)
-        page += "<p>" + htmlText(findings.heading[i]) + "</p>\n";
-    page += "<div id=\"curves\"></div>\n<div id=\"legend\"></div>\n";
+    std::string page = head() + "<h1>" + htmlText(heading.front()) + "</h1>\n";
+    for (std::size_t i = 1; i < heading.size(); ++i)
+        page += "<p>" + htmlText(heading[i]) + "</p>\n";
+    page += figures(drawing) + legend(drawing);
     for (const std::string& note : drawing.notes)
         page += "<p class=\"note\">" + htmlText(note) + ".</p>\n";
-    for (const Findings::Part& part : findings.tables)
-        part.table.writeHtml(part.title, page);
-    std::vector<std::string> warningLines;
-    for (const Warning& warning : warnings)
-        warningLines.push_back(warning.line());
-    page += list("Warnings", warningLines) + list("Notes", notes);
-    page += "<h2>How this page was made</h2>\n<pre>" + htmlText(command) + "</pre>\n<p>vexroc "
-        + htmlText(programVersion) + "</p>\n";
-    page += pagePieces.beforeData;
-    page += json::insidePage(json::dump(pageData(drawing)));
-    return page.append(pagePieces.afterData);
+    page += tables;
+    page += list("Warnings", warnings) + list("Notes", notes) + "<h2>How this page was made</h2>\n<pre>"
+        + htmlText(command) + "</pre>\n<p>vexroc " + htmlText(version) + "</p>\n</main>\n"
+        + "<div id=\"tip\" role=\"status\" hidden></div>\n<script>";
+    return page.append(pageScript.text) + "</script>\n</body>\n</html>\n";
 }
 
 void ReportPage::requirePossible(const std::string& file)
@@ -125,9 +113,6 @@ void ReportPage::requirePossible(const std::string& file)
         throw usageError("--report " + inQuotes(file)
                          + ": expected a name that ends in .html or .htm; --plot makes "
                            "pictures, --output keeps the tables");
-    if (pagePieces.afterData.empty())
-        throw outputError("--report: this program was built without the libraries of the page; install npm and build "
-                          "it again, or use --plot");
 }
 
 } // namespace vexroc

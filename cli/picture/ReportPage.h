@@ -1,6 +1,5 @@
 #pragma once
 
-#include "cli/output/Report.h"
 #include "cli/picture/DrawnCurve.h"
 
 #include <string>
@@ -9,19 +8,21 @@
 
 namespace vexroc {
 
-/// A self-contained page: the curves to explore, the tables, the notes and the command that made it. It opens offline
-/// and its content policy lets nothing in from outside.
+/// A self-contained page: the curves to explore, the tables, the notes and the command that made it. It opens offline,
+/// tells everything without its script too, and its content policy lets nothing in from outside. All texts are visible
+/// text.
 struct ReportPage {
-    std::string_view command; ///< as typed in a shell
-    const Findings& findings; ///< its tables are in OutputFormat::html
+    std::string_view command;                ///< as typed in a shell
+    std::string_view version;                ///< of the program
+    const std::vector<std::string>& heading; ///< its first line is the title
     const Drawing& drawing;
+    std::string_view tables; ///< as HTML
+    const std::vector<std::string>& warnings;
     const std::vector<std::string>& notes;
-    const std::vector<Warning>& warnings;
 
     [[nodiscard]] std::string html() const;
 
-    /// To be asked before a long run: throws a usage error for a file whose name is not that of a page, an output error
-    /// when this program was built without the libraries of the page.
+    /// To be asked before a long run: throws a usage error for a file whose name is not that of a page.
     static void requirePossible(const std::string& file);
 };
 

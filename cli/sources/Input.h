@@ -4,29 +4,12 @@
 #include "cli/input/TableBuilder.h"
 #include "cli/study/DataTable.h"
 #include "cli/study/RowSink.h"
-#include "cli/system/Session.h"
+#include "cli/system/Surroundings.h"
 
 #include <span>
 #include <string>
 
-namespace CLI {
-class App;
-}
-
 namespace vexroc {
-
-/// The options that name the data, as typed.
-struct InputOptions {
-    std::string file;
-    std::string delimiter;
-    std::string decimal = "point";
-    std::string sqlite;
-    std::string postgres;
-    std::string table;
-    std::string query;
-};
-
-void addInputOptions(CLI::App& command, InputOptions& options);
 
 /// Where the data are.
 struct Input {
@@ -41,13 +24,10 @@ struct Input {
     [[nodiscard]] std::string name() const;
 };
 
-/// Throws a usage error when the options name no data, or data twice.
-Input parseInput(const InputOptions& options);
-
 /// Reads all rows into the sink and tells the progress of it. Throws an input error that names the input and the place in it.
-void readInput(const Input& input, const Session& session, RowSink& sink);
+void readInput(const Input& input, const Surroundings& surroundings, RowSink& sink);
 /// Reads the requested columns.
-DataTable readTable(const Input& input, const Session& session, std::span<const ColumnRequest> requests,
+DataTable readTable(const Input& input, const Surroundings& surroundings, std::span<const ColumnRequest> requests,
                     OtherColumns others = OtherColumns::skipped);
 
 } // namespace vexroc

@@ -1,311 +1,194 @@
 #include "cli/sources/PostgresReader.h"
 
-#include "cli/sources/BinaryCopy.h"
-#include "cli/system/InterruptGuard.h"
-#include "cli/words/Failure.h"
-#include "cli/words/Letters.h"
+#include "cli/input/DelimitedReader.h"
+#include "cli/sources/PostgresServer.h"
+#include "cli/sources/WatchedSource.h"
+#include "cli/words/Numbers.h"
 #include "cli/words/VisibleText.h"
 
-#include <libpq-fe.h>
-#include <poll.h>
-
 #include <algorithm>
-#include <array>
-#include <memory>
-#include <new>
-#include <optional>
-#include <span>
+#include <limits>
 #include <string_view>
+#include <vector>
 
 namespace vexroc {
 
 namespace {
 
-using Type = BinaryCopy::Type;
+/// What a column's cells are, by the number of its type in the system catalogue: these numbers never change.
+enum class CellType { whole, decimal, real, boolean, text };
 
-constexpr const char* whereAPasswordGoes = "put the password into ~/.pgpass, the variable PGPASSWORD or a service file";
+CellType cellTypeOf(unsigned int type) noexcept
+{
+    switch (type) {
+    case 16: return CellType::boolean;
+    case 20: // int8
+    case 21: // int2
+    case 23: // int4
+        return CellType::whole;
+    case 700: // float4
+    case 701: // float8
+        return CellType::real;
+    case 1700: return CellType::decimal;
+    }
+    return CellType::text;
+}
 
-struct FreeResult {
-    void operator()(PGresult* result) const noexcept { PQclear(result); }
+/// The cell as a source with types holds it. An empty text is NULL, or a text that is missing as well.
+Cell typedCell(CellType type, std::string_view text)
+{
+    if (text.empty())
+        return {};
+    const bool isInfinity = type == CellType::decimal && text.ends_with("Infinity");
+    if (type == CellType::real || isInfinity)
+        return parseNumber(text).value_or(std::numeric_limits<double>::quiet_NaN());
+    if (type == CellType::boolean)
+        return text == "t";
+    return text;
+}
+
+/// A column that is fetched: its place among those of the query, and what it holds.
+struct FetchedColumn {
+    std::size_t position;
+    CellType cells;
+    std::string name;
+    std::string typeName; ///< as the server spells it
 };
-using Result = std::unique_ptr<PGresult, FreeResult>;
 
-/// A message of the library in one line.
-std::string oneLine(std::string_view message)
-{
-    std::string line;
-    for (const char c : trimmed(message)) {
-        const bool blank = c == '\n' || c == '\t' || c == ' ';
-        if (!blank)
-            line += c;
-        else if (!line.ends_with(' '))
-            line += ' ';
-    }
-    return visible(trimmed(line));
-}
-
-/// What went wrong, in the server's words where it has some.
-std::string messageOf(const PGresult* result, PGconn* connection)
-{
-    const char* const primary = PQresultErrorField(result, PG_DIAG_MESSAGE_PRIMARY);
-    if (!primary)
-        return oneLine(PQerrorMessage(connection));
-    const char* const hint = PQresultErrorField(result, PG_DIAG_MESSAGE_HINT);
-    return oneLine(primary) + (hint ? "; " + oneLine(hint) : "");
-}
-
-/// An open connection, and the wait for its answers, which an interrupt ends.
-class Server {
+/// Gives cells their types again on their way from the server's text into a sink.
+class TypedRows final : public RowSink {
 public:
-    Server(const std::string& connection, const Session& session)
+    TypedRows(const std::string& source, const std::vector<FetchedColumn>& columns, RowSink& sink)
+        : source_(source), columns_(columns), sink_(sink)
     {
-        const std::array<const char*, 4> keywords{"dbname", "client_encoding", "fallback_application_name", nullptr};
-        const std::array<const char*, 4> values{connection.c_str(), "UTF8", "vexroc", nullptr};
-        constexpr int dbnameMayBeAConnection = 1;
-        connection_.reset(PQconnectdbParams(keywords.data(), values.data(), dbnameMayBeAConnection));
-        if (!connection_)
-            throw std::bad_alloc();
-        if (PQstatus(get()) != CONNECTION_OK)
-            throw inputError("cannot connect to PostgreSQL: " + oneLine(PQerrorMessage(get()))
-                             + (PQconnectionNeedsPassword(get()) ? std::string("; ") + whereAPasswordGoes : ""));
-        PQsetNoticeProcessor(
-            get(), [](void*, const char*) {}, nullptr);
-        name_ = "PostgreSQL database " + visible(PQdb(get()));
-        guard_.emplace(cancel_, session);
     }
 
-    [[nodiscard]] const std::string& name() const noexcept { return name_; }
-    [[nodiscard]] Failure fault(const std::string& what) const { return inputError(name_ + ": " + what); }
-
-    Result execute(const std::string& sql) { return answer(PQsendQuery(get(), sql.c_str())); }
-    /// The columns of a query: one statement, not run.
-    Result describe(const std::string& query)
+    std::vector<std::size_t> begin(const InputHeader&) override
     {
-        answer(PQsendPrepare(get(), "", query.c_str(), 0, nullptr));
-        return answer(PQsendDescribePrepared(get(), ""));
+        std::vector<std::size_t> wanted;
+        for (std::size_t column = 0; column < columns_.size(); ++column)
+            wanted.push_back(column);
+        return wanted;
     }
-
-    /// Begins a COPY to us.
-    void beginCopy(const std::string& sql)
+    bool take(std::size_t index, const Cell& cell) override
     {
-        if (PQresultStatus(execute(sql).get()) != PGRES_COPY_OUT)
-            throw fault("the query cannot be copied");
+        const FetchedColumn& column = columns_[index];
+        const Cell typed = typedCell(column.cells, std::get<std::string_view>(cell));
+        if (!sink_.take(column.position, typed))
+            throw inputError(badCellMessage(source_ + ", row " + std::to_string(rows() + 1), column.name, textOf(typed),
+                                            "its type is " + visible(column.typeName)
+                                                + ": give a query that makes it a number, or NULL"));
+        return true;
     }
-    /// The next part of the copy; empty behind the last.
-    std::string_view nextPart()
+    void endRow() override
     {
-        constexpr int doNotWait = 1;
-        for (;;) {
-            requireNotCancelled();
-            char* data = nullptr;
-            const int length = PQgetCopyData(get(), &data, doNotWait);
-            part_.reset(data);
-            if (length > 0)
-                return {data, static_cast<std::size_t>(length)};
-            if (length < 0) {
-                finishCopy();
-                return {};
-            }
-            wait();
-        }
+        RowSink::endRow();
+        sink_.endRow();
     }
 
 private:
-    [[nodiscard]] PGconn* get() const noexcept { return connection_.get(); }
+    const std::string& source_;
+    const std::vector<FetchedColumn>& columns_;
+    RowSink& sink_;
+};
 
-    /// The last result of a command that was sent, or the fault that it ended with.
-    Result answer(int sent)
+/// The text of a COPY that has begun.
+class CopySource final : public ByteSource {
+public:
+    explicit CopySource(PostgresServer& server) : ByteSource(server.name()), server_(server) {}
+
+    std::size_t read(std::span<char> block) override
     {
-        if (sent == 0)
-            throw fault(oneLine(PQerrorMessage(get())));
-        Result last;
-        while (Result next = nextResult()) {
-            const ExecStatusType status = PQresultStatus(next.get());
-            if (status == PGRES_FATAL_ERROR || status == PGRES_BAD_RESPONSE)
-                throw fault(messageOf(next.get(), get()));
-            last = std::move(next);
-            if (status == PGRES_COPY_OUT)
+        std::size_t length = 0;
+        while (length < block.size()) {
+            if (part_.empty() && !nextPart())
                 break;
+            const std::size_t copied = part_.copy(block.data() + length, block.size() - length);
+            part_.remove_prefix(copied);
+            length += copied;
         }
-        return last;
-    }
-
-    Result nextResult()
-    {
-        while (PQisBusy(get()))
-            wait();
-        return Result(PQgetResult(get()));
-    }
-
-    void finishCopy()
-    {
-        answer(1);
-        if (PQstatus(get()) != CONNECTION_OK)
-            throw fault(oneLine(PQerrorMessage(get())));
-    }
-
-    void wait()
-    {
-        requireNotCancelled();
-        constexpr int patience = 100; // milliseconds, for an interrupt just before the call
-        pollfd socket{.fd = PQsocket(get()), .events = POLLIN, .revents = 0};
-        poll(&socket, 1, patience);
-        if (PQconsumeInput(get()) == 0)
-            throw fault(oneLine(PQerrorMessage(get())));
-    }
-
-    void requireNotCancelled()
-    {
-        if (!cancel_.IsCancelRequested())
-            return;
-        struct Free {
-            void operator()(PGcancel* cancel) const noexcept { PQfreeCancel(cancel); }
-        };
-        std::array<char, 256> message{};
-        if (const std::unique_ptr<PGcancel, Free> request{PQgetCancel(get())})
-            PQcancel(request.get(), message.data(), static_cast<int>(message.size()));
-        throw Failure(exitCancelled, "cancelled; nothing was written");
-    }
-
-    struct Finish {
-        void operator()(PGconn* connection) const noexcept { PQfinish(connection); }
-    };
-    struct FreeMemory {
-        void operator()(char* memory) const noexcept { PQfreemem(memory); }
-    };
-    std::unique_ptr<PGconn, Finish> connection_;
-    std::unique_ptr<char, FreeMemory> part_;
-    std::string name_;
-    VexCommon_920::CancelFlag cancel_;
-    std::optional<InterruptGuard> guard_;
-};
-
-/// The columns of the query and how they are fetched.
-class Columns {
-public:
-    Columns(Server& server, const Result& description)
-    {
-        const int count = PQnfields(description.get());
-        for (int column = 0; column < count; ++column) {
-            names_.emplace_back(PQfname(description.get(), column));
-            types_.push_back(PQftype(description.get(), column));
-        }
-        if (names_.empty())
-            throw server.fault("--query takes a statement that returns rows and changes nothing, such as SELECT");
-    }
-
-    [[nodiscard]] const std::vector<std::string>& names() const noexcept { return names_; }
-    [[nodiscard]] Type transfer(std::size_t column) const noexcept { return BinaryCopy::typeOf(types_[column]); }
-
-    /// The columns by position: a query may give them any names, also the same twice.
-    [[nodiscard]] std::string copyCommand(const std::string& query, const std::vector<std::size_t>& wanted) const
-    {
-        const auto name = [](std::size_t column) { return std::string("c").append(std::to_string(column)); };
-        std::string all;
-        for (std::size_t column = 0; column < names_.size(); ++column)
-            all.append(all.empty() ? "" : ", ").append(name(column));
-        std::string some;
-        for (const std::size_t column : wanted)
-            some.append(some.empty() ? "" : ", ")
-                .append(name(column))
-                .append(transfer(column) == Type::text ? "::text" : "");
-        const std::size_t end = query.find_last_not_of("; \t\r\n");
-        return "COPY (SELECT " + some + " FROM (\n" + query.substr(0, end + 1) + "\n) AS query(" + all
-            + ")) TO STDOUT (FORMAT binary)";
-    }
-
-    /// The names of the types as the server spells them.
-    [[nodiscard]] std::vector<std::string> typeNames(Server& server) const
-    {
-        std::string list;
-        for (const Oid type : types_)
-            list.append(list.empty() ? "" : ", ").append(std::to_string(type));
-        const Result names =
-            server.execute("SELECT pg_catalog.format_type(type, NULL) FROM pg_catalog.unnest(ARRAY[" + list
-                           + "]::pg_catalog.oid[]) WITH ORDINALITY AS t(type, place) "
-                             "ORDER BY place");
-        std::vector<std::string> texts;
-        for (int row = 0; row < PQntuples(names.get()); ++row)
-            texts.emplace_back(PQgetvalue(names.get(), row, 0));
-        texts.resize(types_.size());
-        return texts;
+        return length;
     }
 
 private:
-    std::vector<std::string> names_;
-    std::vector<Oid> types_;
+    bool nextPart()
+    {
+        if (!ended_)
+            part_ = server_.nextPart();
+        ended_ = part_.empty();
+        if (ended_ && lines_ == 1)
+            throw server_.fault("the query returns no rows");
+        ++lines_;
+        return !ended_;
+    }
+
+    PostgresServer& server_;
+    std::string_view part_;
+    std::size_t lines_ = 0; ///< with that of the header
+    bool ended_ = false;
 };
 
-std::string faultyCell(const std::string& source, std::size_t row, const std::string& column, const std::string& type,
-                       const Cell& cell)
+/// Asks for the columns by position: a query may give them any names, also the same twice.
+std::string copyCommand(const std::string& query, std::size_t columnCount, const std::vector<FetchedColumn>& fetched)
 {
-    return badCellMessage(source + ", row " + std::to_string(row), column, textOf(cell),
-                          "its type is " + visible(type) + ": give a query that makes it a number, or NULL");
+    const auto join = [](std::string& list, const std::string& item) { list += (list.empty() ? "" : ", ") + item; };
+    const auto name = [](std::size_t position) { return std::string("c").append(std::to_string(position)); };
+    std::string all;
+    for (std::size_t position = 0; position < columnCount; ++position)
+        join(all, name(position));
+    std::string selected;
+    std::string quoted; // quotes keep the blanks at a text's ends
+    for (const FetchedColumn& column : fetched) {
+        const std::string c = name(column.position);
+        const bool isText = column.cells == CellType::text;
+        join(selected, c + (isText ? "::text AS " + c : column.cells == CellType::real ? "::float8 AS " + c : ""));
+        if (isText)
+            join(quoted, c);
+    }
+    if (fetched.size() == 1)
+        selected += ", 0"; // a row that is but one NULL would be a blank line
+    const std::size_t end = query.find_last_not_of("; \t\r\n");
+    return "COPY (SELECT " + selected + " FROM (\n" + query.substr(0, end + 1) + "\n) AS query(" + all
+        + ")) TO STDOUT (FORMAT csv, HEADER" + (quoted.empty() ? "" : ", FORCE_QUOTE (" + quoted + ")") + ")";
 }
 
-/// Every row of the copy into the sink; how many there were.
-std::size_t copyRows(Server& server, const Columns& columns, const std::vector<std::size_t>& wanted,
-                     const std::vector<std::string>& typeNames, RowSink& sink)
+std::vector<FetchedColumn> fetchedColumns(PostgresServer& server, const std::vector<PostgresServer::Column>& columns,
+                                          RowSink& sink)
 {
-    std::vector<Type> types;
-    for (const std::size_t column : wanted)
-        types.push_back(columns.transfer(column));
-    std::size_t rows = 0;
-    BinaryCopy copy(types, [&](std::span<const Cell> cells) {
-        ++rows;
-        for (std::size_t i = 0; i < wanted.size(); ++i)
-            if (const std::size_t column = wanted[i]; !sink.take(column, cells[i]))
-                throw inputError(faultyCell(server.name(), rows, columns.names()[column], typeNames[column], cells[i]));
-        sink.endRow();
-    });
-    for (std::string_view part = server.nextPart(); !part.empty(); part = server.nextPart())
-        if (!copy.feed(part))
-            throw server.fault("the server sends rows that are not understood");
-    if (!copy.isComplete())
-        throw server.fault("the rows end too early");
-    return rows;
+    if (columns.empty())
+        throw server.fault("--query takes a statement that returns rows and changes nothing, such as SELECT");
+    InputHeader header{
+        .source = server.name(), .columns = {}, .place = server.name(), .collection = "the query", .hint = ""};
+    std::string types;
+    for (const PostgresServer::Column& column : columns) {
+        header.columns.push_back(column.name);
+        types += (types.empty() ? "" : ", ") + std::to_string(column.type);
+    }
+    const std::vector<std::size_t> wanted = sink.begin(header);
+    const std::vector<std::string> names =
+        server.texts("SELECT pg_catalog.format_type(type, NULL) FROM pg_catalog.unnest(ARRAY[" + types
+                     + "]::pg_catalog.oid[]) WITH ORDINALITY AS t(type, place) ORDER BY place");
+    std::vector<FetchedColumn> fetched;
+    for (const std::size_t position : wanted)
+        fetched.push_back({position, cellTypeOf(columns[position].type), columns[position].name, names.at(position)});
+    return fetched;
 }
-
-struct FreeOptions {
-    void operator()(PQconninfoOption* options) const noexcept { PQconninfoFree(options); }
-};
 
 } // namespace
 
-void requireNoPassword(const std::string& connection)
+void readPostgres(const std::string& connection, const std::string& query, const Surroundings& surroundings,
+                  RowSink& sink)
 {
-    const bool isName = connection.find('=') == std::string::npos && connection.find("://") == std::string::npos;
-    if (isName)
-        return;
-    const std::unique_ptr<PQconninfoOption, FreeOptions> options{PQconninfoParse(connection.c_str(), nullptr)};
-    if (!options) // the library's message would quote parts of what may hold a password
-        throw usageError("--postgres: expected the name of a database, key=value pairs such as 'host=db dbname=study', "
-                         "or a URI such as postgresql://db/study");
-    for (const PQconninfoOption* option = options.get(); option->keyword; ++option)
-        if (option->val && std::string_view(option->keyword).ends_with("password"))
-            throw usageError(std::string("--postgres: a command line is no place for a password, which others can "
-                                         "see there: ")
-                             + whereAPasswordGoes);
-}
-
-void readPostgres(const std::string& connection, const std::string& query, const Session& session, RowSink& sink)
-{
-    Server server(connection, session);
-    server.execute("BEGIN TRANSACTION ISOLATION LEVEL REPEATABLE READ READ ONLY");
-    const Columns columns(server, server.describe(query));
-    const std::vector<bool> isWanted = sink.begin({.source = server.name(),
-                                                   .columns = columns.names(),
-                                                   .place = server.name(),
-                                                   .collection = "the query",
-                                                   .hint = ""});
-    std::vector<std::size_t> wanted;
-    for (std::size_t column = 0; column < isWanted.size(); ++column)
-        if (isWanted[column])
-            wanted.push_back(column);
-    const std::vector<std::string> typeNames = columns.typeNames(server);
-    server.beginCopy(columns.copyCommand(query, wanted));
-    if (copyRows(server, columns, wanted, typeNames, sink) == 0)
-        throw server.fault("the query returns no rows");
+    PostgresServer server(connection, surroundings);
+    // Digits that read back as the same number, from servers of any age.
+    server.execute("BEGIN TRANSACTION ISOLATION LEVEL REPEATABLE READ READ ONLY; SET LOCAL extra_float_digits = 3");
+    const std::vector<PostgresServer::Column> columns = server.describe(query);
+    const std::vector<FetchedColumn> fetched = fetchedColumns(server, columns, sink);
+    server.beginCopy(copyCommand(query, columns.size(), fetched));
+    CopySource text(server);
+    WatchedSource watched(text, surroundings.progress, sink);
+    TypedRows rows(server.name(), fetched, sink);
+    readDelimited(watched, {.delimiter = ','}, rows);
 }
 
 } // namespace vexroc

@@ -129,50 +129,52 @@ private:
     bool understood_ = false;
 };
 
-/// Puts the rows of a statement into the sink.
+/// Puts the rows of a statement into the sink, and how far it is on show.
 class Rows {
 public:
-    Rows(const Database& database, Statement& statement, const std::vector<std::string>& names, RowSink& sink)
-        : database_(database), statement_(statement), names_(names), sink_(sink)
+    Rows(const Database& database, const std::vector<std::string>& names, const ProgressDisplay& progress,
+         RowSink& sink)
+        : database_(database), names_(names), sink_(sink),
+          progress_(progress, [] { return std::nullopt; }) // a database does not say before the last row
     {
     }
 
-    /// Result column `positions[i]` is column `columns[i]` of the sink.
-    void read(const std::vector<int>& positions, const std::vector<std::size_t>& columns)
+    /// Result column `positions[i]` is column `columns[i]` of the sink. False when there are no rows.
+    [[nodiscard]] bool read(Statement& statement, const std::vector<int>& positions,
+                            const std::vector<std::size_t>& columns)
     {
-        while (statement_.step()) {
-            ++row_;
+        constexpr std::size_t rowsBetweenLooks = 8192;
+        while (statement.step()) {
             for (std::size_t i = 0; i < columns.size(); ++i)
-                take(positions[i], columns[i]);
+                take(statement.cell(positions[i]), columns[i]);
             sink_.endRow();
+            if (sink_.rows() % rowsBetweenLooks == 0)
+                progress_.tell(sink_.rows());
         }
+        return sink_.rows() > 0;
     }
-    [[nodiscard]] bool none() const noexcept { return row_ == 0; }
 
 private:
-    void take(int position, std::size_t column)
+    void take(const Cell& cell, std::size_t column)
     {
-        const Cell cell = statement_.cell(position);
         if (!sink_.take(column, cell))
             throw inputError(
                 badCellMessage(place(), names_[column], textOf(cell), "give a query that makes it a number, or NULL"));
     }
-    [[nodiscard]] std::string place() const { return database_.name() + ", row " + std::to_string(row_); }
+    [[nodiscard]] std::string place() const { return database_.name() + ", row " + std::to_string(sink_.rows() + 1); }
 
     const Database& database_;
-    Statement& statement_;
     const std::vector<std::string>& names_;
     RowSink& sink_;
-    std::size_t row_ = 0;
+    ReadingProgress progress_;
 };
 
-std::vector<std::size_t> positionsOf(const std::vector<bool>& wanted)
+/// Announces the columns to the sink; which of them it wants.
+std::vector<std::size_t> wantedColumns(const Database& database, const std::vector<std::string>& names,
+                                       const std::string& collection, RowSink& sink)
 {
-    std::vector<std::size_t> positions;
-    for (std::size_t i = 0; i < wanted.size(); ++i)
-        if (wanted[i])
-            positions.push_back(i);
-    return positions;
+    return sink.begin(
+        {.source = database.name(), .columns = names, .place = database.name(), .collection = collection, .hint = ""});
 }
 
 std::vector<std::string> tablesOf(const Database& database)
@@ -220,7 +222,7 @@ void requireOneReadingStatement(const Database& database, const Statement& state
 
 } // namespace
 
-void readSqliteTable(const std::string& file, const std::string& table, RowSink& sink)
+void readSqliteTable(const std::string& file, const std::string& table, const ProgressDisplay& progress, RowSink& sink)
 {
     const Database database(file);
     const std::string from = " FROM " + inIdentifierQuotes(table);
@@ -228,11 +230,7 @@ void readSqliteTable(const std::string& file, const std::string& table, RowSink&
     if (!all.isUnderstood())
         throw unknownTable(database, table, database.message());
     const std::vector<std::string> names = all.columns();
-    const std::vector<std::size_t> columns = positionsOf(sink.begin({.source = database.name(),
-                                                                     .columns = names,
-                                                                     .place = database.name(),
-                                                                     .collection = "table " + inQuotes(table),
-                                                                     .hint = ""}));
+    const std::vector<std::size_t> columns = wantedColumns(database, names, "table " + inQuotes(table), sink);
     std::string list;
     std::vector<int> positions;
     for (const std::size_t column : columns) {
@@ -242,26 +240,18 @@ void readSqliteTable(const std::string& file, const std::string& table, RowSink&
     Statement some(database, "SELECT " + list + from);
     if (!some.isUnderstood())
         throw database.fault(database.message());
-    Rows rows(database, some, names, sink);
-    rows.read(positions, columns);
-    if (rows.none())
+    if (!Rows(database, names, progress, sink).read(some, positions, columns))
         throw database.fault("table " + inQuotes(table) + " has no rows");
 }
 
-void readSqliteQuery(const std::string& file, const std::string& query, RowSink& sink)
+void readSqliteQuery(const std::string& file, const std::string& query, const ProgressDisplay& progress, RowSink& sink)
 {
     const Database database(file);
     Statement statement(database, query);
     requireOneReadingStatement(database, statement);
     const std::vector<std::string> names = statement.columns();
-    const std::vector<std::size_t> columns = positionsOf(sink.begin({.source = database.name(),
-                                                                     .columns = names,
-                                                                     .place = database.name(),
-                                                                     .collection = "the query",
-                                                                     .hint = ""}));
-    Rows rows(database, statement, names, sink);
-    rows.read({columns.begin(), columns.end()}, columns);
-    if (rows.none())
+    const std::vector<std::size_t> columns = wantedColumns(database, names, "the query", sink);
+    if (!Rows(database, names, progress, sink).read(statement, {columns.begin(), columns.end()}, columns))
         throw database.fault("the query returns no rows");
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/study/RowSink.h"
+#include "cli/system/Progress.h"
 
 #include <string>
 
@@ -13,8 +14,8 @@ namespace vexroc {
 // Memory: one row; of a table, only the wanted columns are fetched.
 // Failure: throws an input error that names the database, and row and column as far as they apply.
 
-void readSqliteTable(const std::string& file, const std::string& table, RowSink& sink);
+void readSqliteTable(const std::string& file, const std::string& table, const ProgressDisplay& progress, RowSink& sink);
 /// `query` is one statement that returns rows and changes nothing.
-void readSqliteQuery(const std::string& file, const std::string& query, RowSink& sink);
+void readSqliteQuery(const std::string& file, const std::string& query, const ProgressDisplay& progress, RowSink& sink);
 
 } // namespace vexroc

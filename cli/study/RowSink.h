@@ -1,7 +1,5 @@
 #pragma once
 
-#include "cli/system/Progress.h"
-
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -44,28 +42,17 @@ public:
     RowSink(const RowSink&) = delete;
     RowSink& operator=(const RowSink&) = delete;
 
-    /// Says per column whether its cells are wanted. Throws an input error when a column that is needed is not there.
-    virtual std::vector<bool> begin(const InputHeader& header) = 0;
+    /// The positions of the columns whose cells are wanted, ascending. Throws an input error when a column that is needed
+    /// is not there.
+    virtual std::vector<std::size_t> begin(const InputHeader& header) = 0;
     /// A cell of a wanted column. False when it is neither a number nor missing and has to be: the source, which
     /// knows the place, then ends with an error.
     [[nodiscard]] virtual bool take(std::size_t column, const Cell& cell) = 0;
-    void endRow()
-    {
-        finishRow();
-        if (progress_)
-            progress_->countRow();
-    }
-    /// share: as of ReadingProgress.
-    void beginProgress(const ProgressDisplay& display, ReadingProgress::Share share)
-    {
-        progress_.emplace(display, std::move(share));
-    }
-    void endProgress() { progress_.reset(); }
+    virtual void endRow() { ++rows_; }
+    [[nodiscard]] std::size_t rows() const noexcept { return rows_; }
 
 private:
-    virtual void finishRow() = 0;
-
-    std::optional<ReadingProgress> progress_;
+    std::size_t rows_ = 0;
 };
 
 /// "data.csv, line 2, column 'age': 'x' is neither a number nor missing", and what to do. The decimal sign is one that

@@ -56,11 +56,11 @@ void handleOnce(int signal, void (*handler)(int), struct sigaction& previous)
 
 } // namespace
 
-InterruptGuard::InterruptGuard(VexCommon_920::CancelFlag& flag, const Session& session)
+InterruptGuard::InterruptGuard(VexCommon_920::CancelFlag& flag, const Surroundings& surroundings)
 {
     flagInForce = &flag;
-    isQuiet = session.quiet;
-    hasProgressLine = session.progress.stream != nullptr && session.progress.form == ProgressForm::line;
+    isQuiet = surroundings.quiet;
+    hasProgressLine = surroundings.progress.stream != nullptr;
     for (std::size_t i = 0; i < interrupts.size(); ++i)
         handleOnce(interrupts[i], requestCancel, previous_[i]);
 }

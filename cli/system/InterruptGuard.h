@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cli/system/Session.h"
+#include "cli/system/Surroundings.h"
 
 #include "host/CancelFlag.h"
 
@@ -13,14 +13,14 @@ namespace vexroc {
 constexpr std::array interrupts{SIGINT, SIGTERM, SIGHUP};
 
 /// While it lives, an interrupt (Ctrl-C, or being told to terminate or hang up) requests a cancel through the flag
-/// instead of ending the program, and says so unless the session is quiet; a second one of its kind ends it at once. At
-/// the end, what interrupts did before is restored. An interrupt that was ignored, as in a background job of a shell,
-/// stays ignored.
+/// instead of ending the program, and says so unless the run is quiet; a second one of its kind ends it at once. At the
+/// end, what interrupts did before is restored. An interrupt that was ignored, as in a background job of a shell, stays
+/// ignored.
 ///
 /// At most one at a time, on any thread.
 class InterruptGuard {
 public:
-    InterruptGuard(VexCommon_920::CancelFlag& flag, const Session& session);
+    InterruptGuard(VexCommon_920::CancelFlag& flag, const Surroundings& surroundings);
     ~InterruptGuard();
     InterruptGuard(const InterruptGuard&) = delete;
     InterruptGuard& operator=(const InterruptGuard&) = delete;

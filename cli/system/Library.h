@@ -6,8 +6,8 @@
 
 namespace vexroc {
 
-/// A shared library that is opened when it is first needed, by the name of its interface, such as "libpq.so.5": a run that
-/// needs none of it does not pay for it. Never closed again.
+/// A shared library that is opened when it is first needed, by the name of its interface, such as "libpq.so.5": a run
+/// that needs none of it does not pay for it. Never closed again.
 class Library {
 public:
     /// `package` is what to install when it is not there, `purpose` what it is needed for: both go into the error.
@@ -28,6 +28,17 @@ private:
     void* handle_;
     std::string missing_; ///< what to say of a function that is not there
     Failure (*failure_)(const std::string&);
+};
+
+/// A function of a library, called as it is there: LibraryFunction<decltype(PQclear)> clear{library, "PQclear"}.
+template <class Function>
+class LibraryFunction {
+public:
+    LibraryFunction(const Library& library, const char* name) { library.bind(function_, name); }
+    operator Function*() const noexcept { return function_; }
+
+private:
+    Function* function_ = nullptr;
 };
 
 } // namespace vexroc

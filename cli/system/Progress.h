@@ -1,7 +1,5 @@
 #pragma once
 
-#include "host/ProgressReport.h"
-
 #include <chrono>
 #include <cstddef>
 #include <functional>
@@ -11,22 +9,17 @@
 
 namespace vexroc {
 
-enum class ProgressForm {
-    line, ///< "42 %, 3000000 of 10000000 rows, 1500000 rows/s", over and over on one line of a terminal
-    json, ///< {"phase":"analysis","share":0.42,"rows":3000000,"of":10000000,"rows_per_second":1500000}, a line each
-};
-
 /// Goes to the start of a terminal's line and empties it.
 constexpr const char* wipedLine = "\r\x1b[K";
 
 /// Where, how and when progress is told.
 struct ProgressDisplay {
-    std::ostream* stream = nullptr; ///< null for nowhere
-    ProgressForm form = ProgressForm::line;
+    std::ostream* stream = nullptr;     ///< null for nowhere
     std::chrono::milliseconds after{0}; ///< a phase that takes less tells none
 };
 
-/// Tells how far a phase of a run is, at most ten times a second; a line on a terminal is wiped at the end.
+/// Tells how far a phase of a run is, at most ten times a second, over and over on one line of a terminal, which is
+/// wiped at the end.
 class ProgressTeller {
 public:
     using Clock = std::chrono::steady_clock;
@@ -37,8 +30,7 @@ public:
     ProgressTeller& operator=(const ProgressTeller&) = delete;
 
     [[nodiscard]] bool isDue(Clock::time_point now) const;
-    /// `words` for people, `members` of a JSON object for programs.
-    void tell(Clock::time_point now, const std::string& words, const std::string& members);
+    void tell(Clock::time_point now, const std::string& words);
     [[nodiscard]] double secondsUntil(Clock::time_point now) const;
 
 private:
@@ -47,12 +39,13 @@ private:
     std::optional<Clock::time_point> lastTold_;
 };
 
-/// Progress of an analysis, from the reports of the component.
+/// Progress of an analysis, as the component reports it: "42 %, 3000000 of 10000000 rows, 1500000 rows/s".
 class AnalysisProgress {
 public:
     /// The display has a stream.
     AnalysisProgress(const ProgressDisplay& display, std::size_t rows) : teller_(display), rows_(rows) {}
-    void show(VexCommon_920::ProgressReport& report);
+    /// The share of the work that is done, and the records read so far.
+    void show(double announced, int records);
 
 private:
     ProgressTeller teller_;
@@ -68,19 +61,12 @@ public:
 
     /// Tells nothing when the display has no stream.
     ReadingProgress(const ProgressDisplay& display, Share share);
-    void countRow()
-    {
-        if (++rows_ % rowsBetweenLooks == 0 && teller_)
-            look();
-    }
+    /// So many rows are read. A look at the clock costs more than a row: to be called once in some thousand of them.
+    void tell(std::size_t rows);
 
 private:
-    static constexpr std::size_t rowsBetweenLooks = 8192; // a look at the clock costs more than a row
-    void look();
-
     std::optional<ProgressTeller> teller_;
     Share share_;
-    std::size_t rows_ = 0;
 };
 
 } // namespace vexroc

@@ -22,16 +22,6 @@ bool isIn(const std::array<CodePoints, size>& ranges, char32_t codePoint) noexce
 /// Characters that show nothing themselves, but part or turn around what stands beside them.
 constexpr std::array deceptive{CodePoints{0x200B, 0x200F}, CodePoints{0x2028, 0x202E}, CodePoints{0x2066, 0x2069},
                                CodePoints{0xFEFF, 0xFEFF}};
-/// The large blocks of characters that terminals show two places wide.
-constexpr std::array wide{CodePoints{0x1100, 0x115F},   CodePoints{0x2E80, 0x303E},   CodePoints{0x3041, 0xA4CF},
-                          CodePoints{0xA960, 0xA97C},   CodePoints{0xAC00, 0xD7A3},   CodePoints{0xF900, 0xFAFF},
-                          CodePoints{0xFE30, 0xFE6F},   CodePoints{0xFF01, 0xFF60},   CodePoints{0xFFE0, 0xFFE6},
-                          CodePoints{0x1F300, 0x1F64F}, CodePoints{0x1F680, 0x1F6FF}, CodePoints{0x1F900, 0x1F9FF},
-                          CodePoints{0x20000, 0x3FFFD}};
-constexpr std::array combining{CodePoints{0x0300, 0x036F}, CodePoints{0x1AB0, 0x1AFF}, CodePoints{0x1DC0, 0x1DFF},
-                               CodePoints{0x20D0, 0x20FF}, CodePoints{0x3099, 0x309A}, CodePoints{0xFE00, 0xFE0F},
-                               CodePoints{0xFE20, 0xFE2F}};
-
 /// Of a sequence that is valid UTF-8.
 char32_t codePointOf(std::string_view sequence) noexcept
 {
@@ -178,17 +168,6 @@ Character firstCharacter(std::string_view visibleText) noexcept
 {
     const std::size_t length = std::max<std::size_t>(shownSequence(visibleText), 1);
     return {codePointOf(visibleText.substr(0, length)), length};
-}
-
-std::size_t displayWidth(std::string_view visibleText) noexcept
-{
-    std::size_t width = 0;
-    while (!visibleText.empty()) {
-        const auto [codePoint, length] = firstCharacter(visibleText);
-        width += isIn(wide, codePoint) ? 2 : isIn(combining, codePoint) ? 0 : 1;
-        visibleText.remove_prefix(length);
-    }
-    return width;
 }
 
 } // namespace vexroc

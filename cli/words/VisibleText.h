@@ -32,7 +32,4 @@ struct Character {
 /// The first one; the text is not empty.
 Character firstCharacter(std::string_view visibleText) noexcept;
 
-/// How many places visible text takes in a line of a terminal: two for a wide character, none for a combining one.
-std::size_t displayWidth(std::string_view visibleText) noexcept;
-
 } // namespace vexroc

@@ -93,6 +93,8 @@ public:
     void Display(std::ostream & out, const VexXML_920::VexVarList& varList) const;
 
 private:
+    friend class RunRecord;
+
     [[gnu::visibility("hidden")]] void init(int testVarInd, int groupVarInd, ROCConst_920::Operation op,
                                             double groupValue, ROCStats& stats, bool distributionChanged);
     [[gnu::visibility("hidden")]] void takeCurve(ROCSpace & space);

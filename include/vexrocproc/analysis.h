@@ -11,9 +11,9 @@
  *  - Ownership: the values of columns are not copied; they must stay as they are until the last run has ended. Names
  *    are copied. Texts and arrays that a call hands out belong to the handle and live until its next run or its end.
  *  - Missing values: any NaN in a column is missing. A row without a state, or without the group or weight in use, is
- *    left out and counted (vexroc_analysis_left_out_count); a test value that is missing leaves its row out of that
- *    test, and of every test in a paired comparison, so that positive + negative of a record are fewer. A statistic
- *    that cannot be computed is the quiet NaN with the payload 1954, as in arraycalls.h.
+ *    left out; a test value that is missing leaves its row out of that test, and of every test in a paired comparison,
+ *    so that positive + negative of a record are fewer. vexroc_analysis_rows and vexroc_analysis_missing_test tell how
+ *    many, by reason. A statistic that cannot be computed is the quiet NaN with the payload 1954, as in arraycalls.h.
  *  - Growth: the caller sets struct_size of a result structure to its sizeof; the library fills no more than that,
  *    so that a program goes on working with a later library. New members are added at the end only.
  *  - Threads: one handle is used by one thread at a time; handles share nothing. Callbacks run on the thread that
@@ -29,7 +29,7 @@ extern "C" {
 #pragma GCC visibility push(default)
 
 /** Counts up with every addition to this header; what a program was compiled with. */
-#define VEXROC_ANALYSIS_VERSION 1
+#define VEXROC_ANALYSIS_VERSION 2
 
 /** The same of the library that is loaded. */
 int vexroc_analysis_version(void);
@@ -122,6 +122,37 @@ int vexroc_analysis_comparison_count(const vexroc_analysis* analysis);
 /** Rows that the last run left out, as state, group or weight was missing. */
 int vexroc_analysis_left_out_count(const vexroc_analysis* analysis);
 
+/**
+ * What became of the rows of the last run. Each is counted once: under the first reason that leaves it out, in the order
+ * of the members, or as used. So read is the sum of all members from missing_state to negative.
+ */
+typedef struct vexroc_rows {
+    size_t struct_size;
+    long long read;
+    long long missing_state;
+    long long missing_group;
+    long long missing_weight;
+    long long other_group;     /**< neither group_first nor group_second; 0 in a paired comparison, which uses all cases */
+    long long unusable_weight; /**< rounds to less than one case, or is beyond the range of int */
+    long long incomplete;      /**< a test is missing, in a paired comparison; 0 in others */
+    long long positive;        /**< of the rows used */
+    long long negative;
+    double weighted_positive; /**< sum of their weights, each rounded with halves up; their number without weights */
+    double weighted_negative;
+    long long rounded_weights; /**< of the rows with state, group and weight: the weight is not a whole number */
+} vexroc_rows;
+
+/** Fills the structure, also after a run that ended with an error or was cancelled: all rows are counted before. */
+int vexroc_analysis_rows(const vexroc_analysis* analysis, vexroc_rows* rows);
+
+/**
+ * Rows of the last run that lack only the value of one test: those used or incomplete in the words of vexroc_rows.
+ *
+ * @param column              of a test; VEXROC_INVALID for any other
+ * @param positive, negative  receive the rows of either state; either may be null
+ */
+int vexroc_analysis_missing_test(const vexroc_analysis* analysis, int column, long long* positive, long long* negative);
+
 typedef struct vexroc_warning {
     size_t struct_size;
     const char* name;      /**< such as "WARN_TieExist" */
@@ -182,6 +213,35 @@ int vexroc_analysis_curve(const vexroc_analysis* analysis, int record, double* c
                           double* specificity);
 
 /**
+ * The counts behind the rows of vexroc_analysis_curve. Every case counts once, whatever its weight.
+ *
+ * @param true_positive, false_positive  receive curve_rows numbers of cases each; null leaves a column out
+ */
+int vexroc_analysis_curve_counts(const vexroc_analysis* analysis, int record, long long* true_positive,
+                                 long long* false_positive);
+
+/** A row of a ROC curve, with its four counts. */
+typedef struct vexroc_cut_off {
+    size_t struct_size;
+    double cut_off;
+    double sensitivity;
+    double specificity;
+    long long true_positive; /**< numbers of cases; every case counts once, whatever its weight */
+    long long false_positive;
+    long long true_negative;
+    long long false_negative;
+} vexroc_cut_off;
+
+/**
+ * Number of best cut-offs of a record: those at which Youden's index, sensitivity + specificity - 1, is its ks_maximum,
+ * ties within 1e-14. 0 for a null handle, a record that is not there and one without a ROC curve.
+ */
+int vexroc_analysis_best_cut_off_count(const vexroc_analysis* analysis, int record);
+
+/** One of them, by its index in ascending order. VEXROC_INVALID for an index that is not there. */
+int vexroc_analysis_best_cut_off(const vexroc_analysis* analysis, int record, int index, vexroc_cut_off* cut_off);
+
+/**
  * The precision-recall curve of a record, in the order of ascending cut-offs.
  *
  * @param precision, recall  receive pr_rows doubles each; null leaves a column out
@@ -189,6 +249,14 @@ int vexroc_analysis_curve(const vexroc_analysis* analysis, int record, double* c
  */
 int vexroc_analysis_precision_recall(const vexroc_analysis* analysis, int record, double* precision, double* recall,
                                      unsigned char* interpolated);
+
+/**
+ * Where the points of vexroc_analysis_precision_recall are measured.
+ *
+ * @param curve_rows  receives pr_rows indices: the row of the ROC curve whose cut-off it is; -1 for an interpolated
+ *                    point, and for every point of a record without a ROC curve. Null is ignored.
+ */
+int vexroc_analysis_precision_recall_rows(const vexroc_analysis* analysis, int record, int* curve_rows);
 
 #pragma GCC visibility pop
 #ifdef __cplusplus

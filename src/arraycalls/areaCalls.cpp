@@ -1,6 +1,6 @@
 #include "arraycalls/arrayInput.h"
 #include "arraycalls/results.h"
-#include "stats/Inference.h"
+#include "inference/TestAndInterval.h"
 #include "stats/ROCIndependentStats.h"
 #include "vexrocproc/arraycalls.h"
 #include "vexrocproc/optionwords.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "space/DefaultArithmetic.h"
+#include "numeric/DefaultArithmetic.h"
 #include "space/ROCSpace.h"
 
 #include <limits>

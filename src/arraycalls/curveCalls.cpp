@@ -1,5 +1,6 @@
 #include "arraycalls/arrayInput.h"
-#include "space/CurveSweep.h"
+#include "inference/OperatingPoint.h"
+#include "inference/PrecisionRecallSweep.h"
 #include "vexrocproc/arraycalls.h"
 #include "vexrocproc/optionwords.h"
 
@@ -25,13 +26,11 @@ roccurve_res rocCurve(const ArrayInput& input, const char* include, const char* 
     const std::size_t cutOffs = space.countCutOffs();
     const int count = checkedCount(cutOffs);
     std::unique_ptr<double[]> rows(new double[3 * cutOffs]); // every one is written below
-    const double nPos = space.getPositiveCount();
-    const double nNeg = space.getNegtiveCount();
     double* row = rows.get();
-    space.forEachCutOff([&](double cutOff, const ClsResult& result) {
+    space.forEachCutOff([&](double cutOff, const CutOffCounts& result) {
         row[0] = cutOff;
-        row[1] = 1.0 - result.trueNegative / nNeg;
-        row[2] = (nPos - result.falseNegative) / nPos;
+        row[1] = 1.0 - specificity(result);
+        row[2] = sensitivity(result);
         row += 3;
     });
     return {rows.release(), count};
@@ -42,8 +41,8 @@ roccurve_res rocCurve(const ArrayInput& input, const char* include, const char* 
 template <class Row>
 PrecisionRecallSweep sweepPoints(const ROCSpace& space, bool alongTP, Row&& row)
 {
-    PrecisionRecallSweep sweep(space.getPositiveCount(), space.getNegtiveCount(), alongTP);
-    space.forEachCutOff([&](double cutOff, const ClsResult& result) {
+    PrecisionRecallSweep sweep(alongTP);
+    space.forEachCutOff([&](double cutOff, const CutOffCounts& result) {
         sweep.step(result, [&](double tp, double classifiedPositive, bool interpolated) {
             row(cutOff, tp, classifiedPositive, interpolated);
         });

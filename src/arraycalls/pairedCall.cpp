@@ -1,12 +1,13 @@
 #include "arraycalls/arrayInput.h"
 #include "arraycalls/results.h"
-#include "stats/Inference.h"
+#include "inference/TestAndInterval.h"
 #include "stats/ROCPairedStats.h"
 #include "stats/RocPairedCompare.h"
+#include "summary/RowRule.h"
 #include "vexrocproc/arraycalls.h"
 #include "vexrocproc/optionwords.h"
 
-#include <cmath>
+#include <array>
 #include <cstddef>
 #include <tuple>
 #include <vector>
@@ -27,8 +28,14 @@ class CompleteCases {
 public:
     explicit CompleteCases(const PairedInput& input)
     {
+        using Columns = std::array<const double*, 3>;
+        const Columns columns{input.actual, input.predicted1, input.predicted2};
+        RowRule rule;
+        rule.state = 0;
+        rule.tests = {1, 2};
+        rule.needsAllTests = true;
         for (std::size_t i = 0; i < input.size; ++i) {
-            if (std::isnan(input.predicted1[i]) || std::isnan(input.predicted2[i]))
+            if (rule.of(RowOf<Columns>{columns, i}).fate != RowFate::used)
                 continue;
             actual_.push_back(input.actual[i]);
             predicted1_.push_back(input.predicted1[i]);

@@ -42,9 +42,6 @@ public:
     [[nodiscard]] bool ranOutOfMemory() const noexcept { return ranOutOfMemory_; }
     /// Result set of the last run that completed; null before.
     [[nodiscard]] ROCOutputs* getResult() const { return outputs_.get(); }
-    /// Middle of the observed range of the group variable, in one pass that ends with a new one; tells by
-    /// constantGroup whether the range is a single value.
-    double computeMidPoint(VexCommon_920::MultiPassRecordIter& iter, int groupVar);
 
 private:
     /// A step's outcome: noError, or the code that ends the run.
@@ -56,10 +53,6 @@ private:
     Code checkComparison(int groupVar) const;
     int groupVarInEffect();
     Code defineGroups(VexCommon_920::MultiPassRecordIter& iter, int groupVar, GroupSplit& split);
-    std::vector<double> groupValues(VexCommon_920::MultiPassRecordIter& iter, int groupVar);
-    double midPoint(VexCommon_920::MultiPassRecordIter& iter, int groupVar);
-    Code readRecords(VexCommon_920::MultiPassRecordIter& iter, const GroupSplit& split, TestSpaces& spaces,
-                     RunMonitor& monitor) const;
     void warn(int code);
 
     std::vector<std::unique_ptr<ROCOutBase>> results_;
@@ -69,7 +62,6 @@ private:
     VexCommon_920::VexStatus status_;
     std::unique_ptr<ROCOutputs> outputs_;
     VexCommon_920::VexWarnings warnings_;
-    bool constantGroup_ = false;
     bool ranOutOfMemory_ = false;
     VexMath_920::VexCancelInfo cancelInfo_{nullptr};
     VexCommon_920::ProgressListener* listener_ = nullptr;

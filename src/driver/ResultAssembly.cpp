@@ -1,5 +1,6 @@
 #include "driver/ResultAssembly.h"
 
+#include "results/RunRecord.h"
 #include "stats/ROCIndependentStats.h"
 #include "stats/ROCPairedStats.h"
 #include "stats/RocIndependCompare.h"
@@ -131,9 +132,9 @@ int ResultAssembly::compareTests(Results& results, Comparisons& comparisons)
 ROCOutBase& ResultAssembly::record(ROCSpace& space, ROCStats& stats, bool distributionChanged, Results& results) const
 {
     auto made = split_.groupVar() >= 0
-        ? std::make_unique<ROCOutBase>(space.getTestVar(), space.getGroupVar(), space.getGroupOp(),
-                                       space.getGroupValue(), stats, distributionChanged)
-        : std::make_unique<ROCOutBase>(space.getTestVar(), stats, distributionChanged);
+        ? std::make_unique<RunRecord>(space.getTestVar(), space.getGroupVar(), space.getGroupOp(),
+                                      space.getGroupValue(), stats, distributionChanged)
+        : std::make_unique<RunRecord>(space.getTestVar(), stats, distributionChanged);
     results.push_back(std::move(made));
     return *results.back();
 }

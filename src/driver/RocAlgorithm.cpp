@@ -1,7 +1,7 @@
 #include "vexrocproc/RocAlgorithm.h"
 
 #include "driver/ROCCompute.h"
-#include "space/DefaultArithmetic.h"
+#include "numeric/DefaultArithmetic.h"
 #include "vexrocproc/ROCStatusCodes.h"
 
 #include <utility>

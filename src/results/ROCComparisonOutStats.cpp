@@ -1,7 +1,7 @@
 #include "vexrocproc/ROCComparisonOutStats.h"
 
 #include "host/VexMV.h"
-#include "stats/Inference.h"
+#include "inference/TestAndInterval.h"
 #include "stats/RocIndependCompare.h"
 #include "stats/RocPairedCompare.h"
 #include "vexrocproc/ROCOutBase.h"

@@ -3,7 +3,7 @@
 #include "host/VexMV.h"
 #include "space/ROCBitSet.h"
 #include "space/ROCSpace.h"
-#include "stats/Inference.h"
+#include "inference/TestAndInterval.h"
 #include "stats/ROCPairedStats.h"
 #include "stats/ROCStats.h"
 

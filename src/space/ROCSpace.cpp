@@ -1,6 +1,8 @@
 #include "space/ROCSpace.h"
 
 #include "host/VexMV.h"
+#include "inference/OperatingPoint.h"
+#include "inference/PrecisionRecallSweep.h"
 
 #include <algorithm>
 #include <cmath>
@@ -16,26 +18,6 @@ using VexCommon_920::VexMV;
 namespace {
 
 constexpr std::size_t minObservations = 3;
-constexpr double ksTieTolerance = 1e-14; // differences up to this count as a tie with the maximum
-
-/// Keeps the Kolmogorov-Smirnov maximum over successive cut-offs.
-struct KolmogorovSmirnov {
-    double maximum = -1.0;
-    double cutOff = 0.0;
-
-    void take(double candidateCutOff, double sensitivity, double specificity, bool lastOfTies)
-    {
-        const double j = sensitivity - (1.0 - specificity);
-        const double d = j - maximum;
-        if (d > ksTieTolerance) {
-            maximum = j;
-            cutOff = candidateCutOff;
-        } else if (std::abs(d) <= ksTieTolerance && lastOfTies) {
-            cutOff = candidateCutOff;
-        }
-    }
-};
-
 } // namespace
 
 ROCSpace::ROCSpace(bool includeCutOff, bool largerTestMorePositive, bool needPR, bool needROC, bool interpolateAlongTP)
@@ -129,10 +111,11 @@ CurveLists ROCSpace::computeStats(bool needPR, bool needROC)
 {
     const std::size_t cutOffs = distinctSummary().count + 1;
     const double nPos = positiveCount_;
-    const double nNeg = negativeCount_;
     KolmogorovSmirnov ks;
-    PrecisionRecallSweep prSweep(positiveCount_, negativeCount_, interpolateAlongTP_);
+    PrecisionRecallSweep prSweep(interpolateAlongTP_);
     CurveLists lists;
+    std::vector<ClassifiedPositive> counts;
+    counts.reserve(needROC ? cutOffs : 0);
     lists.cutOffPoints.reserve(cutOffs);
     lists.sensSpec.reserve(needROC ? cutOffs : 0);
     lists.precisionRecall.reserve(needPR ? cutOffs : 0);
@@ -142,19 +125,19 @@ CurveLists ROCSpace::computeStats(bool needPR, bool needROC)
             lists.prInterpolationFlag.set(static_cast<int>(lists.precisionRecall.size()), true);
         lists.precisionRecall.emplace_back(tp / classifiedPositive, tp / nPos);
     };
-    forEachCutOff([&](double cutOff, const ClsResult& result) {
+    forEachCutOff([&](double cutOff, const CutOffCounts& result) {
         lists.cutOffPoints.push_back(cutOff);
         if (needROC) {
-            const double sensitivity = (nPos - result.falseNegative) / nPos;
-            const double specificity = result.trueNegative / nNeg;
-            lists.sensSpec.emplace_back(sensitivity, specificity);
-            ks.take(cutOff, sensitivity, specificity, largerTestMorePositive_);
+            counts.push_back({static_cast<int>(result.truePositives), static_cast<int>(result.falsePositives)});
+            lists.sensSpec.emplace_back(sensitivity(result), specificity(result));
+            ks.take(cutOff, youdenIndex(sensitivity(result), specificity(result)), largerTestMorePositive_);
         }
         if (needPR)
             prSweep.step(result, addPoint);
     });
-    lists.ksMaximum = ks.maximum;
-    lists.ksCutOff = ks.cutOff;
+    counts_ = std::move(counts);
+    lists.ksMaximum = ks.maximum();
+    lists.ksCutOff = ks.cutOff();
     lists.tiesInPR = prSweep.tiesSeen();
     if (const auto precision = prSweep.lentPrecision(largerTestMorePositive_))
         (largerTestMorePositive_ ? lists.precisionRecall.back() : lists.precisionRecall.front()).first = *precision;
@@ -180,10 +163,10 @@ std::vector<ROCData> ROCSpace::listObservations(Order order) const
     auto positive = list.begin();
     auto negative = list.begin() + (order == Order::ByState ? positiveCount_ : 0);
     forEachDistinctValue([&](const DistinctValue& distinct) {
-        positive = std::fill_n(positive, distinct.positives, ROCData{true, distinct.value});
+        positive = std::fill_n(positive, static_cast<std::size_t>(distinct.positives), ROCData{true, distinct.value});
         if (order == Order::ByValue)
             negative = positive;
-        negative = std::fill_n(negative, distinct.negatives, ROCData{false, distinct.value});
+        negative = std::fill_n(negative, static_cast<std::size_t>(distinct.negatives), ROCData{false, distinct.value});
         if (order == Order::ByValue)
             positive = negative;
     });

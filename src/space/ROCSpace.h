@@ -1,10 +1,10 @@
 #pragma once
 
-#include "space/CurveSweep.h"
-#include "space/Observations.h"
 #include "space/ROCBitSet.h"
 #include "space/ROCData.h"
-#include "space/SortedValues.h"
+#include "summary/CurveSweep.h"
+#include "summary/Observations.h"
+#include "summary/SortedValues.h"
 #include "vexrocproc/ROCConst.h"
 
 #include <cmath>
@@ -15,6 +15,12 @@
 #include <vector>
 
 namespace ROCALG_920 {
+
+/// The observations on the positive side of a cut-off.
+struct ClassifiedPositive {
+    int truePositives;
+    int falsePositives;
+};
 
 /// The curve of one test variable as lists. Empty without a curve; the lists that were not asked for are empty.
 struct CurveLists {
@@ -82,6 +88,8 @@ public:
 
     /// Hands over all lists of the curve at once; a later read makes them anew.
     [[nodiscard]] CurveLists takeCurve();
+    /// Hands over the counts behind the sensitivity and specificity list, parallel to it; once per making of the lists.
+    [[nodiscard]] std::vector<ClassifiedPositive> takeCounts() { return std::exchange(counts_, {}); }
 
     /// Number of negative observations, unweighted. (Spelled so in the interface.)
     [[nodiscard]] int getNegtiveCount() const noexcept { return negativeCount_; }
@@ -107,7 +115,7 @@ public:
     void forEachDistinctValue(Visit&& visit) const;
     /// 0 without a curve. Closes the space, as every summary read does.
     [[nodiscard]] std::size_t countCutOffs();
-    /// Calls visit(cut-off, ClsResult) for every cut-off in ascending order; never without a curve.
+    /// Calls visit(cut-off, CutOffCounts) for every cut-off in ascending order; never without a curve.
     template <class Visit>
     void forEachCutOff(Visit&& visit) const;
     /// The order of independentSortMethod holds from here on.
@@ -133,8 +141,9 @@ private:
     std::optional<valuesort::SortedValues> sorted_; ///< with the curve
     std::optional<DistinctSummary> distinct_;       ///< made on demand
 
-    std::vector<ROCData> data_; ///< what getROCData() shows, made on demand in order_
-    CurveLists lists_;          ///< made on demand
+    std::vector<ROCData> data_;              ///< what getROCData() shows, made on demand in order_
+    CurveLists lists_;                       ///< made on demand
+    std::vector<ClassifiedPositive> counts_; ///< made with them
 
     int testVarInd_ = -1;
     int groupVar_ = -1;
@@ -172,7 +181,7 @@ void ROCSpace::forEachDistinctValue(Visit&& visit) const
 {
     observations_.visit([&](const auto& columns) {
         if (sorted_)
-            sorted_->withCursor(columns, [&](auto cursor) { valuesort::forEachValue(cursor, visit); });
+            sorted_->withWalk(columns, [&](auto walk) { forEachValue(walk, visit); });
         else
             valuesort::forEachDistinctValue(columns, visit);
     });
@@ -186,8 +195,8 @@ void ROCSpace::forEachCutOff(Visit&& visit) const
     const CurveOptions options{includeCutOff_, largerTestMorePositive_};
     observations_.visit([&](const auto& columns) {
         const auto [lowest, highest] = sorted_->range(columns);
-        const CurveTotals totals{lowest, highest, positiveCount_, negativeCount_};
-        sorted_->withCursor(columns, [&](auto cursor) { ROCALG_920::forEachCutOff(cursor, totals, options, visit); });
+        const CurveTotals totals{lowest, highest, {positiveCount_, negativeCount_}};
+        sorted_->withWalk(columns, [&](auto walk) { ROCALG_920::forEachCutOff(walk, totals, options, visit); });
     });
 }
 

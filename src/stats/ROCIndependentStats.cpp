@@ -2,9 +2,9 @@
 
 #include "host/VexMV.h"
 #include "space/ROCSpace.h"
-#include "stats/Inference.h"
-#include "stats/Int128.h"
-#include "stats/OrderedPairs.h"
+#include "inference/TestAndInterval.h"
+#include "numeric/Int128.h"
+#include "inference/OrderedPairs.h"
 
 #include <cmath>
 #include <cstdint>

@@ -1,8 +1,8 @@
 #include "stats/ROCPairedStats.h"
 
 #include "host/VexMV.h"
+#include "inference/TestAndInterval.h"
 #include "space/ROCSpace.h"
-#include "stats/Inference.h"
 
 #include <tuple>
 
@@ -54,15 +54,16 @@ void ROCPairedStats::fillMaps()
     tys_.clear();
     const double nPos = space_.getPositiveCount();
     const double nNeg = space_.getNegtiveCount();
-    double positivesAbove = nPos;
-    double negativesBelow = 0.0;
+    std::int64_t positivesAbove = space_.getPositiveCount();
+    std::int64_t negativesBelow = 0;
+    const auto half = [](std::int64_t twice) { return 0.5 * static_cast<double>(twice); };
     if (space_.hasBothStates())
         space_.forEachDistinctValue([&](const DistinctValue& x) {
             positivesAbove -= x.positives;
             if (x.positives > 0)
-                txs_.emplace_hint(txs_.end(), x.value, (negativesBelow + 0.5 * x.negatives) / nNeg);
+                txs_.emplace_hint(txs_.end(), x.value, half(2 * negativesBelow + x.negatives) / nNeg);
             if (x.negatives > 0)
-                tys_.emplace_hint(tys_.end(), x.value, (positivesAbove + 0.5 * x.positives) / nPos);
+                tys_.emplace_hint(tys_.end(), x.value, half(2 * positivesAbove + x.positives) / nPos);
             negativesBelow += x.negatives;
         });
     mapsReady_ = true;

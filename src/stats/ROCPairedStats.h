@@ -1,6 +1,6 @@
 #pragma once
 
-#include "stats/PairedComponents.h"
+#include "inference/PairedComponents.h"
 #include "stats/ROCStats.h"
 
 #include <map>

@@ -2,7 +2,7 @@
 
 #include "host/VexMV.h"
 #include "space/ROCSpace.h"
-#include "stats/Inference.h"
+#include "inference/TestAndInterval.h"
 #include "stats/ROCIndependentStats.h"
 
 namespace ROCALG_920 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "stats/PairedComponents.h"
+#include "inference/PairedComponents.h"
 #include "stats/ROCComparisonStats.h"
 
 namespace ROCALG_920 {

@@ -9,6 +9,7 @@
 #include <limits>
 #include <new>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -16,6 +17,16 @@ namespace {
 using testing::HasSubstr;
 
 constexpr double missing = std::numeric_limits<double>::quiet_NaN();
+
+/// What a call fills in.
+template <class Result, class Call>
+Result filled(Call&& call)
+{
+    Result result{};
+    result.struct_size = sizeof result;
+    EXPECT_EQ(call(&result), VEXROC_OK) << vexroc_last_error();
+    return result;
+}
 
 struct Analysis {
     vexroc_analysis* handle = nullptr;
@@ -46,17 +57,27 @@ struct Analysis {
     }
     vexroc_record record(int index) const
     {
-        vexroc_record record{};
-        record.struct_size = sizeof record;
-        EXPECT_EQ(vexroc_analysis_record(handle, index, &record), VEXROC_OK) << vexroc_last_error();
-        return record;
+        return filled<vexroc_record>([&](auto* out) { return vexroc_analysis_record(handle, index, out); });
     }
     vexroc_comparison comparison(int index) const
     {
-        vexroc_comparison comparison{};
-        comparison.struct_size = sizeof comparison;
-        EXPECT_EQ(vexroc_analysis_comparison(handle, index, &comparison), VEXROC_OK) << vexroc_last_error();
-        return comparison;
+        return filled<vexroc_comparison>([&](auto* out) { return vexroc_analysis_comparison(handle, index, out); });
+    }
+    vexroc_cut_off bestCutOff(int record, int index) const
+    {
+        return filled<vexroc_cut_off>(
+            [&](auto* out) { return vexroc_analysis_best_cut_off(handle, record, index, out); });
+    }
+    vexroc_rows rows() const
+    {
+        return filled<vexroc_rows>([&](auto* out) { return vexroc_analysis_rows(handle, out); });
+    }
+    /// Rows that lack only this test: positive, negative.
+    std::pair<long long, long long> gap(int column) const
+    {
+        std::pair<long long, long long> rows{-1, -1};
+        EXPECT_EQ(vexroc_analysis_missing_test(handle, column, &rows.first, &rows.second), VEXROC_OK);
+        return rows;
     }
 };
 
@@ -118,8 +139,15 @@ TEST(AnalysisHandle, GivesWhatTheArrayCallsGive)
         ASSERT_EQ(record.pr_rows, points.count);
         std::vector<unsigned char> interpolated(static_cast<std::size_t>(points.count));
         EXPECT_EQ(vexroc_analysis_precision_recall(study.handle, i, nullptr, nullptr, interpolated.data()), VEXROC_OK);
-        for (std::size_t row = 0; row < interpolated.size(); ++row)
+        std::vector<int> measuredAt(interpolated.size());
+        EXPECT_EQ(vexroc_analysis_precision_recall_rows(study.handle, i, measuredAt.data()), VEXROC_OK);
+        for (std::size_t row = 0; row < interpolated.size(); ++row) {
             EXPECT_EQ(interpolated[row], points.rows[row].interpolated) << row;
+            EXPECT_EQ(measuredAt[row] < 0, points.rows[row].interpolated) << row;
+            if (measuredAt[row] >= 0) {
+                EXPECT_EQ(cutOffs[static_cast<std::size_t>(measuredAt[row])], points.rows[row].cutOff) << row;
+            }
+        }
         release_prcurve_res(points);
     }
 }
@@ -150,34 +178,130 @@ TEST(AnalysisHandle, ComparesAndSplitsAndWarns)
     EXPECT_EQ(pair.significance, expected.zSig);
     ASSERT_EQ(vexroc_analysis_warning_count(study.handle), 2);
     for (int i = 0; i < 2; ++i) {
-        vexroc_warning warning{};
-        warning.struct_size = sizeof warning;
-        ASSERT_EQ(vexroc_analysis_warning(study.handle, i, &warning), VEXROC_OK);
+        const auto warning =
+            filled<vexroc_warning>([&](auto* out) { return vexroc_analysis_warning(study.handle, i, out); });
         EXPECT_EQ(warning.parameter_count, warning.code == 430102 ? 2 : 0) << warning.name;
     }
 }
 
-TEST(AnalysisHandle, LeavesOutRowsWithoutStateGroupOrWeightAndCountsThem)
+TEST(AnalysisHandle, TellsWhatBecameOfEachRow)
 {
-    const std::vector<double> states{missing, 1, 0, 1, 0, 1, 0, 1};
-    const std::vector<double> values{9, 3, 1, 2, 4, missing, 8, 7};
-    const std::vector<double> weights{1, 1, 2, 1, 3, 1, missing, 1};
-    const std::vector<double> groups{1, 1, 1, 1, 1, 1, 1, missing};
-    const Analysis holes;
-    holes.part("state", holes.column("state", states));
-    holes.part("test", holes.column("test", values));
-    holes.part("weight", holes.column("weight", weights));
-    const int group = holes.column("group", groups);
-    ASSERT_EQ(vexroc_analysis_run(holes.handle), VEXROC_OK) << vexroc_last_error();
-    EXPECT_EQ(vexroc_analysis_left_out_count(holes.handle), 2);
-    EXPECT_EQ(holes.record(0).positive, 3); // the group has no part yet
-    holes.part("group", group);
-    holes.number("group_cut", 2);
-    ASSERT_EQ(vexroc_analysis_run(holes.handle), VEXROC_OK) << vexroc_last_error();
-    EXPECT_EQ(vexroc_analysis_left_out_count(holes.handle), 3);
-    EXPECT_EQ(holes.record(0).positive, 2);
-    EXPECT_EQ(holes.record(0).weighted_negative, 5);
-    EXPECT_EQ(holes.record(0).area, 0.5); // 3 and 2 against 1 and 4
+    struct Row {
+        double state, group, weight, first, second;
+    };
+    const std::vector<Row> table{
+        {missing, missing, missing, 9, 9}, // counted under the first reason
+        {1, missing, 1, 9, 9},
+        {0, 1, missing, 9, 9},
+        {1, 3, 0.2, 9, missing}, // neither group goes before the weight
+        {1, 1, 0.4999, missing, 9},
+        {0, 2, 3e9, 9, 9},
+        {1, 1, 2.5, 3, missing}, // and these eight are used
+        {1, 2, 1, missing, missing},
+        {0, 1, 1, missing, 4},
+        {1, 1, 1, 2, 5},
+        {0, 1, 2, 1, 2},
+        {0, 2, 2, 4, 1},
+        {1, 2, 2, 7, 7},
+        {0, 2, 0.5, 5, 6},
+    };
+    const Analysis analysis;
+    std::vector<std::vector<double>> columns;
+    for (const auto member : {&Row::state, &Row::group, &Row::weight, &Row::first, &Row::second}) {
+        std::vector<double>& column = columns.emplace_back();
+        for (const Row& row : table)
+            column.push_back(row.*member);
+        analysis.column("column", column);
+    }
+    analysis.part("state", 0);
+    analysis.part("group", 1);
+    analysis.part("weight", 2);
+    for (const int test : {3, 4, 3}) // one twice
+        analysis.part("test", test);
+    analysis.number("group_first", 1);
+    analysis.number("group_second", 2);
+    ASSERT_EQ(vexroc_analysis_run(analysis.handle), VEXROC_OK) << vexroc_last_error();
+    const vexroc_rows grouped = analysis.rows();
+    EXPECT_EQ(grouped.read, 14);
+    EXPECT_EQ(grouped.missing_state, 1);
+    EXPECT_EQ(grouped.missing_group, 1);
+    EXPECT_EQ(grouped.missing_weight, 1);
+    EXPECT_EQ(grouped.other_group, 1);
+    EXPECT_EQ(grouped.unusable_weight, 2);
+    EXPECT_EQ(grouped.incomplete, 0);
+    EXPECT_EQ(grouped.positive, 4);
+    EXPECT_EQ(grouped.negative, 4);
+    EXPECT_EQ(grouped.weighted_positive, 7);
+    EXPECT_EQ(grouped.weighted_negative, 6);
+    EXPECT_EQ(grouped.rounded_weights, 4);
+    EXPECT_EQ(analysis.gap(3), std::pair(1LL, 1LL));
+    EXPECT_EQ(analysis.gap(4), std::pair(2LL, 0LL));
+    EXPECT_EQ(vexroc_analysis_missing_test(analysis.handle, 1, nullptr, nullptr), VEXROC_INVALID);
+    EXPECT_THAT(vexroc_last_error(), HasSubstr("column 1 was no test"));
+    EXPECT_EQ(vexroc_analysis_left_out_count(analysis.handle), 3);
+    EXPECT_EQ(analysis.record(0).positive + analysis.record(1).positive, 3);
+
+    analysis.word("comparison", "paired"); // all cases, in all tests or none
+    ASSERT_EQ(vexroc_analysis_run(analysis.handle), VEXROC_OK) << vexroc_last_error();
+    const vexroc_rows paired = analysis.rows();
+    EXPECT_EQ(paired.other_group, 0);
+    EXPECT_EQ(paired.unusable_weight, 3);
+    EXPECT_EQ(paired.incomplete, 3);
+    EXPECT_EQ(paired.positive, analysis.record(0).positive);
+    EXPECT_EQ(paired.weighted_negative, analysis.record(0).weighted_negative);
+    EXPECT_EQ(analysis.gap(4), std::pair(2LL, 0LL));
+
+    analysis.number("positive_value", 5); // which no row has: counted all the same
+    ASSERT_EQ(vexroc_analysis_run(analysis.handle), VEXROC_NO_RESULT);
+    EXPECT_EQ(analysis.rows().negative, 5);
+    EXPECT_EQ(vexroc_analysis_left_out_count(analysis.handle), 3);
+}
+
+TEST(AnalysisHandle, TellsTheCountsAndTheBestCutOffs)
+{
+    // Smaller values are positive. Below 3 lie two positive cases and one negative, below 8 four and three.
+    const std::vector<double> states{1, 1, 0, 0, 0, 1, 1, 0};
+    const std::vector<double> values{1, 2, 2, 4, 5, 6, 7, 9};
+    const Analysis analysis;
+    analysis.part("state", analysis.column("state", states));
+    analysis.part("test", analysis.column("test", values));
+    analysis.word("direction", "smaller");
+    analysis.number("pr", 1);
+    ASSERT_EQ(vexroc_analysis_run(analysis.handle), VEXROC_OK) << vexroc_last_error();
+    const auto rows = static_cast<std::size_t>(analysis.record(0).curve_rows);
+    std::vector<double> cutOffs(rows);
+    std::vector<double> sensitivity(rows);
+    std::vector<long long> truePositive(rows);
+    std::vector<long long> falsePositive(rows);
+    EXPECT_EQ(vexroc_analysis_curve(analysis.handle, 0, cutOffs.data(), sensitivity.data(), nullptr), VEXROC_OK);
+    EXPECT_EQ(vexroc_analysis_curve_counts(analysis.handle, 0, truePositive.data(), falsePositive.data()), VEXROC_OK);
+    EXPECT_THAT(truePositive, testing::ElementsAre(0, 1, 2, 2, 2, 3, 4, 4));
+    EXPECT_THAT(falsePositive, testing::ElementsAre(0, 0, 1, 2, 3, 3, 3, 4));
+
+    ASSERT_EQ(vexroc_analysis_best_cut_off_count(analysis.handle, 0), 3); // a tie
+    EXPECT_EQ(analysis.bestCutOff(0, 0).cut_off, 1.5);
+    EXPECT_EQ(analysis.bestCutOff(0, 1).cut_off, 3);
+    const vexroc_cut_off last = analysis.bestCutOff(0, 2);
+    EXPECT_EQ(last.cut_off, 8);
+    EXPECT_EQ(last.sensitivity, 1);
+    EXPECT_EQ(last.specificity, 0.25);
+    EXPECT_EQ(last.true_positive, 4);
+    EXPECT_EQ(last.false_positive, 3);
+    EXPECT_EQ(last.true_negative, 1);
+    EXPECT_EQ(last.false_negative, 0);
+    vexroc_cut_off none{};
+    none.struct_size = sizeof none;
+    EXPECT_EQ(vexroc_analysis_best_cut_off(analysis.handle, 0, 3, &none), VEXROC_INVALID);
+    EXPECT_EQ(vexroc_analysis_best_cut_off_count(analysis.handle, 1), 0);
+
+    const auto points = static_cast<std::size_t>(analysis.record(0).pr_rows);
+    std::vector<double> recall(points);
+    std::vector<int> measuredAt(points);
+    EXPECT_EQ(vexroc_analysis_precision_recall(analysis.handle, 0, nullptr, recall.data(), nullptr), VEXROC_OK);
+    EXPECT_EQ(vexroc_analysis_precision_recall_rows(analysis.handle, 0, measuredAt.data()), VEXROC_OK);
+    EXPECT_THAT(measuredAt, testing::ElementsAre(0, 1, 2, 3, 4, 5, 6, 7)); // no step moves two positive cases
+    for (std::size_t i = 0; i < points; ++i)
+        EXPECT_EQ(recall[i], sensitivity[static_cast<std::size_t>(measuredAt[i])]);
 }
 
 TEST(AnalysisHandle, TakesBackWhatWasSet)

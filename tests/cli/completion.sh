@@ -1,59 +1,62 @@
 #!/bin/bash
-# completion.sh PROGRAM: completes in the shells themselves, as far as they are installed, and lints the manual page.
-program=$1
+# completion.sh PROGRAM COMPLETIONS PAGES: completes in the shells themselves, as far as they are installed, and lints
+# the manual pages, as far as they are made.
+program=$1 completions=$2 pages=$3
+export PATH=$(dirname "$program"):$PATH
 failures=0
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
-cd "$folder" || exit 1
+cd "$folder" && touch "two words.csv" || exit 1
 
-# expect NAME PATTERN TEXT
+fail() { echo "FAILED: $*" && failures=$((failures + 1)); }
+# expect COMPLETER, then from standard input lines "what is typed -> pattern of what it completes to"
 expect() {
-    [[ $3 =~ $2 ]] || { echo "FAILED: $1: $3"; failures=$((failures + 1)); }
+    command -v "$1" >/dev/null || { echo "$1 is not installed: its completion was not tried"; return; }
+    local line reply
+    while IFS= read -r line; do
+        reply=$("complete_in_$1" "${line% -> *}" "${line#* -> }" </dev/null)
+        [[ $reply =~ ${line#* -> } ]] || fail "$1: $line: $reply"
+    done
 }
 
-eval "$("$program" completion bash)"
-bash_completes() {
-    COMP_WORDS=("$@") COMP_CWORD=$(($# - 1))
-    _vexroc
+source "$completions/vexroc.bash"
+complete_in_bash() { # "|" ends the words that the shell makes of the line
+    IFS='|' read -ra COMP_WORDS <<<"$1|"
+    COMP_CWORD=$((${#COMP_WORDS[@]} - 1))
+    _vexroc vexroc
     echo "${COMPREPLY[*]}"
 }
-expect "a command" "^auc$" "$(bash_completes vexroc au)"
-expect "an option" "^--bi-negative$" "$(bash_completes vexroc auc --bi)"
-expect "an option of all commands" "^--strict$" "$(bash_completes vexroc auc --stri)"
-expect "a word" "^csv$" "$(bash_completes vexroc pr x --format c)"
-expect "a shell" "^zsh$" "$(bash_completes vexroc completion z)"
-expect "no word" "^$" "$(bash_completes vexroc auc x --state "")"
-expect "a file" "^/dev/null$" "$(bash_completes vexroc auc /dev/nul)"
-touch "two words.csv"
-expect "a file with blanks" "^two words.csv$" "$(bash_completes vexroc auc two)"
-expect "a command behind options" "^auc$" "$(bash_completes vexroc --quiet --config x --progress = json au)"
-expect "a word behind =" "^json$" "$(bash_completes vexroc auc --format = j)"
-expect "a delimiter" "^semicolon$" "$(bash_completes vexroc auc x --delimiter=s)"
+complete_in_fish() { fish --no-config -c "source '$completions/vexroc.fish'; complete -C '$1'"; }
+complete_in_zsh() { # what a terminal shows when Tab follows the text
+    timeout 20 zsh -f -c 'zmodload zsh/zpty; zpty shell zsh -f -i
+        zpty -w shell "PS1=; autoload -Uz compinit && compinit -D -u && source $3/_vexroc && echo sour""ced"
+        zpty -r shell said "*sourced*"
+        zpty -w -n shell "$1"$'"'\t\n'"'; zpty -r shell said "*$2*"; print -r -- "$said"' zsh "$1" "$2" "$completions"
+}
 
-if command -v fish >/dev/null; then
-    "$program" completion fish >completion.fish
-    fish_completes() { fish --no-config -c "source completion.fish; complete -C '$1'"; }
-    expect "fish: a command" "^compare" "$(fish_completes 'vexroc comp')"
-    expect "fish: a word" "independent" "$(fish_completes 'vexroc analyze x --compare ')"
-else
-    echo "fish is not installed: its completion was not tried"
-fi
-if command -v zsh >/dev/null; then
-    zsh_completes() { # what a terminal shows when Tab follows the text
-        timeout 20 zsh -f -c 'zmodload zsh/zpty; zpty shell zsh -f -i
-            zpty -w shell "PS1=; PATH='"$(dirname "$program")"':\$PATH"
-            zpty -w shell "autoload -Uz compinit && compinit -D -u && source <(vexroc completion zsh) && echo sour""ced"
-            zpty -r shell said "*sourced*"
-            zpty -w -n shell "$1"$'"'\t\n'"'; zpty -r shell said "*$2*"; print -r -- "$said"' zsh "$1" "$2"
-    }
-    expect "zsh: a command" "analyze" "$(zsh_completes 'vexroc --quiet an' analyze)"
-    expect "zsh: a word behind =" "--compare=independent" "$(zsh_completes 'vexroc analyze --compare=ind' independent)"
-else
-    echo "zsh is not installed: its completion was not tried"
-fi
-if command -v mandoc >/dev/null; then
-    expect "manual page" "^$" "$("$program" man-page | mandoc -T lint -W error 2>&1)"
-else
-    echo "mandoc is not installed: the manual page was not linted"
-fi
+expect bash <<'LINES'
+vexroc|au -> ^auc$
+vexroc|auc|--bi -> ^--bi-negative$
+vexroc|help|cur -> ^curve$
+vexroc|auc|x|--state| -> ^$
+vexroc|auc|two -> ^two words.csv$
+vexroc|auc|x|--output|=|two -> ^two words.csv$
+vexroc|--quiet|--config|x|--progress|=|never|au -> ^auc$
+vexroc|auc|--format|=|j -> ^json$
+vexroc|auc|x|--delimiter=s -> ^--delimiter=semicolon$
+LINES
+expect fish <<'LINES'
+vexroc --quiet comp -> ^compare
+vexroc analyze x --compare  -> independent
+vexroc auc --sqlite two -> ^two words.csv$
+LINES
+expect zsh <<'LINES'
+vexroc --config x --progress ne -> never
+vexroc analyze --compare=ind -> --compare=independent
+vexroc auc two -> words.csv
+LINES
+for page in "$pages"/*.1; do
+    [ -f "$page" ] && command -v mandoc >/dev/null || { echo "no manual page, or no mandoc: not linted"; break; }
+    said=$(mandoc -T lint -W warning "$page" 2>&1) || fail "$said"
+done
 [ "$failures" -eq 0 ]

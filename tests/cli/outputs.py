@@ -2,10 +2,13 @@
 import csv
 import html.parser
 import io
+import itertools
 import json
 import os
 import pathlib
-import stat
+import random
+import re
+import struct
 import subprocess
 import sys
 import tempfile
@@ -25,28 +28,34 @@ def check(what, holds, shown=""):
         print(f"FAILED: {what}: {str(shown)[:2000]}")
 
 
-def run(*args, data=None, path=None, folder=None):
-    env = {**os.environ, **({"PATH": path} if path is not None else {})}
-    return subprocess.run([PROGRAM, *map(str, args)], input=data, capture_output=True, env=env, cwd=folder, check=False)
+def run(*args, data=None, folder=None, **environment):
+    return subprocess.run([PROGRAM, *map(str, args)], input=data, capture_output=True, cwd=folder, check=False,
+                          env={**os.environ, **environment})
 
 
 class Page(html.parser.HTMLParser):
-    """The elements of a page, its cells, and what its scripts and style hold."""
+    """The scripts of a page, the names of its curves, and the text of its cells."""
     def __init__(self, text):
         super().__init__()
-        self.elements, self.cells, self.scripts = [], [], []
+        self.scripts, self.names, self.cells, self.tag = 0, [], [], ""
         self.feed(text)
 
     def handle_starttag(self, tag, attrs):
-        self.elements.append(tag)
-        if tag == "script":
-            self.scripts.append("")
+        self.tag = tag
+        self.scripts += tag == "script"
+        self.names += [value for name, value in attrs if name == "data-name"]
 
     def handle_data(self, data):
-        if self.elements and self.elements[-1] == "script" and not self.scripts[-1]:
-            self.scripts[-1] = data
-        elif self.elements and self.elements[-1] in ("td", "bdi"):
+        if self.tag in ("td", "bdi"):
             self.cells.append(data)
+
+
+SVG = "{http://www.w3.org/2000/svg}"
+
+
+def texts_of(picture):
+    return [" ".join("".join(node.itertext()).split())
+            for node in xml.etree.ElementTree.parse(picture).iter(SVG + "text")]
 
 
 def names_harm_no_output(folder):
@@ -60,44 +69,77 @@ def names_harm_no_output(folder):
     result = run("analyze", *question, data=data)
     visible = result.stdout.decode()
     shown = [line.split("  ")[0] for line in visible.split("Areas under")[1].split("\n\n")[0].splitlines()[2:]]
-    for kind in ("svg", "pdf", "png"):
-        result = run("analyze", *question, "--pr", "--plot", f"picture.{kind}", data=data, folder=folder)
-        check(f"picture {kind}", result.returncode == 0 and (folder / f"picture.{kind}").stat().st_size > 5000, result)
-    texts = [" ".join("".join(node.itertext()).split())
-             for node in xml.etree.ElementTree.parse(folder / "picture.svg").iter("{http://www.w3.org/2000/svg}text")]
+    result = run("analyze", *question, "--pr", "--best", "--compare", "paired", "--plot", "picture.svg", "--report",
+                 "page.html", data=data, folder=folder)
+    check("picture and page", result.returncode == 0, result)
+    texts = texts_of(folder / "picture.svg")
     for name in shown:
         check(f"legend of {name}", name in texts, texts)
-
-    result = run("analyze", *question, "--report", "page.html", "--best", "--compare", "paired", data=data,
-                 folder=folder)
-    if b"built without" in result.stderr:
-        print("the report page is not checked: the program was built without npm")
-    else:
-        page = Page((folder / "page.html").read_text(encoding="utf-8"))
-        check("scripts of the page", len(page.scripts) == 2, len(page.scripts))
-        check("names in the page", [curve["name"] for curve in json.loads(page.scripts[0])["curves"]] == shown)
-        check("names in its tables", set(shown) <= set(page.cells), page.cells)
+    page = Page((folder / "page.html").read_text(encoding="utf-8"))
+    check("scripts of the page", page.scripts == 1, page.scripts)
+    check("names in the page", page.names == 2 * shown, page.names) # in two panels
+    check("names in its tables", set(shown) <= set(page.cells), page.cells)
     check("no command ran", not list(folder.glob("pwned*")), list(folder.iterdir()))
 
 
-def gnuplot_can_fail(folder):
-    question = ["analyze", *CANCER, "radius_mean", "--plot", folder / "p.svg", "--curve", folder / "c.csv"]
-    absent = run(*question, path="")
-    check("no gnuplot", absent.returncode == 4 and b"gnuplot-nox" in absent.stderr, absent)
-    fake = folder / "bin" / "gnuplot"
-    fake.parent.mkdir()
-    for script, said in (("echo >picture; echo; echo 'line 3: it broke'; exit 1", b"line 3: it broke"),
-                         ("exit 7", b"exit status 7"), ("kill -11 $$", b"signal 11")):
-        fake.write_text(f"#!/bin/sh\n{script}\n")
-        fake.chmod(fake.stat().st_mode | stat.S_IXUSR)
-        broken = run(*question, path=f"{fake.parent}:/bin:/usr/bin")
-        check(f"gnuplot fails: {script}", broken.returncode == 4 and said in broken.stderr, broken)
-    check("no file of a failed run", os.listdir(folder) == ["bin"], os.listdir(folder))
+def pictures_come_in_three_kinds(folder):
+    names = ["🙂👨‍👩‍👧", "漢字", "שלום (1)", "e\u0301\u0323" * 30, "\uffff"] # none of them stops the drawing
+    data = ",".join(["s", *names]) + "".join(f"\n{row % 2}" + 5 * f",{row}" for row in range(9))
+    question = ["analyze", "-", "--state", "s=1", "--test", "all", "--pr", "--plot"]
+    for file in ("p.svg", "p.pdf", "P.PNG"):
+        result = run(*question, file, data=data.encode(), folder=folder)
+        check(f"picture {file}", result.returncode == 0, result)
+    svg = xml.etree.ElementTree.parse(folder / "p.svg").getroot()
+    png, pdf = (folder / "P.PNG").read_bytes(), (folder / "p.pdf").read_bytes()
+    twice = struct.pack(">II", *(2 * int(svg.get(side)) for side in ("width", "height")))
+    check("PNG of twice the size", png.startswith(b"\x89PNG") and png[16:24] == twice and len(png) > 50_000, png[:30])
+    check("PDF without pixels", pdf.startswith(b"%PDF") and b"/Image" not in pdf and len(pdf) > 5000, pdf[:30])
     for option, file, said in (("--plot", "p.gif", b".svg, .pdf or .png"), ("--report", "page.pdf", b".html or .htm"),
                                ("--report", "page", b".html or .htm")):
-        wrong = run("analyze", *CANCER, "radius_mean", option, file, folder=folder)
+        wrong = run("analyze", "no data", "--state", "s=1", "--test", "t", option, file, folder=folder)
         check(f"{option} {file}", wrong.returncode == 2 and said in wrong.stderr, wrong)
-    check("capitals", run(*question[:-3], folder / "P.PNG").returncode == 0)
+    (folder / "librsvg-2.so.2").touch()
+    absent = run("analyze", "no data", "--state", "s=1", "--test", "t", "--plot", "q.pdf", folder=folder,
+                 LD_LIBRARY_PATH=str(folder))
+    check("no librsvg", absent.returncode == 4 and b"apt install librsvg2-2" in absent.stderr, absent)
+
+
+def points_of(path):
+    """The points of a path's lines, half a pixel apart."""
+    x, y = 0, 0
+    for command, numbers in re.findall("([MLHV])([^MLHV]*)", path):
+        place = [float(number) for number in numbers.split()]
+        to_x, to_y = place if command in "ML" else (place[0], y) if command == "H" else (x, place[0])
+        steps = 1 if command == "M" else int(2 * (abs(to_x - x) + abs(to_y - y))) + 1
+        yield from ((x + (to_x - x) * i / steps, y + (to_y - y) * i / steps) for i in range(1, steps + 1))
+        x, y = to_x, to_y
+
+
+def no_label_lies_over_anything(folder):
+    labels = dots = 0
+    for seed in range(40):
+        chance = random.Random(seed)
+        digits, tests = chance.choice([0, 1, 4]), 1 + seed % 4
+        data = "s" + "".join(f",t{i}" for i in range(tests))
+        for row in range(chance.choice([6, 20, 200])):
+            data += f"\n{row % 3 % 2}" + "".join(f",{chance.gauss(row % 3 % 2 * 2 * chance.random(), 1):.{digits}f}"
+                                               if chance.random() < 0.9 else "," for _ in range(tests))
+        run("analyze", "-", "--state", "s=1", "--test", "all", "--pr", "--plot", "p.svg", data=data.encode(),
+            folder=folder)
+        for axes in xml.etree.ElementTree.parse(folder / "p.svg").iterfind(f".//{SVG}g[@class='axes']"):
+            rects = ([float(rect.get(key)) for key in ("x", "y", "width", "height")] for rect in axes.iter(SVG + "rect"))
+            boxes = [(x, y, x + width, y + height) for x, y, width, height in rects]
+            circles = [(float(dot.get("cx")), float(dot.get("cy"))) for dot in axes.iter(SVG + "circle")]
+            paths = axes.iterfind(f"{SVG}g[@data-curve]/{SVG}path")
+            drawn = [*itertools.chain(*(points_of(path.get("d")) for path in paths)),
+                     *((x + dx, y + dy) for x, y in circles for dx in (-5, 5) for dy in (-5, 5))]
+            for left, top, right, bottom in boxes:
+                check(f"{seed}: inside the axes", 0 < left < right < 440 and 0 < top < bottom < 440, boxes)
+                check(f"{seed}: free", not any(left < x < right and top < y < bottom for x, y in drawn), (boxes, data))
+            for a, b in itertools.combinations(boxes, 2):
+                check(f"{seed}: apart", a[0] >= b[2] or b[0] >= a[2] or a[1] >= b[3] or b[1] >= a[3], boxes)
+            labels, dots = labels + (len(boxes) if circles else 0), dots + len(circles)
+    check("most dots have a label", labels > 0.7 * dots > 50, (labels, dots))
 
 
 def every_curve_is_drawn_and_named(folder):
@@ -111,18 +153,18 @@ def every_curve_is_drawn_and_named(folder):
                  data=text.getvalue().encode(), folder=folder)
     check("the limit is told", result.returncode == 0 and b"the first 100 of 114 curves are drawn" in result.stderr,
           result)
-    root = xml.etree.ElementTree.parse(folder / "many.svg")
-    texts = ["".join(node.itertext()).strip() for node in root.iter("{http://www.w3.org/2000/svg}text")]
+    texts = texts_of(folder / "many.svg")
     cut = f"{'x' * 40}…{'x' * 39}"
     named = ["a\\n", "a\\\\n", cut + " (1)", cut + " (2)", *(f"t{i}" for i in range(96))]
     check("every curve has its name", [text for text in texts if text in named] == named, texts)
     check("the level", "area [90 % confidence interval]" in texts, texts)
-    places = [node.get("transform") for node in root.iter("{http://www.w3.org/2000/svg}g") if node.get("transform")]
-    lowest = max(float(place.split(",")[1].split(")")[0]) for place in places if place.startswith("translate("))
-    check("all of it in the picture", lowest < float(root.getroot().get("height")), lowest)
+    root = xml.etree.ElementTree.parse(folder / "many.svg").getroot()
+    lowest = max(float(node.get("y")) for node in root.iter(SVG + "text"))
+    check("all of it in the picture", lowest < float(root.get("height")), lowest)
 
 
-for test in (names_harm_no_output, gnuplot_can_fail, every_curve_is_drawn_and_named):
+for test in (names_harm_no_output, pictures_come_in_three_kinds, no_label_lies_over_anything,
+             every_curve_is_drawn_and_named):
     with tempfile.TemporaryDirectory() as made:
         test(pathlib.Path(made))
 sys.exit(1 if failures else 0)

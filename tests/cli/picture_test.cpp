@@ -1,11 +1,6 @@
-#include "cli/picture/DrawnCurve.h"
-#include "cli/picture/Glyphs.h"
-#include "cli/picture/PanelLabels.h"
+#include "cli/picture/Picture.h"
 #include "cli/picture/Thinning.h"
-#include "cli/system/ChildProcess.h"
 #include "programRun.h"
-
-#include <sys/wait.h>
 
 #include <algorithm>
 #include <cmath>
@@ -71,36 +66,22 @@ TEST(BestCutOffs, AreAllTiesWithTheirCountsInTheCases)
 
 TEST(Thinning, KeepsEndsAndChosenPointsAndComesNearAllOthers)
 {
-    struct Shape {
-        const char* name;
-        PathPoint (*at)(std::size_t i, double share);
-    };
-    const Shape shapes[] = {
-        {"stairs",
-         [](std::size_t i, double share) {
-             return PathPoint{share, share + double(i % 2) * 1e-6};
-         }},
-        {"one long step",
-         [](std::size_t i, double share) {
-             return PathPoint{i < 500000 ? 0.0 : 1.0, share};
-         }},
-        {"teeth",
-         [](std::size_t i, double share) {
-             return PathPoint{share, double(i % 7) / 7.0};
-         }},
-        {"one place",
-         [](std::size_t, double) {
-             return PathPoint{0.5, 0.5};
-         }},
+    const auto at = [](int shape, std::size_t i, double share) -> PathPoint {
+        switch (shape) {
+        case 0: return {share, share + double(i % 2) * 1e-6}; // stairs
+        case 1: return {i < 500000 ? 0.0 : 1.0, share};       // one long step
+        case 2: return {share, double(i % 7) / 7.0};          // teeth
+        default: return {0.5, 0.5};                           // one place
+        }
     };
     constexpr std::size_t many = 1000000;
     constexpr std::size_t chosen = 345678;
-    for (const auto& [name, at] : shapes) {
-        SCOPED_TRACE(name);
+    for (int shape = 0; shape < 4; ++shape) {
+        SCOPED_TRACE(shape);
         std::vector<PathPoint> path;
         double length = 0.0;
         for (std::size_t i = 0; i < many; ++i) {
-            path.push_back(at(i, double(i) / (many - 1)));
+            path.push_back(at(shape, i, double(i) / (many - 1)));
             length += i == 0 ? 0.0 : stepsBetween(path[i - 1], path[i]);
         }
         const std::vector<std::size_t> drawn = thinned(path, {&chosen, 1});
@@ -116,62 +97,13 @@ TEST(Thinning, KeepsEndsAndChosenPointsAndComesNearAllOthers)
     EXPECT_EQ(thinned(std::vector<PathPoint>(5), {}), (std::vector<std::size_t>{0, 1, 2, 3, 4}));
 }
 
-TEST(PanelLabels, StayInsideTheAxesAndCoverNeitherEachOtherNorADot)
+TEST(Picture, ShadesABandAroundACurve)
 {
-    const std::vector<std::vector<PathPoint>> cases{
-        {{0.0, 0.0}},
-        {{1.0, 1.0}},
-        {{0.3, 0.7}, {0.3, 0.7}, {0.3, 0.7}, {0.3, 0.7}},
-        {{0.9, 0.05}, {0.92, 0.02}},
-        {{0.1, 0.9}, {0.2, 0.87}, {0.22, 0.84}},
-    };
-    for (const auto& dots : cases) {
-        SCOPED_TRACE(dots.front().x);
-        std::vector<DrawnCurve> curves(dots.size());
-        for (std::size_t c = 0; c < dots.size(); ++c) {
-            curves[c].best = CutOffPoint{-123.456, dots[c].y, 1.0 - dots[c].x, 0, 0};
-            curves[c].positive = 1 + static_cast<int>(c); // prevalences 1/1000, 2/1000, ...
-            curves[c].negative = 999 - static_cast<int>(c);
-        }
-        for (const auto& labels : {cutOffLabels(curves), prevalenceLabels(prevalenceLines(curves))}) {
-            EXPECT_EQ(labels.size(), dots.size());
-            const bool areCutOffs = labels.front().text.starts_with("cut-off");
-            for (std::size_t i = 0; i < labels.size(); ++i) {
-                const auto& [text, x, y, width, curve] = labels[i];
-                EXPECT_TRUE(x > 0.0 && x + width < 1.0 && y > 0.02 && y < 0.98) << x << " " << y;
-                for (std::size_t j = 0; j < i; ++j)
-                    EXPECT_TRUE(std::fabs(y - labels[j].y) > 0.035 || x + width < labels[j].x
-                                || labels[j].x + labels[j].width < x);
-                for (const PathPoint& dot : dots)
-                    EXPECT_FALSE(areCutOffs && dot.x > x && dot.x < x + width && std::fabs(dot.y - y) < 0.02);
-            }
-        }
-    }
-}
-
-TEST(Glyphs, CharactersThatNoFontHasBecomeEscapes)
-{
-    const Glyphs glyphs = Glyphs::listed("charset=20-7e c0-ff 20ac\ncharset=20-7e 4e00-9fff\n");
-    EXPECT_EQ(glyphs.shown("größe € 血 x"), "größe € 血 x");
-    EXPECT_EQ(glyphs.shown("a🙂b…"), "a\\u{1f642}b\\u{2026}");
-    EXPECT_EQ(Glyphs{}.shown("🙂"), "🙂"); // nothing is known
-}
-
-TEST(ChildProcess, EndsWithTheLimitOrTheCancel)
-{
-    const TemporaryFolder folder;
-    const auto run = [&](const char* script, int limit, bool cancelled) {
-        VexCommon_920::CancelFlag cancel;
-        if (cancelled)
-            cancel.Request();
-        return runChild("/bin/sh", {"sh", "-c", script}, folder.path(), std::chrono::milliseconds(limit), cancel);
-    };
-    EXPECT_FALSE(run("sleep 60", 50, false).inTime);
-    EXPECT_FALSE(run("sleep 60", 60000, true).inTime);
-    const ChildEnd end = run("pwd; echo 'to err' >&2; exit 3", 60000, false);
-    EXPECT_TRUE(end.inTime);
-    EXPECT_EQ(WEXITSTATUS(end.status), 3);
-    EXPECT_EQ(end.said, folder.path().string() + "\nto err\n");
+    std::vector<DrawnCurve> curves(1);
+    curves[0].band = {{0.0, 0.75, 1.0}, {0.5, 0.25, 0.75}, {1.0, 0.0, 0.5}};
+    const std::string svg = svgPicture({curves, 0.95, "a question", {"a note"}});
+    EXPECT_NE(svg.find(" d=\"M440 110L220 330L0 440V220L220 110L440 0Z\""), std::string::npos) << svg;
+    EXPECT_NE(svg.find("no curve to draw"), std::string::npos);
 }
 
 } // namespace vexroc

@@ -114,7 +114,7 @@ TEST(Program, EndsWithTheExitCodeAndTheMessageOfTheFault)
             {"", exitUsage, "Examples:"},
             {"aux", exitUsage, "no command 'aux'; did you mean 'auc'?"},
             {"auc", exitUsage, "--state is required; see vexroc auc --help"},
-            {"auc " + radius + "--smaler", exitUsage, "no option '--smaler'; did you mean '--smaller'?"},
+            {"auc " + radius + "--smaler", exitUsage, "no option '--smaler' in auc; did you mean '--smaller'?"},
             {"auc " + radius + "more", exitUsage, "unexpected argument 'more'"},
             {"auc " + scores + "--state class", exitUsage, "expected COLUMN=VALUE"},
             {"auc " + scores + "--state class=NA", exitUsage, "missing value"},
@@ -138,9 +138,11 @@ TEST(Program, EndsWithTheExitCodeAndTheMessageOfTheFault)
 TEST(Program, HelpNamesEveryCommandAndOption)
 {
     EXPECT_THAT(run("--version").out, testing::StartsWith("vexroc "));
+    EXPECT_EQ(run("help").out, run("--help").out);
     for (const std::string command : {"analyze", "auc", "compare", "curve", "pr"}) {
         EXPECT_THAT(run("--help").out, HasSubstr(command));
-        EXPECT_THAT(run(command + " --help").out, HasSubstr("--state COLUMN=VALUE"));
+        EXPECT_THAT(run("help " + command).out, HasSubstr("--state COLUMN=VALUE"));
+        EXPECT_EQ(run("help " + command).out, run(command + " --help").out);
     }
 }
 

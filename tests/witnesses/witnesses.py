@@ -126,8 +126,8 @@ def compare(library):
 
 
 def write(library, path):
-    """As doubles: per set the number of cases, states, both test variables, 1 when smaller values are positive, and what
-    pROC computes too."""
+    """As doubles: per set the number of cases, states, both test variables, 1 when smaller values are positive, and
+    what pROC computes too."""
     with open(path, "wb") as file:
         for number, (scale, y, first, second) in enumerate(data_sets()):
             if scale == "both infinities":

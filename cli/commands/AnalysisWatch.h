@@ -1,0 +1,43 @@
+#pragma once
+
+#include "cli/study/Run.h"
+#include "cli/system/InterruptGuard.h"
+#include "cli/system/Progress.h"
+#include "cli/system/Surroundings.h"
+#include "host/CancelFlag.h"
+
+#include <cstddef>
+#include <optional>
+
+namespace vexroc {
+
+/// While it lasts, progress of an analysis is told where the surroundings wants it, and an interrupt requests a cancel.
+class AnalysisWatch {
+public:
+    AnalysisWatch(const Surroundings& surroundings, std::size_t rows) : guard_(cancel_, surroundings)
+    {
+        if (surroundings.progress.stream != nullptr)
+            line_.emplace(surroundings.progress, rows);
+    }
+
+    /// Refers to this object.
+    [[nodiscard]] Watch watch()
+    {
+        Watch watch{.progress = {}, .cancelRequested = [this] { return cancel_.IsCancelRequested(); }};
+        if (line_)
+            watch.progress = [this](double share, int records) { line_->show(share, records); };
+        return watch;
+    }
+    /// The analysis is over: no more progress.
+    void endProgress() { line_.reset(); }
+    [[nodiscard]] VexCommon_920::CancelFlag& cancelFlag() noexcept { return cancel_; }
+    /// Throws the failure of a cancel when one was requested.
+    void requireNotCancelled();
+
+private:
+    VexCommon_920::CancelFlag cancel_;
+    InterruptGuard guard_;
+    std::optional<AnalysisProgress> line_;
+};
+
+} // namespace vexroc

@@ -1,0 +1,169 @@
+#include "cli/commands/AnalyzeOptions.h"
+
+#include "cli/options/Choice.h"
+#include "cli/words/Failure.h"
+#include "cli/words/Numbers.h"
+#include "cli/words/VisibleText.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <optional>
+
+namespace vexroc {
+
+namespace {
+
+void addGroupOptions(CLI::App& command, AnalyzeOptions& options)
+{
+    command
+        .add_option("--group", options.group,
+                    "Column that splits the cases in two groups; needs no more when it holds two values")
+        ->type_name("COLUMN");
+    command.add_option("--select", options.select, "The two values of the group column, in this order")
+        ->type_name("VALUE,VALUE");
+    command.add_option("--cut", options.cut, "Groups below this value of the group column, and from it on")
+        ->type_name("VALUE");
+    command.add_flag("--mid-point", options.midPoint, "Groups below and from the middle of the group column's range");
+}
+
+void addResultOptions(CLI::App& command, AnalyzeOptions& options)
+{
+    command.add_flag("--pr", options.pr, "Precision-recall curves");
+    command.add_flag("--keilwagen", options.keilwagen,
+                     "Interpolate them along false positives (Keilwagen) instead of true positives (Davis, Goadrich)");
+    command.add_flag("--no-curve", options.noCurve, "Areas only, without the points of the ROC curves");
+    command.add_flag("--best", options.best, "The cut-offs with the largest Youden index, with all ties");
+    command.add_option("--plot", options.plotFile, "Draw the curves into this file: .svg, .pdf or .png")
+        ->type_name("FILE");
+    command.add_option("--report", options.reportFile, "Write a page to explore the curves, with all tables")
+        ->type_name("FILE.html");
+    command.add_option("--curve", options.curveFile, "Write the points of the ROC curves to this file, as CSV")
+        ->type_name("FILE");
+    command.add_option("--pr-curve", options.prCurveFile, "Write the points of the precision-recall curves, as CSV")
+        ->type_name("FILE");
+}
+
+void requireFit(const AnalyzeOptions& options)
+{
+    const bool split = options.midPoint || !options.select.empty() || !options.cut.empty();
+    const bool readsCurve =
+        options.best || !options.curveFile.empty() || !options.plotFile.empty() || !options.reportFile.empty();
+    const struct {
+        bool wrong;
+        const char* message;
+    } rules[] = {
+        {split && options.group.empty(),
+         "--select, --cut and --mid-point split the cases by a column: name it with --group"},
+        {int(options.midPoint) + int(!options.select.empty()) + int(!options.cut.empty()) > 1,
+         "--select, --cut and --mid-point are three ways to split the cases: give one of them"},
+        {options.biNegative && options.compare == "paired",
+         "--bi-negative does not go with --compare paired: tests on the same cases have DeLong standard errors"},
+        {options.noCurve && readsCurve,
+         "--best, --curve, --plot and --report need the curve that --no-curve leaves out"},
+        {options.keilwagen && !options.pr && options.prCurveFile.empty(),
+         "--keilwagen says how precision-recall points are interpolated: ask for them with --pr or --pr-curve FILE"},
+    };
+    for (const auto& [wrong, message] : rules)
+        if (wrong)
+            throw usageError(message);
+}
+
+std::optional<Grouping> parseGrouping(const AnalyzeOptions& options)
+{
+    if (options.group.empty())
+        return std::nullopt;
+    Grouping grouping{.column = options.group, .by = Grouping::By::twoValues, .selected = {}};
+    if (options.midPoint) {
+        grouping.by = Grouping::By::midPoint;
+    } else if (!options.cut.empty()) {
+        grouping.by = Grouping::By::cut;
+        const std::optional<double> cut = parseNumber(options.cut);
+        if (!cut)
+            throw usageError("--cut " + inQuotes(options.cut) + ": expected a number");
+        grouping.cut = *cut;
+    } else if (!options.select.empty()) {
+        grouping.by = Grouping::By::selected;
+        grouping.selected = parseValues(options.select, "--select");
+        if (grouping.selected.size() != 2)
+            throw usageError("--select " + inQuotes(options.select) + ": expected two values, such as female,male");
+    }
+    return grouping;
+}
+
+/// What is to be computed and kept, for the tables and the files that are asked for.
+void askForParts(const AnalyzeOptions& options, AnalyzeTask& task)
+{
+    const bool drawn = !options.plotFile.empty() || !options.reportFile.empty();
+    task.bestTable = options.best;
+    task.question.rocCurve = !options.noCurve;
+    task.question.bestCutOffs = options.best || drawn;
+    task.question.precisionRecall = (options.pr && drawn) || !options.prCurveFile.empty();
+    task.question.points = drawn || !options.curveFile.empty() || !options.prCurveFile.empty();
+    if (options.pr && options.prCurveFile.empty() && !drawn)
+        task.notesAfter.push_back("the points of --pr are drawn by --plot and --report and written by --pr-curve FILE");
+}
+
+/// The state among the tests is none of them.
+void takeOutState(AnalyzeTask& task)
+{
+    const std::string& state = task.question.state.column;
+    if (std::erase(task.question.tests, state) > 0)
+        task.notesBefore.push_back(inQuotes(state) + " is the state; it is not also a test");
+}
+
+} // namespace
+
+void addAnalyzeOptions(CLI::App& command, AnalyzeOptions& options)
+{
+    addQuestionOptions(command, options.question);
+    command.get_option("--test")->description("Test variables; or the word all: every column of numbers without "
+                                              "another part");
+    addGroupOptions(command, options);
+    command
+        .add_option("--weight", options.weight,
+                    "Column with the number of cases that a row stands for; changes the weighted counts only")
+        ->type_name("COLUMN");
+    command.add_option("--by", options.by, "One analysis per value of this column, in ascending order")
+        ->type_name("COLUMN");
+    addChoice(command, "--compare", options.compare, {"paired", "independent"},
+              "paired: all tests on the same cases; independent: each test between the groups");
+    addLevelOption(command, options.level);
+    addBiNegativeOption(command, options.biNegative);
+    addResultOptions(command, options);
+    command.footer("Example: vexroc analyze data.csv --state diagnosis=malignant --test all --compare paired\n"
+                   "         vexroc analyze data.csv --state disease=1 --test marker --group age --cut 50 --compare "
+                   "independent");
+}
+
+AnalyzeTask parseAnalyzeTask(const AnalyzeOptions& options)
+{
+    requireFit(options);
+    AnalyzeTask task;
+    static_cast<Task&>(task) = parseTask(options.question);
+    task.curveFile = options.curveFile;
+    task.precisionRecallFile = options.prCurveFile;
+    task.plotFile = options.plotFile;
+    task.reportFile = options.reportFile;
+    Question& question = task.question;
+    question.rule = CaseRule::together;
+    question.level = parseLevel(options.level);
+    question.comparison = options.compare == "paired" ? Comparison::paired
+        : options.compare.empty()                     ? Comparison::none
+                                                      : Comparison::independent;
+    question.grouping = parseGrouping(options);
+    question.weight = options.weight;
+    question.by = options.by;
+    question.biNegative = options.biNegative;
+    question.alongFalsePositives = options.keilwagen;
+    task.allTests = question.tests == std::vector<std::string>{"all"};
+    if (task.allTests)
+        question.tests.clear();
+    takeOutState(task);
+    askForParts(options, task);
+    if (options.by == question.state.column)
+        throw usageError("--by names the state column: every value would be one state; name another column");
+    return task;
+}
+
+} // namespace vexroc

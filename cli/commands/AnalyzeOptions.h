@@ -1,0 +1,51 @@
+#pragma once
+
+#include "cli/commands/QuestionOptions.h"
+
+#include <string>
+#include <vector>
+
+namespace vexroc {
+
+/// The options of analyze, as typed.
+struct AnalyzeOptions {
+    QuestionOptions question;
+    std::string group;
+    std::string select;
+    std::string cut;
+    bool midPoint = false;
+    std::string weight;
+    std::string by;
+    std::string compare;
+    std::string level = "0.95";
+    bool biNegative = false;
+    bool pr = false;
+    bool keilwagen = false;
+    bool noCurve = false;
+    bool best = false;
+    std::string curveFile;
+    std::string prCurveFile;
+    std::string plotFile;
+    std::string reportFile;
+};
+
+void addAnalyzeOptions(CLI::App& command, AnalyzeOptions& options);
+
+/// The same, understood as far as it can be without the data.
+struct AnalyzeTask : Task {
+    bool allTests = false; ///< every column of numbers without another part is a test
+    bool bestTable = false;
+    // Files to write; empty for none.
+    std::string curveFile;
+    std::string precisionRecallFile;
+    std::string plotFile;
+    std::string reportFile;
+    // What is to be said of the question itself.
+    std::vector<std::string> notesBefore;
+    std::vector<std::string> notesAfter;
+};
+
+/// Throws a usage error that names the options that do not fit.
+AnalyzeTask parseAnalyzeTask(const AnalyzeOptions& options);
+
+} // namespace vexroc

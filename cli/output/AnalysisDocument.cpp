@@ -1,0 +1,340 @@
+#include "cli/output/Documents.h"
+#include "cli/output/questionWords.h"
+#include "cli/output/resultColumns.h"
+#include "cli/study/Remarks.h"
+#include "cli/words/VisibleText.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace vexroc {
+
+namespace {
+
+constexpr TableColumn valueColumn{"by", "by", CellRole::name};
+constexpr TableColumn variableColumn{"variable", "variable", CellRole::name};
+constexpr TableColumn groupColumn{"group", "group", CellRole::name};
+constexpr std::array testColumns{variableColumn, groupColumn};
+
+constexpr std::array caseColumns{
+    TableColumn{"cases", "cases", CellRole::name},
+    TableColumn{"count", "count", CellRole::count},
+};
+
+constexpr std::array countColumns{
+    TableColumn{"positive", "positive", CellRole::count, 1},
+    TableColumn{"negative", "negative", CellRole::count, 1},
+};
+
+constexpr std::array weightedCountColumns{
+    TableColumn{"weighted_positive", "weighted positive", CellRole::count, 1},
+    TableColumn{"weighted_negative", "weighted negative", CellRole::count, 1},
+};
+
+constexpr std::array shapeColumns{
+    TableColumn{"gini", "Gini index", CellRole::statistic},
+    TableColumn{"max_ks", "maximum K-S", CellRole::statistic},
+    TableColumn{"max_ks_cut_off", "at cut-off", CellRole::measure},
+};
+
+constexpr std::array pairColumns{
+    TableColumn{"variable1", "first", CellRole::name},
+    TableColumn{"variable2", "second", CellRole::name},
+};
+
+constexpr std::array groupPairColumns{
+    variableColumn,
+    TableColumn{"group1", "first", CellRole::name},
+    TableColumn{"group2", "second", CellRole::name},
+};
+
+constexpr std::array curveColumns{
+    TableColumn{"cut_off", "cut-off", CellRole::measure},
+    TableColumn{"sensitivity", "sensitivity", CellRole::statistic},
+    TableColumn{"specificity", "specificity", CellRole::statistic},
+};
+
+constexpr std::array bestColumns{
+    TableColumn{"cut_off", "cut-off", CellRole::measure},
+    TableColumn{"youden", "Youden", CellRole::statistic},
+    TableColumn{"sensitivity", "sensitivity", CellRole::statistic},
+    TableColumn{"specificity", "specificity", CellRole::statistic},
+    TableColumn{"true_positive", "TP", CellRole::count},
+    TableColumn{"false_positive", "FP", CellRole::count},
+    TableColumn{"true_negative", "TN", CellRole::count},
+    TableColumn{"false_negative", "FN", CellRole::count},
+};
+
+constexpr std::array precisionRecallColumns{
+    TableColumn{"recall", "recall", CellRole::statistic},
+    TableColumn{"precision", "precision", CellRole::statistic},
+    TableColumn{"interpolated", "interpolated", CellRole::flag},
+};
+
+/// The table of one kind over all values: a column of values leads where the question has one.
+class TableMaker {
+public:
+    TableMaker(const Question& question, std::span<const TableColumn> columns)
+        : byValue_(!question.by.empty()),
+          table_(byValue_ ? joined({std::span(&valueColumn, 1), columns}) : joined({columns}))
+    {
+    }
+    void setValue(const std::string& value) { value_ = value; }
+    /// Names, then numbers.
+    void add(std::initializer_list<std::string_view> names, std::initializer_list<double> numbers)
+    {
+        row_.clear();
+        if (byValue_)
+            row_.emplace_back(value_);
+        row_.insert(row_.end(), names.begin(), names.end());
+        row_.insert(row_.end(), numbers.begin(), numbers.end());
+        table_.addRow(row_);
+    }
+    Table take() { return std::move(table_); }
+
+private:
+    bool byValue_;
+    std::string_view value_;
+    std::vector<Table::Value> row_;
+    Table table_;
+};
+
+/// The table that `addRows(value's results, table)` fills, value by value.
+Table tableOf(const Analysis& analysis, std::span<const TableColumn> columns, auto addRows)
+{
+    TableMaker table(analysis.question, columns);
+    for (const auto& [value, results] : analysis.values) {
+        table.setValue(value);
+        addRows(results, table);
+    }
+    return table.take();
+}
+
+std::string_view groupOf(const Area& area) { return area.group.empty() ? "all cases" : std::string_view(area.group); }
+
+bool isWeighted(const Question& question) { return !question.weight.empty(); }
+
+void addCases(const RowCounts& rows, bool weighted, TableMaker& table)
+{
+    const auto add = [&](std::string_view what, auto count) { table.add({what}, {static_cast<double>(count)}); };
+    add("rows read", rows.read);
+    add("left out", rows.leftOut());
+    for (const auto& [reason, count] : rows.reasons())
+        add("left out: " + reason, count);
+    add("used", rows.used());
+    add("positive", rows.positive);
+    add("negative", rows.negative);
+    if (weighted) {
+        add("weighted positive", rows.weightedPositive);
+        add("weighted negative", rows.weightedNegative);
+    }
+    for (const RowCounts::Gap& gap : rows.gaps)
+        add("missing: " + gap.test, gap.rows());
+}
+
+Table caseTable(const Analysis& analysis)
+{
+    return tableOf(analysis, caseColumns, [&](const Results& results, TableMaker& table) {
+        addCases(results.rows, isWeighted(analysis.question), table);
+    });
+}
+
+Table areaTable(const Analysis& analysis)
+{
+    const bool weighted = isWeighted(analysis.question);
+    const std::span<const TableColumn> weights =
+        weighted ? std::span<const TableColumn>(weightedCountColumns) : std::span<const TableColumn>();
+    const auto addArea = [&](const Area& a, TableMaker& table) {
+        const double positive = static_cast<double>(a.positive);
+        const double negative = static_cast<double>(a.negative);
+        if (weighted)
+            table.add({a.test, groupOf(a)},
+                      {positive, negative, a.weightedPositive, a.weightedNegative, a.area, a.stdError, a.significance,
+                       a.lower, a.upper, a.gini, a.ksMaximum, a.ksCutOff});
+        else
+            table.add({a.test, groupOf(a)},
+                      {positive, negative, a.area, a.stdError, a.significance, a.lower, a.upper, a.gini, a.ksMaximum,
+                       a.ksCutOff});
+    };
+    return tableOf(analysis,
+                   joined({testColumns, countColumns, weights, inPanel(1, areaColumns), inPanel(2, shapeColumns)}),
+                   [&](const Results& results, TableMaker& table) {
+                       for (const TestResult& test : results.tests)
+                           addArea(test.area, table);
+                   });
+}
+
+Table comparisonTable(const Analysis& analysis)
+{
+    const bool paired = analysis.question.comparison == Comparison::paired;
+    const std::span<const TableColumn> names = paired ? std::span<const TableColumn>(pairColumns) : groupPairColumns;
+    return tableOf(analysis, joined({names, differenceColumns}), [&](const Results& results, TableMaker& table) {
+        for (const Difference& d : results.differences) {
+            const std::initializer_list<double> numbers{d.difference,   d.stdError, d.z,
+                                                        d.significance, d.lower,    d.upper};
+            if (paired)
+                table.add({d.first.test, d.second.test}, numbers);
+            else
+                table.add({d.first.test, groupOf(d.first), groupOf(d.second)}, numbers);
+        }
+    });
+}
+
+Table bestCutOffTable(const Analysis& analysis)
+{
+    return tableOf(analysis, joined({testColumns, bestColumns}), [](const Results& results, TableMaker& table) {
+        for (const TestResult& test : results.tests)
+            for (const CutOff& c : test.best)
+                table.add({test.area.test, groupOf(test.area)},
+                          {c.value, test.area.ksMaximum, c.sensitivity, c.specificity, double(c.truePositive),
+                           double(c.falsePositive), double(c.trueNegative), double(c.falseNegative)});
+    });
+}
+
+std::vector<std::string> headingOf(const Question& question)
+{
+    std::vector<std::string> lines{"ROC analysis", questionHeading(question)};
+    if (!question.by.empty())
+        lines.push_back("One analysis by value of " + visible(question.by));
+    if (isWeighted(question))
+        lines.push_back("Weights: " + visible(question.weight)
+                        + "; they enter the weighted counts only: areas and curves count every row once");
+    lines.push_back(question.comparison == Comparison::paired
+                        ? pairedErrorHeading(question.level)
+                        : standardErrorHeading(question.biNegative, question.level));
+    return lines;
+}
+
+std::vector<Fact> factsOf(const Question& question)
+{
+    std::vector<Fact> facts = questionFacts(question);
+    if (question.grouping)
+        facts.emplace_back("group", question.grouping->column);
+    if (!question.by.empty())
+        facts.emplace_back("by", question.by);
+    if (isWeighted(question))
+        facts.emplace_back("weight", question.weight);
+    const bool paired = question.comparison == Comparison::paired;
+    if (question.comparison != Comparison::none)
+        facts.emplace_back("comparison", paired ? "paired" : "independent");
+    addInference(facts, paired ? pairedErrorWord : standardErrorWord(question.biNegative), question.level);
+    return facts;
+}
+
+void addTestNotes(const Question& question, const Area& area, std::vector<std::string>& notes)
+{
+    const std::string subject = visible(area.test) + (area.group.empty() ? "" : " where " + visible(area.group));
+    addAreaNotes(subject, area, notes);
+    addAreaCautions(subject, area, question.largerIsPositive, notes);
+    const std::optional<std::string> reason = reasonWithoutCurve(area.positive, area.negative);
+    if (reason && area.positive > 0 && area.negative > 0 && question.rocCurve)
+        notes.push_back(subject + ": no curve: " + *reason);
+}
+
+std::vector<std::string> notesOf(const Question& question, const Results& results)
+{
+    if (results.failure)
+        return {rowNote(results.rows)};
+    std::vector<std::string> notes;
+    if (const long long rounded = results.rows.roundedWeights; rounded > 0)
+        notes.push_back("weights that are not whole numbers, rounded with halves up: " + std::to_string(rounded));
+    for (const TestResult& test : results.tests)
+        addTestNotes(question, test.area, notes);
+    return notes;
+}
+
+/// What is said of the results of one value, behind its name where there are several.
+void addWords(const Question& question, const ValueResults& value, Document& document)
+{
+    const bool one = question.by.empty();
+    const std::string subject = one ? "" : visible(question.by) + " = " + visible(value.value) + ": ";
+    for (const std::string& note : notesOf(question, value.results))
+        document.notes.push_back(subject + note);
+    for (const auto& [code, name, sentence] : value.results.warnings)
+        document.warnings.push_back({code, name, subject + sentence});
+    if (const auto& failure = value.results.failure; failure && !one)
+        document.warnings.push_back({failure->code, failure->name, subject + "no result: " + failure->sentence});
+}
+
+bool anyValue(const Analysis& analysis, auto holds)
+{
+    return std::ranges::any_of(analysis.values, [&](const ValueResults& value) { return holds(value.results); });
+}
+
+} // namespace
+
+std::optional<Warning> Analysis::failure() const
+{
+    if (values.empty() || anyValue(*this, [](const Results& results) { return !results.failure; }))
+        return std::nullopt;
+    const Warning& last = *values.back().results.failure;
+    return question.by.empty()
+        ? last
+        : Warning{last.code, last.name, "no value of " + inQuotes(question.by) + " gave a result"};
+}
+
+long long Analysis::positive() const
+{
+    long long sum = 0;
+    for (const ValueResults& value : values)
+        sum += value.results.failure ? 0 : value.results.rows.positive;
+    return sum;
+}
+
+long long Analysis::negative() const
+{
+    long long sum = 0;
+    for (const ValueResults& value : values)
+        sum += value.results.failure ? 0 : value.results.rows.negative;
+    return sum;
+}
+
+Document analysisDocument(const Analysis& analysis)
+{
+    const Question& question = analysis.question;
+    Document document{.command = "analyze",
+                      .heading = headingOf(question),
+                      .question = factsOf(question),
+                      .parts = {},
+                      .notes = {},
+                      .warnings = {}};
+    document.parts.push_back({"cases", "Cases", caseTable(analysis)});
+    if (anyValue(analysis, [](const Results& results) { return !results.tests.empty(); }))
+        document.parts.push_back({"areas", "Areas under the ROC curves", areaTable(analysis)});
+    if (anyValue(analysis, [](const Results& results) { return !results.differences.empty(); }))
+        document.parts.push_back({"comparisons", "Differences between the areas", comparisonTable(analysis)});
+    if (analysis.bestTable && anyValue(analysis, [](const Results& results) { return !results.failure; }))
+        document.parts.push_back({"best_cut_offs", "Best cut-offs by Youden's index: sensitivity + specificity - 1",
+                                  bestCutOffTable(analysis)});
+    document.notes = analysis.notesBefore;
+    for (const ValueResults& value : analysis.values)
+        addWords(question, value, document);
+    std::ranges::copy(analysis.notesAfter, std::back_inserter(document.notes));
+    if (analysis.missing > 0)
+        document.notes.push_back("rows with a missing " + inQuotes(question.by)
+                                 + ", in no analysis: " + std::to_string(analysis.missing));
+    return document;
+}
+
+Table curvePoints(const Analysis& analysis)
+{
+    return tableOf(analysis, joined({testColumns, curveColumns}), [](const Results& results, TableMaker& table) {
+        for (const auto& [area, roc, precisionRecall, best] : results.tests)
+            for (std::size_t i = 0; i < roc.size(); ++i)
+                table.add({area.test, groupOf(area)}, {roc.cutOffs[i], roc.sensitivity[i], roc.specificity[i]});
+    });
+}
+
+Table precisionRecallPoints(const Analysis& analysis)
+{
+    return tableOf(analysis, joined({testColumns, precisionRecallColumns}),
+                   [](const Results& results, TableMaker& table) {
+                       for (const auto& [area, roc, curve, best] : results.tests)
+                           for (std::size_t i = 0; i < curve.size(); ++i)
+                               table.add({area.test, groupOf(area)},
+                                         {curve.recall[i], curve.precision[i],
+                                          curve.rocPoint[i] == PrecisionRecallCurve::interpolated ? 1.0 : 0.0});
+                   });
+}
+
+} // namespace vexroc

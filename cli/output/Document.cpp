@@ -1,0 +1,81 @@
+#include "cli/output/Document.h"
+
+#include "cli/output/Json.h"
+#include "cli/output/TableForms.h"
+#include "version.h"
+
+#include <nlohmann/json.hpp>
+
+namespace vexroc {
+
+namespace {
+
+std::string textOf(const Document& document)
+{
+    std::string text;
+    for (const std::string& line : document.heading)
+        text += line + '\n';
+    for (const Document::Part& part : document.parts) {
+        text += '\n';
+        if (!part.title.empty())
+            text.append(part.title) += '\n';
+        writeText(part.table, text);
+    }
+    return text;
+}
+
+std::string csvOf(const Document& document)
+{
+    std::string text;
+    for (const Document::Part& part : document.parts) {
+        text += text.empty() ? "" : "\n";
+        writeCsv(part.table, text);
+    }
+    return text;
+}
+
+nlohmann::ordered_json questionOf(const Document& document)
+{
+    nlohmann::ordered_json question;
+    for (const auto& [name, value] : document.question)
+        std::visit([&, key = std::string(name)](const auto& v) { question[key] = v; }, value);
+    return question;
+}
+
+nlohmann::ordered_json listOf(const std::vector<Warning>& warnings)
+{
+    nlohmann::ordered_json list = nlohmann::ordered_json::array();
+    for (const auto& [code, name, sentence] : warnings)
+        list.push_back({{"code", code}, {"name", name}, {"text", sentence}});
+    return list;
+}
+
+/// The tables are written row by row instead of as a tree: a curve has millions of points.
+std::string jsonOf(const Document& document)
+{
+    std::string text = "{\n\"schema_version\": 1,\n\"program\": ";
+    text += json::dump({{"name", "vexroc"}, {"version", programVersion}});
+    text += ",\n\"command\": " + json::string(document.command);
+    text += ",\n\"question\": " + json::dump(questionOf(document)) + ",\n\"results\": {";
+    const char* separator = "\n";
+    for (const Document::Part& part : document.parts) {
+        text.append(std::exchange(separator, ",\n")) += json::string(part.member) + ": ";
+        writeJson(part.table, text);
+    }
+    text += "\n},\n\"notes\": " + json::dump(document.notes);
+    return text + ",\n\"warnings\": " + json::dump(listOf(document.warnings)) + "\n}\n";
+}
+
+} // namespace
+
+std::string spelled(const Document& document, DocumentForm form)
+{
+    switch (form) {
+    case DocumentForm::csv: return csvOf(document);
+    case DocumentForm::json: return jsonOf(document);
+    case DocumentForm::text: break;
+    }
+    return textOf(document);
+}
+
+} // namespace vexroc

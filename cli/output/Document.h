@@ -1,0 +1,39 @@
+#pragma once
+
+#include "cli/output/Table.h"
+#include "cli/study/Results.h"
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
+
+namespace vexroc {
+
+/// The forms of a document. A page is another matter: see Page.h.
+enum class DocumentForm { text, csv, json };
+
+/// One part of the question that results answer, such as ("positive", "malignant").
+using Fact = std::pair<std::string_view, std::variant<std::string, double>>;
+
+/// The answer to a question, complete, before it is spelled in one form or several.
+struct Document {
+    struct Part {
+        std::string_view member; ///< in JSON
+        std::string_view title;  ///< for people; empty where the heading says it
+        Table table;
+    };
+    std::string_view command;
+    std::vector<std::string> heading; ///< lines for people
+    std::vector<Fact> question;       ///< the same for programs
+    std::vector<Part> parts;
+    // For people, each a line of visible text.
+    std::vector<std::string> notes;
+    std::vector<Warning> warnings;
+};
+
+/// Heading and tables for people, the tables as CSV, or one JSON document with the notes and warnings.
+std::string spelled(const Document& document, DocumentForm form);
+
+} // namespace vexroc

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "cli/output/Document.h"
+#include "cli/study/Question.h"
+#include "cli/study/Results.h"
+#include "cli/study/Study.h"
+
+#include <optional>
+#include <vector>
+
+namespace vexroc {
+
+// What is said of the results of each kind of question.
+
+/// Areas, each test for itself.
+Document areaDocument(const Question& question, const Results& results);
+/// Differences, of tests on the same cases or of a test between two groups.
+Document comparisonDocument(const Question& question, const Results& results);
+/// Points of ROC curves.
+Document curveDocument(const Question& question, const Results& results);
+/// Points of precision-recall curves.
+Document precisionRecallDocument(const Question& question, const Results& results);
+
+/// A whole analysis, of all rows or one for each value of a column.
+struct Analysis {
+    const Question& question;
+    std::vector<ValueResults> values;     ///< with one value, the empty text, when the question has no column `by`
+    std::size_t missing = 0;              ///< rows without a value
+    bool bestTable = false;               ///< with the best cut-offs
+    std::vector<std::string> notesBefore; ///< about the question, said once before the notes on results
+    std::vector<std::string> notesAfter;
+
+    /// Why there is no result at all: of the last value that failed, when all did.
+    [[nodiscard]] std::optional<Warning> failure() const;
+    [[nodiscard]] long long positive() const; ///< cases of all values with a result
+    [[nodiscard]] long long negative() const;
+};
+
+Document analysisDocument(const Analysis& analysis);
+/// Tables of all points, for files of their own.
+Table curvePoints(const Analysis& analysis);
+Table precisionRecallPoints(const Analysis& analysis);
+
+/// "Positive: diagnosis = malignant; larger values are more positive"
+std::string questionHeading(const Question& question);
+
+} // namespace vexroc

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "cli/picture/DrawnCurve.h"
+#include "cli/study/Results.h"
+
+#include <string>
+#include <vector>
+
+namespace vexroc {
+
+/// Adds the curves of all tests; one without an area has none, and one that was named twice is drawn once. `subject`
+/// stands before the name of each.
+void addDrawnCurves(const Results& results, const std::string& subject, std::vector<DrawnCurve>& curves);
+
+} // namespace vexroc

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+/// What SVG and page have in common.
+namespace vexroc::markup {
+
+/// A place or length in pixels, to a hundredth; without the zeros that say nothing.
+std::string pixels(double value);
+
+/// Visible text as it stands in SVG and HTML, also inside a quoted attribute.
+std::string text(std::string_view visibleText);
+
+/// The attributes that colour a curve and whatever stands for it: the colour itself, which lines and shapes in the
+/// element take by the name currentColor, and a class for pages, which may colour it otherwise on dark.
+std::string colourOf(std::size_t curve);
+
+/// The attribute for the dashes of a curve; empty for a line without any.
+std::string dashesOf(std::size_t curve);
+
+} // namespace vexroc::markup

@@ -1,7 +1,0 @@
-#include "cli/picture/pagePieces.h"
-
-namespace vexroc {
-
-const PagePieces pagePieces{};
-
-} // namespace vexroc

@@ -1,0 +1,134 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace vexroc {
+
+/// What became of the rows read. Each is counted once: in the first reason to leave it out, or as used.
+struct RowCounts {
+    long long read = 0;
+    long long missingState = 0;
+    long long missingGroup = 0;
+    long long missingWeight = 0;
+    long long otherGroup = 0;     ///< in neither of the groups
+    long long unusableWeight = 0; ///< the weight rounds to less than one case, or is beyond counting
+    long long incomplete = 0;     ///< a test is missing in a paired comparison
+    long long positive = 0;       ///< of the rows used
+    long long negative = 0;
+    double weightedPositive = 0.0;
+    double weightedNegative = 0.0;
+    long long roundedWeights = 0; ///< rows with a weight that is not a whole number
+    /// Rows that lack only the value of a test.
+    struct Gap {
+        std::string test;
+        long long positive = 0;
+        long long negative = 0;
+        [[nodiscard]] long long rows() const noexcept { return positive + negative; }
+    };
+    std::vector<Gap> gaps; ///< of each test that has one
+
+    [[nodiscard]] long long used() const noexcept { return positive + negative; }
+    [[nodiscard]] long long leftOut() const noexcept { return read - used(); }
+    /// (reason, rows) for each reason that left out a row.
+    [[nodiscard]] std::vector<std::pair<std::string, long long>> reasons() const;
+};
+
+/// The area of one test in one group of cases. NaN for what cannot be computed.
+struct Area {
+    std::string test;
+    std::string group; ///< "sex = female", "age < 50"; empty for all cases
+    long long positive = 0;
+    long long negative = 0;
+    long long leftOut = 0; ///< rows that could not take part
+    double weightedPositive = 0.0;
+    double weightedNegative = 0.0;
+    double area;
+    double stdError;
+    double significance;
+    double lower;
+    double upper;
+    double gini;
+    double ksMaximum; ///< NaN without a curve
+    double ksCutOff;
+};
+
+/// The points of a ROC curve, cut-offs ascending; all lists are parallel.
+struct RocCurve {
+    std::vector<double> cutOffs;
+    std::vector<double> sensitivity;
+    std::vector<double> specificity;
+    std::vector<long long> truePositive;
+    std::vector<long long> falsePositive;
+    [[nodiscard]] std::size_t size() const noexcept { return cutOffs.size(); }
+};
+
+/// The points of a precision-recall curve in the order of its cut-offs; all lists are parallel.
+struct PrecisionRecallCurve {
+    static constexpr int interpolated = -1;
+    std::vector<double> precision;
+    std::vector<double> recall;
+    std::vector<int> rocPoint; ///< the point of the ROC curve with the same cut-off, or interpolated
+    [[nodiscard]] std::size_t size() const noexcept { return precision.size(); }
+};
+
+/// A cut-off with what it makes of the cases.
+struct CutOff {
+    double value;
+    double sensitivity;
+    double specificity;
+    long long truePositive;
+    long long falsePositive;
+    long long trueNegative;
+    long long falseNegative;
+};
+
+/// All that is known of one test in one group of cases.
+struct TestResult {
+    Area area;
+    RocCurve roc;                         ///< empty where it was not asked for, or is not there
+    PrecisionRecallCurve precisionRecall; ///< likewise
+    std::vector<CutOff> best;             ///< those of the largest Youden index, ascending
+};
+
+/// The difference of two areas: first less second.
+struct Difference {
+    Area first;
+    Area second;
+    long long leftOut = 0; ///< rows that could not take part in it
+    double difference;
+    double stdError;
+    double z;
+    double significance;
+    double lower;
+    double upper;
+};
+
+/// A warning of the component in words, or why it came to no result.
+struct Warning {
+    int code;
+    std::string name;
+    std::string sentence; ///< visible text
+
+    [[nodiscard]] std::string line() const { return sentence + " (" + std::to_string(code) + " " + name + ")"; }
+};
+
+/// What one analysis came to.
+struct Results {
+    RowCounts rows;
+    std::vector<TestResult> tests;
+    std::vector<Difference> differences;
+    std::vector<Warning> warnings;
+    std::optional<Warning> failure; ///< why there is no result; then the tests tell their cases at most
+};
+
+/// The results of the rows with one value.
+struct ValueResults {
+    std::string value;
+    Results results;
+};
+
+} // namespace vexroc

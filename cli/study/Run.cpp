@@ -1,0 +1,330 @@
+#include "cli/study/Run.h"
+
+#include "cli/study/CaseColumns.h"
+#include "cli/study/Warnings.h"
+#include "cli/words/Failure.h"
+#include "cli/words/Numbers.h"
+#include "host/VexMV.h"
+#include "vexrocproc/ROCStatusCodes.h"
+#include "vexrocproc/analysis.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <map>
+#include <memory>
+#include <set>
+
+namespace vexroc {
+
+namespace {
+
+constexpr double notComputed = std::numeric_limits<double>::quiet_NaN();
+
+void require(int result)
+{
+    if (result != VEXROC_OK)
+        throw analysisError(vexroc_last_error());
+}
+
+/// One run through the component's handle, and what it tells of it.
+class HandleRun {
+public:
+    HandleRun(const RunCases& cases, const Question& question, Comparison comparison, const Watch& watch)
+        : cases_(cases), question_(question)
+    {
+        vexroc_analysis* handle = nullptr;
+        require(vexroc_analysis_new(&handle));
+        handle_.reset(handle);
+        setColumns();
+        setOptions(comparison);
+        if (question.grouping && !cases.group.empty())
+            setGrouping(*question.grouping);
+        if (watch.progress)
+            require(vexroc_analysis_on_progress(handle, tellProgress, const_cast<Watch*>(&watch)));
+        if (watch.cancelRequested)
+            require(vexroc_analysis_on_cancel(handle, askCancel, const_cast<Watch*>(&watch)));
+    }
+
+    Results results()
+    {
+        const int ended = vexroc_analysis_run(handle_.get());
+        if (ended == VEXROC_CANCELLED)
+            throw cancelled();
+        if (ended != VEXROC_OK && ended != VEXROC_NO_RESULT)
+            throw analysisError(ended == VEXROC_NO_MEMORY ? "not enough memory" : vexroc_last_error());
+        Results results{.rows = rowCounts(), .tests = {}, .differences = {}, .warnings = warnings(), .failure = {}};
+        if (ended == VEXROC_NO_RESULT)
+            addFailure(results);
+        else
+            addResults(results);
+        return results;
+    }
+
+private:
+    struct Free {
+        void operator()(vexroc_analysis* handle) const noexcept { vexroc_analysis_free(handle); }
+    };
+
+    static void tellProgress(double share, int records, void* watch)
+    {
+        static_cast<const Watch*>(watch)->progress(share, records);
+    }
+    static int askCancel(void* watch) { return static_cast<const Watch*>(watch)->cancelRequested() ? 1 : 0; }
+
+    int addColumn(const std::string& name, std::span<const double> values)
+    {
+        int column = 0;
+        require(vexroc_analysis_add_column(handle_.get(), name.c_str(), values.data(),
+                                           static_cast<long long>(values.size()), &column));
+        return column;
+    }
+    void setColumn(const char* part, int column) { require(vexroc_analysis_set_column(handle_.get(), part, column)); }
+    void setNumber(const char* name, double value) { require(vexroc_analysis_set_number(handle_.get(), name, value)); }
+    void setWord(const char* name, const char* word) { require(vexroc_analysis_set_word(handle_.get(), name, word)); }
+
+    void setColumns()
+    {
+        setColumn("state", addColumn(question_.state.column, cases_.state));
+        for (std::size_t t = 0; t < cases_.tests.size(); ++t) {
+            const auto [known, isNew] = columnOf_.try_emplace(cases_.tests[t]);
+            if (isNew) {
+                known->second = addColumn(cases_.tests[t], cases_.values[t]);
+                testOf_.emplace(known->second, cases_.tests[t]);
+            }
+            setColumn("test", known->second);
+        }
+        if (!cases_.weight.empty())
+            setColumn("weight", addColumn(question_.weight, cases_.weight));
+        if (!cases_.group.empty())
+            setColumn("group", addColumn(question_.grouping->column, cases_.group));
+    }
+
+    void setOptions(Comparison comparison)
+    {
+        setNumber("confidence_level", question_.level);
+        setNumber("roc", question_.rocCurve);
+        setNumber("pr", question_.precisionRecall);
+        setWord("direction", question_.positiveEnd());
+        setWord("cut_off", question_.equalIsPositive ? "include" : "exclude");
+        setWord("distribution", question_.biNegative ? "bi-negative" : "nonparam");
+        setWord("interpolation", question_.alongFalsePositives ? "keilwagen" : "davis-goadrich");
+        setWord("comparison",
+                comparison == Comparison::paired            ? "paired"
+                    : comparison == Comparison::independent ? "independent"
+                                                            : "none");
+    }
+
+    void setGrouping(const Grouping& grouping)
+    {
+        switch (grouping.by) {
+        case Grouping::By::cut: return setNumber("group_cut", grouping.cut);
+        case Grouping::By::midPoint: return setNumber("group_mid_point", 1.0);
+        case Grouping::By::twoValues: // 0 and 1, or the codes of two words
+        case Grouping::By::selected: break;
+        }
+        setNumber("group_first", CaseColumns::firstGroup);
+        setNumber("group_second", CaseColumns::secondGroup);
+    }
+
+    [[nodiscard]] RowCounts rowCounts() const
+    {
+        vexroc_rows rows{};
+        rows.struct_size = sizeof rows;
+        require(vexroc_analysis_rows(handle_.get(), &rows));
+        RowCounts counts{.read = rows.read,
+                         .missingState = rows.missing_state,
+                         .missingGroup = rows.missing_group,
+                         .missingWeight = rows.missing_weight,
+                         .otherGroup = rows.other_group,
+                         .unusableWeight = rows.unusable_weight,
+                         .incomplete = rows.incomplete,
+                         .positive = rows.positive,
+                         .negative = rows.negative,
+                         .weightedPositive = rows.weighted_positive,
+                         .weightedNegative = rows.weighted_negative,
+                         .roundedWeights = rows.rounded_weights,
+                         .gaps = {}};
+        for (const auto& [column, test] : testOf_) {
+            RowCounts::Gap gap{.test = test};
+            require(vexroc_analysis_missing_test(handle_.get(), column, &gap.positive, &gap.negative));
+            if (gap.rows() > 0)
+                counts.gaps.push_back(std::move(gap));
+        }
+        return counts;
+    }
+
+    [[nodiscard]] std::vector<Warning> warnings() const
+    {
+        std::vector<Warning> warnings;
+        for (int i = 0; i < vexroc_analysis_warning_count(handle_.get()); ++i) {
+            vexroc_warning warning{};
+            warning.struct_size = sizeof warning;
+            require(vexroc_analysis_warning(handle_.get(), i, &warning));
+            std::vector<std::string> tests;
+            std::set<int> named;
+            for (const int column : std::span(warning.parameters, static_cast<std::size_t>(warning.parameter_count)))
+                if (named.insert(column).second)
+                    tests.push_back(testOf_.at(column));
+            warnings.push_back(warningInWords(warning.code, warning.name, tests));
+        }
+        return warnings;
+    }
+
+    /// Without a result the tests still tell their cases, unless it takes groups to know them.
+    void addFailure(Results& results) const
+    {
+        int code = 0;
+        require(vexroc_analysis_status(handle_.get(), &code, nullptr));
+        results.failure = failureInWords(code);
+        if (question_.grouping)
+            return;
+        std::map<std::string_view, const RowCounts::Gap*> gaps; // there may be tens of thousands of tests
+        if (results.rows.incomplete == 0)                       // else rows with a gap are not among those used
+            for (const RowCounts::Gap& gap : results.rows.gaps)
+                gaps.emplace(gap.test, &gap);
+        for (const std::string& test : cases_.tests) {
+            const auto found = gaps.find(test);
+            results.tests.push_back(withoutResult(test, results.rows, found == gaps.end() ? nullptr : found->second));
+        }
+    }
+
+    [[nodiscard]] static TestResult withoutResult(const std::string& test, const RowCounts& rows,
+                                                  const RowCounts::Gap* gap)
+    {
+        Area area =
+            emptyArea(test, rows.positive - (gap ? gap->positive : 0), rows.negative - (gap ? gap->negative : 0));
+        area.leftOut = rows.read - area.positive - area.negative;
+        area.weightedPositive = gap ? notComputed : rows.weightedPositive;
+        area.weightedNegative = gap ? notComputed : rows.weightedNegative;
+        return {.area = std::move(area), .roc = {}, .precisionRecall = {}, .best = {}};
+    }
+
+    void addResults(Results& results) const
+    {
+        for (int i = 0; i < vexroc_analysis_record_count(handle_.get()); ++i)
+            results.tests.push_back(testResult(i, results.rows.read));
+        for (int i = 0; i < vexroc_analysis_comparison_count(handle_.get()); ++i) {
+            vexroc_comparison found{};
+            found.struct_size = sizeof found;
+            require(vexroc_analysis_comparison(handle_.get(), i, &found));
+            results.differences.push_back({.first = results.tests[static_cast<std::size_t>(found.first)].area,
+                                           .second = results.tests[static_cast<std::size_t>(found.second)].area,
+                                           .leftOut = results.rows.leftOut(),
+                                           .difference = found.difference,
+                                           .stdError = found.std_error,
+                                           .z = found.z,
+                                           .significance = found.significance,
+                                           .lower = found.ci_lower,
+                                           .upper = found.ci_upper});
+        }
+    }
+
+    [[nodiscard]] TestResult testResult(int index, long long rowsRead) const
+    {
+        vexroc_record record{};
+        record.struct_size = sizeof record;
+        require(vexroc_analysis_record(handle_.get(), index, &record));
+        const bool hasCurve = record.ks_maximum >= 0.0;
+        TestResult result{.area = {.test = testOf_.at(record.test),
+                                   .group = groupOf(record),
+                                   .positive = record.positive,
+                                   .negative = record.negative,
+                                   .leftOut = rowsRead - record.positive - record.negative,
+                                   .weightedPositive = record.weighted_positive,
+                                   .weightedNegative = record.weighted_negative,
+                                   .area = record.area,
+                                   .stdError = record.std_error,
+                                   .significance = record.significance,
+                                   .lower = record.ci_lower,
+                                   .upper = record.ci_upper,
+                                   .gini = record.gini,
+                                   .ksMaximum = hasCurve ? record.ks_maximum : notComputed,
+                                   .ksCutOff = hasCurve ? record.ks_cut_off : notComputed},
+                          .roc = {},
+                          .precisionRecall = {},
+                          .best = {}};
+        if (question_.points)
+            addPoints(index, record, result);
+        if (question_.bestCutOffs)
+            addBest(index, result);
+        return result;
+    }
+
+    void addPoints(int index, const vexroc_record& record, TestResult& result) const
+    {
+        const auto rows = static_cast<std::size_t>(record.curve_rows);
+        RocCurve& roc = result.roc;
+        roc = {std::vector<double>(rows), std::vector<double>(rows), std::vector<double>(rows),
+               std::vector<long long>(rows), std::vector<long long>(rows)};
+        require(vexroc_analysis_curve(handle_.get(), index, roc.cutOffs.data(), roc.sensitivity.data(),
+                                      roc.specificity.data()));
+        require(vexroc_analysis_curve_counts(handle_.get(), index, roc.truePositive.data(), roc.falsePositive.data()));
+        const auto points = static_cast<std::size_t>(record.pr_rows);
+        PrecisionRecallCurve& pr = result.precisionRecall;
+        pr = {std::vector<double>(points), std::vector<double>(points), std::vector<int>(points)};
+        require(vexroc_analysis_precision_recall(handle_.get(), index, pr.precision.data(), pr.recall.data(), nullptr));
+        require(vexroc_analysis_precision_recall_rows(handle_.get(), index, pr.rocPoint.data()));
+    }
+
+    void addBest(int index, TestResult& result) const
+    {
+        for (int i = 0; i < vexroc_analysis_best_cut_off_count(handle_.get(), index); ++i) {
+            vexroc_cut_off found{};
+            found.struct_size = sizeof found;
+            require(vexroc_analysis_best_cut_off(handle_.get(), index, i, &found));
+            result.best.push_back({found.cut_off, found.sensitivity, found.specificity, found.true_positive,
+                                   found.false_positive, found.true_negative, found.false_negative});
+        }
+    }
+
+    [[nodiscard]] std::string groupOf(const vexroc_record& record) const
+    {
+        constexpr int equal = 0;
+        constexpr int below = 2;
+        if (record.group < 0)
+            return "";
+        const std::string value = cases_.groupWords.empty()
+            ? shortest(record.group_value)
+            : cases_.groupWords[static_cast<std::size_t>(record.group_value)];
+        const char* const sign = record.group_operation == equal ? " = "
+            : record.group_operation == below                    ? " < "
+                                                                 : " >= ";
+        return question_.grouping->column + sign + value;
+    }
+
+    const RunCases& cases_;
+    const Question& question_;
+    std::unique_ptr<vexroc_analysis, Free> handle_;
+    std::map<std::string, int> columnOf_; ///< of each test
+    std::map<int, std::string> testOf_;   ///< the other way round
+};
+
+} // namespace
+
+Results run(const RunCases& cases, const Question& question, Comparison comparison, const Watch& watch)
+{
+    return HandleRun(cases, question, comparison, watch).results();
+}
+
+Area emptyArea(const std::string& test, long long positive, long long negative)
+{
+    constexpr double missing = VexCommon_920::VexMV::Missing();
+    return {.test = test,
+            .group = {},
+            .positive = positive,
+            .negative = negative,
+            .leftOut = 0,
+            .weightedPositive = static_cast<double>(positive),
+            .weightedNegative = static_cast<double>(negative),
+            .area = missing,
+            .stdError = missing,
+            .significance = missing,
+            .lower = missing,
+            .upper = missing,
+            .gini = missing,
+            .ksMaximum = notComputed,
+            .ksCutOff = notComputed};
+}
+
+} // namespace vexroc

@@ -1,0 +1,246 @@
+#include "calls/AnalysisHandle.h"
+#include "calls/guard.h"
+#include "results/RunRecord.h"
+#include "vexrocproc/ROCComparisonOutStats.h"
+#include "vexrocproc/analysis.h"
+
+#include <algorithm>
+
+namespace ROCALG_920::calls {
+namespace {
+
+const AnalysisRun& lastRun(const vexroc_analysis* analysis)
+{
+    const vexroc_analysis& handle = required(analysis, "analysis");
+    if (handle.running)
+        throw InvalidArgument("there are no results yet: the analysis is running");
+    if (handle.refused)
+        throw InvalidArgument("there are no results: the last run was refused; set right what it complained about and "
+                              "call vexroc_analysis_run again");
+    if (handle.run == nullptr)
+        throw InvalidArgument("there are no results: call vexroc_analysis_run first");
+    return *handle.run;
+}
+
+/// What a number of the last run is; 0 without one.
+template <class Number>
+int numberOf(const vexroc_analysis* analysis, Number number) noexcept
+{
+    const bool hasRun = analysis != nullptr && !analysis->running && analysis->run != nullptr;
+    return hasRun ? static_cast<int>(number(*analysis->run)) : 0;
+}
+
+vexroc_record toC(const ROCOutBase& record)
+{
+    const auto [ksMaximum, ksCutOff] = record.getKolmogorovSmirnov();
+    vexroc_record out{};
+    out.test = record.getTestVarInd();
+    out.group = record.getGroupVarInd();
+    out.group_operation = record.getGroupValueOperation();
+    out.ties = record.existTies();
+    out.group_value = record.getGroupValue();
+    out.positive = record.getPositiveCount();
+    out.negative = record.getNegativeCount();
+    out.weighted_positive = record.getPosFreqCount();
+    out.weighted_negative = record.getNegFreqCount();
+    out.area = record.getArea();
+    out.std_error = record.getStdError();
+    out.significance = record.getAsymptoticSig();
+    out.ci_lower = record.getCILower();
+    out.ci_upper = record.getCIUpper();
+    out.gini = record.getGiniIndex();
+    out.ks_maximum = ksMaximum;
+    out.ks_cut_off = ksCutOff;
+    out.curve_rows = static_cast<int>(record.getSensitivitySpecificity().size());
+    out.pr_rows = static_cast<int>(record.getPrecisionRecallDraw().size());
+    out.distribution_changed = record.isDistrbutionChanged();
+    return out;
+}
+
+const RunRecord& recordOf(const vexroc_analysis* analysis, int index)
+{
+    return RunRecord::of(*at(lastRun(analysis).records(), index, "record"));
+}
+
+vexroc_cut_off toC(const OperatingPoint& point)
+{
+    vexroc_cut_off out{};
+    out.cut_off = point.cutOff;
+    out.sensitivity = sensitivity(point.counts);
+    out.specificity = specificity(point.counts);
+    out.true_positive = point.counts.truePositives;
+    out.false_positive = point.counts.falsePositives;
+    out.true_negative = point.counts.trueNegatives;
+    out.false_negative = point.counts.falseNegatives;
+    return out;
+}
+
+} // namespace
+} // namespace ROCALG_920::calls
+
+using namespace ROCALG_920;
+using namespace ROCALG_920::calls;
+
+int vexroc_analysis_status(const vexroc_analysis* analysis, int* code, const char** name)
+{
+    return guarded([&] {
+        const AnalysisRun& run = lastRun(analysis);
+        if (code != nullptr)
+            *code = run.statusCode();
+        if (name != nullptr)
+            *name = run.statusName().c_str();
+        return VEXROC_OK;
+    });
+}
+
+int vexroc_analysis_warning_count(const vexroc_analysis* analysis)
+{
+    return numberOf(analysis, [](const AnalysisRun& run) { return run.warnings().size(); });
+}
+
+int vexroc_analysis_record_count(const vexroc_analysis* analysis)
+{
+    return numberOf(analysis, [](const AnalysisRun& run) { return run.records().size(); });
+}
+
+int vexroc_analysis_comparison_count(const vexroc_analysis* analysis)
+{
+    return numberOf(analysis, [](const AnalysisRun& run) { return run.comparisons().size(); });
+}
+
+int vexroc_analysis_left_out_count(const vexroc_analysis* analysis)
+{
+    return numberOf(analysis, [](const AnalysisRun& run) { return run.rows().withoutParts(); });
+}
+
+int vexroc_analysis_rows(const vexroc_analysis* analysis, vexroc_rows* rows)
+{
+    return guarded([&] { return deliver(lastRun(analysis).rows().rows, rows); });
+}
+
+int vexroc_analysis_missing_test(const vexroc_analysis* analysis, int column, long long* positive, long long* negative)
+{
+    return guarded([&] {
+        const std::vector<RowCounts::Gap>& gaps = lastRun(analysis).rows().gaps;
+        const auto found = std::ranges::lower_bound(gaps, column, {}, &RowCounts::Gap::column);
+        if (found == gaps.end() || found->column != column)
+            throw InvalidArgument("column " + std::to_string(column) + " was no test of the last run");
+        put(positive, 0, found->positive);
+        put(negative, 0, found->negative);
+        return VEXROC_OK;
+    });
+}
+
+int vexroc_analysis_warning(const vexroc_analysis* analysis, int index, vexroc_warning* warning)
+{
+    return guarded([&] {
+        const AnalysisRun::Warning& found = at(lastRun(analysis).warnings(), index, "warning");
+        vexroc_warning out{};
+        out.name = found.name.c_str();
+        out.parameters = found.parameters.data();
+        out.parameter_count = static_cast<int>(found.parameters.size());
+        out.code = found.code;
+        return deliver(out, warning);
+    });
+}
+
+int vexroc_analysis_record(const vexroc_analysis* analysis, int index, vexroc_record* record)
+{
+    return guarded([&] { return deliver(toC(recordOf(analysis, index)), record); });
+}
+
+int vexroc_analysis_comparison(const vexroc_analysis* analysis, int index, vexroc_comparison* comparison)
+{
+    return guarded([&] {
+        const AnalysisRun& run = lastRun(analysis);
+        const ROCComparisonOutStats& found = *at(run.comparisons(), index, "comparison");
+        const auto records = run.records();
+        const auto indexOf = [&](const ROCOutBase* record) {
+            return static_cast<int>(std::ranges::find(records, record) - records.begin());
+        };
+        vexroc_comparison out{};
+        out.first = indexOf(found.getCompare1Stats());
+        out.second = indexOf(found.getCompare2Stats());
+        out.difference = found.getAUCDiff();
+        out.std_error = found.getStdErrorDiff();
+        out.z = found.getZStats();
+        out.significance = found.getAsymptoticSig();
+        out.ci_lower = found.getCILower();
+        out.ci_upper = found.getCIUpper();
+        return deliver(out, comparison);
+    });
+}
+
+int vexroc_analysis_curve(const vexroc_analysis* analysis, int record, double* cut_offs, double* sensitivity,
+                          double* specificity)
+{
+    return guarded([&] {
+        const RunRecord& found = recordOf(analysis, record);
+        const auto& points = found.getSensitivitySpecificity();
+        for (std::size_t i = 0; i < points.size(); ++i) {
+            put(cut_offs, i, found.getCutOffPoints()[i]);
+            put(sensitivity, i, points[i].first);
+            put(specificity, i, points[i].second);
+        }
+        return VEXROC_OK;
+    });
+}
+
+int vexroc_analysis_curve_counts(const vexroc_analysis* analysis, int record, long long* true_positive,
+                                 long long* false_positive)
+{
+    return guarded([&] {
+        const RunRecord& found = recordOf(analysis, record);
+        for (std::size_t i = 0; i < found.getSensitivitySpecificity().size(); ++i) {
+            const CutOffCounts counts = found.point(i).counts;
+            put(true_positive, i, counts.truePositives);
+            put(false_positive, i, counts.falsePositives);
+        }
+        return VEXROC_OK;
+    });
+}
+
+int vexroc_analysis_best_cut_off_count(const vexroc_analysis* analysis, int record)
+{
+    return numberOf(analysis, [&](const AnalysisRun& run) {
+        const auto& best = run.bestCutOffs();
+        return record >= 0 && static_cast<std::size_t>(record) < best.size()
+            ? best[static_cast<std::size_t>(record)].size()
+            : 0;
+    });
+}
+
+int vexroc_analysis_best_cut_off(const vexroc_analysis* analysis, int record, int index, vexroc_cut_off* cut_off)
+{
+    return guarded([&] {
+        const std::vector<OperatingPoint>& best = at(lastRun(analysis).bestCutOffs(), record, "record");
+        return deliver(toC(at(best, index, "best cut-off")), cut_off);
+    });
+}
+
+int vexroc_analysis_precision_recall(const vexroc_analysis* analysis, int record, double* precision, double* recall,
+                                     unsigned char* interpolated)
+{
+    return guarded([&] {
+        const RunRecord& found = recordOf(analysis, record);
+        const auto& points = found.getPrecisionRecallDraw();
+        for (std::size_t i = 0; i < points.size(); ++i) {
+            put(precision, i, points[i].first);
+            put(recall, i, points[i].second);
+            put(interpolated, i, found.isInterpolated(i));
+        }
+        return VEXROC_OK;
+    });
+}
+
+int vexroc_analysis_precision_recall_rows(const vexroc_analysis* analysis, int record, int* curve_rows)
+{
+    return guarded([&] {
+        const RunRecord& found = recordOf(analysis, record);
+        const bool hasCurve = !found.getSensitivitySpecificity().empty();
+        int measured = 0; // points so far, one per row of the curve
+        for (std::size_t i = 0; i < found.getPrecisionRecallDraw().size(); ++i)
+            put(curve_rows, i, hasCurve && !found.isInterpolated(i) ? measured++ : -1);
+        return VEXROC_OK;
+    });
+}

@@ -1,0 +1,108 @@
+#include "calls/settingsByName.h"
+
+#include "calls/guard.h"
+#include "vexrocproc/optionwords.h"
+
+#include <cmath>
+#include <string>
+
+namespace ROCALG_920::calls {
+
+namespace {
+
+using Request = AnalysisRequest;
+using namespace ROCConst_920;
+
+void setConfidenceLevel(Request& request, double level)
+{
+    if (!(level > 0.0 && level < 1.0))
+        throw InvalidArgument("confidence_level: expected a number between 0 and 1, such as 0.95");
+    request.options().setConfidenceLevel(level);
+}
+
+constexpr NamedSetting settings[] = {
+    {"state", [](Request& r, int column) { r.setState(column); }},
+    {"test", [](Request& r, int column) { r.addTest(column); }},
+    {"group", [](Request& r, int column) { r.setGroup(column); }},
+    {"weight", [](Request& r, int column) { r.setWeight(column); }},
+
+    {"positive_value", [](Request& r, double value) { r.setPositiveValue(value); }},
+    {"confidence_level", setConfidenceLevel},
+    {"group_cut", [](Request& r, double value) { r.splitAtCut(value); }},
+    {"group_first", [](Request& r, double value) { r.selectFirst(value); }},
+    {"group_second", [](Request& r, double value) { r.selectSecond(value); }},
+    {"group_mid_point", [](Request& r, double value) { r.splitInTheMiddle(value != 0.0); }},
+    {"roc", [](Request& r, double value) { r.options().setNeedROC(value != 0.0); }},
+    {"pr", [](Request& r, double value) { r.options().setNeedPR(value != 0.0); }},
+
+    {"direction",
+     NamedSetting::Word{{"larger", "smaller"}, [](Request& r, int i) { r.options().setDirection(Direction(i)); }}},
+    {"cut_off",
+     NamedSetting::Word{{"include", "exclude"},
+                        [](Request& r, int i) { r.options().setClassification(Classification(i)); }}},
+    {"distribution",
+     NamedSetting::Word{{"nonparam", "bi-negative"},
+                        [](Request& r, int i) { r.options().setDistribution(Distribution(i)); }}},
+    {"interpolation",
+     NamedSetting::Word{{"davis-goadrich", "keilwagen"},
+                        [](Request& r, int i) { r.options().setPRInterpolationType(PRInterpolation(i)); }}},
+    {"comparison",
+     NamedSetting::Word{{"none", "independent", "paired"},
+                        [](Request& r, int i) { r.options().setComparisonType(ComparisonType(i)); }}},
+};
+
+/// Appends to a list in words.
+void enlist(std::string& list, std::string_view item)
+{
+    list += list.empty() ? "" : ", ";
+    list += item;
+}
+
+/// The setting of this name that takes a value of this kind.
+template <class Kind>
+const Kind& find(std::string_view name, const char* kind)
+{
+    std::string names;
+    for (const NamedSetting& setting : settings) {
+        const Kind* const set = std::get_if<Kind>(&setting.set);
+        if (set != nullptr && setting.name == name)
+            return *set;
+        if (set != nullptr)
+            enlist(names, setting.name);
+    }
+    throw InvalidArgument("no setting " + quoted(name) + " takes a " + kind + "; those that do are " + names);
+}
+
+} // namespace
+
+std::span<const NamedSetting> namedSettings() noexcept { return settings; }
+
+void setColumn(AnalysisRequest& request, std::string_view setting, int column)
+{
+    const std::size_t count = request.columnCount();
+    if (column < Request::none || (column >= 0 && static_cast<std::size_t>(column) >= count))
+        throw InvalidArgument(std::string(setting) + ": no column " + std::to_string(column) + "; there are "
+                              + std::to_string(count));
+    find<NamedSetting::Column>(setting, "column")(request, column);
+}
+
+void setNumber(AnalysisRequest& request, std::string_view setting, double value)
+{
+    if (std::isnan(value))
+        throw InvalidArgument(std::string(setting) + ": NaN is missing and no number; give one");
+    find<NamedSetting::Number>(setting, "number")(request, value);
+}
+
+void setWord(AnalysisRequest& request, std::string_view setting, std::string_view word)
+{
+    const auto& [words, set] = find<NamedSetting::Word>(setting, "word");
+    std::string all;
+    for (std::size_t i = 0; i < words.size() && !words[i].empty(); ++i) {
+        if (compareIgnoreCase(std::string(word), std::string(words[i])))
+            return set(request, static_cast<int>(i));
+        enlist(all, quoted(words[i]));
+    }
+    throw InvalidArgument(std::string(setting) + ": no word " + quoted(word) + "; the words are " + all);
+}
+
+} // namespace ROCALG_920::calls
