@@ -1,6 +1,8 @@
 """What the program writes for others to read: JSON after its schema, files, and names that break careless programs."""
 import csv
+import html.parser
 import io
+import xml.etree.ElementTree
 
 import pytest
 from harness import CANCER, as_csv
@@ -49,6 +51,24 @@ def test_output_is_what_would_be_printed(vexroc, tmp_path, command):
     assert list(tmp_path.iterdir()) == [file]
 
 
+class Page(html.parser.HTMLParser):
+    """The scripts of a page, the names of its curves, and the text of its cells."""
+
+    def __init__(self, text):
+        super().__init__()
+        self.scripts, self.names, self.cells, self.tag = 0, [], [], ""
+        self.feed(text)
+
+    def handle_starttag(self, tag, attrs):
+        self.tag = tag
+        self.scripts += tag == "script"
+        self.names += [value for name, value in attrs if name == "data-name"]
+
+    def handle_data(self, data):
+        if self.tag in ("td", "bdi"):
+            self.cells.append(data)
+
+
 def test_names_harm_no_output(vexroc, tmp_path):
     data = as_csv(["state", *HOSTILE], *([row % 2, *(row * (3 + i) % 11 + row % 2 for i, _ in enumerate(HOSTILE))]
                                          for row in range(12)))
@@ -60,8 +80,18 @@ def test_names_harm_no_output(vexroc, tmp_path):
     assert [row["variable"] for row in document["results"]["areas"]] == HOSTILE
     rows = csv.DictReader(io.StringIO(printed("csv").split("\n\n")[1], newline=""))
     assert [row["variable"] for row in rows] == HOSTILE
-    assert all(character == "\n" or character.isprintable() for character in printed("text"))
-    assert not list(tmp_path.iterdir()), "a command ran"
+    text = printed("text")
+    assert all(character == "\n" or character.isprintable() for character in text)
+
+    shown = [line.split("  ")[0] for line in text.split("Areas under")[1].split("\n\n")[0].splitlines()[2:]]
+    vexroc.done(*question, "--pr", "--best", "--compare", "paired", "--plot", "p.svg", "--report", "page.html",
+                data=data, cwd=tmp_path)
+    picture = xml.etree.ElementTree.parse(tmp_path / "p.svg")
+    texts = {" ".join("".join(node.itertext()).split()) for node in picture.iter("{http://www.w3.org/2000/svg}text")}
+    page = Page((tmp_path / "page.html").read_text(encoding="utf-8"))
+    assert page.scripts == 1 and page.names == 2 * shown  # in two panels
+    assert set(shown) <= texts & set(page.cells)
+    assert {file.name for file in tmp_path.iterdir()} == {"p.svg", "page.html"}, "a command ran"
 
 
 def test_names_that_are_not_utf_8_are_replaced_in_json(vexroc):

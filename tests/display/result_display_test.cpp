@@ -125,9 +125,8 @@ TEST_F(ResultDisplay, FormatsListsInTheDefaultWayAndOtherNumbersInTheStreams)
 TEST_F(ResultDisplay, OfAResultSetShowsItsRecordsOrItsComparisonsWithTheirRecordsFirst)
 {
     FixedComparison compared({.covariance = 0.0, .z = 2.5, .zSig = 0.0124, .interval = {-0.0625, 0.25}});
-    ROCComparisonOutStats forth(first, second, compared);
-    ROCComparisonOutStats back(second, first, compared);
-    EXPECT_EQ(textOf(forth),
+    ROCComparisonOutStats comparison(first, second, compared);
+    EXPECT_EQ(textOf(comparison),
               "+++++Comparison Variable 1:+++++\n" + textOf(first) + "+++++Comparison Variable 2:+++++\n"
                   + textOf(second)
                   + "+++++Comparison stats:+++++\n"
@@ -143,8 +142,7 @@ TEST_F(ResultDisplay, OfAResultSetShowsItsRecordsOrItsComparisonsWithTheirRecord
         return out.str();
     };
     EXPECT_EQ(textOfSet({}), separatorLine + textOf(first) + separatorLine + textOf(second));
-    EXPECT_EQ(textOfSet({&forth, &back}),
-              separatorLine + "Base stats size:2\n" + textOf(forth) + separatorLine + textOf(back));
+    EXPECT_EQ(textOfSet({&comparison}), separatorLine + "Base stats size:2\n" + textOf(comparison));
 }
 
 } // namespace

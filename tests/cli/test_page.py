@@ -1,18 +1,14 @@
-"""report_page.py PROGRAM DATA: opens report pages in headless Chromium, driven by chromedriver, as a reader would.
-
-Ends with 77, and says why, where the browser is absent.
-"""
+"""Report pages in headless Chromium, driven by chromedriver, as a reader sees them."""
 import json
-import pathlib
 import re
 import shutil
 import subprocess
-import sys
-import tempfile
 import time
 import urllib.request
 
-PROGRAM, DATA = sys.argv[1], pathlib.Path(sys.argv[2])
+import pytest
+from harness import CANCER, DATA
+
 FLAGS = ["--headless", "--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run", "--disable-sync",
          "--disable-background-networking", "--disable-component-update", "--window-size=1200,1400"]
 PANELS = """
@@ -24,7 +20,8 @@ return [...document.querySelectorAll('#curves svg')].map((svg) => {
 LEGEND = """
 return [...document.querySelectorAll('#legend tbody tr')].map((row, c) => [row.innerText, row.className,
   row.querySelector('button').getAttribute('aria-pressed'),
-  [...document.querySelectorAll(`[data-curve="${c}"]`)].every((part) => part.getBoundingClientRect().width > 0)]);
+  [...document.querySelectorAll(`[data-curve="${c}"]`)].every(
+    (part) => part.getBoundingClientRect().width > 0)]);
 """
 # Labels whose text leaves the box for which a place was found, in this browser's font.
 LABELS_TOO_WIDE = """
@@ -36,11 +33,6 @@ return [...document.querySelectorAll('.label')].filter((label) => {
 TIP = "return document.getElementById('tip').innerText;"
 ENTER, RIGHT = "\ue007", "\ue014"
 OVERFLOW = "return document.documentElement.scrollWidth - document.documentElement.clientWidth;"
-
-
-def skip(reason):
-    print(f"skipped: {reason}")
-    sys.exit(77)
 
 
 class Browser:
@@ -97,17 +89,25 @@ class Browser:
         self.driver.wait()
 
 
-def make_page(file, *arguments):
-    result = subprocess.run([PROGRAM, "analyze", *map(str, arguments), "--report", file], capture_output=True,
-                            text=True, check=False)
-    assert result.returncode == 0, result.stderr
+@pytest.fixture(scope="module")
+def browser(tmp_path_factory):
+    for program in ("chromium", "chromedriver"):
+        if not shutil.which(program):
+            pytest.skip(f"{program} is not installed")
+    started = Browser(tmp_path_factory.mktemp("profile"))
+    yield started
+    started.close()
+
+
+def make_page(vexroc, folder, *question):
+    file = folder / "page.html"
+    vexroc.done("analyze", *question, "--report", file)
     return file
 
 
-def a_reader_explores_two_curves(browser, folder):
-    file = make_page(folder / "page.html", DATA / "breast_cancer.csv", "--state", "diagnosis=malignant", "--test",
-                     "radius_mean,texture_mean", "--pr")
-    assert "<td>0.9375 [0.9170, 0.9580]</td><td>15.045</td>" in file.read_text(encoding="utf-8") # also without script
+def test_a_reader_explores_two_curves(vexroc, browser, tmp_path):
+    file = make_page(vexroc, tmp_path, *CANCER, "radius_mean,texture_mean", "--pr")
+    assert "<td>0.9375 [0.9170, 0.9580]</td><td>15.045</td>" in file.read_text(encoding="utf-8")  # also without script
     browser.open(file)
     assert browser.evaluate("return document.querySelectorAll('.label').length") == 3
     assert browser.evaluate(LABELS_TOO_WIDE) == 0
@@ -139,9 +139,9 @@ def a_reader_explores_two_curves(browser, folder):
     assert not browser.complaints()
 
 
-def nothing_from_outside_gets_in(browser, folder):
+def test_nothing_from_outside_gets_in(vexroc, browser, tmp_path):
     """What a careless copy of the page might gain is stopped by its policy."""
-    file = make_page(folder / "page.html", DATA / "fawcett_2006.csv", "--state", "class=1", "--test", "score")
+    file = make_page(vexroc, tmp_path, DATA / "fawcett_2006.csv", "--state", "class=1", "--test", "score")
     text = file.read_text(encoding="utf-8")
     assert not re.search(r"<(?:link|img|iframe|object)\b|\bsrc=", text)
     injected = "<script>document.title = 'injected'</script><img src='https://example.org/x.png'>"
@@ -149,19 +149,3 @@ def nothing_from_outside_gets_in(browser, folder):
     browser.open(file)
     assert browser.evaluate("return document.title") == "ROC analysis"
     assert len([entry for entry in browser.complaints() if "Content Security Policy" in entry["message"]]) == 2
-
-
-def main():
-    for program in ("chromium", "chromedriver"):
-        if not shutil.which(program):
-            skip(f"{program} is not installed")
-    with tempfile.TemporaryDirectory() as folder, tempfile.TemporaryDirectory() as profile:
-        browser = Browser(profile)
-        try:
-            for test in (a_reader_explores_two_curves, nothing_from_outside_gets_in):
-                test(browser, pathlib.Path(folder))
-        finally:
-            browser.close()
-
-
-main()

@@ -1,0 +1,101 @@
+"""The pictures as they are drawn: every curve with its name, no label over anything, three kinds of file."""
+import itertools
+import random
+import re
+import struct
+import xml.etree.ElementTree
+
+from harness import as_csv
+
+SVG = "{http://www.w3.org/2000/svg}"
+QUESTION = ["analyze", "-", "--state", "s=1", "--test", "all"]
+
+
+def texts_of(root):
+    return [" ".join("".join(node.itertext()).split()) for node in root.iter(SVG + "text")]
+
+
+def drawn(vexroc, folder, data, *options):
+    """The root of the picture."""
+    vexroc.done(*QUESTION, *options, "--plot", "p.svg", data=data, cwd=folder)
+    return xml.etree.ElementTree.parse(folder / "p.svg").getroot()
+
+
+def test_pictures_come_in_three_kinds(vexroc, tmp_path):
+    names = ["🙂👨‍👩‍👧", "漢字", "שלום (1)", "e\u0301\u0323" * 30, "\uffff"]  # none of them stops the drawing
+    data = as_csv(["s", *names], *([row % 2] + 5 * [row] for row in range(9)))
+    svg = drawn(vexroc, tmp_path, data, "--pr")
+    for file in ("p.pdf", "P.PNG"):
+        vexroc.done(*QUESTION, "--pr", "--plot", file, data=data, cwd=tmp_path)
+    png, pdf = (tmp_path / "P.PNG").read_bytes(), (tmp_path / "p.pdf").read_bytes()
+    twice = struct.pack(">II", *(2 * int(svg.get(side)) for side in ("width", "height")))
+    assert png.startswith(b"\x89PNG") and png[16:24] == twice and len(png) > 50_000
+    assert pdf.startswith(b"%PDF") and b"/Image" not in pdf and len(pdf) > 5000  # no pixels
+    for option, file, said in (("--plot", "p.gif", ".svg, .pdf or .png"), ("--report", "page.pdf", ".html or .htm"),
+                               ("--report", "page", ".html or .htm")):
+        vexroc.fails(2, said, "analyze", "no data", "--state", "s=1", "--test", "t", option, file, cwd=tmp_path)
+
+
+def test_a_machine_without_librsvg_is_told_the_package(vexroc, tmp_path):
+    (tmp_path / "librsvg-2.so.2").touch()
+    vexroc.fails(4, "apt install librsvg2-2", *QUESTION, "--plot", "q.pdf", data=b"s,t\n1,1\n0,0\n", cwd=tmp_path,
+                 env={"LD_LIBRARY_PATH": str(tmp_path)})
+
+
+def points_of(path):
+    """The points of a path's lines, half a pixel apart."""
+    x, y = 0, 0
+    for command, numbers in re.findall("([MLHV])([^MLHV]*)", path):
+        place = [float(number) for number in numbers.split()]
+        to_x, to_y = place if command in "ML" else (place[0], y) if command == "H" else (x, place[0])
+        steps = 1 if command == "M" else int(2 * (abs(to_x - x) + abs(to_y - y))) + 1
+        yield from ((x + (to_x - x) * i / steps, y + (to_y - y) * i / steps) for i in range(1, steps + 1))
+        x, y = to_x, to_y
+
+
+def made_up(seed):
+    chance = random.Random(seed)
+    digits, tests = chance.choice([0, 1, 4]), 1 + seed % 4
+    return as_csv(["s", *(f"t{i}" for i in range(tests))],
+                  *([row % 3 % 2, *(f"{chance.gauss(row % 3 % 2 * 2 * chance.random(), 1):.{digits}f}"
+                                    if chance.random() < 0.9 else "" for _ in range(tests))]
+                    for row in range(chance.choice([6, 20, 200]))))
+
+
+def check_labels(axes):
+    """The numbers of labels and dots."""
+    rects = ([float(rect.get(key)) for key in ("x", "y", "width", "height")] for rect in axes.iter(SVG + "rect"))
+    boxes = [(x, y, x + width, y + height) for x, y, width, height in rects]
+    dots = [(float(dot.get("cx")), float(dot.get("cy"))) for dot in axes.iter(SVG + "circle")]
+    paths = axes.iterfind(f"{SVG}g[@data-curve]/{SVG}path")
+    below = [*itertools.chain(*(points_of(path.get("d")) for path in paths)),
+             *((x + dx, y + dy) for x, y in dots for dx in (-5, 5) for dy in (-5, 5))]
+    for left, top, right, bottom in boxes:
+        assert 0 < left < right < 440 and 0 < top < bottom < 440
+        assert not any(left < x < right and top < y < bottom for x, y in below)
+    for a, b in itertools.combinations(boxes, 2):
+        assert a[0] >= b[2] or b[0] >= a[2] or a[1] >= b[3] or b[1] >= a[3]
+    return len(boxes) if dots else 0, len(dots)
+
+
+def test_no_label_lies_over_anything(vexroc, tmp_path):
+    counts = [check_labels(axes) for seed in range(40)
+              for axes in drawn(vexroc, tmp_path, made_up(seed), "--pr").iterfind(f".//{SVG}g[@class='axes']")]
+    labels, dots = map(sum, zip(*counts))
+    assert labels > 0.7 * dots > 50
+
+
+def test_every_curve_is_drawn_and_named(vexroc, tmp_path):
+    """Up to a limit that is told; names that are shown alike, or only differ behind many characters, stay apart."""
+    long = "x" * 150
+    names = ["a\n", "a\\n", long + "1" + long, long + "2" + long, *(f"t{i}" for i in range(110))]
+    data = as_csv(["s", *names], *([row % 2, *((row * 7 + i) % 11 for i, _ in enumerate(names))] for row in range(12)))
+    root = drawn(vexroc, tmp_path, data, "--level", "0.9")
+    assert "the first 100 of 114 curves are drawn" in vexroc(*QUESTION, "--plot", "p.svg", data=data, cwd=tmp_path).err
+    texts = texts_of(root)
+    cut = f"{'x' * 40}…{'x' * 39}"
+    named = ["a\\n", "a\\\\n", cut + " (1)", cut + " (2)", *(f"t{i}" for i in range(96))]
+    assert [text for text in texts if text in named] == named
+    assert "area [90 % confidence interval]" in texts
+    lowest = max(float(node.get("y")) for node in root.iter(SVG + "text"))
+    assert lowest < float(root.get("height"))
