@@ -91,7 +91,7 @@ int vexroc_analysis_set_number(vexroc_analysis* analysis, const char* setting, d
  *   cut_off        include, exclude: does a value equal to a cut-off count as positive?
  *   distribution   nonparam, bi-negative: assumption behind the standard error
  *   interpolation  davis-goadrich, keilwagen: of precision-recall points
- *   comparison     none, independent (each test between the groups), paired (all pairs of tests)
+ *   comparison     none, independent, paired: of each test between the groups, or of all pairs of tests
  */
 int vexroc_analysis_set_word(vexroc_analysis* analysis, const char* setting, const char* word);
 
