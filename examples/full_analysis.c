@@ -40,7 +40,14 @@ int main(void)
         vexroc_record record = {.struct_size = sizeof record};
         vexroc_analysis_record(analysis, i, &record);
         printf("female = %g: area %.3f, standard error %.3f\n", record.group_value, record.area, record.std_error);
+        vexroc_cut_off best = {.struct_size = sizeof best};
+        if (vexroc_analysis_best_cut_off(analysis, i, 0, &best) == VEXROC_OK)
+            printf("    at %.2f: %lld true and %lld false positive\n", best.cut_off, best.true_positive,
+                   best.false_positive);
     }
+    vexroc_rows rows = {.struct_size = sizeof rows};
+    vexroc_analysis_rows(analysis, &rows);
+    printf("%lld of %lld rows used\n", rows.positive + rows.negative, rows.read);
     for (int i = 0; i < vexroc_analysis_comparison_count(analysis); ++i) {
         vexroc_comparison comparison = {.struct_size = sizeof comparison};
         vexroc_analysis_comparison(analysis, i, &comparison);

@@ -91,7 +91,7 @@ int vexroc_analysis_set_number(vexroc_analysis* analysis, const char* setting, d
  *   cut_off        include, exclude: does a value equal to a cut-off count as positive?
  *   distribution   nonparam, bi-negative: assumption behind the standard error
  *   interpolation  davis-goadrich, keilwagen: of precision-recall points
- *   comparison     none, independent (each test between the groups), paired (all pairs of tests)
+ *   comparison     none, independent, paired: of each test between the groups, or of all pairs of tests
  */
 int vexroc_analysis_set_word(vexroc_analysis* analysis, const char* setting, const char* word);
 
@@ -140,6 +140,8 @@ typedef struct vexroc_rows {
     double weighted_positive; /**< sum of their weights, each rounded with halves up; their number without weights */
     double weighted_negative;
     long long rounded_weights; /**< of the rows with state, group and weight: the weight is not a whole number */
+    long long rounded_used;    /**< of these: those used or incomplete */
+    long long too_heavy;       /**< of unusable_weight: beyond the range of int */
 } vexroc_rows;
 
 /** Fills the structure, also after a run that ended with an error or was cancelled: all rows are counted before. */
@@ -203,6 +205,15 @@ typedef struct vexroc_comparison {
 int vexroc_analysis_warning(const vexroc_analysis* analysis, int index, vexroc_warning* warning);
 int vexroc_analysis_record(const vexroc_analysis* analysis, int index, vexroc_record* record);
 int vexroc_analysis_comparison(const vexroc_analysis* analysis, int index, vexroc_comparison* comparison);
+
+/**
+ * The rows that a record is about: those of its group, or all without one. What is left of the usable ones beside its
+ * positive and negative cases are rows without its test, or without some test in a paired comparison.
+ *
+ * @param read    receives those read, whether they take part or not; may be null
+ * @param usable  receives those used or incomplete in the words of vexroc_rows; may be null
+ */
+int vexroc_analysis_record_rows(const vexroc_analysis* analysis, int record, long long* read, long long* usable);
 
 /**
  * The ROC curve of a record, cut-offs ascending.

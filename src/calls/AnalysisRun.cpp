@@ -9,6 +9,9 @@
 #include "vexrocproc/ROCOutputs.h"
 #include "vexrocproc/ROCStatusCodes.h"
 
+#include <map>
+#include <utility>
+
 namespace ROCALG_920::calls {
 
 namespace {
@@ -47,8 +50,7 @@ AnalysisRun::AnalysisRun(const AnalysisRequest& request, const Callbacks& callba
     VexCommon_920::ColumnRecordIter records(selection.columns());
     build(records, callbacks);
     noteWarnings();
-    for (const ROCOutBase* const record : this->records())
-        bestCutOffs_.push_back(RunRecord::of(*record).bestCutOffs());
+    noteRecords(request);
 }
 
 void AnalysisRun::build(VexCommon_920::MultiPassRecordIter& records, const Callbacks& callbacks)
@@ -76,6 +78,33 @@ void AnalysisRun::noteWarnings()
         for (const auto& parameter : warnings.GetParameters(i))
             warnings_.back().parameters.push_back(parameter.GetInt());
     }
+}
+
+void AnalysisRun::noteRecords(const AnalysisRequest& request)
+{
+    std::map<std::pair<int, double>, GroupRows> known; // by operation and value: there are two groups at most
+    for (const ROCOutBase* const record : records()) {
+        bestCutOffs_.push_back(RunRecord::of(*record).bestCutOffs());
+        const double value = record->getGroupVarInd() < 0 ? 0.0 : record->getGroupValue();
+        const auto [rows, isNew] = known.try_emplace({record->getGroupValueOperation(), value});
+        if (isNew)
+            rows->second = rowsOf(*record, request);
+        groupRows_.push_back(rows->second);
+    }
+}
+
+GroupRows AnalysisRun::rowsOf(const ROCOutBase& record, const AnalysisRequest& request) const
+{
+    if (record.getGroupVarInd() < 0)
+        return {rows_.rows.read, rows_.rows.positive + rows_.rows.negative + rows_.rows.incomplete};
+    return countMembers(request.columns(), request.rowRule(), [&](double value) {
+        switch (record.getGroupValueOperation()) {
+        case ROCConst_920::Equal: return value == record.getGroupValue();
+        case ROCConst_920::GreaterOrEqual: return value >= record.getGroupValue();
+        case ROCConst_920::Less: return value < record.getGroupValue();
+        }
+        return false; // no such operation
+    });
 }
 
 std::span<ROCOutBase* const> AnalysisRun::records() const noexcept

@@ -38,12 +38,16 @@ public:
     [[nodiscard]] const RowCounts& rows() const noexcept { return rows_; }
     [[nodiscard]] std::span<ROCOutBase* const> records() const noexcept;
     [[nodiscard]] std::span<ROCComparisonOutStats* const> comparisons() const noexcept;
-    /// Those of each record.
+    /// Of each record.
+    [[nodiscard]] const std::vector<GroupRows>& groupRows() const noexcept { return groupRows_; }
+    /// Of each record.
     [[nodiscard]] const std::vector<std::vector<OperatingPoint>>& bestCutOffs() const noexcept { return bestCutOffs_; }
 
 private:
     void build(VexCommon_920::MultiPassRecordIter& records, const Callbacks& callbacks);
     void noteWarnings();
+    void noteRecords(const AnalysisRequest& request);
+    [[nodiscard]] GroupRows rowsOf(const ROCOutBase& record, const AnalysisRequest& request) const;
 
     VexXML_920::VexVarList variables_;
     std::unique_ptr<RocAlgorithm> algorithm_;
@@ -52,6 +56,7 @@ private:
     std::string statusName_;
     std::vector<Warning> warnings_;
     RowCounts rows_;
+    std::vector<GroupRows> groupRows_;
     std::vector<std::vector<OperatingPoint>> bestCutOffs_;
 };
 

@@ -44,17 +44,26 @@ public:
         vexroc_rows& rows = counts_.rows;
         ++rows.read;
         ++placeOf(part, rows);
-        if (hasParts(part.fate) && rule_.weight >= 0 && !isWhole(row[rule_.weight]))
-            ++rows.rounded_weights;
+        countWeight(row, part);
         if (part.fate == RowFate::used)
             (part.positive ? rows.weighted_positive : rows.weighted_negative) += part.cases;
-        if (part.fate == RowFate::used || part.fate == RowFate::incomplete)
+        if (isUsable(part.fate))
             for (RowCounts::Gap& gap : counts_.gaps)
                 (part.positive ? gap.positive : gap.negative) += std::isnan(row[gap.column]) ? 1 : 0;
     }
     [[nodiscard]] RowCounts counts() && { return std::move(counts_); }
 
 private:
+    void countWeight(const Row& row, const RowPart& part)
+    {
+        if (rule_.weight < 0 || !hasParts(part.fate))
+            return;
+        const bool rounded = !isWhole(row[rule_.weight]);
+        counts_.rows.rounded_weights += rounded ? 1 : 0;
+        counts_.rows.rounded_used += rounded && isUsable(part.fate) ? 1 : 0;
+        counts_.rows.too_heavy += part.fate == RowFate::unusableWeight && row[rule_.weight] > 1.0 ? 1 : 0;
+    }
+
     const RowRule& rule_;
     RowCounts counts_;
 };

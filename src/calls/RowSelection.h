@@ -27,6 +27,28 @@ struct RowCounts {
     }
 };
 
+/// The rows of one group.
+struct GroupRows {
+    long long read = 0;   ///< whether they take part or not
+    long long usable = 0; ///< used, or incomplete
+};
+
+/// The rows for whose group value isMember holds.
+template <class IsMember>
+[[nodiscard]] GroupRows countMembers(const std::vector<std::span<const double>>& columns, const RowRule& rule,
+                                     IsMember&& isMember)
+{
+    GroupRows rows;
+    for (std::size_t i = 0; i < columns.front().size(); ++i) {
+        const RowOf<std::vector<std::span<const double>>> row{columns, i};
+        if (!isMember(row[rule.group]))
+            continue;
+        ++rows.read;
+        rows.usable += isUsable(rule.of(row).fate) ? 1 : 0;
+    }
+    return rows;
+}
+
 /// Counts rows by what becomes of them, and keeps those that have state, group and weight: what the analysis is given.
 /// Copies the columns only when rows are left out.
 class RowSelection {

@@ -149,6 +149,16 @@ int vexroc_analysis_record(const vexroc_analysis* analysis, int index, vexroc_re
     return guarded([&] { return deliver(toC(recordOf(analysis, index)), record); });
 }
 
+int vexroc_analysis_record_rows(const vexroc_analysis* analysis, int record, long long* read, long long* usable)
+{
+    return guarded([&] {
+        const GroupRows& rows = at(lastRun(analysis).groupRows(), record, "record");
+        put(read, 0, rows.read);
+        put(usable, 0, rows.usable);
+        return VEXROC_OK;
+    });
+}
+
 int vexroc_analysis_comparison(const vexroc_analysis* analysis, int index, vexroc_comparison* comparison)
 {
     return guarded([&] {

@@ -52,6 +52,12 @@ struct GroupValues {
 /// Why a row does not take part, in the order in which the reasons are looked for; the first one counts.
 enum class RowFate { missingState, missingGroup, missingWeight, otherGroup, unusableWeight, incomplete, used };
 
+/// Does the row take part as far as state, group and weight decide?
+[[nodiscard]] inline bool isUsable(RowFate fate) noexcept
+{
+    return fate == RowFate::incomplete || fate == RowFate::used;
+}
+
 /// What a row is to an analysis.
 struct RowPart {
     bool positive; ///< by its state alone, whatever its fate

@@ -234,6 +234,13 @@ TEST(AnalysisHandle, TellsWhatBecameOfEachRow)
     EXPECT_EQ(grouped.weighted_positive, 7);
     EXPECT_EQ(grouped.weighted_negative, 6);
     EXPECT_EQ(grouped.rounded_weights, 4);
+    EXPECT_EQ(grouped.rounded_used, 2);
+    EXPECT_EQ(grouped.too_heavy, 1);
+    long long read = 0;
+    long long usable = 0;
+    EXPECT_EQ(vexroc_analysis_record_rows(analysis.handle, 1, &read, &usable), VEXROC_OK);
+    EXPECT_EQ(read, 5); // of the second group
+    EXPECT_EQ(usable, 4);
     EXPECT_EQ(analysis.gap(3), std::pair(1LL, 1LL));
     EXPECT_EQ(analysis.gap(4), std::pair(2LL, 0LL));
     EXPECT_EQ(vexroc_analysis_missing_test(analysis.handle, 1, nullptr, nullptr), VEXROC_INVALID);
@@ -247,6 +254,9 @@ TEST(AnalysisHandle, TellsWhatBecameOfEachRow)
     EXPECT_EQ(paired.other_group, 0);
     EXPECT_EQ(paired.unusable_weight, 3);
     EXPECT_EQ(paired.incomplete, 3);
+    EXPECT_EQ(vexroc_analysis_record_rows(analysis.handle, 1, &read, &usable), VEXROC_OK);
+    EXPECT_EQ(read, 14);
+    EXPECT_EQ(usable, 8);
     EXPECT_EQ(paired.positive, analysis.record(0).positive);
     EXPECT_EQ(paired.weighted_negative, analysis.record(0).weighted_negative);
     EXPECT_EQ(analysis.gap(4), std::pair(2LL, 0LL));

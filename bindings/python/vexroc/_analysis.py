@@ -15,7 +15,7 @@ from ._arraycalls import (CUT_OFFS, DIRECTIONS, DISTRIBUTIONS, INTERPOLATIONS, C
                           Interpolation)
 from ._inputs import (Floats, NanPolicy, check_lengths, check_level, check_number, check_word, complete_cases,
                       is_hashable, to_groups, to_numbers, to_states)
-from ._library import PROGRESS, PairResult, RecordResult, WarningResult, library, stop_when_told
+from ._library import PROGRESS, PairResult, RecordResult, RowsResult, WarningResult, library, stop_when_told
 from ._results import (Analysis, AnalysisWarning, Area, Comparison, Counts, Group, PrecisionRecallCurve, Record,
                        RocCurve, frozen, number)
 
@@ -86,6 +86,17 @@ class _Handle:
         self.call(name, index, ctypes.byref(result))
         return result
 
+    def rows(self) -> RowsResult:
+        result = RowsResult(struct_size=ctypes.sizeof(RowsResult))
+        self.call("rows", ctypes.byref(result))
+        return result
+
+    def numbers(self, name: str, index: int) -> tuple[int, int]:
+        """The two numbers of rows that a call tells."""
+        first, second = ctypes.c_longlong(), ctypes.c_longlong()
+        self.call(name, index, ctypes.byref(first), ctypes.byref(second))
+        return first.value, second.value
+
     def run(self, progress: Progress | None) -> None:
         """Runs on a thread of its own, so that this one can see Ctrl-C and tell progress meanwhile."""
         # The library asks before every record whether to stop. Python would answer slower than the analysis runs;
@@ -137,8 +148,6 @@ class _Request:
         used = dict.fromkeys(name for name in (state, *tests, group, weight) if name is not None)
         alike = Counter(map(str, used))
         self.texts = {name: str(name) if alike[str(name)] == 1 else repr(name) for name in used}
-        self.omitted: dict[str, int] = {}
-        self.notes: list[AnalysisWarning] = []
         self.group_labels: tuple[Any, Any] | None = None
 
     def _names(self, tests: Any) -> list[Any]:
@@ -167,62 +176,46 @@ class _Request:
         except TypeError:
             raise TypeError(f"data is a {type(self.data).__name__}; give a DataFrame or a dict of arrays") from None
 
-    def omit(self, cases: Any, reason: str) -> None:
-        count = int(np.count_nonzero(cases))
-        if count:
-            self.omitted[reason] = self.omitted.get(reason, 0) + count
-
-    def check_weights(self, weights: Floats) -> None:
-        rounded = np.floor(weights + 0.5)
-        unusable = (rounded < 1) | (rounded > 2**31 - 1)
-        self.omit(unusable, f"unusable weight in {self.texts[self.weight]}: below 1 or beyond 2147483647")
-        uneven = int(np.count_nonzero(~unusable & (rounded != weights)))
-        if uneven:
-            self.notes.append(AnalysisWarning(
-                0, f"weights in {self.texts[self.weight]} that are not whole numbers, rounded with halves up: "
-                   f"{uneven}"))
-
     def load(self, pos_label: Any, group_values: Any, splits_by_number: bool, nan_policy: NanPolicy) -> None:
-        """Reads the columns; leaves out cases without state, group or weight."""
+        """Reads the columns; with nan_policy "omit" the library leaves out what is missing."""
         state = self.texts[self.state]
         required = {state: to_states(state, self.values(self.state), pos_label)}
         if self.group is not None:
             group = self.texts[self.group]
             if splits_by_number:
-                self.group_column = to_numbers(group, self.values(self.group))
+                codes = to_numbers(group, self.values(self.group))
             else:
-                self.group_column, self.group_labels = to_groups(group, self.values(self.group), group_values)
-            required["group " + group] = self.group_column
+                codes, self.group_labels = to_groups(group, self.values(self.group), group_values)
+            required["group " + group] = codes
         if self.weight is not None:
             weight = self.texts[self.weight]
             required["weight " + weight] = to_numbers(weight, self.values(self.weight))
         tests = {name: to_numbers(self.texts[name], self.values(name)) for name in self.tests}
         named = {self.texts[name]: column for name, column in tests.items()}
         check_lengths({**required, **named})
-        self.cases = len(required[state])
-        complete = complete_cases(required, nan_policy)
-        for name, column in required.items():
-            self.omit(np.isnan(column), f"missing {name}")
-        if complete is not None:
-            required = {name: column[complete] for name, column in required.items()}
-            tests = {name: column[complete] for name, column in tests.items()}
-            named = {self.texts[name]: column for name, column in tests.items()}
-        complete_cases(named, nan_policy)  # the library leaves these out of their test, or of all when paired
-        for name, column in named.items():
-            self.omit(np.isnan(column), f"missing {name}")
+        if nan_policy != "omit":
+            complete_cases(required, nan_policy)
+            complete_cases(named, nan_policy)
         self.required, self.test_columns = list(required.values()), tests
-        if self.weight is not None:
-            self.check_weights(self.required[-1])
-        if self.group_labels is not None:
-            self.omit(self.required[1] == 2.0, f"other {self.texts[self.group]}")
 
-    def cases_of(self, record: RecordResult) -> int:
-        """Number of cases that the record is about, whether they take part or not."""
-        if record.group < 0:
-            return self.cases
-        column, value = self.group_column, record.group_value
-        members = (column == value, column >= value, column < value)[record.group_operation]
-        return int(np.count_nonzero(members))
+    def omitted(self, rows: RowsResult, missing_tests: dict[Any, int]) -> Counter[str]:
+        """Rows that were left out, of all tests or of one, by reason."""
+        group, weight = self.texts.get(self.group), self.texts.get(self.weight)
+        counts: Counter[str] = Counter()
+        for reason, count in ((f"missing {self.texts[self.state]}", rows.missing_state),
+                              (f"missing group {group}", rows.missing_group),
+                              (f"missing weight {weight}", rows.missing_weight),
+                              *((f"missing {self.texts[name]}", count) for name, count in missing_tests.items()),
+                              (f"unusable weight in {weight}: below 1 or beyond 2147483647", rows.unusable_weight),
+                              (f"other {group}", rows.other_group)):
+            counts[reason] += count
+        return +counts  # what there is
+
+    def notes(self, rows: RowsResult) -> list[AnalysisWarning]:
+        if not rows.rounded_used:
+            return []
+        return [AnalysisWarning(0, f"weights in {self.texts[self.weight]} that are not whole numbers, rounded with "
+                                   f"halves up: {rows.rounded_used}")]
 
 
 def _split(request: _Request, handle: _Handle, group_cut: float | None, group_mid_point: bool) -> None:
@@ -274,7 +267,7 @@ class _Reader:
 
     def record(self, index: int) -> Record:
         r = self.handle.fetch("record", index, RecordResult())
-        omitted = self.request.cases_of(r) - r.n_positive - r.n_negative
+        omitted = self.handle.numbers("record_rows", index)[0] - r.n_positive - r.n_negative
         changed = self.distribution == "bi-negative" and (bool(r.distribution_changed) or self.paired)
         area = Area(number(r.area), number(r.std_error), number(r.p_value), number(r.ci_lower), number(r.ci_upper),
                     r.n_positive, r.n_negative, omitted, self.level,
@@ -306,8 +299,12 @@ class _Reader:
             Comparison(first.area, second.area, number(pair.difference), number(pair.std_error), number(pair.z),
                        number(pair.p_value), number(pair.ci_lower), number(pair.ci_upper), self.level)
             for pair, (first, second) in zip(pairs, compared))
-        warnings = [self.warning(index) for index in range(self.handle.count("warning"))] + self.request.notes
-        return Analysis(records, comparisons, compared, tuple(warnings), Counts(self.request.omitted))
+        rows = self.handle.rows()
+        missing = {self.names[column]: sum(self.handle.numbers("missing_test", column))
+                   for column in range(len(self.names) - len(self.request.tests), len(self.names))}
+        warnings = [self.warning(index) for index in range(self.handle.count("warning"))] + self.request.notes(rows)
+        return Analysis(records, comparisons, compared, tuple(warnings),
+                        Counts(self.request.omitted(rows, missing)))
 
 
 def analyze(data: Any, *, state: Any, tests: Any, pos_label: Any = None, group: Any = None,

@@ -9,7 +9,7 @@ import pathlib
 import warnings
 from ctypes import POINTER, c_char_p, c_double, c_int, c_longlong, c_size_t, c_void_p
 
-ANALYSIS_VERSION = 1
+ANALYSIS_VERSION = 2
 """The oldest library that will do: its vexroc_analysis_version() counts up with every addition."""
 
 LIBRARY_NAME = "vexrocproc920r"
@@ -41,6 +41,13 @@ class RecordResult(ctypes.Structure):
             "weighted_positive", "weighted_negative", "area", "std_error", "p_value", "ci_lower", "ci_upper",
             "gini", "ks_maximum", "ks_threshold")] + [(name, c_int) for name in (
                 "curve_rows", "pr_rows", "distribution_changed")]
+
+
+class RowsResult(ctypes.Structure):
+    _fields_ = [("struct_size", c_size_t)] + [(name, c_longlong) for name in (
+        "read", "missing_state", "missing_group", "missing_weight", "other_group", "unusable_weight", "incomplete",
+        "n_positive", "n_negative")] + [("weighted_positive", c_double), ("weighted_negative", c_double)] + [
+            (name, c_longlong) for name in ("rounded_weights", "rounded_used", "too_heavy")]
 
 
 class PairResult(ctypes.Structure):
@@ -76,6 +83,9 @@ _SIGNATURES: dict[str, tuple[object, list[object]]] = {
     "vexroc_analysis_warning_count": (c_int, [c_void_p]),
     "vexroc_analysis_record_count": (c_int, [c_void_p]),
     "vexroc_analysis_comparison_count": (c_int, [c_void_p]),
+    "vexroc_analysis_rows": (c_int, [c_void_p, POINTER(RowsResult)]),
+    "vexroc_analysis_missing_test": (c_int, [c_void_p, c_int, POINTER(c_longlong), POINTER(c_longlong)]),
+    "vexroc_analysis_record_rows": (c_int, [c_void_p, c_int, POINTER(c_longlong), POINTER(c_longlong)]),
     "vexroc_analysis_warning": (c_int, [c_void_p, c_int, POINTER(WarningResult)]),
     "vexroc_analysis_record": (c_int, [c_void_p, c_int, POINTER(RecordResult)]),
     "vexroc_analysis_comparison": (c_int, [c_void_p, c_int, POINTER(PairResult)]),

@@ -144,7 +144,7 @@ state_codes <- function(state, positive) {
   list(codes = as.double(match(state, values) == at), positive = value_labels(values)[at])
 }
 
-#' 0 and 1 for the two groups, in the order in which they are named; NA for others.
+#' 0 and 1 for the two groups, in the order in which they are named; 2 for others, NA for none.
 group_codes <- function(group, groups) {
   check_vector(group, "group")
   values <- distinct(group)
@@ -156,8 +156,9 @@ group_codes <- function(group, groups) {
   at <- if (is.null(groups)) 1:2 else match(groups, values)
   if (length(at) != 2 || anyNA(at) || at[1] == at[2])
     fail("`groups` names two values of the group, which has ", listed(values), "; it is ", listed(groups))
-  list(codes = as.double(match(match(group, values), at) - 1), values = value_labels(values)[at],
-       missing = is.na(group))
+  codes <- as.double(match(match(group, values), at, nomatch = 3L) - 1)
+  codes[is.na(group)] <- NA
+  list(codes = codes, values = value_labels(values)[at])
 }
 
 check_columns <- function(study) {
@@ -171,25 +172,13 @@ check_columns <- function(study) {
     fail("'", names(lengths)[wrong][1], "' has ", lengths[wrong][1], " values; the state has ", rows)
 }
 
-#' Which rows enter, and how many do not, by the first reason that holds.
-rows_left_out <- function(study) {
-  reasons <- list("without state" = is.na(study$state), "without group" = study$group$missing,
-                  "of other groups" = is.na(study$group$codes), "without weight" = is.na(study$weight),
-                  "with a weight below 1" = rounded_weight(study$weight) < 1,
-                  "with a weight beyond 2147483647" = study$weight > .Machine$integer.max)
-  used <- TRUE # all
-  counts <- integer()
-  for (name in names(reasons)) {
-    if (!any(reasons[[name]], na.rm = TRUE)) next
-    hit <- used & reasons[[name]]
-    if (any(hit)) counts[name] <- sum(hit)
-    used <- used & !hit
-  }
-  list(used = used, counts = counts)
+#' Numbers of the rows that do not enter, by the first reason that holds.
+rows_left_out <- function(rows) {
+  counts <- c("without state" = rows$missing_state, "without group" = rows$missing_group,
+              "of other groups" = rows$other_group, "without weight" = rows$missing_weight,
+              "with a weight below 1" = rows$too_light, "with a weight beyond 2147483647" = rows$too_heavy)
+  if (any(counts > 0)) counts[counts > 0] else integer()
 }
-
-#' As the library rounds.
-rounded_weight <- function(weight) if (!is.null(weight)) floor(weight + 0.5)
 
 run_study <- function(study, comparison) {
   columns <- c(list(state = study$state), study$tests, if (!is.null(study$group)) list(group = study$group$codes),
@@ -203,26 +192,21 @@ run_study <- function(study, comparison) {
     signalCondition(structure(class = c("interrupt", "condition"), list(message = "", call = NULL)))
     invokeRestart("abort")
   }
-  rows <- rows_left_out(study)
-  if (is.integer(result)) fail(status_sentence(result), left_out_sentence(rows$counts))
-  result$left_out <- rows$counts
-  result$warnings <- c(warning_sentences(result$warnings, names(study$tests)), rounding_note(study$weight[rows$used]))
-  # What the tests of a record leave of the rows of its group are rows in which they are missing.
-  sizes <- if (is.null(study$group)) length(study$state) - sum(rows$counts) else tabulate(study$group$codes[rows$used] + 1, 2)
-  of_group <- if (is.null(study$group)) 1 else result$areas$group_value + 1
-  result$areas$left_out <- sizes[of_group] - result$areas$positive - result$areas$negative
+  left_out <- rows_left_out(result$rows)
+  if (!is.null(result$status)) fail(status_sentence(result$status, result$name), left_out_sentence(left_out))
+  result$left_out <- left_out
+  result$warnings <- c(warning_sentences(result$warnings, names(study$tests)), rounding_note(result$rows$rounded))
   result
 }
 
-#' status: an error code, named by its name.
-status_sentence <- function(status) {
+status_sentence <- function(status, name) {
   sentence <- switch(as.character(status),
     "430004" = "no case with the positive state is left",
     "430010" = "no case is left",
     "430011" = "an independent comparison needs two groups, but all values of the group are equal",
     "430012" = "an independent comparison needs cases of every test in both groups",
     "the analysis broke off")
-  paste0(sentence, " (", status, " ", names(status), ")")
+  paste0(sentence, " (", status, " ", name, ")")
 }
 
 #' Named by their codes.
@@ -237,10 +221,8 @@ warning_sentences <- function(warnings, tests) {
   setNames(as.character(Map(sentence, warnings$code, warnings$name, warnings$parameters)), warnings$code)
 }
 
-rounding_note <- function(weight) {
-  rounded <- sum(weight != rounded_weight(weight))
+rounding_note <- function(rounded)
   if (rounded > 0) c(rounded = paste("weights that are not whole numbers, rounded with halves up:", rounded))
-}
 
 left_out_sentence <- function(counts)
   if (length(counts) > 0)

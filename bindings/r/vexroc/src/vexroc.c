@@ -80,17 +80,22 @@ static SEXP records_of(const vexroc_analysis* analysis)
                                         "gini",
                                         "ks",
                                         "ks_cut_off",
-                                        "ties"};
+                                        "ties",
+                                        "left_out"};
     const int rows = vexroc_analysis_record_count(analysis);
-    SEXP list = PROTECT(number_columns(names, 16, rows));
+    SEXP list = PROTECT(number_columns(names, 17, rows));
     for (int i = 0; i < rows; ++i) {
         vexroc_record r = {.struct_size = sizeof r};
         require_ok(vexroc_analysis_record(analysis, i, &r));
-        const double values[16] = {r.test + 1.0, r.group + 1.0,       r.group_value,       r.positive,
+        long long usable = 0;
+        require_ok(vexroc_analysis_record_rows(analysis, i, NULL, &usable));
+        const double left_out = (double)(usable - r.positive - r.negative); /* the test is missing */
+        const double values[17] = {r.test + 1.0, r.group + 1.0,       r.group_value,       r.positive,
                                    r.negative,   r.weighted_positive, r.weighted_negative, r.area,
                                    r.std_error,  r.significance,      r.ci_lower,          r.ci_upper,
-                                   r.gini,       r.ks_maximum,        r.ks_cut_off,        r.ties};
-        for (int c = 0; c < 16; ++c)
+                                   r.gini,       r.ks_maximum,        r.ks_cut_off,        r.ties,
+                                   left_out};
+        for (int c = 0; c < 17; ++c)
             REAL(VECTOR_ELT(list, c))[i] = values[c];
     }
     UNPROTECT(1);
@@ -174,16 +179,42 @@ static SEXP warnings_of(const vexroc_analysis* analysis)
     return list;
 }
 
-/* The error code of a run, named by its name. */
-static SEXP status_of(const vexroc_analysis* analysis)
+/* Rows by what became of them. */
+static SEXP rows_of(const vexroc_analysis* analysis)
 {
+    static const char* const names[] = {"missing_state", "missing_group", "other_group", "missing_weight",
+                                        "too_light",     "too_heavy",     "rounded"};
+    vexroc_rows r = {.struct_size = sizeof r};
+    require_ok(vexroc_analysis_rows(analysis, &r));
+    const long long values[7] = {r.missing_state,
+                                 r.missing_group,
+                                 r.other_group,
+                                 r.missing_weight,
+                                 r.unusable_weight - r.too_heavy,
+                                 r.too_heavy,
+                                 r.rounded_used};
+    SEXP list = PROTECT(Rf_allocVector(VECSXP, 7));
+    for (int i = 0; i < 7; ++i)
+        SET_VECTOR_ELT(list, i, Rf_ScalarInteger((int)values[i])); /* columns have no more rows than an int counts */
+    put_names(list, names);
+    UNPROTECT(1);
+    return list;
+}
+
+/* Why a run has no result: the code and its name, and the rows. */
+static SEXP failure_of(const vexroc_analysis* analysis)
+{
+    static const char* const members[] = {"status", "name", "rows"};
     int code = 0;
     const char* name = NULL;
     require_ok(vexroc_analysis_status(analysis, &code, &name));
-    SEXP status = PROTECT(Rf_ScalarInteger(code));
-    put_names(status, &name);
+    SEXP failure = PROTECT(Rf_allocVector(VECSXP, 3));
+    SET_VECTOR_ELT(failure, 0, Rf_ScalarInteger(code));
+    SET_VECTOR_ELT(failure, 1, Rf_mkString(name));
+    SET_VECTOR_ELT(failure, 2, rows_of(analysis));
+    put_names(failure, members);
     UNPROTECT(1);
-    return status;
+    return failure;
 }
 
 /* Settings in a named list of one-element vectors, strings as words and numbers as numbers. */
@@ -202,7 +233,7 @@ static void set_all(vexroc_analysis* analysis, SEXP settings)
 
 /*
  * columns: named list of equally long doubles; parts: integer vector of 1-based columns with the names of their parts;
- * settings: see set_all. Null after an interrupt; a status, see status_of, when there is no result.
+ * settings: see set_all. Null after an interrupt; see failure_of for a run without result.
  */
 static SEXP analyze(SEXP columns, SEXP parts, SEXP settings)
 {
@@ -225,19 +256,20 @@ static SEXP analyze(SEXP columns, SEXP parts, SEXP settings)
         return R_NilValue;
     }
     if (result == VEXROC_NO_RESULT) {
-        SEXP status = status_of(analysis);
+        SEXP failure = failure_of(analysis);
         UNPROTECT(1);
-        return status;
+        return failure;
     }
     require_ok(result);
 
-    static const char* const members[] = {"areas", "comparisons", "curves", "precision_recall", "warnings"};
-    SEXP all = PROTECT(Rf_allocVector(VECSXP, 5));
+    static const char* const members[] = {"areas", "comparisons", "curves", "precision_recall", "warnings", "rows"};
+    SEXP all = PROTECT(Rf_allocVector(VECSXP, 6));
     SET_VECTOR_ELT(all, 0, records_of(analysis));
     SET_VECTOR_ELT(all, 1, comparisons_of(analysis));
     SET_VECTOR_ELT(all, 2, all_curves(analysis, curve_of));
     SET_VECTOR_ELT(all, 3, all_curves(analysis, precision_recall_of));
     SET_VECTOR_ELT(all, 4, warnings_of(analysis));
+    SET_VECTOR_ELT(all, 5, rows_of(analysis));
     put_names(all, members);
     finalize(pointer);
     UNPROTECT(2);
