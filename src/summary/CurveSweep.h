@@ -3,6 +3,7 @@
 #include "summary/CutOffCounts.h"
 #include "summary/ValueWalk.h"
 
+#include <cstdint>
 #include <limits>
 #include <utility>
 
@@ -22,6 +23,14 @@ struct CurveTotals {
     double highest; ///< largest test value
     StateCounts counts;
 };
+
+inline constexpr std::int64_t leastCurveCases = 3;
+
+/// Is there a curve of cases in these states?
+[[nodiscard]] inline bool hasCurve(const StateCounts& cases) noexcept
+{
+    return cases.cases() >= leastCurveCases && cases.bothStates();
+}
 
 /// The cut-offs at both ends: 0 and 1 around values that all lie inside (0, 1), else one below and one above.
 [[nodiscard]] inline std::pair<double, double> endPoints(double lowest, double highest) noexcept
