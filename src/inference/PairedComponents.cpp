@@ -22,15 +22,21 @@ void PairedComponents::rank(const Observations& observations, std::vector<Twice>
         Twice ofPositive;
         Twice ofNegative;
     };
+    struct CountsAt {
+        PlacementSums sums;
+
+        Counts operator()(const DistinctValue& x)
+        {
+            const PlacementSums::Twice counts = sums.add(x);
+            return {static_cast<Twice>(counts.ofPositive), static_cast<Twice>(counts.ofNegative)};
+        }
+    };
     twice.resize(observations.size());
-    const auto countsAt = [&](const DistinctValue& x) {
-        const PlacementSums::Twice counts = placements_.add(x);
-        return Counts{static_cast<Twice>(counts.ofPositive), static_cast<Twice>(counts.ofNegative)};
+    const auto keep = [place = twice.data()](std::size_t position, bool positive, Counts counts) {
+        place[position] = positive ? counts.ofPositive : counts.ofNegative;
     };
-    const auto keep = [&](std::size_t position, bool positive, Counts counts) {
-        twice[position] = positive ? counts.ofPositive : counts.ofNegative;
-    };
-    observations.visit([&](const auto& columns) { valuesort::rankCases(columns, countsAt, keep); });
+    observations.visit(
+        [&](const auto& columns) { placements_ = valuesort::rankCases(columns, CountsAt{placements_}, keep).sums; });
 }
 
 StateSums PairedComponents::products(const Observations& cases, const PairedComponents& first,

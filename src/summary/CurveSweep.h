@@ -56,10 +56,9 @@ public:
     }
     [[nodiscard]] CutOffCounts classify(const StateCounts& left) const noexcept
     {
-        const StateCounts right{all_.positives - left.positives, all_.negatives - left.negatives};
-        const StateCounts& positive = larger_ ? right : left;
-        const StateCounts& negative = larger_ ? left : right;
-        return {positive.positives, positive.negatives, negative.negatives, negative.positives};
+        if (larger_)
+            return {all_.positives - left.positives, all_.negatives - left.negatives, left.negatives, left.positives};
+        return {left.positives, left.negatives, all_.negatives - left.negatives, all_.positives - left.positives};
     }
 
 private:
