@@ -1,5 +1,7 @@
 #include "inference/PlacementSums.h"
 
+#include "numeric/Int256.h"
+
 #include <cmath>
 
 namespace ROCALG_920 {

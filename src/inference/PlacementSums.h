@@ -2,7 +2,6 @@
 
 #include "inference/OrderedPairs.h"
 #include "numeric/Int128.h"
-#include "numeric/Int256.h"
 #include "summary/ValueWalk.h"
 
 #include <cstdint>

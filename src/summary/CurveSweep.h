@@ -93,8 +93,8 @@ void forEachCutOffBetween(Walk values, const CurveTotals& totals, const SideOfCu
     visitAt(last, DistinctValue{lower.value, 0, 0});
 }
 
-/// The cut-offs of any values: a midpoint may overflow or be undefined. Counting goes on from where the previous cut-off
-/// stopped, so the counts never fall.
+/// The cut-offs of any values: a midpoint may overflow or be undefined. Counting goes on from where the previous
+/// cut-off stopped, so the counts never fall.
 template <ValueWalk Walk, class Visit>
 void forEachCutOffAnywhere(Walk values, const CurveTotals& totals, const SideOfCutOff& side, Visit&& visit)
 {

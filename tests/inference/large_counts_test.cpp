@@ -33,7 +33,7 @@ const std::vector<Large> samples{
      0x1.fbbb72878cef7p-22,
      0x1.f7304b7bcebb8p-22,
      0x1.d3800075da572p-43},
-    {"one swapped pair", // the moments exceed the squared area by 1e-46 of it
+    {"one swapped pair", // hardly anything is left of the moments beside the squared area
      {{1, 0, half - 1}, {2, 1, 0}, {3, 0, 1}, {4, half - 1, 0}},
      1.0,
      0x1.bb67ae85827b7p-78,

@@ -53,7 +53,7 @@ TEST(Int256, KeepsTheLawsOfArithmeticOnAllWords)
         }
 }
 
-/// m * 2^shift + rest, for every shift: the exact middle between two doubles goes to the even one, anything beyond it up.
+/// m * 2^shift + rest, for every shift: the exact middle between two doubles goes to the even one.
 TEST(Int256, BecomesTheNearestDoubleOnceRounded)
 {
     constexpr Int128 odd = (Int128{1} << 53) + 1;
