@@ -88,7 +88,7 @@ def violations(root):
         if target not in reachable(room):
             yield f"{place}: {room}/ may not include {target}/"
     for tree, rooms in (("src", LIBRARY), ("cli", PROGRAM)):
-        for folder in sorted(path.name for path in (root / tree).iterdir() if path.is_dir()):
+        for folder in sorted({path.parent.name for path in (root / tree).glob("*/*") if path.suffix in SUFFIXES}):
             if folder not in rooms:
                 yield f"{tree}/{folder}/: a room without a floor: give it one in {pathlib.Path(__file__).name}"
 

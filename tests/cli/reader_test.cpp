@@ -2,7 +2,7 @@
 #include "cli/input/RowSplitter.h"
 #include "cli/input/TableBuilder.h"
 #include "cli/sources/PackedSource.h"
-#include "cli/study/Sample.h"
+#include "cli/study/ValueChoice.h"
 #include "cli/words/Failure.h"
 #include "tests/support/pieces.h"
 
