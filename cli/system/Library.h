@@ -6,8 +6,8 @@
 
 namespace vexroc {
 
-/// A shared library that is opened when it is first needed, by the name of its interface, such as "libpq.so.5": a run that
-/// needs none of it does not pay for it. Never closed again.
+/// A shared library that is opened when it is first needed, by the name of its interface, such as "libpq.so.5": a run
+/// that needs none of it does not pay for it. Never closed again.
 class Library {
 public:
     /// `package` is what to install when it is not there, `purpose` what it is needed for: both go into the error.
