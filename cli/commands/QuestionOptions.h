@@ -42,8 +42,8 @@ struct Task {
     std::string output; ///< file of the answer; empty for standard output
 };
 
-/// The task behind the options, checked as far as it can be without the data. Throws a usage error that names the option
-/// at fault.
+/// The task behind the options, checked as far as it can be without the data. Throws a usage error that names the
+/// option at fault.
 Task parseTask(const QuestionOptions& options);
 DocumentForm parseForm(const std::string& format);
 /// COLUMN=VALUE[,VALUE...] with exactly `count` values that can occur in a column.

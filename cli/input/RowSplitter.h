@@ -35,8 +35,8 @@ private:
 
 /// Takes a run of whole rows apart: finds the cells, and turns those that are asked for into texts.
 ///
-/// Life: next leads to the first row, then to each one behind it. It knows its run alone, so that several runs of a text
-/// can be taken apart side by side; lines are counted from where `lines` says that the run begins.
+/// Life: next leads to the first row, then to each one behind it. It knows its run alone, so that several runs of a
+/// text can be taken apart side by side; lines are counted from where `lines` says that the run begins.
 class RowSplitter {
 public:
     enum class Fault {

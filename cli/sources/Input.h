@@ -24,7 +24,7 @@ struct Input {
     [[nodiscard]] std::string name() const;
 };
 
-/// Reads all rows into the sink and tells the progress of it. Throws an input error that names the input and the place in it.
+/// Reads all rows into the sink and tells the progress of it. Throws an input error that names the input and the place.
 void readInput(const Input& input, const Surroundings& surroundings, RowSink& sink);
 /// Reads the requested columns.
 DataTable readTable(const Input& input, const Surroundings& surroundings, std::span<const ColumnRequest> requests,

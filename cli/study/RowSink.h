@@ -42,8 +42,8 @@ public:
     RowSink(const RowSink&) = delete;
     RowSink& operator=(const RowSink&) = delete;
 
-    /// The positions of the columns whose cells are wanted, ascending. Throws an input error when a column that is needed
-    /// is not there.
+    /// The positions of the columns whose cells are wanted, ascending. Throws an input error when a column that is
+    /// needed is not there.
     virtual std::vector<std::size_t> begin(const InputHeader& header) = 0;
     /// A cell of a wanted column. False when it is neither a number nor missing and has to be: the source, which
     /// knows the place, then ends with an error.
