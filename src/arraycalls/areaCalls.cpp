@@ -1,35 +1,26 @@
 #include "arraycalls/arrayInput.h"
 #include "arraycalls/results.h"
-#include "inference/TestAndInterval.h"
-#include "stats/ROCIndependentStats.h"
-#include "vexrocproc/arraycalls.h"
+#include "inference/OrderedTriples.h"
+#include "summary/SortedObservations.h"
 #include "vexrocproc/optionwords.h"
-
-#include <tuple>
 
 namespace ROCALG_920::arraycalls {
 namespace {
 
-auc_res area(const ArrayInput& input, const char* include, const char* larger, const char* distribution,
-             double confidenceLevel)
+auc_res area(const ArrayInput& input, const char* larger, const char* distribution, double confidenceLevel)
 {
-    const bool largerTestMorePositive = isLarger(larger);
-    ROCSpace space(isInclude(include), largerTestMorePositive, false, false, true);
-    fill(space, input);
-    const bool equallyMany = space.getPositiveCount() == space.getNegtiveCount();
-    const ROCConst_920::Distribution assumption = isNonParamDist(distribution) || !equallyMany
+    const Observations observations = observationsOf(input);
+    const StateCounts& cases = observations.counts();
+    if (!cases.bothStates())
+        return areaRecord(cases, AreaTest());
+    const ROCConst_920::Distribution assumption = isNonParamDist(distribution) || cases.positives != cases.negatives
         ? ROCConst_920::NonParametric
         : ROCConst_920::BiNegativeExponential;
-    const ROCIndependentStats stats(space, assumption, largerTestMorePositive, usableLevel(confidenceLevel));
-
-    auc_res res = missingArea();
-    res.posCount = space.getPositiveCount();
-    res.negCount = space.getNegtiveCount();
-    res.area = stats.getArea();
-    res.stdError = stats.getStdError();
-    res.asymptoticSig = stats.getAsymptoticSignificant();
-    std::tie(res.ciLower, res.ciUpper) = stats.getConfidenceInterval();
-    return res;
+    const OrderedTriples triples =
+        withWalk(observations, [&](const auto& walk) { return orderedTriples(walk, cases); });
+    return areaRecord(cases,
+                      testArea(triples.pairs.area(isLarger(larger)), stdErrorOfArea(triples, assumption),
+                               criticalValue(usableLevel(confidenceLevel))));
 }
 
 } // namespace
@@ -38,12 +29,13 @@ auc_res area(const ArrayInput& input, const char* include, const char* larger, c
 using namespace ROCALG_920;
 using namespace ROCALG_920::arraycalls;
 
-auc_res auc(const double* actual, const double* predicted, int n, const double* positiveValue, const char* include,
+// A cut-off has no part in an area, so that `include` changes nothing.
+auc_res auc(const double* actual, const double* predicted, int n, const double* positiveValue, const char* /*include*/,
             const char* larger, const char* distribution, double confidenceLevel)
 {
     return guarded(
         [&] {
-            return area({actual, predicted, n, positiveValue}, include, larger, distribution, confidenceLevel);
+            return area({actual, predicted, n, positiveValue}, larger, distribution, confidenceLevel);
         },
         missingArea());
 }
@@ -51,18 +43,8 @@ auc_res auc(const double* actual, const double* predicted, int n, const double* 
 auc_comparison_res auc_comparison(auc_res first, auc_res second, double confidenceLevel)
 {
     const DefaultArithmetic arithmetic;
-    auc_comparison_res res = missingComparison();
-    res.first = first;
-    res.second = second;
-    res.stdErrorDiff = independentStdError(first.stdError, second.stdError);
-    res.areaDiff = areaDifference(first.area, second.area);
-    const DifferenceTest test =
-        testDifference(res.areaDiff, res.stdErrorDiff, criticalValue(usableLevel(confidenceLevel)));
-    res.z = test.z;
-    res.zSig = test.significance;
-    res.ciLower = test.lower;
-    res.ciUpper = test.upper;
-    return res;
+    return comparisonRecord(first, second, independentStdError(first.stdError, second.stdError),
+                            criticalValue(usableLevel(confidenceLevel)));
 }
 
 auc_comparison_res auc_indpendentcomparison(const double* actual1, const double* predicted1, int size1,

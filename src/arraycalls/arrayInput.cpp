@@ -1,13 +1,19 @@
 #include "arraycalls/arrayInput.h"
 
+#include <cmath>
+
 namespace ROCALG_920::arraycalls {
 
-void fill(ROCSpace& space, const ArrayInput& input)
+Observations observationsOf(const ArrayInput& input)
 {
-    if (space.borrow({input.predicted, input.actual, input.positiveState(), input.size()}))
-        return;
+    const double positive = positiveState(input.positiveValue);
+    Observations observations;
+    if (observations.borrow({input.predicted, input.actual, positive, input.size()}))
+        return observations;
     for (std::size_t i = 0; i < input.size(); ++i)
-        space.update(input.actual[i] == input.positiveState(), input.predicted[i], 1);
+        if (!std::isnan(input.predicted[i]))
+            observations.add(input.actual[i] == positive, input.predicted[i]);
+    return observations;
 }
 
 } // namespace ROCALG_920::arraycalls

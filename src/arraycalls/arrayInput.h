@@ -1,12 +1,18 @@
 #pragma once
 
 #include "numeric/DefaultArithmetic.h"
-#include "space/ROCSpace.h"
+#include "summary/Observations.h"
 
 #include <limits>
 
 /// What the array calls share: their arguments as the statistics take them.
 namespace ROCALG_920::arraycalls {
+
+/// Null stands for 1.
+[[nodiscard]] inline double positiveState(const double* positiveValue) noexcept
+{
+    return positiveValue != nullptr ? *positiveValue : 1.0;
+}
 
 /// States and test values of n cases, as a call received them. Null arrays, or n <= 0, are no cases.
 struct ArrayInput {
@@ -19,12 +25,10 @@ struct ArrayInput {
     {
         return actual == nullptr || predicted == nullptr || n <= 0 ? 0 : static_cast<std::size_t>(n);
     }
-    [[nodiscard]] double positiveState() const noexcept { return positiveValue != nullptr ? *positiveValue : 1.0; }
 };
 
-/// Puts the cases into an empty space, in order, each with weight 1. Cases whose test value is NaN are left out; when
-/// there are none, the space reads the arrays in place.
-void fill(ROCSpace& space, const ArrayInput& input);
+/// The cases in order. Those whose test value is NaN are left out; when there are none, the arrays are read in place.
+[[nodiscard]] Observations observationsOf(const ArrayInput& input);
 
 /// The level itself inside (0, 1); elsewhere NaN, for which there is no critical value and so no interval.
 [[nodiscard]] inline double usableLevel(double confidenceLevel) noexcept

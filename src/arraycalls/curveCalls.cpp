@@ -1,12 +1,14 @@
 #include "arraycalls/arrayInput.h"
 #include "inference/OperatingPoint.h"
 #include "inference/PrecisionRecallSweep.h"
+#include "summary/SortedObservations.h"
 #include "vexrocproc/arraycalls.h"
 #include "vexrocproc/optionwords.h"
 
 #include <limits>
 #include <memory>
 #include <new>
+#include <optional>
 
 namespace ROCALG_920::arraycalls {
 namespace {
@@ -19,15 +21,33 @@ int checkedCount(std::size_t rows)
     return static_cast<int>(rows);
 }
 
-roccurve_res rocCurve(const ArrayInput& input, const char* include, const char* larger)
+/// The cases behind a curve and their order; no order without a curve.
+struct SortedCases {
+    explicit SortedCases(const ArrayInput& input) : observations(observationsOf(input))
+    {
+        if (hasCurve(observations.counts()))
+            sorted = sortedValues(observations);
+    }
+    [[nodiscard]] std::size_t cutOffs() const { return sorted ? countCutOffs(observations, *sorted) : 0; }
+    template <class Visit>
+    void forEachCutOff(CurveOptions options, Visit&& visit) const
+    {
+        if (sorted)
+            ROCALG_920::forEachCutOff(observations, *sorted, options, visit);
+    }
+
+    Observations observations;
+    std::optional<valuesort::SortedValues> sorted;
+};
+
+roccurve_res rocCurve(const ArrayInput& input, CurveOptions options)
 {
-    ROCSpace space(isInclude(include), isLarger(larger), false, true, true);
-    fill(space, input);
-    const std::size_t cutOffs = space.countCutOffs();
+    const SortedCases cases(input);
+    const std::size_t cutOffs = cases.cutOffs();
     const int count = checkedCount(cutOffs);
     std::unique_ptr<double[]> rows(new double[3 * cutOffs]); // every one is written below
     double* row = rows.get();
-    space.forEachCutOff([&](double cutOff, const CutOffCounts& result) {
+    cases.forEachCutOff(options, [&](double cutOff, const CutOffCounts& result) {
         row[0] = cutOff;
         row[1] = 1.0 - specificity(result);
         row[2] = sensitivity(result);
@@ -36,40 +56,34 @@ roccurve_res rocCurve(const ArrayInput& input, const char* include, const char* 
     return {rows.release(), count};
 }
 
-/// Calls row(cut-off, true positives, cases classified as positive, interpolated) for every point in order; the sweep
-/// that it returns knows what the end point lacks.
+/// Calls row(cut-off, precision, recall, interpolated) for every point in order; the sweep that it returns knows what
+/// the end point lacks.
 template <class Row>
-PrecisionRecallSweep sweepPoints(const ROCSpace& space, bool alongTP, Row&& row)
+PrecisionRecallSweep sweepPoints(const SortedCases& cases, CurveOptions options, bool alongTP, Row&& row)
 {
     PrecisionRecallSweep sweep(alongTP);
-    space.forEachCutOff([&](double cutOff, const CutOffCounts& result) {
-        sweep.step(result, [&](double tp, double classifiedPositive, bool interpolated) {
-            row(cutOff, tp, classifiedPositive, interpolated);
+    cases.forEachCutOff(options, [&](double cutOff, const CutOffCounts& result) {
+        sweep.step(result, [&](double precision, double recall, bool interpolated) {
+            row(cutOff, precision, recall, interpolated);
         });
     });
     return sweep;
 }
 
-prcurve_res prCurve(const ArrayInput& input, const char* include, const char* larger, const char* interpolation)
+prcurve_res prCurve(const ArrayInput& input, CurveOptions options, bool alongTP)
 {
-    const bool alongTP = isTP(interpolation);
-    const bool largerTestMorePositive = isLarger(larger);
-    ROCSpace space(isInclude(include), largerTestMorePositive, true, false, alongTP);
-    fill(space, input);
-    space.finish();
-
+    const SortedCases cases(input);
     std::size_t points = 0;
-    sweepPoints(space, alongTP, [&](double, double, double, bool) { ++points; });
+    sweepPoints(cases, options, alongTP, [&](double, double, double, bool) { ++points; });
     const int count = checkedCount(points);
     std::unique_ptr<prcurve_row[]> rows(new prcurve_row[points]); // every one is written below
-    const double nPos = space.getPositiveCount();
     prcurve_row* row = rows.get();
     const PrecisionRecallSweep sweep =
-        sweepPoints(space, alongTP, [&](double cutOff, double tp, double classifiedPositive, bool interpolated) {
-            *row++ = {cutOff, tp / nPos, tp / classifiedPositive, interpolated};
+        sweepPoints(cases, options, alongTP, [&](double cutOff, double precision, double recall, bool interpolated) {
+            *row++ = {cutOff, recall, precision, interpolated};
         });
-    if (const auto precision = sweep.lentPrecision(largerTestMorePositive))
-        rows[largerTestMorePositive ? points - 1 : 0].precision = *precision;
+    if (const auto precision = sweep.lentPrecision(options.largerTestMorePositive))
+        rows[options.largerTestMorePositive ? points - 1 : 0].precision = *precision;
     return {rows.release(), count};
 }
 
@@ -83,7 +97,7 @@ roccurve_res roccurve(const double* actual, const double* predicted, int n, cons
 {
     return guarded(
         [&] {
-            return rocCurve({actual, predicted, n, positiveValue}, include, larger);
+            return rocCurve({actual, predicted, n, positiveValue}, {isInclude(include), isLarger(larger)});
         },
         roccurve_res{nullptr, 0});
 }
@@ -95,7 +109,8 @@ prcurve_res prcurve(const double* actual, const double* predicted, int n, const 
 {
     return guarded(
         [&] {
-            return prCurve({actual, predicted, n, positiveValue}, include, larger, interpolation);
+            return prCurve({actual, predicted, n, positiveValue}, {isInclude(include), isLarger(larger)},
+                           isTP(interpolation));
         },
         prcurve_res{nullptr, 0});
 }

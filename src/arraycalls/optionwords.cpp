@@ -1,5 +1,7 @@
 #include "vexrocproc/optionwords.h"
 
+#include "arraycalls/arrayInput.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -17,7 +19,7 @@ bool isFirstOf(const char* word, const char* first, const char* second)
 
 bool yTrue(double state, const double* positiveValue)
 {
-    return state == (positiveValue != nullptr ? *positiveValue : 1.0);
+    return state == ROCALG_920::arraycalls::positiveState(positiveValue);
 }
 
 std::string lower(std::string s)

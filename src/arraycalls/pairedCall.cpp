@@ -1,15 +1,11 @@
 #include "arraycalls/arrayInput.h"
 #include "arraycalls/results.h"
-#include "inference/TestAndInterval.h"
-#include "stats/ROCPairedStats.h"
-#include "stats/RocPairedCompare.h"
+#include "inference/PairedComponents.h"
 #include "summary/RowRule.h"
-#include "vexrocproc/arraycalls.h"
 #include "vexrocproc/optionwords.h"
 
 #include <array>
 #include <cstddef>
-#include <tuple>
 #include <vector>
 
 namespace ROCALG_920::arraycalls {
@@ -53,40 +49,32 @@ private:
     std::vector<double> predicted2_;
 };
 
-auc_res areaRecord(ROCPairedStats& stats)
+auc_res areaOf(const PairedComponents& components, bool larger, double zCritical)
 {
-    auc_res res = missingArea();
-    res.posCount = stats.getROCSpace().getPositiveCount();
-    res.negCount = stats.getROCSpace().getNegtiveCount();
-    res.area = stats.getArea();
-    res.stdError = stdErrorOfVariance(stats.getStdError()); // a variance, in paired statistics
-    res.asymptoticSig = stats.getAsymptoticSignificant();
-    std::tie(res.ciLower, res.ciUpper) = stats.getConfidenceInterval();
-    return res;
+    const PlacementSums& placements = components.placements();
+    if (!placements.cases().bothStates())
+        return areaRecord(placements.cases(), AreaTest());
+    return areaRecord(placements.cases(),
+                      testArea(placements.pairs().area(larger), stdErrorOfVariance(placements.variance()), zCritical));
 }
 
-auc_comparison_res comparePaired(const PairedInput& input, double positiveState, bool includeCutOff, bool larger,
-                                 double level)
+auc_comparison_res comparePaired(const PairedInput& input, double positiveState, bool larger, double level)
 {
-    ROCSpace space1(includeCutOff, larger, false, false, true);
-    ROCSpace space2 = space1;
-    if (!space1.borrow({input.predicted1, input.actual, positiveState, input.size})
-        || !space2.borrow({input.predicted2, input.actual, positiveState, input.size}))
-        return comparePaired(CompleteCases(input).input(), positiveState, includeCutOff, larger, level); // once
-    ROCPairedStats stats1(space1, larger, level);
-    ROCPairedStats stats2(space2, larger, level);
-    RocPairedCompare comparison(stats1, stats2, larger, level, 0, positiveState);
-    comparison.computeOverSpaces(); // the same as a pass over records of these arrays
-
-    auc_comparison_res res = missingComparison();
-    res.first = areaRecord(stats1);
-    res.second = areaRecord(stats2);
-    res.z = comparison.getZ();
-    res.zSig = comparison.getZSig();
-    res.areaDiff = areaDifference(res.first.area, res.second.area);
-    res.stdErrorDiff = comparison.getStdErrorDiff();
-    std::tie(res.ciLower, res.ciUpper) = comparison.getZInterval();
-    return res;
+    Observations cases1;
+    Observations cases2;
+    if (!cases1.borrow({input.predicted1, input.actual, positiveState, input.size})
+        || !cases2.borrow({input.predicted2, input.actual, positiveState, input.size}))
+        return comparePaired(CompleteCases(input).input(), positiveState, larger, level); // once
+    const PairedComponents components1(cases1);
+    const PairedComponents components2(cases2);
+    const double zCritical = criticalValue(level);
+    double stdErrorDiff = VexCommon_920::VexMV::Missing();
+    if (cases1.counts().bothStates())
+        stdErrorDiff = pairedDifference(components1.placements(), components2.placements(),
+                                        PairedComponents::products(cases1, components1, components2))
+                           .stdErrorDiff;
+    return comparisonRecord(areaOf(components1, larger, zCritical), areaOf(components2, larger, zCritical),
+                            stdErrorDiff, zCritical);
 }
 
 } // namespace
@@ -95,15 +83,14 @@ auc_comparison_res comparePaired(const PairedInput& input, double positiveState,
 using namespace ROCALG_920::arraycalls;
 
 auc_comparison_res auc_pairedcomparison(const double* actual, const double* predicted1, const double* predicted2, int n,
-                                        const double* positiveValue, const char* include, const char* larger,
+                                        const double* positiveValue, const char* /*include*/, const char* larger,
                                         double confidenceLevel)
 {
     const bool noCases = actual == nullptr || predicted1 == nullptr || predicted2 == nullptr || n <= 0;
     const PairedInput input{actual, predicted1, predicted2, noCases ? 0 : static_cast<std::size_t>(n)};
     return guarded(
         [&] {
-            return comparePaired(input, positiveValue != nullptr ? *positiveValue : 1.0, isInclude(include),
-                                 isLarger(larger), usableLevel(confidenceLevel));
+            return comparePaired(input, positiveState(positiveValue), isLarger(larger), usableLevel(confidenceLevel));
         },
         missingComparison());
 }

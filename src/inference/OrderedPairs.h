@@ -1,13 +1,13 @@
 #pragma once
 
-#include <cstdint>
+#include "numeric/Int128.h"
 
 namespace ROCALG_920 {
 
 /// The pairs of one positive and one negative case, and how many of them are in ascending order.
 struct OrderedPairs {
-    std::int64_t twiceOrdered = 0; ///< 2 for a pair whose positive has the larger value, 1 for a tie
-    std::int64_t twicePairs = 0;   ///< 2 * positives * negatives
+    Int128 twiceOrdered = 0; ///< 2 for a pair whose positive has the larger value, 1 for a tie
+    Int128 twicePairs = 0;   ///< 2 * positives * negatives
 
     /// Share of the pairs whose positive has the larger value, ties counting half: the Mann-Whitney form of the area.
     [[nodiscard]] double share() const noexcept { return share(twiceOrdered); }
@@ -20,7 +20,7 @@ struct OrderedPairs {
     }
 
 private:
-    [[nodiscard]] double share(std::int64_t twice) const noexcept
+    [[nodiscard]] double share(Int128 twice) const noexcept
     {
         return static_cast<double>(twice) / static_cast<double>(twicePairs);
     }

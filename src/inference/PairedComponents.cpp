@@ -1,64 +1,57 @@
 #include "inference/PairedComponents.h"
 
-#include "space/ROCSpace.h"
+#include "summary/SortedValues.h"
 
 namespace ROCALG_920 {
 
-namespace {
-
-/// Twice the counts behind the components of the cases that share a test value.
-struct TwiceCounts {
-    std::uint32_t ofPositive = 0;
-    std::uint32_t ofNegative = 0;
-};
-
-/// Sum over the cases of one state of (v - mean)(w - mean) / (count - 1) / count, where the components v and w are
-/// halves of integers over the number of the other state's cases.
-double meanProduct(Int128 centredTimesCount, double count, double others)
+PairedComponents::PairedComponents(const Observations& observations, std::int64_t mostNarrowCases)
+    : placements_(observations.counts())
 {
-    const double sum = static_cast<double>(centredTimesCount) / (4.0 * others * others * count);
-    return sum / (count - 1) / count;
-}
-
-} // namespace
-
-PairedComponents::PairedComponents(const ROCSpace& space)
-    : nPos_(space.getPositiveCount()), nNeg_(space.getNegtiveCount())
-{
-    if (nPos_ == 0 || nNeg_ == 0)
+    if (!observations.counts().bothStates())
         return;
-    twice_.resize(space.observations().size());
-    std::int64_t positivesSeen = 0;
-    std::int64_t negativesSeen = 0;
-    const auto countsAt = [&](const DistinctValue& x) {
-        const std::int64_t twiceBelow = 2 * negativesSeen + x.negatives;
-        const std::int64_t twiceAbove = 2 * (nPos_ - positivesSeen) - x.positives;
-        positivesSeen += x.positives;
-        negativesSeen += x.negatives;
-        pairs_.twiceOrdered += x.positives * twiceBelow;
-        squares_.positives += Int128{x.positives} * twiceBelow * twiceBelow;
-        squares_.negatives += Int128{x.negatives} * twiceAbove * twiceAbove;
-        return TwiceCounts{static_cast<std::uint32_t>(twiceBelow), static_cast<std::uint32_t>(twiceAbove)};
-    };
-    const auto keep = [&](std::size_t position, bool positive, TwiceCounts counts) {
-        twice_[position] = positive ? counts.ofPositive : counts.ofNegative;
-    };
-    space.observations().visit([&](const auto& columns) { valuesort::rankCases(columns, countsAt, keep); });
-    pairs_.twicePairs = 2 * nPos_ * nNeg_;
+    if (observations.counts().cases() <= mostNarrowCases)
+        rank(observations, narrow_);
+    else
+        rank(observations, wide_);
 }
 
-StateSums PairedComponents::centred(const StateSums& products, const PairedComponents& other) const noexcept
+template <class Twice>
+void PairedComponents::rank(const Observations& observations, std::vector<Twice>& twice)
 {
-    // Over the cases of either state the components add up to the same total, the number of ordered pairs.
-    const Int128 productOfTotals = Int128{pairs_.twiceOrdered} * other.pairs_.twiceOrdered;
-    return {nPos_ * products.positives - productOfTotals, nNeg_ * products.negatives - productOfTotals};
+    struct Counts {
+        Twice ofPositive;
+        Twice ofNegative;
+    };
+    struct CountsAt {
+        PlacementSums sums;
+
+        Counts operator()(const DistinctValue& x)
+        {
+            const PlacementSums::Twice counts = sums.add(x);
+            return {static_cast<Twice>(counts.ofPositive), static_cast<Twice>(counts.ofNegative)};
+        }
+    };
+    twice.resize(observations.size());
+    const auto keep = [place = twice.data()](std::size_t position, bool positive, Counts counts) {
+        place[position] = positive ? counts.ofPositive : counts.ofNegative;
+    };
+    observations.visit(
+        [&](const auto& columns) { placements_ = valuesort::rankCases(columns, CountsAt{placements_}, keep).sums; });
 }
 
-double PairedComponents::covarianceOf(const StateSums& centredSums) const noexcept
+StateSums PairedComponents::products(const Observations& cases, const PairedComponents& first,
+                                     const PairedComponents& second)
 {
-    const double nPos = static_cast<double>(nPos_);
-    const double nNeg = static_cast<double>(nNeg_);
-    return meanProduct(centredSums.negatives, nNeg, nPos) + meanProduct(centredSums.positives, nPos, nNeg);
+    StateSums sums;
+    cases.visit([&](const auto& columns) {
+        const std::uint32_t* const narrow1 = first.narrow_.data();
+        const std::uint32_t* const narrow2 = second.narrow_.data();
+        for (std::size_t i = 0; i < first.narrow_.size(); ++i) // factors below 2^32: one 64-bit product
+            sums.add(columns.positive(i), std::uint64_t{narrow1[i]} * narrow2[i]);
+        for (std::size_t i = 0; i < first.wide_.size(); ++i)
+            sums.add(columns.positive(i), Int128{first.wide_[i]} * second.wide_[i]);
+    });
+    return sums;
 }
 
 } // namespace ROCALG_920

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "inference/OrderedPairs.h"
-#include "numeric/Int128.h"
+#include "inference/PlacementSums.h"
+#include "summary/Observations.h"
 
 #include <cmath>
 #include <cstddef>
@@ -10,59 +10,42 @@
 
 namespace ROCALG_920 {
 
-class ROCSpace;
-
-/// One exact sum over the positive and one over the negative cases.
-struct StateSums {
-    Int128 positives = 0;
-    Int128 negatives = 0;
-
-    void add(bool positive, Int128 term) noexcept
-    {
-        positives += positive ? term : 0;
-        negatives += positive ? 0 : term;
-    }
-};
-
-/// The structural components (placement values) of one test variable, by case in the order of arrival.
-///
-/// A positive case's component is the share of negatives below its value, a negative case's the share of positives
-/// above it, ties counting one half. Twice the count behind a share is an integer, and so is every sum over them:
-/// nothing is rounded before the last division, so nothing cancels.
-/// Source: DeLong, DeLong and Clarke-Pearson (1988), Comparing the areas under two or more correlated receiver
-/// operating characteristic curves, Biometrics 44, 837-845.
+/// The placements of one test variable case by case, in the order of arrival.
 class PairedComponents {
 public:
+    /// Up to so many cases twice a count, 2 P or 2 N at most, fits into 32 bits; beyond, cases take 64 bits each.
+    static constexpr std::int64_t mostNarrow = std::int64_t{1} << 31;
+
     /// One sort. Without a case of each state there are no components. Throws std::bad_alloc only.
-    explicit PairedComponents(const ROCSpace& space);
+    explicit PairedComponents(const Observations& observations, std::int64_t mostNarrowCases = mostNarrow);
 
     /// Number of cases with a component.
-    [[nodiscard]] std::size_t size() const noexcept { return twice_.size(); }
+    [[nodiscard]] std::size_t size() const noexcept { return narrow_.size() + wide_.size(); }
     /// Twice the count behind the component of the case that arrived at this position.
-    [[nodiscard]] std::uint32_t twice(std::size_t position) const noexcept { return twice_[position]; }
+    [[nodiscard]] std::int64_t twice(std::size_t position) const noexcept
+    {
+        return wide_.empty() ? narrow_[position] : wide_[position];
+    }
     /// Twice the count behind a component of a case in this state.
     [[nodiscard]] std::int64_t twiceOf(double component, bool positive) const noexcept
     {
+        const StateCounts& cases = placements_.cases();
         // A whole number but for the rounding of the component.
-        return std::llround(component * 2.0 * static_cast<double>(positive ? nNeg_ : nPos_));
+        return std::llround(component * 2.0 * static_cast<double>(positive ? cases.negatives : cases.positives));
     }
-    [[nodiscard]] OrderedPairs pairs() const noexcept { return pairs_; }
-    /// Products of `twice` with itself, summed by state.
-    [[nodiscard]] const StateSums& squares() const noexcept { return squares_; }
+    [[nodiscard]] const PlacementSums& placements() const noexcept { return placements_; }
 
-    /// Sums around the means of two variables measured on the same cases, times positives and times negatives, from
-    /// the products of their `twice` summed by state.
-    [[nodiscard]] StateSums centred(const StateSums& products, const PairedComponents& other) const noexcept;
-    /// The covariance (variance) of areas that such sums stand for: over the cases of each state, the mean product
-    /// divided by its degrees of freedom. Not a number when a state has a single case.
-    [[nodiscard]] double covarianceOf(const StateSums& centredSums) const noexcept;
+    /// Products of the twice counts of two variables, summed over the same cases, which are in the order of arrival.
+    [[nodiscard]] static StateSums products(const Observations& cases, const PairedComponents& first,
+                                            const PairedComponents& second);
 
 private:
-    std::int64_t nPos_;
-    std::int64_t nNeg_;
-    std::vector<std::uint32_t> twice_;
-    OrderedPairs pairs_;
-    StateSums squares_;
+    template <class Twice>
+    void rank(const Observations& observations, std::vector<Twice>& twice);
+
+    PlacementSums placements_;
+    std::vector<std::uint32_t> narrow_;
+    std::vector<std::int64_t> wide_; ///< in place of narrow_
 };
 
 } // namespace ROCALG_920

@@ -20,15 +20,18 @@ public:
     explicit PrecisionRecallSweep(bool alongTP) : alongTP_(alongTP) {}
 
     /// The measured point of the next cut-off, preceded by the points interpolated on the way to it. Calls
-    /// point(true positives, cases classified as positive, interpolated) for each, in order from the previous
-    /// cut-off to this one. Their quotient is the precision, 0/0 where nothing is classified as positive.
+    /// point(precision, recall, interpolated) for each, in order from the previous cut-off to this one. The precision
+    /// is 0/0 where nothing is classified as positive.
     template <class Point>
     void step(const CutOffCounts& result, Point&& point)
     {
         const Counts current{static_cast<double>(result.truePositives), static_cast<double>(result.falsePositives)};
+        const double positives = static_cast<double>(result.positives());
         if (measured_ > 0)
-            interpolate(current, [&](double tp, double classifiedPositive) { point(tp, classifiedPositive, true); });
-        point(current.tp, current.positives(), false);
+            interpolate(current, [&](double tp, double classifiedPositive) {
+                point(tp / classifiedPositive, tp / positives, true);
+            });
+        point(current.precision(), current.tp / positives, false);
         if (measured_ < firstTwo_.size())
             firstTwo_[measured_] = current;
         ++measured_;

@@ -1,7 +1,6 @@
 #include "inference/TestAndInterval.h"
 
 #include "host/VexDistFun.h"
-#include "host/VexMV.h"
 
 #include <cmath>
 #include <limits>
@@ -43,6 +42,13 @@ std::pair<double, double> confidenceInterval(double estimate, double stdError, d
 }
 
 double stdErrorOfVariance(double variance) { return anyMissing(variance) ? VexMV::Missing() : std::sqrt(variance); }
+
+AreaTest testArea(double area, double stdError, double zCritical)
+{
+    constexpr double nullArea = 0.5;
+    const auto [lower, upper] = confidenceInterval(area, stdError, zCritical);
+    return {area, area + area - 1, stdError, twoSidedSignificance((area - nullArea) / stdError), lower, upper};
+}
 
 double areaDifference(double area1, double area2)
 {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/VexMV.h"
+
 #include <utility>
 
 /// The steps from an estimate and its standard error to a test and an interval, shared by areas and comparisons.
@@ -18,8 +20,16 @@ namespace ROCALG_920 {
 /// Root of a variance.
 [[nodiscard]] double stdErrorOfVariance(double variance);
 
-/// Null area of the significance test of one area.
-inline constexpr double nullArea = 0.5;
+/// One area with its test against the area 0.5 and its interval; missing where nothing was computed.
+struct AreaTest {
+    double area = VexCommon_920::VexMV::Missing();
+    double giniIndex = VexCommon_920::VexMV::Missing(); ///< 2 * area - 1
+    double stdError = VexCommon_920::VexMV::Missing();
+    double significance = VexCommon_920::VexMV::Missing();
+    double lower = VexCommon_920::VexMV::Missing();
+    double upper = VexCommon_920::VexMV::Missing();
+};
+[[nodiscard]] AreaTest testArea(double area, double stdError, double zCritical);
 
 /// First area minus second area.
 [[nodiscard]] double areaDifference(double area1, double area2);
@@ -34,10 +44,10 @@ inline constexpr double nullArea = 0.5;
 
 /// z of a difference (0 when the difference is exactly 0), its two-sided significance and interval.
 struct DifferenceTest {
-    double z;
-    double significance;
-    double lower;
-    double upper;
+    double z = VexCommon_920::VexMV::Missing();
+    double significance = VexCommon_920::VexMV::Missing();
+    double lower = VexCommon_920::VexMV::Missing();
+    double upper = VexCommon_920::VexMV::Missing();
 };
 [[nodiscard]] DifferenceTest testDifference(double difference, double stdError, double zCritical);
 

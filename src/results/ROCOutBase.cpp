@@ -1,9 +1,9 @@
 #include "vexrocproc/ROCOutBase.h"
 
 #include "host/VexMV.h"
-#include "space/ROCBitSet.h"
-#include "space/ROCSpace.h"
 #include "inference/TestAndInterval.h"
+#include "space/ROCBitSet.h"
+#include "space/SpaceSummary.h"
 #include "stats/ROCPairedStats.h"
 #include "stats/ROCStats.h"
 
@@ -46,7 +46,7 @@ void ROCOutBase::takeCurve(ROCSpace& space)
     posFreqCount_ = space.getPosFreqCount();
     negFreqCount_ = space.getNegFreqCount();
     zeroCountExist_ = positiveCount_ == 0 || negativeCount_ == 0;
-    CurveLists curve = space.takeCurve();
+    CurveLists curve = SpaceSummary(space).takeCurve();
     cutOffPoints_ = std::move(curve.cutOffPoints);
     sensSpec_ = std::move(curve.sensSpec);
     ksMaximum_ = curve.ksMaximum;

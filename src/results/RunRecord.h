@@ -1,7 +1,7 @@
 #pragma once
 
 #include "inference/OperatingPoint.h"
-#include "space/ROCSpace.h"
+#include "space/SpaceSummary.h"
 #include "stats/ROCStats.h"
 #include "vexrocproc/ROCOutBase.h"
 
@@ -15,13 +15,13 @@ namespace ROCALG_920 {
 class RunRecord final : public ROCOutBase {
 public:
     RunRecord(int testVarInd, ROCStats& stats, bool distributionChanged)
-        : ROCOutBase(testVarInd, stats, distributionChanged), counts_(stats.getROCSpace().takeCounts())
+        : ROCOutBase(testVarInd, stats, distributionChanged), counts_(SpaceSummary(stats.getROCSpace()).takeCounts())
     {
     }
     RunRecord(int testVarInd, int groupVarInd, ROCConst_920::Operation op, double groupValue, ROCStats& stats,
               bool distributionChanged)
         : ROCOutBase(testVarInd, groupVarInd, op, groupValue, stats, distributionChanged),
-          counts_(stats.getROCSpace().takeCounts())
+          counts_(SpaceSummary(stats.getROCSpace()).takeCounts())
     {
     }
 

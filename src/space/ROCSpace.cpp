@@ -5,43 +5,17 @@
 #include "inference/PrecisionRecallSweep.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
-#include <cstdint>
-#include <limits>
 #include <utility>
 
 namespace ROCALG_920 {
 
 using VexCommon_920::VexMV;
 
-namespace {
-
-constexpr std::size_t minObservations = 3;
-} // namespace
-
 ROCSpace::ROCSpace(bool includeCutOff, bool largerTestMorePositive, bool needPR, bool needROC, bool interpolateAlongTP)
     : groupValue_(VexMV::Missing()), includeCutOff_(includeCutOff), largerTestMorePositive_(largerTestMorePositive),
       needPR_(needPR), needROC_(needROC), interpolateAlongTP_(interpolateAlongTP)
 {
-}
-
-bool ROCSpace::borrow(const BorrowedColumns& columns)
-{
-    std::int64_t positives = 0;
-    std::int64_t notNumbers = 0;
-    for (std::size_t i = 0; i < columns.size(); ++i) { // no branch: several cases at a time
-        positives += columns.positive(i);
-        notNumbers += std::isnan(columns.value(i));
-    }
-    if (notNumbers > 0)
-        return false;
-    observations_.borrow(columns);
-    positiveCount_ = static_cast<int>(positives);
-    negativeCount_ = static_cast<int>(columns.size()) - positiveCount_;
-    posFreqCount_ = positiveCount_;
-    negFreqCount_ = negativeCount_;
-    return true;
 }
 
 void ROCSpace::setGroup(int groupVar, ROCConst_920::Operation op, double value) noexcept
@@ -56,22 +30,14 @@ bool ROCSpace::finishUpdate()
 {
     if (finished_)
         return true;
-    if (observations_.size() < minObservations)
+    if (observations_.counts().cases() < leastCurveCases)
         return false;
-    if ((needROC_ || needPR_) && hasBothStates()) {
-        sorted_ = observations_.visit([](const auto& columns) { return valuesort::SortedValues(columns); });
+    if ((needROC_ || needPR_) && hasCurve(observations_.counts())) {
+        sorted_ = sortedValues(observations_);
         setOrder(Order::ByValue);
     }
     finished_ = true;
     return true;
-}
-
-std::size_t ROCSpace::countCutOffs()
-{
-    finishUpdate();
-    if (!sorted_)
-        return 0;
-    return observations_.visit([&](const auto& columns) { return sorted_->countDistinct(columns) + 1; });
 }
 
 /// All zero without a curve.
@@ -81,10 +47,11 @@ ROCSpace::DistinctSummary ROCSpace::distinctSummary()
         return {};
     if (!distinct_) {
         DistinctSummary summary;
-        forEachDistinctValue([&](const DistinctValue& x) {
+        const auto take = [&](const DistinctValue& x) {
             ++summary.count;
             summary.ties = summary.ties || (x.positives > 0 && x.negatives > 0);
-        });
+        };
+        withWalk([&](const auto& walk) { forEachValue(walk, take); });
         distinct_ = summary;
     }
     return *distinct_;
@@ -110,7 +77,6 @@ CurveLists ROCSpace::takeCurve()
 CurveLists ROCSpace::computeStats(bool needPR, bool needROC)
 {
     const std::size_t cutOffs = distinctSummary().count + 1;
-    const double nPos = positiveCount_;
     KolmogorovSmirnov ks;
     PrecisionRecallSweep prSweep(interpolateAlongTP_);
     CurveLists lists;
@@ -120,17 +86,18 @@ CurveLists ROCSpace::computeStats(bool needPR, bool needROC)
     lists.sensSpec.reserve(needROC ? cutOffs : 0);
     lists.precisionRecall.reserve(needPR ? cutOffs : 0);
 
-    const auto addPoint = [&](double tp, double classifiedPositive, bool interpolated) {
+    const auto addPoint = [&](double precision, double recall, bool interpolated) {
         if (interpolated)
             lists.prInterpolationFlag.set(static_cast<int>(lists.precisionRecall.size()), true);
-        lists.precisionRecall.emplace_back(tp / classifiedPositive, tp / nPos);
+        lists.precisionRecall.emplace_back(precision, recall);
     };
-    forEachCutOff([&](double cutOff, const CutOffCounts& result) {
+    const CurveOptions options{includeCutOff_, largerTestMorePositive_};
+    forEachCutOff(observations_, *sorted_, options, [&](double cutOff, const CutOffCounts& result) {
         lists.cutOffPoints.push_back(cutOff);
         if (needROC) {
             counts.push_back({static_cast<int>(result.truePositives), static_cast<int>(result.falsePositives)});
-            lists.sensSpec.emplace_back(sensitivity(result), specificity(result));
-            ks.take(cutOff, youdenIndex(sensitivity(result), specificity(result)), largerTestMorePositive_);
+            const auto& [sens, spec] = lists.sensSpec.emplace_back(sensitivity(result), specificity(result));
+            ks.take(cutOff, youdenIndex(sens, spec), largerTestMorePositive_);
         }
         if (needPR)
             prSweep.step(result, addPoint);
@@ -161,15 +128,16 @@ std::vector<ROCData> ROCSpace::listObservations(Order order) const
         return list;
     }
     auto positive = list.begin();
-    auto negative = list.begin() + (order == Order::ByState ? positiveCount_ : 0);
-    forEachDistinctValue([&](const DistinctValue& distinct) {
-        positive = std::fill_n(positive, static_cast<std::size_t>(distinct.positives), ROCData{true, distinct.value});
+    auto negative = list.begin() + (order == Order::ByState ? observations_.counts().positives : 0);
+    const auto append = [&](const DistinctValue& distinct) {
+        positive = std::fill_n(positive, distinct.positives, ROCData{true, distinct.value});
         if (order == Order::ByValue)
             negative = positive;
-        negative = std::fill_n(negative, static_cast<std::size_t>(distinct.negatives), ROCData{false, distinct.value});
+        negative = std::fill_n(negative, distinct.negatives, ROCData{false, distinct.value});
         if (order == Order::ByValue)
             positive = negative;
-    });
+    };
+    withWalk([&](const auto& walk) { forEachValue(walk, append); });
     return list;
 }
 

@@ -2,9 +2,7 @@
 
 #include "space/ROCBitSet.h"
 #include "space/ROCData.h"
-#include "summary/CurveSweep.h"
-#include "summary/Observations.h"
-#include "summary/SortedValues.h"
+#include "summary/SortedObservations.h"
 #include "vexrocproc/ROCConst.h"
 
 #include <cmath>
@@ -41,7 +39,7 @@ struct CurveLists {
 /// observation counts once.
 /// Shapes: k distinct test values give k + 1 cut-offs, ascending, in the unit of the test variable; the sensitivity
 /// and specificity list runs parallel to them. Sensitivity, specificity, precision and recall are in [0, 1].
-/// Cost: one sort. The lists are made when the first of them is read; the walks over values and cut-offs need none.
+/// Cost: one sort. The lists are made when the first of them is read; the walks of SpaceSummary need none.
 /// Failure: told by values. Fewer than 3 observations, or one state only, leave all lists empty. Memory that runs out
 /// throws std::bad_alloc and leaves the space as it was before the call.
 /// Source: Fawcett (2006), An introduction to ROC analysis, Pattern Recognition Letters 27, 861-874.
@@ -54,20 +52,15 @@ public:
     ROCSpace(ROCSpace&&) = default;
     ROCSpace& operator=(ROCSpace&&) = default;
 
-    /// Adds one case. False, and nothing changes, for a weight below 1, a test value that is NaN, a closed space, one
-    /// that borrows its cases, or one that holds as many observations as an int can count.
+    /// Adds one case. False, and nothing changes, for a weight below 1, a test value that is NaN, a closed space, or
+    /// one that holds as many observations as an int can count.
     bool update(bool positive, double value, int weight);
-    /// Makes room for so many observations in all.
-    void reserve(std::size_t count) { observations_.reserve(count); }
-    /// Replaces the cases of an open space by those of two arrays, each of weight 1, without copying them: they must outlive
-    /// the space. False, and nothing changes, when a test value is NaN.
-    bool borrow(const BorrowedColumns& columns);
 
     void setTestVarInd(int index) noexcept { testVarInd_ = index; }
     void setGroup(int groupVar, ROCConst_920::Operation op, double value) noexcept;
 
     // Summary reads. Not const: the first one closes the space, and the lists are made on demand. The references
-    // stay valid as long as the space lives, and show the same lists until takeCurve() hands those over.
+    // stay valid as long as the space lives, and show the same lists until SpaceSummary hands those over.
 
     /// The observations: in arrival order, by ascending value once a curve was built, in the order of
     /// independentSortMethod once area statistics of independent samples were computed.
@@ -86,15 +79,9 @@ public:
     /// Marks the interpolated entries of getPrecisionRecall().
     [[nodiscard]] ROCBitSet getPRInterpolationFlag();
 
-    /// Hands over all lists of the curve at once; a later read makes them anew.
-    [[nodiscard]] CurveLists takeCurve();
-    /// Hands over the counts behind the sensitivity and specificity list, parallel to it; once per making of the lists.
-    [[nodiscard]] std::vector<ClassifiedPositive> takeCounts() { return std::exchange(counts_, {}); }
-
     /// Number of negative observations, unweighted. (Spelled so in the interface.)
-    [[nodiscard]] int getNegtiveCount() const noexcept { return negativeCount_; }
-    [[nodiscard]] int getPositiveCount() const noexcept { return positiveCount_; }
-    [[nodiscard]] bool hasBothStates() const noexcept { return positiveCount_ > 0 && negativeCount_ > 0; }
+    [[nodiscard]] int getNegtiveCount() const noexcept { return static_cast<int>(observations_.counts().negatives); }
+    [[nodiscard]] int getPositiveCount() const noexcept { return static_cast<int>(observations_.counts().positives); }
     /// Sum of the weights of the negative observations.
     [[nodiscard]] double getNegFreqCount() const noexcept { return negFreqCount_; }
     [[nodiscard]] double getPosFreqCount() const noexcept { return posFreqCount_; }
@@ -103,25 +90,9 @@ public:
     [[nodiscard]] ROCConst_920::Operation getGroupOp() const noexcept { return groupOp_; }
     [[nodiscard]] double getGroupValue() const noexcept { return groupValue_; }
 
-    /// Runs the summary, as every summary read does.
-    void finish() { finishUpdate(); }
-
-    // Sweeps, for readers that want the numbers and not the lists.
-
-    /// The observations in arrival order, whatever order getROCData() shows.
-    [[nodiscard]] const Observations& observations() const noexcept { return observations_; }
-    /// Calls visit(DistinctValue) for every distinct test value, ascending.
-    template <class Visit>
-    void forEachDistinctValue(Visit&& visit) const;
-    /// 0 without a curve. Closes the space, as every summary read does.
-    [[nodiscard]] std::size_t countCutOffs();
-    /// Calls visit(cut-off, CutOffCounts) for every cut-off in ascending order; never without a curve.
-    template <class Visit>
-    void forEachCutOff(Visit&& visit) const;
-    /// The order of independentSortMethod holds from here on.
-    void orderByState() { setOrder(Order::ByState); }
-
 private:
+    friend class SpaceSummary;
+
     enum class Order { Arrival, ByValue, ByState };
 
     /// What one walk over the distinct values of a curve tells.
@@ -134,23 +105,24 @@ private:
     DistinctSummary distinctSummary();
     const CurveLists& curveLists();
     [[nodiscard]] CurveLists computeStats(bool needPR, bool needROC);
+    [[nodiscard]] CurveLists takeCurve();
+    template <class Work>
+    decltype(auto) withWalk(Work&& work) const;
     [[nodiscard]] std::vector<ROCData> listObservations(Order order) const;
     void setOrder(Order order);
 
     Observations observations_;
-    std::optional<valuesort::SortedValues> sorted_; ///< with the curve
+    std::optional<valuesort::SortedValues> sorted_; ///< with a curve
     std::optional<DistinctSummary> distinct_;       ///< made on demand
 
     std::vector<ROCData> data_;              ///< what getROCData() shows, made on demand in order_
     CurveLists lists_;                       ///< made on demand
-    std::vector<ClassifiedPositive> counts_; ///< made with them
+    std::vector<ClassifiedPositive> counts_; ///< behind sensitivities and specificities, made with the lists
 
     int testVarInd_ = -1;
     int groupVar_ = -1;
     ROCConst_920::Operation groupOp_ = ROCConst_920::Equal;
     double groupValue_;
-    int negativeCount_ = 0;
-    int positiveCount_ = 0;
     double negFreqCount_ = 0.0;
     double posFreqCount_ = 0.0;
     Order order_ = Order::Arrival;
@@ -166,38 +138,20 @@ private:
 // Inline: a record pass calls it for every record and variable.
 inline bool ROCSpace::update(bool positive, double value, int weight)
 {
-    if (weight < 1 || finished_ || std::isnan(value) || !observations_.hasRoom())
+    constexpr std::size_t mostObservations = std::numeric_limits<int>::max();
+    if (weight < 1 || finished_ || std::isnan(value) || observations_.size() == mostObservations)
         return false;
     if (!data_.empty()) // whoever holds the list sees the new case
         data_.push_back({positive, value});
     observations_.add(positive, value);
-    (positive ? positiveCount_ : negativeCount_) += 1;
     (positive ? posFreqCount_ : negFreqCount_) += weight;
     return true;
 }
 
-template <class Visit>
-void ROCSpace::forEachDistinctValue(Visit&& visit) const
+template <class Work>
+decltype(auto) ROCSpace::withWalk(Work&& work) const
 {
-    observations_.visit([&](const auto& columns) {
-        if (sorted_)
-            sorted_->withWalk(columns, [&](auto walk) { forEachValue(walk, visit); });
-        else
-            valuesort::forEachDistinctValue(columns, visit);
-    });
-}
-
-template <class Visit>
-void ROCSpace::forEachCutOff(Visit&& visit) const
-{
-    if (!sorted_)
-        return;
-    const CurveOptions options{includeCutOff_, largerTestMorePositive_};
-    observations_.visit([&](const auto& columns) {
-        const auto [lowest, highest] = sorted_->range(columns);
-        const CurveTotals totals{lowest, highest, {positiveCount_, negativeCount_}};
-        sorted_->withWalk(columns, [&](auto walk) { ROCALG_920::forEachCutOff(walk, totals, options, visit); });
-    });
+    return sorted_ ? ROCALG_920::withWalk(observations_, *sorted_, work) : ROCALG_920::withWalk(observations_, work);
 }
 
 } // namespace ROCALG_920

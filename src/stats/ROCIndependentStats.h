@@ -1,5 +1,6 @@
 #pragma once
 
+#include "inference/TestAndInterval.h"
 #include "space/ROCData.h"
 #include "stats/ROCStats.h"
 #include "vexrocproc/ROCConst.h"
@@ -24,27 +25,19 @@ public:
                         double confidenceLevel);
 
     [[nodiscard]] int getTestVarInd() const override;
-    [[nodiscard]] double getArea() const override { return area_; }
-    [[nodiscard]] double getGiniIndex() const override { return giniIndex_; }
-    [[nodiscard]] double getStdError() const override { return stdError_; }
-    [[nodiscard]] double getAsymptoticSignificant() const override { return asymptoticSig_; }
-    [[nodiscard]] std::pair<double, double> getConfidenceInterval() const override { return {ciLower_, ciUpper_}; }
+    [[nodiscard]] double getArea() const override { return test_.area; }
+    [[nodiscard]] double getGiniIndex() const override { return test_.giniIndex; }
+    [[nodiscard]] double getStdError() const override { return test_.stdError; }
+    [[nodiscard]] double getAsymptoticSignificant() const override { return test_.significance; }
+    [[nodiscard]] std::pair<double, double> getConfidenceInterval() const override
+    {
+        return {test_.lower, test_.upper};
+    }
     [[nodiscard]] ROCSpace& getROCSpace() override { return space_; }
 
 private:
-    bool computeStats();
-
     ROCSpace& space_;
-    double area_;
-    double stdError_;
-    double giniIndex_;
-    double asymptoticSig_;
-    double confidenceLevel_;
-    double zCritical_;
-    ROCConst_920::Distribution distribution_;
-    bool largerTestMorePositive_;
-    double ciLower_;
-    double ciUpper_;
+    AreaTest test_;
 };
 
 /// Positive observations before negative ones, each state ascending by value.

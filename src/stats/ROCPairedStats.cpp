@@ -1,35 +1,23 @@
 #include "stats/ROCPairedStats.h"
 
 #include "host/VexMV.h"
-#include "inference/TestAndInterval.h"
-#include "space/ROCSpace.h"
-
-#include <tuple>
+#include "space/SpaceSummary.h"
 
 namespace ROCALG_920 {
 
 using VexCommon_920::VexMV;
 
 ROCPairedStats::ROCPairedStats(ROCSpace& space, bool largerTestMorePositive, double confidenceLevel)
-    : space_(space), components_(space), area_(VexMV::Missing()), variance_(VexMV::Missing()),
-      giniIndex_(VexMV::Missing()), asymptoticSig_(VexMV::Missing()), confidenceLevel_(confidenceLevel),
-      zCritical_(criticalValue(confidenceLevel)), largerTestMorePositive_(largerTestMorePositive),
-      ciLower_(VexMV::Missing()), ciUpper_(VexMV::Missing())
+    : space_(space), components_(SpaceSummary(space).observations()), variance_(VexMV::Missing())
 {
-    space_.finish();
-    if (space_.hasBothStates())
-        computeStats();
-}
-
-bool ROCPairedStats::computeStats()
-{
-    area_ = components_.pairs().area(largerTestMorePositive_);
-    giniIndex_ = area_ + area_ - 1;
-    variance_ = components_.covarianceOf(components_.centred(components_.squares(), components_));
-    const double stdError = stdErrorOfVariance(variance_);
-    asymptoticSig_ = twoSidedSignificance((area_ - nullArea) / stdError);
-    std::tie(ciLower_, ciUpper_) = confidenceInterval(area_, stdError, zCritical_);
-    return true;
+    SpaceSummary summary(space);
+    summary.finish();
+    if (!summary.counts().bothStates())
+        return;
+    const PlacementSums& placements = components_.placements();
+    variance_ = placements.variance();
+    test_ = testArea(placements.pairs().area(largerTestMorePositive), stdErrorOfVariance(variance_),
+                     criticalValue(confidenceLevel));
 }
 
 int ROCPairedStats::getTestVarInd() const { return space_.getTestVar(); }
@@ -52,20 +40,19 @@ void ROCPairedStats::fillMaps()
         return;
     txs_.clear();
     tys_.clear();
-    const double nPos = space_.getPositiveCount();
-    const double nNeg = space_.getNegtiveCount();
-    std::int64_t positivesAbove = space_.getPositiveCount();
-    std::int64_t negativesBelow = 0;
-    const auto half = [](std::int64_t twice) { return 0.5 * static_cast<double>(twice); };
-    if (space_.hasBothStates())
-        space_.forEachDistinctValue([&](const DistinctValue& x) {
-            positivesAbove -= x.positives;
-            if (x.positives > 0)
-                txs_.emplace_hint(txs_.end(), x.value, half(2 * negativesBelow + x.negatives) / nNeg);
-            if (x.negatives > 0)
-                tys_.emplace_hint(tys_.end(), x.value, half(2 * positivesAbove + x.positives) / nPos);
-            negativesBelow += x.negatives;
-        });
+    const SpaceSummary summary(space_);
+    const double nPos = static_cast<double>(summary.counts().positives);
+    const double nNeg = static_cast<double>(summary.counts().negatives);
+    PlacementSums placements(summary.counts());
+    const auto take = [&](const DistinctValue& x) {
+        const PlacementSums::Twice twice = placements.add(x);
+        if (x.positives > 0)
+            txs_.emplace_hint(txs_.end(), x.value, 0.5 * static_cast<double>(twice.ofPositive) / nNeg);
+        if (x.negatives > 0)
+            tys_.emplace_hint(tys_.end(), x.value, 0.5 * static_cast<double>(twice.ofNegative) / nPos);
+    };
+    if (summary.counts().bothStates())
+        summary.withWalk([&](const auto& walk) { forEachValue(walk, take); });
     mapsReady_ = true;
 }
 

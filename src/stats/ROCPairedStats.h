@@ -1,6 +1,7 @@
 #pragma once
 
 #include "inference/PairedComponents.h"
+#include "inference/TestAndInterval.h"
 #include "stats/ROCStats.h"
 
 #include <map>
@@ -24,12 +25,15 @@ public:
     ROCPairedStats(ROCSpace& space, bool largerTestMorePositive, double confidenceLevel);
 
     [[nodiscard]] int getTestVarInd() const override;
-    [[nodiscard]] double getArea() const override { return area_; }
-    [[nodiscard]] double getGiniIndex() const override { return giniIndex_; }
+    [[nodiscard]] double getArea() const override { return test_.area; }
+    [[nodiscard]] double getGiniIndex() const override { return test_.giniIndex; }
     /// Variance of the area.
     [[nodiscard]] double getStdError() const override { return variance_; }
-    [[nodiscard]] double getAsymptoticSignificant() const override { return asymptoticSig_; }
-    [[nodiscard]] std::pair<double, double> getConfidenceInterval() const override { return {ciLower_, ciUpper_}; }
+    [[nodiscard]] double getAsymptoticSignificant() const override { return test_.significance; }
+    [[nodiscard]] std::pair<double, double> getConfidenceInterval() const override
+    {
+        return {test_.lower, test_.upper};
+    }
     [[nodiscard]] ROCSpace& getROCSpace() override { return space_; }
 
     /// For each distinct positive test value, the share of negatives below it, ties counting one half.
@@ -40,20 +44,12 @@ public:
     [[nodiscard]] const PairedComponents& components() const noexcept { return components_; }
 
 private:
-    bool computeStats();
     void fillMaps();
 
     ROCSpace& space_;
     PairedComponents components_;
-    double area_;
     double variance_;
-    double giniIndex_;
-    double asymptoticSig_;
-    double confidenceLevel_;
-    double zCritical_;
-    bool largerTestMorePositive_;
-    double ciLower_;
-    double ciUpper_;
+    AreaTest test_;
     bool mapsReady_ = false;
     std::map<double, double> txs_;
     std::map<double, double> tys_;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/VexMV.h"
+#include "inference/TestAndInterval.h"
 #include "stats/ROCComparisonStats.h"
 
 namespace ROCALG_920 {
@@ -13,21 +15,16 @@ class RocIndependCompare : public ROCComparisonStats {
 public:
     RocIndependCompare(ROCIndependentStats& first, ROCIndependentStats& second, double confidenceLevel);
 
-    [[nodiscard]] double getCovariance() const override { return covariance_; }
-    [[nodiscard]] double getZ() const override { return z_; }
-    [[nodiscard]] double getZSig() const override { return zSig_; }
-    [[nodiscard]] std::pair<double, double> getZInterval() const override { return {ciLower_, ciUpper_}; }
+    [[nodiscard]] double getCovariance() const override { return VexCommon_920::VexMV::Missing(); }
+    [[nodiscard]] double getZ() const override { return test_.z; }
+    [[nodiscard]] double getZSig() const override { return test_.significance; }
+    [[nodiscard]] std::pair<double, double> getZInterval() const override { return {test_.lower, test_.upper}; }
     /// Does not read the records: independent areas need no further pass.
     bool computeStats(VexCommon_920::MultiPassRecordIter& iter) override;
 
 private:
-    double z_;
-    double zSig_;
-    double covariance_;
-    double confidenceLevel_;
     double zCritical_;
-    double ciLower_;
-    double ciUpper_;
+    DifferenceTest test_;
     ROCIndependentStats& first_;
     ROCIndependentStats& second_;
 };

@@ -1,8 +1,6 @@
 #include "stats/RocPairedCompare.h"
 
-#include "host/VexMV.h"
-#include "space/ROCSpace.h"
-#include "inference/TestAndInterval.h"
+#include "space/SpaceSummary.h"
 #include "stats/ROCPairedStats.h"
 
 #include <cmath>
@@ -12,7 +10,6 @@ namespace ROCALG_920 {
 
 using VexCommon_920::MultiPassRecordIter;
 using VexCommon_920::Record;
-using VexCommon_920::VexMV;
 
 /// Sums over records that are looked up by value: products of centred components, and the exact sums of the counts
 /// behind the components, which serve when the records turn out to be the spaces' cases in another order.
@@ -47,7 +44,7 @@ private:
     [[nodiscard]] bool matches(ROCPairedStats& stats, const StateSums& totals) const
     {
         const ROCSpace& space = stats.getROCSpace();
-        const Int128 ordered = stats.components().pairs().twiceOrdered;
+        const Int128 ordered = stats.components().placements().pairs().twiceOrdered;
         return nPos_ == space.getPositiveCount() && nNeg_ == space.getNegtiveCount() && totals.positives == ordered
             && totals.negatives == ordered;
     }
@@ -67,33 +64,26 @@ private:
 
 RocPairedCompare::RocPairedCompare(ROCPairedStats& first, ROCPairedStats& second, bool largerTestMorePositive,
                                    double confidenceLevel, int stateVarIndex, double positiveStateValue)
-    : z_(VexMV::Missing()), zSig_(VexMV::Missing()), covariance_(VexMV::Missing()), confidenceLevel_(confidenceLevel),
-      zCritical_(criticalValue(confidenceLevel)), testVarIndex1_(first.getTestVarInd()),
+    : zCritical_(criticalValue(confidenceLevel)), testVarIndex1_(first.getTestVarInd()),
       testVarIndex2_(second.getTestVarInd()), stateVarIndex_(stateVarIndex), positiveStateValue_(positiveStateValue),
-      largerTestMorePositive_(largerTestMorePositive), ciLower_(VexMV::Missing()), ciUpper_(VexMV::Missing()),
-      first_(first), second_(second), stdErrorDiff_(VexMV::Missing())
+      largerTestMorePositive_(largerTestMorePositive), first_(first), second_(second)
 {
 }
 
 bool RocPairedCompare::hasBothStates() const
 {
-    return first_.getROCSpace().hasBothStates() && second_.getROCSpace().hasBothStates();
+    return first_.components().placements().cases().bothStates()
+        && second_.components().placements().cases().bothStates();
 }
 
 /// Is this record the case that arrived at this position, in both spaces?
 bool RocPairedCompare::linesUp(std::size_t position, bool positive, double value1, double value2) const
 {
-    const Observations& cases1 = first_.getROCSpace().observations();
-    const Observations& cases2 = second_.getROCSpace().observations();
+    const Observations& cases1 = SpaceSummary(first_.getROCSpace()).observations();
+    const Observations& cases2 = SpaceSummary(second_.getROCSpace()).observations();
     return position < first_.components().size() && position < second_.components().size()
         && cases1.value(position) == value1 && cases2.value(position) == value2 && cases1.positive(position) == positive
         && cases2.positive(position) == positive;
-}
-
-void RocPairedCompare::addComponentProduct(std::size_t position, bool positive, StateSums& products) const
-{
-    // Both factors are below 2^32: one 64-bit product.
-    products.add(positive, std::uint64_t{first_.components().twice(position)} * second_.components().twice(position));
 }
 
 bool RocPairedCompare::computeStats(MultiPassRecordIter& iter)
@@ -111,7 +101,8 @@ bool RocPairedCompare::computeStats(MultiPassRecordIter& iter)
             finishBySearch(linedUp, record, iter);
             return true;
         }
-        addComponentProduct(linedUp++, positive, products);
+        products.add(positive, Int128{first_.components().twice(linedUp)} * second_.components().twice(linedUp));
+        ++linedUp;
     }
     if (linedUp == first_.components().size() && linedUp == second_.components().size())
         finishExactly(products);
@@ -124,34 +115,22 @@ bool RocPairedCompare::computeOverSpaces()
 {
     if (!hasBothStates())
         return false;
-    StateSums products;
-    first_.getROCSpace().observations().visit([&](const auto& cases) {
-        for (std::size_t i = 0; i < cases.size(); ++i)
-            addComponentProduct(i, cases.positive(i), products);
-    });
-    finishExactly(products);
+    const Observations& cases = SpaceSummary(first_.getROCSpace()).observations();
+    finishExactly(PairedComponents::products(cases, first_.components(), second_.components()));
     return true;
 }
 
-/// The variance of the difference is that of the case-by-case differences: squares of both minus twice the products.
 void RocPairedCompare::finishExactly(const StateSums& products)
 {
-    const PairedComponents& a = first_.components();
-    const PairedComponents& b = second_.components();
-    const StateSums cross = a.centred(products, b);
-    const StateSums squaresA = a.centred(a.squares(), a);
-    const StateSums squaresB = b.centred(b.squares(), b);
-    const StateSums difference{squaresA.positives + squaresB.positives - 2 * cross.positives,
-                               squaresA.negatives + squaresB.negatives - 2 * cross.negatives};
-    finish(a.covarianceOf(cross), std::sqrt(a.covarianceOf(difference)));
+    finish(pairedDifference(first_.components().placements(), second_.components().placements(), products));
 }
 
 /// Goes on by value after the first records lined up; `next` is the record that did not, if there is one.
 void RocPairedCompare::finishBySearch(std::size_t linedUp, const Record* next, MultiPassRecordIter& iter)
 {
     SearchedSums sums(first_, second_, largerTestMorePositive_);
-    const Observations& cases1 = first_.getROCSpace().observations();
-    const Observations& cases2 = second_.getROCSpace().observations();
+    const Observations& cases1 = SpaceSummary(first_.getROCSpace()).observations();
+    const Observations& cases2 = SpaceSummary(second_.getROCSpace()).observations();
     for (std::size_t i = 0; i < linedUp; ++i)
         sums.add(cases1.positive(i), cases1.value(i), cases2.value(i));
     for (; next != nullptr; next = iter.HasMore() ? iter.Next() : nullptr)
@@ -159,19 +138,13 @@ void RocPairedCompare::finishBySearch(std::size_t linedUp, const Record* next, M
     if (sums.totalsMatch())
         return finishExactly(sums.products());
     const double covariance = sums.covariance();
-    finish(covariance, pairedStdError(first_.getStdError(), second_.getStdError(), covariance));
+    finish({covariance, pairedStdError(first_.getStdError(), second_.getStdError(), covariance)});
 }
 
-void RocPairedCompare::finish(double covariance, double stdErrorDiff)
+void RocPairedCompare::finish(const PairedDifference& difference)
 {
-    covariance_ = covariance;
-    stdErrorDiff_ = stdErrorDiff;
-    const DifferenceTest test =
-        testDifference(areaDifference(first_.getArea(), second_.getArea()), stdErrorDiff, zCritical_);
-    z_ = test.z;
-    zSig_ = test.significance;
-    ciLower_ = test.lower;
-    ciUpper_ = test.upper;
+    difference_ = difference;
+    test_ = testDifference(areaDifference(first_.getArea(), second_.getArea()), difference.stdErrorDiff, zCritical_);
 }
 
 } // namespace ROCALG_920

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "inference/PairedComponents.h"
+#include "host/VexMV.h"
+#include "inference/PlacementSums.h"
+#include "inference/TestAndInterval.h"
 #include "stats/ROCComparisonStats.h"
 
 namespace ROCALG_920 {
@@ -21,12 +23,12 @@ public:
     RocPairedCompare(ROCPairedStats& first, ROCPairedStats& second, bool largerTestMorePositive, double confidenceLevel,
                      int stateVarIndex, double positiveStateValue);
 
-    [[nodiscard]] double getCovariance() const override { return covariance_; }
-    [[nodiscard]] double getZ() const override { return z_; }
-    [[nodiscard]] double getZSig() const override { return zSig_; }
-    [[nodiscard]] std::pair<double, double> getZInterval() const override { return {ciLower_, ciUpper_}; }
+    [[nodiscard]] double getCovariance() const override { return difference_.covariance; }
+    [[nodiscard]] double getZ() const override { return test_.z; }
+    [[nodiscard]] double getZSig() const override { return test_.significance; }
+    [[nodiscard]] std::pair<double, double> getZInterval() const override { return {test_.lower, test_.upper}; }
     /// Standard error of the difference of the areas, the one behind z and the interval; missing until computed.
-    [[nodiscard]] double getStdErrorDiff() const noexcept { return stdErrorDiff_; }
+    [[nodiscard]] double getStdErrorDiff() const noexcept { return difference_.stdErrorDiff; }
 
     /// One pass over the records, from where the iterator stands, or from the first record when it is exhausted.
     /// Records that repeat the cases of the spaces in order of arrival need no search. Others are looked up by value:
@@ -41,27 +43,21 @@ private:
 
     [[nodiscard]] bool hasBothStates() const;
     [[nodiscard]] bool linesUp(std::size_t position, bool positive, double value1, double value2) const;
-    void addComponentProduct(std::size_t position, bool positive, StateSums& products) const;
-    void finishExactly(const StateSums& products);
     void finishBySearch(std::size_t linedUp, const VexCommon_920::Record* next,
                         VexCommon_920::MultiPassRecordIter& iter);
-    void finish(double covariance, double stdErrorDiff);
+    void finishExactly(const StateSums& products);
+    void finish(const PairedDifference& difference);
 
-    double z_;
-    double zSig_;
-    double covariance_;
-    double confidenceLevel_;
     double zCritical_;
     int testVarIndex1_;
     int testVarIndex2_;
     int stateVarIndex_;
     double positiveStateValue_;
     bool largerTestMorePositive_;
-    double ciLower_;
-    double ciUpper_;
     ROCPairedStats& first_;
     ROCPairedStats& second_;
-    double stdErrorDiff_;
+    PairedDifference difference_{VexCommon_920::VexMV::Missing(), VexCommon_920::VexMV::Missing()};
+    DifferenceTest test_;
 };
 
 } // namespace ROCALG_920

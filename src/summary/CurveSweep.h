@@ -3,6 +3,7 @@
 #include "summary/CutOffCounts.h"
 #include "summary/ValueWalk.h"
 
+#include <cstdint>
 #include <limits>
 #include <utility>
 
@@ -22,6 +23,14 @@ struct CurveTotals {
     double highest; ///< largest test value
     StateCounts counts;
 };
+
+inline constexpr std::int64_t leastCurveCases = 3;
+
+/// Is there a curve of cases in these states?
+[[nodiscard]] inline bool hasCurve(const StateCounts& cases) noexcept
+{
+    return cases.cases() >= leastCurveCases && cases.bothStates();
+}
 
 /// The cut-offs at both ends: 0 and 1 around values that all lie inside (0, 1), else one below and one above.
 [[nodiscard]] inline std::pair<double, double> endPoints(double lowest, double highest) noexcept
@@ -47,10 +56,9 @@ public:
     }
     [[nodiscard]] CutOffCounts classify(const StateCounts& left) const noexcept
     {
-        const StateCounts right{all_.positives - left.positives, all_.negatives - left.negatives};
-        const StateCounts& positive = larger_ ? right : left;
-        const StateCounts& negative = larger_ ? left : right;
-        return {positive.positives, positive.negatives, negative.negatives, negative.positives};
+        if (larger_)
+            return {all_.positives - left.positives, all_.negatives - left.negatives, left.negatives, left.positives};
+        return {left.positives, left.negatives, all_.negatives - left.negatives, all_.positives - left.positives};
     }
 
 private:
@@ -85,8 +93,8 @@ void forEachCutOffBetween(Walk values, const CurveTotals& totals, const SideOfCu
     visitAt(last, DistinctValue{lower.value, 0, 0});
 }
 
-/// The cut-offs of any values: a midpoint may overflow or be undefined. Counting goes on from where the previous cut-off
-/// stopped, so the counts never fall.
+/// The cut-offs of any values: a midpoint may overflow or be undefined. Counting goes on from where the previous
+/// cut-off stopped, so the counts never fall.
 template <ValueWalk Walk, class Visit>
 void forEachCutOffAnywhere(Walk values, const CurveTotals& totals, const SideOfCutOff& side, Visit&& visit)
 {

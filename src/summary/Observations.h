@@ -1,8 +1,11 @@
 #pragma once
 
+#include "summary/ValueWalk.h"
+
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
-#include <limits>
+#include <cstdint>
 #include <utility>
 #include <vector>
 
@@ -38,28 +41,34 @@ struct BorrowedColumns {
 /// form it is.
 class Observations {
 public:
-    void reserve(std::size_t count)
-    {
-        values_.reserve(count);
-        states_.reserve(count);
-    }
-    /// May cases be added? Borrowed arrays are not ours to extend, and an int has to count the cases.
-    [[nodiscard]] bool hasRoom() const noexcept
-    {
-        return borrowed_.count == 0 && values_.size() < std::numeric_limits<int>::max();
-    }
-    /// There is room. Throws std::bad_alloc and changes nothing when memory is short.
+    Observations() = default;
+
+    /// Nothing is borrowed. Throws std::bad_alloc and changes nothing when memory is short.
     void add(bool positive, double value)
     {
         if (values_.size() == values_.capacity() || states_.size() == states_.capacity())
             reserve(std::max(firstCapacity, 2 * values_.size())); // both columns grow, or none
         states_.push_back(positive);
         values_.push_back(value);
+        (positive ? counts_.positives : counts_.negatives) += 1;
     }
-    /// Takes over the arrays' content without copying it; what was collected before is dropped.
-    void borrow(BorrowedColumns columns) { *this = Observations(columns); }
+    /// Takes over the arrays' content without copying it; what was collected before is dropped. False, and nothing
+    /// changes, when a test value is NaN.
+    [[nodiscard]] bool borrow(const BorrowedColumns& columns)
+    {
+        std::int64_t positives = 0;
+        std::int64_t notNumbers = 0;
+        for (std::size_t i = 0; i < columns.size(); ++i) { // no branch: several cases at a time
+            positives += columns.positive(i);
+            notNumbers += std::isnan(columns.value(i));
+        }
+        if (notNumbers == 0)
+            *this = Observations(columns, {positives, static_cast<std::int64_t>(columns.size()) - positives});
+        return notNumbers == 0;
+    }
 
     [[nodiscard]] std::size_t size() const noexcept { return borrowed_.count + values_.size(); }
+    [[nodiscard]] const StateCounts& counts() const noexcept { return counts_; }
     [[nodiscard]] double value(std::size_t i) const noexcept
     {
         return borrowed_.count > 0 ? borrowed_.value(i) : values_[i];
@@ -77,16 +86,20 @@ public:
         return std::forward<Work>(work)(StoredColumns{values_.data(), states_.data(), values_.size()});
     }
 
-    Observations() = default;
-
 private:
     static constexpr std::size_t firstCapacity = 16;
 
-    explicit Observations(BorrowedColumns columns) : borrowed_(columns) {}
+    Observations(const BorrowedColumns& columns, const StateCounts& counts) : borrowed_(columns), counts_(counts) {}
+    void reserve(std::size_t count)
+    {
+        values_.reserve(count);
+        states_.reserve(count);
+    }
 
     std::vector<double> values_;
     std::vector<unsigned char> states_;
     BorrowedColumns borrowed_{};
+    StateCounts counts_;
 };
 
 } // namespace ROCALG_920

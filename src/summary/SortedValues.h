@@ -240,9 +240,10 @@ void forEachDistinctValue(const Columns& columns, Visit&& visit)
 }
 
 /// Calls answer = onValue(DistinctValue) for every distinct test value, ascending, and after that
-/// onCase(i, positive, answer) for every case i that has the value. Throws std::bad_alloc only.
+/// onCase(i, positive, answer) for every case i that has the value. Returns onValue as the last value left it: what it
+/// keeps stays in registers, where the scattered stores of onCase do not hold it up. Throws std::bad_alloc only.
 template <class Columns, class OnValue, class OnCase>
-void rankCases(const Columns& columns, OnValue&& onValue, OnCase&& onCase)
+OnValue rankCases(const Columns& columns, OnValue onValue, OnCase onCase)
 {
     const std::size_t count = columns.size();
     DistinctValue x;
@@ -273,6 +274,7 @@ void rankCases(const Columns& columns, OnValue&& onValue, OnCase&& onCase)
                 onCase(cases[i].index(), cases[i].positive(), answer);
         }
     }
+    return onValue;
 }
 
 } // namespace ROCALG_920::valuesort

@@ -112,8 +112,8 @@ inline constexpr std::size_t byInsertion = 20;
 template <class Element>
 void sortBucket(Element* first, std::size_t count, Element* scratch) noexcept;
 
-/// Splits elements into up to 2^maxCellBits cells by the bits in which they differ, and sorts the cells. Position is wide
-/// enough for the count; the narrower, the less of the nearest cache the ends of the cells take.
+/// Splits elements into up to 2^maxCellBits cells by the bits in which they differ, and sorts the cells. Position is
+/// wide enough for the count; the narrower, the less of the nearest cache the ends of the cells take.
 template <int maxCellBits, class Position, class Element>
 void splitBucket(Element* first, std::size_t count, Element* scratch) noexcept
 {

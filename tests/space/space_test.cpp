@@ -6,7 +6,6 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <limits>
 #include <string>
 #include <utility>
 #include <vector>
@@ -51,7 +50,6 @@ TEST(ROCSpace, IsTheCurveCountedCutOffByCutOff)
                 return a.value != b.value ? a.value < b.value : a.positive > b.positive;
             });
             EXPECT_EQ(space.getROCData(), byValue);
-            EXPECT_EQ(space.countCutOffs(), space.getCutOffPoints().size());
             EXPECT_EQ(space.existTies(), truth.ties);
             EXPECT_EQ(space.getKolmogorovSmirnov(), kolmogorovSmirnov(truth, options.larger));
             Numbers rows;
@@ -92,18 +90,6 @@ TEST(ROCSpace, StaysOpenUntilThreeObservationsAreThere)
     EXPECT_FALSE(space.update(true, 9.0, 1));
     EXPECT_EQ(space.getPositiveCount(), 1);
     EXPECT_EQ(space.getPosFreqCount(), 1.0);
-}
-
-TEST(ROCSpace, BorrowsCasesInPlace)
-{
-    // Out of order, and neighbours in the order whose sort keys differ in the highest bit only.
-    const double values[] = {0x0.fffffffffffffp-1022, -std::numeric_limits<double>::infinity(), 1.0};
-    const double states[] = {1, 0, 1};
-    ROCSpace space(true, true, false, true, true);
-    EXPECT_TRUE(space.borrow({values, states, 1.0, 3}));
-    EXPECT_FALSE(space.update(true, 2.0, 1)); // the arrays are not the space's to extend
-    EXPECT_EQ(space.countCutOffs(), 4u);
-    EXPECT_EQ(space.getCutOffPoints().size(), 4u);
 }
 
 TEST(ROCSpace, TurnsAwayWeightsBelowOneAndNaN)

@@ -14,7 +14,7 @@ namespace {
 using namespace ROCALG_920;
 using namespace roctest;
 
-using Counts = std::map<double, std::pair<int, int>>; // distinct value: positives, negatives
+using Counts = std::map<double, std::pair<std::int64_t, std::int64_t>>; // distinct value: positives, negatives
 
 Counts countsOf(const Sample& sample)
 {
@@ -43,6 +43,7 @@ void expectOrdered(const Sample& sample)
     Visited distinct;
     valuesort::forEachDistinctValue(columns, [&](const DistinctValue& x) { distinct.add(x); });
     EXPECT_EQ(distinct.counts, expected);
+    EXPECT_EQ(valuesort::SortedValues(columns).countDistinct(columns), expected.size());
 
     Visited ranked;
     std::vector<int> answered(sample.values.size());
@@ -86,6 +87,12 @@ TEST(ValueSort, OrdersClustersWithinClusters)
             sample.add(1.0, std::ldexp(value, static_cast<int>(random() % 1900) - 950), 0.0);
     }
     expectOrdered(sample);
+}
+
+TEST(ValueSort, TellsNeighboursWhoseKeysDifferInTheHighestBitOnly)
+{
+    constexpr double inf = std::numeric_limits<double>::infinity();
+    expectOrdered({{1, 0, 1}, {0x0.fffffffffffffp-1022, -inf, 1.0}, {}});
 }
 
 TEST(ValueSort, MapsDoublesToKeysOfTheSameOrder)

@@ -1,0 +1,58 @@
+#include "inference/PlacementSums.h"
+
+#include "numeric/Int256.h"
+
+#include <cmath>
+
+namespace ROCALG_920 {
+
+namespace {
+
+/// Sums around the means of two variables, times positives and times negatives: at most 4 P^2 N^2 < 2^158.
+using CentredSums = SumsByState<Int256>;
+
+CentredSums centred(const StateSums& products, const PlacementSums& first, const PlacementSums& second)
+{
+    // Over the cases of either state the components add up to the same total, the number of ordered pairs.
+    const auto [nPos, nNeg] = first.cases();
+    const Int256 productOfTotals = Int256(first.pairs().twiceOrdered) * Int256(second.pairs().twiceOrdered);
+    return {Int256(nPos) * Int256(products.positives) - productOfTotals,
+            Int256(nNeg) * Int256(products.negatives) - productOfTotals};
+}
+
+/// Sum over the cases of one state of (v - mean)(w - mean) / (count - 1) / count, where the components v and w are
+/// halves of integers over the number of the other state's cases.
+double meanProduct(const Int256& centredTimesCount, double count, double others)
+{
+    const double sum = static_cast<double>(centredTimesCount) / (4.0 * others * others * count);
+    return sum / (count - 1) / count;
+}
+
+/// The covariance (variance) of areas that such sums stand for: over the cases of each state, the mean product divided
+/// by its degrees of freedom.
+double covarianceOf(const CentredSums& sums, const StateCounts& cases)
+{
+    const double nPos = static_cast<double>(cases.positives);
+    const double nNeg = static_cast<double>(cases.negatives);
+    return meanProduct(sums.negatives, nNeg, nPos) + meanProduct(sums.positives, nPos, nNeg);
+}
+
+} // namespace
+
+double PlacementSums::variance() const noexcept { return covarianceOf(centred(squares_, *this, *this), cases_); }
+
+/// The variance of the difference is that of the case-by-case differences: squares of both minus twice the products.
+PairedDifference pairedDifference(const PlacementSums& first, const PlacementSums& second, const StateSums& products)
+{
+    const CentredSums cross = centred(products, first, second);
+    const CentredSums squares1 = centred(first.squares(), first, first);
+    const CentredSums squares2 = centred(second.squares(), second, second);
+    const auto difference = [](const Int256& square1, const Int256& square2, const Int256& product) {
+        return square1 + square2 - Int256(2) * product;
+    };
+    const CentredSums differences{difference(squares1.positives, squares2.positives, cross.positives),
+                                  difference(squares1.negatives, squares2.negatives, cross.negatives)};
+    return {covarianceOf(cross, first.cases()), std::sqrt(covarianceOf(differences, first.cases()))};
+}
+
+} // namespace ROCALG_920
