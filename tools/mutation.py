@@ -58,7 +58,8 @@ SWAPS = [
     (r"(?<![\w.])([2-9]|\d\d+)(?![\w.])", lambda m: str(int(m.group()) + 1)),
     (r"\b(break|continue)(?=;)", ""),
 ]
-NOT_CODE = re.compile(r"\s*(#|template|namespace|using|static_assert|enum|class|struct|public:|private:|friend|case |.*\bvirtual\b)")
+NOT_CODE = re.compile(r"\s*(#|template|namespace|using|static_assert|enum|class|struct|public:|private:|friend|case "
+                      r"|.*\bvirtual\b)")
 DROPPABLE = re.compile(r"\s*((\+\+|--)?[\w.:\[\]]+(->\w+|\.\w+)*(\(.*\))?;|[\w.\[\]>()-]+ [-+|&*/]?= .*;)$")
 STATEMENT_END = re.compile(r"([;{}:]|\)|\belse|^)$")
 
@@ -115,7 +116,8 @@ def refresh_tree():
         if name == "cmake/flags.cmake":
             content = content.replace(b"-Werror", b"-w")  # a change may leave something unused
         if name == "CMakeLists.txt":  # one compilation, whichever header is changed
-            content += (b"set_target_properties(vexrocproc_objects PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 0)\n"
+            content += (b"set_target_properties(vexrocproc_objects PROPERTIES UNITY_BUILD ON "
+                        b"UNITY_BUILD_BATCH_SIZE 0)\n"
                         b"target_compile_options(vexrocproc_objects PRIVATE -g0)\n")
         if not target.exists() or target.read_bytes() != content:
             target.parent.mkdir(parents=True, exist_ok=True)
@@ -209,7 +211,8 @@ def main():
 
     everything = sorted(set(everything))
     open_changes = [c for c in everything if not is_accepted(c)]
-    print(f"{len(everything)} changes, {len(everything) - len(open_changes)} of them accepted with a reason", flush=True)
+    accepted = len(everything) - len(open_changes)
+    print(f"{len(everything)} changes, {accepted} of them accepted with a reason", flush=True)
     random.Random(options.seed).shuffle(open_changes)
     wanted = options.sample or len(open_changes)
 

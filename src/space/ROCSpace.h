@@ -106,7 +106,6 @@ private:
     const CurveLists& curveLists();
     [[nodiscard]] CurveLists computeStats(bool needPR, bool needROC);
     [[nodiscard]] CurveLists takeCurve();
-    [[nodiscard]] std::vector<ClassifiedPositive> takeCounts() { return std::exchange(counts_, {}); }
     template <class Work>
     decltype(auto) withWalk(Work&& work) const;
     [[nodiscard]] std::vector<ROCData> listObservations(Order order) const;
@@ -118,7 +117,7 @@ private:
 
     std::vector<ROCData> data_;              ///< what getROCData() shows, made on demand in order_
     CurveLists lists_;                       ///< made on demand
-    std::vector<ClassifiedPositive> counts_; ///< made with them
+    std::vector<ClassifiedPositive> counts_; ///< behind sensitivities and specificities, made with the lists
 
     int testVarInd_ = -1;
     int groupVar_ = -1;

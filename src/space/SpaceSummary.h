@@ -3,6 +3,7 @@
 #include "space/ROCSpace.h"
 
 #include <utility>
+#include <vector>
 
 namespace ROCALG_920 {
 
@@ -27,8 +28,8 @@ public:
     void orderByState() { space_.setOrder(ROCSpace::Order::ByState); }
     /// Hands over all lists of the curve at once; a later read makes them anew.
     [[nodiscard]] CurveLists takeCurve() { return space_.takeCurve(); }
-    /// Hands over the counts behind the sensitivity and specificity list, parallel to it; once per making of the lists.
-    [[nodiscard]] std::vector<ClassifiedPositive> takeCounts() { return space_.takeCounts(); }
+    /// Hands over the counts behind the sensitivities and specificities, parallel to them; once per making of lists.
+    [[nodiscard]] std::vector<ClassifiedPositive> takeCounts() { return std::exchange(space_.counts_, {}); }
 
 private:
     ROCSpace& space_;
