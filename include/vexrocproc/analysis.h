@@ -123,8 +123,8 @@ int vexroc_analysis_comparison_count(const vexroc_analysis* analysis);
 int vexroc_analysis_left_out_count(const vexroc_analysis* analysis);
 
 /**
- * What became of the rows of the last run. Each is counted once: under the first reason that leaves it out, in the order
- * of the members, or as used. So read is the sum of all members from missing_state to negative.
+ * What became of the rows of the last run. Each is counted once: under the first reason that leaves it out, in the
+ * order of the members, or as used. So read is the sum of all members from missing_state to negative.
  */
 typedef struct vexroc_rows {
     size_t struct_size;
@@ -132,7 +132,7 @@ typedef struct vexroc_rows {
     long long missing_state;
     long long missing_group;
     long long missing_weight;
-    long long other_group;     /**< neither group_first nor group_second; 0 in a paired comparison, which uses all cases */
+    long long other_group;     /**< neither group_first nor group_second; 0 in a paired comparison: all are used */
     long long unusable_weight; /**< rounds to less than one case, or is beyond the range of int */
     long long incomplete;      /**< a test is missing, in a paired comparison; 0 in others */
     long long positive;        /**< of the rows used */

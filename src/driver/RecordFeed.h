@@ -10,8 +10,8 @@
 
 namespace ROCALG_920 {
 
-/// Feeds records to the spaces of their group in every variable. In a paired analysis a case takes part in all variables
-/// or in none, so that all spaces hold the same cases in the same order.
+/// Feeds records to the spaces of their group in every variable. In a paired analysis a case takes part in all
+/// variables or in none, so that all spaces hold the same cases in the same order.
 class RecordFeed {
 public:
     RecordFeed(const ROCSetting& setting, const GroupSplit& split, TestSpaces& spaces);
