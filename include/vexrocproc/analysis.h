@@ -132,7 +132,7 @@ typedef struct vexroc_rows {
     long long missing_state;
     long long missing_group;
     long long missing_weight;
-    long long other_group;     /**< neither group_first nor group_second; 0 in a paired comparison: all cases */
+    long long other_group;     /**< neither group_first nor group_second; 0 in a paired comparison: all are used */
     long long unusable_weight; /**< rounds to less than one case, or is beyond the range of int */
     long long incomplete;      /**< a test is missing, in a paired comparison; 0 in others */
     long long positive;        /**< of the rows used */

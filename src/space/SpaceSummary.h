@@ -28,7 +28,7 @@ public:
     void orderByState() { space_.setOrder(ROCSpace::Order::ByState); }
     /// Hands over all lists of the curve at once; a later read makes them anew.
     [[nodiscard]] CurveLists takeCurve() { return space_.takeCurve(); }
-    /// Hands over the counts behind the sensitivities and specificities, parallel to them; once per making of lists.
+    /// Hands over the counts behind sensitivities and specificities, parallel to them; once per making of the lists.
     [[nodiscard]] std::vector<ClassifiedPositive> takeCounts() { return std::exchange(space_.counts_, {}); }
 
 private:

@@ -9,8 +9,8 @@
 /// Who takes part in an analysis, and as what: the one rule for every road that rows of columns come by.
 namespace ROCALG_920 {
 
-/// The whole cases that a weight stands for: the nearest integer, halves up; 0, and so none, for one that rounds to
-/// less than one case, is not a number or is beyond the range of int.
+/// The whole cases that a weight stands for: the nearest integer, halves up; 0, and so none, for a weight that rounds
+/// to less than one case, is not a number or is beyond the range of int.
 [[nodiscard]] inline int wholeCases(double weight) noexcept
 {
     const double rounded = std::floor(weight + 0.5);
