@@ -34,7 +34,7 @@ SHARED = ["arraycalls_tests", "facade_tests"]
 PROGRAMS = {
     "src/numeric": SHARED + ["numeric_tests", "inference_tests"],
     "src/summary": SHARED + ["summary_tests", "space_tests", "results_tests"],
-    "src/inference": SHARED + ["inference_tests", "results_tests", "stats_tests"],
+    "src/inference": SHARED + ["inference_tests", "space_tests", "stats_tests", "results_tests"],
     "src/space": SHARED + ["space_tests", "stats_tests"],
     "src/stats": SHARED + ["stats_tests"],
     "src/arraycalls": ["arraycalls_tests", "arraycalls_iterator_tests", "arraycalls_allocation_tests"],

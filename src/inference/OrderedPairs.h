@@ -6,8 +6,8 @@ namespace ROCALG_920 {
 
 /// The pairs of one positive and one negative case, and how many of them are in ascending order.
 struct OrderedPairs {
-    Int128 twiceOrdered = 0; ///< 2 for a pair whose positive has the larger value, 1 for a tie
-    Int128 twicePairs = 0;   ///< 2 * positives * negatives
+    Int128 twiceOrdered; ///< 2 for a pair whose positive has the larger value, 1 for a tie
+    Int128 twicePairs;   ///< 2 * positives * negatives
 
     /// Share of the pairs whose positive has the larger value, ties counting half: the Mann-Whitney form of the area.
     [[nodiscard]] double share() const noexcept { return share(twiceOrdered); }

@@ -13,8 +13,8 @@ namespace ROCALG_920 {
 struct OrderedTriples {
     StateCounts cases;
     OrderedPairs pairs;
-    Int128 threeTimesS1 = 0; ///< sum of a * (c^2 + 3bc + 3b^2): two positives against one negative
-    Int128 threeTimesS2 = 0; ///< sum of c * (a^2 + 3ad + 3d^2): one positive against two negatives
+    Int128 threeTimesS1; ///< sum of a * (c^2 + 3bc + 3b^2): two positives against one negative
+    Int128 threeTimesS2; ///< sum of c * (a^2 + 3ad + 3d^2): one positive against two negatives
 };
 
 /// Exact sums over the distinct values x of the sample, with a and c the negatives and positives equal to x,
