@@ -167,10 +167,9 @@ TEST(Analyze, SaysWarningsInWords)
             {"u --bi-negative", exitDone,
              "positive as negative cases, for every test and group (430103 WARN_DIST_CHANGE)"},
             {"u,s", exitDone, "note: 's' is the state; it is not also a test"},
-            {"u --pr", exitDone, "shown by --display and written by --pr-curve FILE"},
+            {"u --pr", exitDone, "drawn by --plot and --report and written by --pr-curve FILE"},
             {"u --group u --cut 2", exitDone, "u where u < 2: no area: every case is positive"},
             {"t,one --compare paired", exitDone, "one: no standard error: at least 2 positive"},
-            {"u --display", exitDone, "note: 5 rows read, 0 left out\n"},
         });
 }
 
@@ -214,7 +213,6 @@ TEST(Analyze, RefusesWhatDoesNotFit)
             {"t --curve x --pr-curve x", exitUsage, "the same file"},
             {"t --curve x --plot ./x", exitUsage, "name the same file"},
             {"t --report x.html --output x.html", exitUsage, "--output and --report name the same file"},
-            {"t --display --format csv", exitUsage, "leave out --format"},
             {"t --group g", exitInput, "holds 'x', 'y', 'z'; it needs two values: pick them with --select"},
             {"t --group g --mid-point", exitInput, "line 2, column 'g': 'x' is neither a number"},
             {"t --group g --select x,w", exitInput, "column 'g' never holds 'w'"},
@@ -261,9 +259,7 @@ TEST_F(AnalyzeFiles, OneAnalysisByValueIsThatOfItsRows)
     const std::string byId = "analyze - --state s=1 --test t --by id";
     EXPECT_THAT(run(byId, tooMany).err, HasSubstr("'id' holds 1001 different values; --by takes 1000 at most"));
     EXPECT_THAT(run(byId, "s,t,id\n1,2,\n").err, HasSubstr("column 'id' holds missing cells only"));
-    expectEndings(
-        byId, "s,t,id\n1,2,a\n1,3,b\n",
-        {{"", exitDone, "id = a: t: no area: every case is positive"}, {" --display", exitUsage, "leave out --by"}});
+    expectEndings(byId, "s,t,id\n1,2,a\n1,3,b\n", {{"", exitDone, "id = a: t: no area: every case is positive"}});
     EXPECT_EQ(run(byId, "s,t,id\n0,2,a\n1,3,\n").exitCode, exitNoResult);
     const std::string noneIll = "s,t,u,id\n1,2,1,a\n0,1,1,a\n1,3,2,a\n0,5,,b\n0,6,7,b\n"; // among b
     const std::string json = run("analyze - --state s=1 --test t,u --by id --format json", noneIll).out;
