@@ -27,10 +27,10 @@ if(VEXROC_BUILD_CLI)
     list(APPEND CPACK_COMPONENTS_ALL program)
     set(CPACK_DEBIAN_PROGRAM_PACKAGE_NAME vexroc)
     set(CPACK_COMPONENT_PROGRAM_DESCRIPTION "ROC analysis at the command line
-Areas, comparisons and curves from delimited text, SQLite and PostgreSQL; with manual page and completion.")
+Areas, comparisons and curves from delimited text, SQLite and PostgreSQL; with manual pages and completions.")
     set(CPACK_COMPONENT_PROGRAM_DEPENDS runtime)
     # Opened when they are first needed: pictures as PDF and PNG, packed text, data from PostgreSQL.
-    set(CPACK_DEBIAN_PROGRAM_PACKAGE_RECOMMENDS "librsvg2-2, libarchive13, libpq5")
+    set(CPACK_DEBIAN_PROGRAM_PACKAGE_RECOMMENDS "librsvg2-2, zlib1g, libarchive13, libpq5")
 endif()
 install(DIRECTORY bindings/python/vexroc DESTINATION lib/python3/dist-packages COMPONENT python EXCLUDE_FROM_ALL
     FILES_MATCHING PATTERN "*.py" PATTERN "py.typed" PATTERN __pycache__ EXCLUDE)

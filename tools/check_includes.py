@@ -57,13 +57,13 @@ def reachable(room):
 
 
 def room_of(include):
-    """The room that an include names; none for a header from outside."""
-    parts = include.split("/")
+    """The room that an include names; none for a header from outside, or one that the build makes."""
+    parts = include.removeprefix("src/").split("/")
     if parts[0] == "vexrocproc":
         return "include"
     if parts[0] == "cli":
         return f"cli/{parts[1]}" if len(parts) > 2 else "cli"
-    return f"src/{parts[0]}" if len(parts) == 2 and parts[0] in LIBRARY else None
+    return f"src/{parts[0]}" if len(parts) > 1 and parts[0] in LIBRARY else None
 
 
 def files_of(root, room):
@@ -83,7 +83,20 @@ def includes(root):
                     yield room, target, f"{path.relative_to(root)}:{number}"
 
 
+def nameless(root):
+    """Places of includes that do not name their room: relative to the file, or a header of a room by its name alone."""
+    rooms = [room for room in ARROWS if room.startswith(("src/", "cli/"))]
+    headers = {path.name for room in rooms for path in files_of(root, room) if path.suffix == ".h"}
+    for path in (path for room in rooms for path in files_of(root, room) if path.suffix in SUFFIXES):
+        for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
+            match = INCLUDE.match(line)
+            if match and (match.group(1).startswith(".") or match.group(1) in headers):
+                yield f"{path.relative_to(root)}:{number}"
+
+
 def violations(root):
+    for place in nameless(root):
+        yield f"{place}: the include does not name its room; spell it \"room/header.h\""
     for room, target, place in includes(root):
         if target not in reachable(room):
             yield f"{place}: {room}/ may not include {target}/"

@@ -37,7 +37,8 @@ valgrind() {
     build release all
     local status slow='-Sizes.*:Threads.*:*Milli*'
     local program
-    for program in host/host space/space stats/stats settings/settings results/results arraycalls/arraycalls \
+    for program in host/host numeric/numeric summary/summary inference/inference space/space stats/stats \
+        settings/settings results/results calls/analysis arraycalls/arraycalls \
         arraycalls/arraycalls_iterator display/component_display driver/driver driver/facade; do
         echo "== valgrind $program"
         status=0
