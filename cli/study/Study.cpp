@@ -31,8 +31,7 @@ RunCases casesOf(const CaseColumns& columns, std::vector<std::string> tests)
                    .group = columns.group(),
                    .weight = columns.weight(),
                    .groupWords = columns.groupWords(),
-                   .tests = std::move(tests),
-                   .values = {}};
+                   .tests = std::move(tests)};
     for (const std::string& test : cases.tests)
         cases.values.push_back(columns.test(test));
     return cases;
@@ -95,8 +94,7 @@ private:
             }
         Question question = question_;
         question.grouping.reset();
-        const RunCases cases{
-            .state = states, .group = {}, .weight = {}, .groupWords = {}, .tests = {test}, .values = {ofGroup}};
+        const RunCases cases{.state = states, .tests = {test}, .values = {ofGroup}};
         Area area = onlyResult(run(cases, question, Comparison::none, watch)).area;
         area.group =
             question_.grouping->column + " = " + columns_.groupWords()[group == CaseColumns::firstGroup ? 0 : 1];
@@ -117,7 +115,6 @@ private:
         const auc_comparison_res r = auc_comparison(asCall(first), asCall(second), question_.level);
         return {.first = first,
                 .second = second,
-                .leftOut = 0,
                 .difference = r.areaDiff,
                 .stdError = r.stdErrorDiff,
                 .z = r.z,
@@ -145,7 +142,7 @@ public:
         const std::vector<std::vector<std::size_t>> runs = plan();
         for (std::size_t r = 0; r < runs.size(); ++r)
             compare(runs[r], oneOf(watch_, r, runs.size()));
-        return {.rows = {}, .tests = {}, .differences = std::move(differences_), .warnings = {}, .failure = {}};
+        return {.differences = std::move(differences_)};
     }
 
 private:
@@ -190,22 +187,8 @@ private:
         for (std::size_t a = 0; a < which.size(); ++a)
             for (std::size_t b = a + 1; b < which.size(); ++b, ++next)
                 differences_[placeOf(which[a], which[b])] = found.failure
-                    ? emptyDifference(found.tests[a].area, found.tests[b].area, found.rows)
+                    ? Difference{found.tests[a].area, found.tests[b].area, found.rows.leftOut()}
                     : std::move(found.differences[next]);
-    }
-
-    static Difference emptyDifference(const Area& first, const Area& second, const RowCounts& rows)
-    {
-        const double missing = first.area;
-        return {.first = first,
-                .second = second,
-                .leftOut = rows.leftOut(),
-                .difference = missing,
-                .stdError = missing,
-                .z = missing,
-                .significance = missing,
-                .lower = missing,
-                .upper = missing};
     }
 
     /// Pairs in the order (0, 1), (0, 2), ... (1, 2), ...
@@ -239,7 +222,7 @@ Results study(const DataTable& table, const Question& question, const Watch& wat
 StudyByValue studyByValue(DataTable table, const Question& question, const Watch& watch)
 {
     const RowsByValue rows(std::move(table), question.by);
-    StudyByValue all{.values = {}, .missing = rows.missing()};
+    StudyByValue all{.missing = rows.missing()};
     for (std::size_t v = 0; v < rows.values().size(); ++v)
         all.values.push_back(
             {rows.values()[v], study(rows.rowsOf(v), question, oneOf(watch, v, rows.values().size()))});
