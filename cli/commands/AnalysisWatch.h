@@ -4,6 +4,7 @@
 #include "cli/system/InterruptGuard.h"
 #include "cli/system/Progress.h"
 #include "cli/system/Surroundings.h"
+#include "cli/words/Failure.h"
 #include "host/CancelFlag.h"
 
 #include <cstddef>
@@ -23,16 +24,19 @@ public:
     /// Refers to this object.
     [[nodiscard]] Watch watch()
     {
-        Watch watch{.progress = {}, .cancelRequested = [this] { return cancel_.IsCancelRequested(); }};
+        Watch watch{.cancelRequested = [this] { return cancel_.IsCancelRequested(); }};
         if (line_)
             watch.progress = [this](double share, int records) { line_->show(share, records); };
         return watch;
     }
     /// The analysis is over: no more progress.
     void endProgress() { line_.reset(); }
-    [[nodiscard]] VexCommon_920::CancelFlag& cancelFlag() noexcept { return cancel_; }
     /// Throws the failure of a cancel when one was requested.
-    void requireNotCancelled();
+    void requireNotCancelled()
+    {
+        if (cancel_.IsCancelRequested())
+            throw cancelled();
+    }
 
 private:
     VexCommon_920::CancelFlag cancel_;

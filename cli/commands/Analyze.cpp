@@ -46,8 +46,6 @@ DataTable readAnalysisTable(AnalyzeTask& task, const Surroundings& surroundings)
 Analysis analyze(const AnalyzeTask& task, DataTable table, AnalysisWatch& watch)
 {
     Analysis analysis{.question = task.question,
-                      .values = {},
-                      .missing = 0,
                       .bestTable = task.bestTable,
                       .notesBefore = task.notesBefore,
                       .notesAfter = task.notesAfter};
@@ -144,8 +142,9 @@ private:
     {
         std::vector<std::string> heading = document_.heading;
         heading.insert(heading.begin() + 1,
-                       "Data: " + task_.input.name() + "; " + std::to_string(analysis_.positive()) + " positive and "
-                           + std::to_string(analysis_.negative()) + " negative cases");
+                       "Data: " + task_.input.name() + "; " + std::to_string(analysis_.cases(&RowCounts::positive))
+                           + " positive and " + std::to_string(analysis_.cases(&RowCounts::negative))
+                           + " negative cases");
         std::string tables;
         for (const Document::Part& part : document_.parts)
             writeHtml(part.table, part.title, tables);

@@ -73,7 +73,7 @@ std::optional<Grouping> parseGrouping(const AnalyzeOptions& options)
 {
     if (options.group.empty())
         return std::nullopt;
-    Grouping grouping{.column = options.group, .by = Grouping::By::twoValues, .selected = {}};
+    Grouping grouping{.column = options.group, .by = Grouping::By::twoValues};
     if (options.midPoint) {
         grouping.by = Grouping::By::midPoint;
     } else if (!options.cut.empty()) {

@@ -39,12 +39,8 @@ Report runColumns(const ColumnsOptions& options, const Surroundings& surrounding
     const Input input = parseInput(options.input);
     readInput(input, surroundings, survey);
 
-    Document document{.command = "columns",
-                      .heading = {"Columns of " + survey.source()},
-                      .question = {{"input", survey.source()}},
-                      .parts = {},
-                      .notes = {},
-                      .warnings = {}};
+    Document document{
+        .command = "columns", .heading = {"Columns of " + survey.source()}, .question = {{"input", survey.source()}}};
     Table table(columns);
     for (const ColumnFacts& facts : survey.finish()) {
         const std::string more = std::string(">").append(std::to_string(facts.distinct()));
@@ -57,8 +53,7 @@ Report runColumns(const ColumnsOptions& options, const Surroundings& surrounding
                                      + (input.form.decimal == ',' ? "--decimal point" : "--decimal comma"));
     }
     document.parts.push_back({"columns", "", std::move(table)});
-    return {
-        .text = spelled(document, form), .file = options.output, .notes = document.notes, .warnings = {}, .error = {}};
+    return {.text = spelled(document, form), .file = options.output, .notes = document.notes};
 }
 
 } // namespace

@@ -72,10 +72,7 @@ void addBiNegativeOption(CLI::App& command, bool& biNegative)
 
 Task parseTask(const QuestionOptions& options)
 {
-    Task task{.input = parseInput(options.input),
-              .question = {},
-              .form = parseForm(options.format),
-              .output = options.output};
+    Task task{.input = parseInput(options.input), .form = parseForm(options.format), .output = options.output};
     task.question.input = task.input.place;
     task.question.state = parseValueChoice(options.state, "--state", 1);
     task.question.tests = parseTests(options.tests);
@@ -129,11 +126,7 @@ Results answer(const Task& task, const Surroundings& surroundings)
 
 Report reportOf(const Task& task, const Document& document)
 {
-    Report report{.text = spelled(document, task.form),
-                  .file = task.output,
-                  .notes = document.notes,
-                  .warnings = {},
-                  .error = {}};
+    Report report{.text = spelled(document, task.form), .file = task.output, .notes = document.notes};
     for (const Warning& warning : document.warnings)
         report.warnings.push_back(warning.line());
     return report;

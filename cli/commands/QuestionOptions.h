@@ -37,9 +37,9 @@ void addBiNegativeOption(CLI::App& command, bool& biNegative);
 /// A question, the data that it is put to, and how its answer is written. From here on nothing is as typed.
 struct Task {
     Input input;
-    Question question;
+    Question question = {};
     DocumentForm form = DocumentForm::text;
-    std::string output; ///< file of the answer; empty for standard output
+    std::string output = {}; ///< file of the answer; empty for standard output
 };
 
 /// The task behind the options, checked as far as it can be without the data. Throws a usage error that names the

@@ -112,7 +112,7 @@ void TableBuilder::endRow()
 
 DataTable TableBuilder::finish()
 {
-    DataTable table{.source = header_.source, .columns = {}, .rows = rows()};
+    DataTable table{.source = header_.source, .rows = rows()};
     for (ColumnFiller& filler : fillers_) {
         if (!filler.isKept())
             continue;

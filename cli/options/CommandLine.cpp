@@ -25,7 +25,7 @@ public:
     }
 };
 
-Invocation answer(std::string text) { return {"", std::move(text), {}, {}}; }
+Invocation answer(std::string text) { return {"", std::move(text)}; }
 
 } // namespace
 

@@ -27,8 +27,8 @@ struct MessageOptions {
 struct Invocation {
     std::string command; ///< empty where the text is all
     std::string text;
-    MessageOptions messages;
-    std::vector<std::string> written; ///< the files that the command is to write
+    MessageOptions messages = {};
+    std::vector<std::string> written = {}; ///< the files that the command is to write
 };
 
 /// The command line of the program: the options of all commands, and a part for each command.

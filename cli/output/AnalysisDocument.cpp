@@ -187,7 +187,8 @@ Table bestCutOffTable(const Analysis& analysis)
             for (const CutOff& c : test.best)
                 table.add({test.area.test, groupOf(test.area)},
                           {c.value, test.area.ksMaximum, c.sensitivity, c.specificity, double(c.truePositive),
-                           double(c.falsePositive), double(c.trueNegative), double(c.falseNegative)});
+                           double(c.falsePositive), double(test.area.negative - c.falsePositive),
+                           double(test.area.positive - c.truePositive)});
     });
 }
 
@@ -273,31 +274,18 @@ std::optional<Warning> Analysis::failure() const
         : Warning{last.code, last.name, "no value of " + inQuotes(question.by) + " gave a result"};
 }
 
-long long Analysis::positive() const
+long long Analysis::cases(long long RowCounts::*state) const
 {
     long long sum = 0;
     for (const ValueResults& value : values)
-        sum += value.results.failure ? 0 : value.results.rows.positive;
-    return sum;
-}
-
-long long Analysis::negative() const
-{
-    long long sum = 0;
-    for (const ValueResults& value : values)
-        sum += value.results.failure ? 0 : value.results.rows.negative;
+        sum += value.results.failure ? 0 : value.results.rows.*state;
     return sum;
 }
 
 Document analysisDocument(const Analysis& analysis)
 {
     const Question& question = analysis.question;
-    Document document{.command = "analyze",
-                      .heading = headingOf(question),
-                      .question = factsOf(question),
-                      .parts = {},
-                      .notes = {},
-                      .warnings = {}};
+    Document document{.command = "analyze", .heading = headingOf(question), .question = factsOf(question)};
     document.parts.push_back({"cases", "Cases", caseTable(analysis)});
     if (anyValue(analysis, [](const Results& results) { return !results.tests.empty(); }))
         document.parts.push_back({"areas", "Areas under the ROC curves", areaTable(analysis)});

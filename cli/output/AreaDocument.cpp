@@ -22,10 +22,7 @@ Document areaDocument(const Question& question, const Results& results)
     Document document{.command = "auc",
                       .heading = {"Area under the ROC curve", questionHeading(question),
                                   standardErrorHeading(question.biNegative, question.level)},
-                      .question = questionFacts(question),
-                      .parts = {},
-                      .notes = {},
-                      .warnings = {}};
+                      .question = questionFacts(question)};
     addInference(document.question, standardErrorWord(question.biNegative), question.level);
     Table table(joined({caseColumns, areaColumns}));
     for (const auto& [area, roc, precisionRecall, best] : results.tests) {

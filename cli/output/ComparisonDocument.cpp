@@ -44,10 +44,7 @@ Document pairedDocument(const Question& question, const Results& results)
     Document document{.command = "compare",
                       .heading = {"Areas under the ROC curves of the same cases, compared", questionHeading(question),
                                   pairedErrorHeading(question.level)},
-                      .question = questionFacts(question),
-                      .parts = {},
-                      .notes = {},
-                      .warnings = {}};
+                      .question = questionFacts(question)};
     addInference(document.question, pairedErrorWord, question.level);
     Table table(joined({pairColumns, inPanel(1, twoAreaColumns), inPanel(2, differenceColumns)}));
     for (const Difference& d : results.differences) {
@@ -76,10 +73,7 @@ Document groupDocument(const Question& question, const Results& results)
                                   "Groups: " + visible(grouping.column) + " = " + visible(grouping.selected[0])
                                       + " and " + visible(grouping.selected[1]),
                                   questionHeading(question), standardErrorHeading(question.biNegative, question.level)},
-                      .question = questionFacts(question),
-                      .parts = {},
-                      .notes = {},
-                      .warnings = {}};
+                      .question = questionFacts(question)};
     document.question.emplace_back("group", grouping.column);
     addInference(document.question, standardErrorWord(question.biNegative), question.level);
     Table table(joined({groupColumns, inPanel(2, twoAreaColumns), inPanel(3, differenceColumns)}));

@@ -28,12 +28,7 @@ constexpr std::array precisionRecallColumns{
 Document pointsDocument(const Question& question, const Results& results, std::string_view command,
                         std::vector<std::string> heading, Table points)
 {
-    Document document{.command = command,
-                      .heading = std::move(heading),
-                      .question = questionFacts(question),
-                      .parts = {},
-                      .notes = {},
-                      .warnings = {}};
+    Document document{.command = command, .heading = std::move(heading), .question = questionFacts(question)};
     for (const TestResult& test : results.tests)
         addCurveNotes(visible(test.area.test), test.area, document.notes);
     document.parts.push_back({"points", "", std::move(points)});

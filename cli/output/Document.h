@@ -27,10 +27,10 @@ struct Document {
     std::string_view command;
     std::vector<std::string> heading; ///< lines for people
     std::vector<Fact> question;       ///< the same for programs
-    std::vector<Part> parts;
+    std::vector<Part> parts = {};
     // For people, each a line of visible text.
-    std::vector<std::string> notes;
-    std::vector<Warning> warnings;
+    std::vector<std::string> notes = {};
+    std::vector<Warning> warnings = {};
 };
 
 /// Heading and tables for people, the tables as CSV, or one JSON document with the notes and warnings.

@@ -37,7 +37,7 @@ std::string DrawnCurve::areaText() const
     return rounded(area) + (std::isnan(lower) ? "" : " [" + rounded(lower) + ", " + rounded(upper) + "]");
 }
 
-std::string DrawnCurve::cutOffText() const { return best ? readable(best->cutOff, CellRole::measure) : ""; }
+std::string DrawnCurve::cutOffText() const { return best ? readable(best->value, CellRole::measure) : ""; }
 
 std::string prepareForDrawing(std::vector<DrawnCurve>& curves)
 {

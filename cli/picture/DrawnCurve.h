@@ -1,5 +1,7 @@
 #pragma once
 
+#include "cli/study/Results.h"
+
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -7,20 +9,11 @@
 
 namespace vexroc {
 
-/// A cut-off on a ROC curve, with its unweighted counts.
-struct CutOffPoint {
-    double cutOff;
-    double sensitivity;
-    double specificity;
-    long long truePositive;
-    long long falsePositive;
-};
-
 /// One point of a precision-recall curve.
 struct PrecisionRecallPoint {
     double precision;
     double recall;
-    std::optional<CutOffPoint> measured; ///< none: interpolated
+    std::optional<CutOff> measured = {}; ///< none: interpolated
 };
 
 /// Where the sensitivities lie, with the confidence of the picture, at one specificity.
@@ -32,19 +25,19 @@ struct BandPoint {
 
 /// One curve as pictures show it: few enough points to draw.
 struct DrawnCurve {
-    std::string name;   ///< visible text: the test, and its group when there is one
-    std::string legend; ///< the name as a legend shows it; filled by prepareForDrawing
+    std::string name;        ///< visible text: the test, and its group when there is one
+    std::string legend = {}; ///< the name as a legend shows it; filled by prepareForDrawing
     long long positive;
     long long negative;
     double area;
     double lower; ///< NaN: the area has no interval
     double upper;
-    std::vector<CutOffPoint> roc;
-    std::optional<CutOffPoint> best; ///< the Kolmogorov-Smirnov maximum
-    std::vector<BandPoint> band;     ///< in the order of the specificities; may be empty
-    std::vector<PrecisionRecallPoint> precisionRecall;
-    std::size_t rocPoints; ///< before thinning
-    std::size_t precisionRecallPoints;
+    std::vector<CutOff> roc = {};
+    std::optional<CutOff> best = {};  ///< the Kolmogorov-Smirnov maximum
+    std::vector<BandPoint> band = {}; ///< in the order of the specificities; may be empty
+    std::vector<PrecisionRecallPoint> precisionRecall = {};
+    std::size_t rocPoints = 0; ///< before thinning
+    std::size_t precisionRecallPoints = 0;
 
     /// "0.9375 [0.9170, 0.9580]"
     [[nodiscard]] std::string areaText() const;

@@ -22,13 +22,13 @@ constexpr std::size_t mostTwoWidths = 8; // with more, lines of two widths confu
 constexpr const char* grey = "#606060";
 
 PathPoint place(double x, double y) { return {panelSide * x, panelSide * (1.0 - y)}; }
-PathPoint rocPlace(const CutOffPoint& point) { return place(1.0 - point.specificity, point.sensitivity); }
+PathPoint rocPlace(const CutOff& point) { return place(1.0 - point.specificity, point.sensitivity); }
 PathPoint dotOf(const DrawnCurve& curve) { return rocPlace(*curve.best); }
 
 std::vector<PathPoint> rocLine(const DrawnCurve& curve)
 {
     std::vector<PathPoint> line;
-    for (const CutOffPoint& point : curve.roc)
+    for (const CutOff& point : curve.roc)
         line.push_back(rocPlace(point));
     return line;
 }
@@ -110,10 +110,10 @@ std::string dashedLine(PathPoint from, PathPoint to)
     return "<line" + at("x1", "y1", from) + at("x2", "y2", to) + " stroke-dasharray=\"4 4\"/>\n";
 }
 
-std::string cutOffText(const CutOffPoint& point)
+std::string cutOffText(const CutOff& point)
 {
     return std::to_string(point.falsePositive) + " " + std::to_string(point.truePositive) + " "
-        + readable(point.cutOff, CellRole::measure);
+        + readable(point.value, CellRole::measure);
 }
 
 // What the page's script reads: "false positives, true positives, cut-off" of a point that stands for a cut-off,
@@ -122,7 +122,7 @@ std::string cutOffText(const CutOffPoint& point)
 std::string rocData(const DrawnCurve& curve)
 {
     std::string data;
-    for (const CutOffPoint& point : curve.roc)
+    for (const CutOff& point : curve.roc)
         data.append(data.empty() ? "" : ";").append(cutOffText(point));
     return data;
 }

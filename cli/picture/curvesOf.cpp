@@ -12,15 +12,6 @@ namespace vexroc {
 
 namespace {
 
-CutOffPoint pointAt(const RocCurve& roc, std::size_t i)
-{
-    return {.cutOff = roc.cutOffs[i],
-            .sensitivity = roc.sensitivity[i],
-            .specificity = roc.specificity[i],
-            .truePositive = roc.truePositive[i],
-            .falsePositive = roc.falsePositive[i]};
-}
-
 /// The point of the Kolmogorov-Smirnov maximum: that of the best cut-offs which the area names.
 std::vector<std::size_t> pointOfMaximum(const TestResult& test)
 {
@@ -39,10 +30,10 @@ void addRoc(const TestResult& test, DrawnCurve& curve)
         path.push_back({1.0 - test.roc.specificity[i], test.roc.sensitivity[i]});
     const std::vector<std::size_t> always = pointOfMaximum(test);
     if (!always.empty())
-        curve.best = pointAt(test.roc, always.front());
+        curve.best = test.roc.at(always.front());
     curve.rocPoints = path.size();
     for (const std::size_t i : thinned(path, always))
-        curve.roc.push_back(pointAt(test.roc, i));
+        curve.roc.push_back(test.roc.at(i));
 }
 
 void addPrecisionRecall(const TestResult& test, DrawnCurve& curve)
@@ -53,9 +44,9 @@ void addPrecisionRecall(const TestResult& test, DrawnCurve& curve)
         path.push_back({points.recall[i], points.precision[i]});
     curve.precisionRecallPoints = path.size();
     for (const std::size_t i : thinned(path, {})) {
-        PrecisionRecallPoint point{.precision = points.precision[i], .recall = points.recall[i], .measured = {}};
+        PrecisionRecallPoint point{.precision = points.precision[i], .recall = points.recall[i]};
         if (const int roc = points.rocPoint[i]; roc != PrecisionRecallCurve::none)
-            point.measured = pointAt(test.roc, static_cast<std::size_t>(roc));
+            point.measured = test.roc.at(static_cast<std::size_t>(roc));
         curve.precisionRecall.push_back(point);
     }
 }
@@ -72,18 +63,11 @@ void addDrawnCurves(const Results& results, const std::string& subject, std::vec
         // A table names test and group in columns of their own; here one name says both.
         const std::string group = area.group.empty() ? "" : ", " + visible(area.group);
         DrawnCurve curve{.name = subject + visible(area.test) + group,
-                         .legend = {},
                          .positive = area.positive,
                          .negative = area.negative,
                          .area = area.area,
                          .lower = area.lower,
-                         .upper = area.upper,
-                         .roc = {},
-                         .best = {},
-                         .band = {},
-                         .precisionRecall = {},
-                         .rocPoints = 0,
-                         .precisionRecallPoints = 0};
+                         .upper = area.upper};
         addRoc(test, curve);
         addPrecisionRecall(test, curve);
         curves.push_back(std::move(curve));

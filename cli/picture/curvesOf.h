@@ -1,7 +1,6 @@
 #pragma once
 
 #include "cli/picture/DrawnCurve.h"
-#include "cli/study/Results.h"
 
 #include <string>
 #include <vector>

@@ -157,8 +157,7 @@ std::vector<FetchedColumn> fetchedColumns(PostgresServer& server, const std::vec
 {
     if (columns.empty())
         throw server.fault("--query takes a statement that returns rows and changes nothing, such as SELECT");
-    InputHeader header{
-        .source = server.name(), .columns = {}, .place = server.name(), .collection = "the query", .hint = ""};
+    InputHeader header{.source = server.name(), .place = server.name(), .collection = "the query"};
     std::string types;
     for (const PostgresServer::Column& column : columns) {
         header.columns.push_back(column.name);

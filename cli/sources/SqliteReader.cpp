@@ -172,7 +172,7 @@ std::vector<std::size_t> wantedColumns(const Database& database, const std::vect
                                        const std::string& collection, RowSink& sink)
 {
     return sink.begin(
-        {.source = database.name(), .columns = names, .place = database.name(), .collection = collection, .hint = ""});
+        {.source = database.name(), .columns = names, .place = database.name(), .collection = collection});
 }
 
 std::vector<std::string> tablesOf(const Database& database)

@@ -34,7 +34,7 @@ struct DataColumn {
 /// The requested columns of an input, row by row parallel.
 struct DataTable {
     std::string source; ///< how messages call the input
-    std::vector<DataColumn> columns;
+    std::vector<DataColumn> columns = {};
     std::size_t rows = 0;
 
     /// A column that was requested.

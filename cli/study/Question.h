@@ -19,8 +19,8 @@ struct Grouping {
     };
     std::string column;
     By by = By::twoValues;
-    std::vector<std::string> selected; ///< two for By::selected
-    double cut = 0.0;                  ///< for By::cut
+    std::vector<std::string> selected = {}; ///< two for By::selected
+    double cut = 0.0;                       ///< for By::cut
 };
 
 enum class Comparison {

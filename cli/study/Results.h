@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/VexMV.h"
+
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -7,6 +9,9 @@
 #include <vector>
 
 namespace vexroc {
+
+/// For what cannot be computed, or was not: a NaN.
+constexpr double notComputed = VexCommon_920::VexMV::Missing();
 
 /// What became of the rows read. Each is counted once: in the first reason to leave it out, or as used.
 struct RowCounts {
@@ -29,7 +34,7 @@ struct RowCounts {
         long long negative = 0;
         [[nodiscard]] long long rows() const noexcept { return positive + negative; }
     };
-    std::vector<Gap> gaps; ///< of each test that has one
+    std::vector<Gap> gaps = {}; ///< of each test that has one
 
     [[nodiscard]] long long used() const noexcept { return positive + negative; }
     [[nodiscard]] long long leftOut() const noexcept { return read - used(); }
@@ -37,23 +42,32 @@ struct RowCounts {
     [[nodiscard]] std::vector<std::pair<std::string, long long>> reasons() const;
 };
 
-/// The area of one test in one group of cases. NaN for what cannot be computed.
+/// The area of one test in one group of cases.
 struct Area {
     std::string test;
-    std::string group; ///< "sex = female", "age < 50"; empty for all cases
+    std::string group = {}; ///< "sex = female", "age < 50"; empty for all cases
     long long positive = 0;
     long long negative = 0;
     long long leftOut = 0; ///< rows that could not take part
     double weightedPositive = 0.0;
     double weightedNegative = 0.0;
-    double area;
-    double stdError;
-    double significance;
-    double lower;
-    double upper;
-    double gini;
-    double ksMaximum; ///< NaN without a curve
-    double ksCutOff;
+    double area = notComputed;
+    double stdError = notComputed;
+    double significance = notComputed;
+    double lower = notComputed;
+    double upper = notComputed;
+    double gini = notComputed;
+    double ksMaximum = notComputed; ///< without a curve
+    double ksCutOff = notComputed;
+};
+
+/// A cut-off with what it makes of the cases.
+struct CutOff {
+    double value;
+    double sensitivity;
+    double specificity;
+    long long truePositive;
+    long long falsePositive;
 };
 
 /// The points of a ROC curve, cut-offs ascending; all lists are parallel.
@@ -64,6 +78,10 @@ struct RocCurve {
     std::vector<long long> truePositive;
     std::vector<long long> falsePositive;
     [[nodiscard]] std::size_t size() const noexcept { return cutOffs.size(); }
+    [[nodiscard]] CutOff at(std::size_t i) const
+    {
+        return {cutOffs[i], sensitivity[i], specificity[i], truePositive[i], falsePositive[i]};
+    }
 };
 
 /// The points of a precision-recall curve in the order of its cut-offs; all lists are parallel.
@@ -77,23 +95,12 @@ struct PrecisionRecallCurve {
     [[nodiscard]] std::size_t size() const noexcept { return precision.size(); }
 };
 
-/// A cut-off with what it makes of the cases.
-struct CutOff {
-    double value;
-    double sensitivity;
-    double specificity;
-    long long truePositive;
-    long long falsePositive;
-    long long trueNegative;
-    long long falseNegative;
-};
-
 /// All that is known of one test in one group of cases.
 struct TestResult {
     Area area;
-    RocCurve roc;                         ///< empty where it was not asked for, or is not there
-    PrecisionRecallCurve precisionRecall; ///< likewise
-    std::vector<CutOff> best;             ///< those of the largest Youden index, ascending
+    RocCurve roc = {};                         ///< empty where it was not asked for, or is not there
+    PrecisionRecallCurve precisionRecall = {}; ///< likewise
+    std::vector<CutOff> best = {};             ///< those of the largest Youden index, ascending
 };
 
 /// The difference of two areas: first less second.
@@ -101,12 +108,12 @@ struct Difference {
     Area first;
     Area second;
     long long leftOut = 0; ///< rows that could not take part in it
-    double difference;
-    double stdError;
-    double z;
-    double significance;
-    double lower;
-    double upper;
+    double difference = notComputed;
+    double stdError = notComputed;
+    double z = notComputed;
+    double significance = notComputed;
+    double lower = notComputed;
+    double upper = notComputed;
 };
 
 /// A warning of the component in words, or why it came to no result.
@@ -120,11 +127,11 @@ struct Warning {
 
 /// What one analysis came to.
 struct Results {
-    RowCounts rows;
-    std::vector<TestResult> tests;
-    std::vector<Difference> differences;
-    std::vector<Warning> warnings;
-    std::optional<Warning> failure; ///< why there is no result; then the tests tell their cases at most
+    RowCounts rows = {};
+    std::vector<TestResult> tests = {};
+    std::vector<Difference> differences = {};
+    std::vector<Warning> warnings = {};
+    std::optional<Warning> failure = {}; ///< why there is no result; then the tests tell their cases at most
 };
 
 /// The results of the rows with one value.

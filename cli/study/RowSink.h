@@ -25,10 +25,10 @@ std::string textOf(const Cell& cell);
 /// What a source says of its columns before its rows.
 struct InputHeader {
     std::string source; ///< how messages call the input
-    std::vector<std::string> columns;
+    std::vector<std::string> columns = {};
     std::string place;      ///< where the columns are named: "data.csv, line 1"
     std::string collection; ///< what they are named in: "the header"
-    std::string hint;       ///< what may be wrong when a column is not among them
+    std::string hint = {};  ///< what may be wrong when a column is not among them
     char decimal = '.';     ///< decimal sign of numbers in texts
 };
 

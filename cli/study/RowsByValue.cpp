@@ -43,7 +43,7 @@ RowsByValue::RowsByValue(DataTable table, const std::string& name) : table_(std:
 DataTable RowsByValue::rowsOf(std::size_t value) const
 {
     const std::span rows = std::span(rows_).subspan(begins_[value], begins_[value + 1] - begins_[value]);
-    DataTable some{.source = table_.source, .columns = {}, .rows = rows.size()};
+    DataTable some{.source = table_.source, .rows = rows.size()};
     for (const DataColumn& column : table_.columns)
         some.columns.push_back({.request = column.request,
                                 .decimal = column.decimal,

@@ -4,13 +4,9 @@
 #include "cli/study/Warnings.h"
 #include "cli/words/Failure.h"
 #include "cli/words/Numbers.h"
-#include "host/VexMV.h"
 #include "vexrocproc/ROCStatusCodes.h"
 #include "vexrocproc/analysis.h"
 
-#include <algorithm>
-#include <cmath>
-#include <limits>
 #include <map>
 #include <memory>
 #include <set>
@@ -18,8 +14,6 @@
 namespace vexroc {
 
 namespace {
-
-constexpr double notComputed = std::numeric_limits<double>::quiet_NaN();
 
 void require(int result)
 {
@@ -56,12 +50,13 @@ public:
             throw cancelled();
         if (ended != VEXROC_OK && ended != VEXROC_NO_RESULT)
             throw analysisError(ended == VEXROC_NO_MEMORY ? "not enough memory" : vexroc_last_error());
-        Results results{.rows = rowCounts(), .tests = {}, .differences = {}, .warnings = {}, .failure = {}};
-        if (!cases_.tests.empty())
-            results.warnings = warnings();
-        if (cases_.tests.empty())
+        Results results{.rows = rowCounts()};
+        if (cases_.tests.empty()) {
             results.failure = failureInWords(ROCALG_920::statusCode::noTestVar);
-        else if (ended == VEXROC_NO_RESULT)
+            return results;
+        }
+        results.warnings = warnings();
+        if (ended == VEXROC_NO_RESULT)
             addFailure(results);
         else
             addResults(results);
@@ -134,11 +129,19 @@ private:
         setNumber("group_second", CaseColumns::secondGroup);
     }
 
+    /// What a call of the handle says in a structure.
+    template <class Answer>
+    [[nodiscard]] Answer told(auto call, auto... which) const
+    {
+        Answer answer{};
+        answer.struct_size = sizeof answer;
+        require(call(handle_.get(), which..., &answer));
+        return answer;
+    }
+
     [[nodiscard]] RowCounts rowCounts() const
     {
-        vexroc_rows rows{};
-        rows.struct_size = sizeof rows;
-        require(vexroc_analysis_rows(handle_.get(), &rows));
+        const auto rows = told<vexroc_rows>(vexroc_analysis_rows);
         RowCounts counts{.read = rows.read,
                          .missingState = rows.missing_state,
                          .missingGroup = rows.missing_group,
@@ -150,8 +153,7 @@ private:
                          .negative = rows.negative,
                          .weightedPositive = rows.weighted_positive,
                          .weightedNegative = rows.weighted_negative,
-                         .roundedWeights = rows.rounded_weights,
-                         .gaps = {}};
+                         .roundedWeights = rows.rounded_weights};
         for (const auto& [column, test] : testOf_) {
             RowCounts::Gap gap{.test = test};
             require(vexroc_analysis_missing_test(handle_.get(), column, &gap.positive, &gap.negative));
@@ -165,9 +167,7 @@ private:
     {
         std::vector<Warning> warnings;
         for (int i = 0; i < vexroc_analysis_warning_count(handle_.get()); ++i) {
-            vexroc_warning warning{};
-            warning.struct_size = sizeof warning;
-            require(vexroc_analysis_warning(handle_.get(), i, &warning));
+            const auto warning = told<vexroc_warning>(vexroc_analysis_warning, i);
             std::vector<std::string> tests;
             std::set<int> named;
             for (const int column : std::span(warning.parameters, static_cast<std::size_t>(warning.parameter_count)))
@@ -199,12 +199,14 @@ private:
     [[nodiscard]] static TestResult withoutResult(const std::string& test, const RowCounts& rows,
                                                   const RowCounts::Gap* gap)
     {
-        Area area =
-            emptyArea(test, rows.positive - (gap ? gap->positive : 0), rows.negative - (gap ? gap->negative : 0));
-        area.leftOut = rows.read - area.positive - area.negative;
-        area.weightedPositive = gap ? notComputed : rows.weightedPositive;
-        area.weightedNegative = gap ? notComputed : rows.weightedNegative;
-        return {.area = std::move(area), .roc = {}, .precisionRecall = {}, .best = {}};
+        const long long positive = rows.positive - (gap ? gap->positive : 0);
+        const long long negative = rows.negative - (gap ? gap->negative : 0);
+        return {.area = {.test = test,
+                         .positive = positive,
+                         .negative = negative,
+                         .leftOut = rows.read - positive - negative,
+                         .weightedPositive = gap ? notComputed : rows.weightedPositive,
+                         .weightedNegative = gap ? notComputed : rows.weightedNegative}};
     }
 
     void addResults(Results& results) const
@@ -212,9 +214,7 @@ private:
         for (int i = 0; i < vexroc_analysis_record_count(handle_.get()); ++i)
             results.tests.push_back(testResult(i, results.rows.read));
         for (int i = 0; i < vexroc_analysis_comparison_count(handle_.get()); ++i) {
-            vexroc_comparison found{};
-            found.struct_size = sizeof found;
-            require(vexroc_analysis_comparison(handle_.get(), i, &found));
+            const auto found = told<vexroc_comparison>(vexroc_analysis_comparison, i);
             results.differences.push_back({.first = results.tests[static_cast<std::size_t>(found.first)].area,
                                            .second = results.tests[static_cast<std::size_t>(found.second)].area,
                                            .leftOut = results.rows.leftOut(),
@@ -229,9 +229,7 @@ private:
 
     [[nodiscard]] TestResult testResult(int index, long long rowsRead) const
     {
-        vexroc_record record{};
-        record.struct_size = sizeof record;
-        require(vexroc_analysis_record(handle_.get(), index, &record));
+        const auto record = told<vexroc_record>(vexroc_analysis_record, index);
         const bool hasCurve = record.ks_maximum >= 0.0;
         TestResult result{.area = {.test = testOf_.at(record.test),
                                    .group = groupOf(record),
@@ -247,10 +245,7 @@ private:
                                    .upper = record.ci_upper,
                                    .gini = record.gini,
                                    .ksMaximum = hasCurve ? record.ks_maximum : notComputed,
-                                   .ksCutOff = hasCurve ? record.ks_cut_off : notComputed},
-                          .roc = {},
-                          .precisionRecall = {},
-                          .best = {}};
+                                   .ksCutOff = hasCurve ? record.ks_cut_off : notComputed}};
         if (question_.points)
             addPoints(index, record, result);
         if (question_.bestCutOffs)
@@ -279,11 +274,9 @@ private:
     void addBest(int index, TestResult& result) const
     {
         for (int i = 0; i < vexroc_analysis_best_cut_off_count(handle_.get(), index); ++i) {
-            vexroc_cut_off found{};
-            found.struct_size = sizeof found;
-            require(vexroc_analysis_best_cut_off(handle_.get(), index, i, &found));
-            result.best.push_back({found.cut_off, found.sensitivity, found.specificity, found.true_positive,
-                                   found.false_positive, found.true_negative, found.false_negative});
+            const auto found = told<vexroc_cut_off>(vexroc_analysis_best_cut_off, index, i);
+            result.best.push_back(
+                {found.cut_off, found.sensitivity, found.specificity, found.true_positive, found.false_positive});
         }
     }
 
@@ -314,26 +307,6 @@ private:
 Results run(const RunCases& cases, const Question& question, Comparison comparison, const Watch& watch)
 {
     return HandleRun(cases, question, comparison, watch).results();
-}
-
-Area emptyArea(const std::string& test, long long positive, long long negative)
-{
-    constexpr double missing = VexCommon_920::VexMV::Missing();
-    return {.test = test,
-            .group = {},
-            .positive = positive,
-            .negative = negative,
-            .leftOut = 0,
-            .weightedPositive = static_cast<double>(positive),
-            .weightedNegative = static_cast<double>(negative),
-            .area = missing,
-            .stdError = missing,
-            .significance = missing,
-            .lower = missing,
-            .upper = missing,
-            .gini = missing,
-            .ksMaximum = notComputed,
-            .ksCutOff = notComputed};
 }
 
 } // namespace vexroc

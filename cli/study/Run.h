@@ -12,25 +12,22 @@ namespace vexroc {
 
 /// What a run tells and asks while it lasts; either may be empty.
 struct Watch {
-    std::function<void(double share, int records)> progress; ///< share of the work, in [0, 1]
+    std::function<void(double share, int records)> progress = {}; ///< share of the work, in [0, 1]
     std::function<bool()> cancelRequested;
 };
 
 /// The cases of one run of the component, as parallel columns that outlive it; NaN where a value is missing.
 struct RunCases {
-    std::span<const double> state;               ///< 1 positive
-    std::span<const double> group;               ///< empty without groups
-    std::span<const double> weight;              ///< empty without weights
-    std::span<const std::string> groupWords;     ///< what codes of the group stand for; empty where it holds numbers
-    std::vector<std::string> tests;              ///< names, as asked: a test may be named twice
-    std::vector<std::span<const double>> values; ///< parallel to tests
+    std::span<const double> state;                ///< 1 positive
+    std::span<const double> group = {};           ///< empty without groups
+    std::span<const double> weight = {};          ///< empty without weights
+    std::span<const std::string> groupWords = {}; ///< what codes of the group stand for; empty where it holds numbers
+    std::vector<std::string> tests = {};          ///< names, as asked: a test may be named twice
+    std::vector<std::span<const double>> values = {}; ///< parallel to tests
 };
 
 /// Runs the component once over all tests, with the settings of the question, and says what came of it.
 /// Throws the failure of a cancel when one was requested, an analysis error when memory runs out.
 Results run(const RunCases& cases, const Question& question, Comparison comparison, const Watch& watch);
-
-/// An area of so many cases of which nothing can be said.
-Area emptyArea(const std::string& test, long long positive, long long negative);
 
 } // namespace vexroc

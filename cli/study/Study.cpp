@@ -32,8 +32,7 @@ RunCases casesOf(const CaseColumns& columns, std::vector<std::string> tests)
                    .group = columns.group(),
                    .weight = columns.weight(),
                    .groupWords = columns.groupWords(),
-                   .tests = std::move(tests),
-                   .values = {}};
+                   .tests = std::move(tests)};
     for (const std::string& test : cases.tests)
         cases.values.push_back(columns.test(test));
     return cases;
@@ -123,8 +122,7 @@ private:
             }
         Question question = question_;
         question.grouping.reset();
-        const RunCases cases{
-            .state = states, .group = {}, .weight = {}, .groupWords = {}, .tests = {test}, .values = {ofGroup}};
+        const RunCases cases{.state = states, .tests = {test}, .values = {ofGroup}};
         Area area = onlyResult(run(cases, question, Comparison::none, watch)).area;
         area.group =
             question_.grouping->column + " = " + columns_.groupWords()[group == CaseColumns::firstGroup ? 0 : 1];
@@ -241,13 +239,14 @@ private:
 
     static Area areaOf(const std::string& test, const auc_res& r)
     {
-        Area area = emptyArea(test, static_cast<long long>(r.posCount), static_cast<long long>(r.negCount));
-        area.area = r.area;
-        area.stdError = r.stdError;
-        area.significance = r.asymptoticSig;
-        area.lower = r.ciLower;
-        area.upper = r.ciUpper;
-        return area;
+        return {.test = test,
+                .positive = static_cast<long long>(r.posCount),
+                .negative = static_cast<long long>(r.negCount),
+                .area = r.area,
+                .stdError = r.stdError,
+                .significance = r.asymptoticSig,
+                .lower = r.ciLower,
+                .upper = r.ciUpper};
     }
 
     /// Pairs in the order (0, 1), (0, 2), ... (1, 2), ...
@@ -281,7 +280,7 @@ Results study(const DataTable& table, const Question& question, const Watch& wat
 StudyByValue studyByValue(DataTable table, const Question& question, const Watch& watch)
 {
     const RowsByValue rows(std::move(table), question.by);
-    StudyByValue all{.values = {}, .missing = rows.missing()};
+    StudyByValue all{.missing = rows.missing()};
     for (std::size_t v = 0; v < rows.values().size(); ++v)
         all.values.push_back(
             {rows.values()[v], study(rows.rowsOf(v), question, oneOf(watch, v, rows.values().size()))});

@@ -19,8 +19,8 @@ Results study(const DataTable& table, const Question& question, const Watch& wat
 
 /// The results of each value of the column `by`.
 struct StudyByValue {
-    std::vector<ValueResults> values; ///< ascending
-    std::size_t missing = 0;          ///< rows without a value, in no analysis
+    std::vector<ValueResults> values = {}; ///< ascending
+    std::size_t missing = 0;               ///< rows without a value, in no analysis
 };
 /// The same question for the rows of each value of its column `by`.
 StudyByValue studyByValue(DataTable table, const Question& question, const Watch& watch);
