@@ -7,13 +7,10 @@
 #include "cli/picture/Picture.h"
 #include "cli/picture/ReportPage.h"
 #include "cli/picture/curvesOf.h"
-#include "cli/study/Warnings.h"
 #include "cli/system/OutputFile.h"
 #include "cli/system/Rasterizer.h"
-#include "cli/words/Failure.h"
 #include "cli/words/VisibleText.h"
 #include "version.h"
-#include "vexrocproc/ROCStatusCodes.h"
 
 #include <CLI/CLI.hpp>
 
@@ -43,8 +40,6 @@ DataTable readAnalysisTable(AnalyzeTask& task, const Surroundings& surroundings)
         for (const DataColumn& column : table.columns)
             if (std::ranges::find(requests, column.request) == requests.end())
                 question.tests.push_back(column.request.name);
-    if (question.tests.empty())
-        throw analysisError(statusLine(failureInWords(ROCALG_920::statusCode::noTestVar)));
     return table;
 }
 

@@ -98,7 +98,7 @@ void askForParts(const AnalyzeOptions& options, AnalyzeTask& task)
     task.bestTable = options.best;
     task.question.rocCurve = !options.noCurve;
     task.question.bestCutOffs = options.best || drawn;
-    task.question.precisionRecall = (options.pr && drawn) || !options.prCurveFile.empty();
+    task.question.precisionRecall = options.pr || !options.prCurveFile.empty();
     task.question.points = drawn || !options.curveFile.empty() || !options.prCurveFile.empty();
     if (options.pr && options.prCurveFile.empty() && !drawn)
         task.notesAfter.push_back("the points of --pr are drawn by --plot and --report and written by --pr-curve FILE");

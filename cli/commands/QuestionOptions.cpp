@@ -122,7 +122,9 @@ Results answer(const Task& task, const Surroundings& surroundings)
     // Nothing is there to tidy up while the data are read: until then, an interrupt just ends the program.
     const DataTable table = readTable(task.input, surroundings, task.question.columns());
     AnalysisWatch watch(surroundings, table.rows);
-    return study(table, task.question, watch.watch());
+    Results results = study(table, task.question, watch.watch());
+    watch.requireNotCancelled();
+    return results;
 }
 
 Report reportOf(const Task& task, const Document& document)

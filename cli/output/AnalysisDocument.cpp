@@ -332,8 +332,7 @@ Table precisionRecallPoints(const Analysis& analysis)
                        for (const auto& [area, roc, curve, best] : results.tests)
                            for (std::size_t i = 0; i < curve.size(); ++i)
                                table.add({area.test, groupOf(area)},
-                                         {curve.recall[i], curve.precision[i],
-                                          curve.rocPoint[i] == PrecisionRecallCurve::interpolated ? 1.0 : 0.0});
+                                         {curve.recall[i], curve.precision[i], double(curve.interpolated[i])});
                    });
 }
 

@@ -47,7 +47,7 @@ std::vector<double> cutOffsOf(const TestResult& test)
     double next = std::numeric_limits<double>::quiet_NaN();
     for (std::size_t i = cutOffs.size(); i-- > 0;) {
         const int point = test.precisionRecall.rocPoint[i];
-        if (point != PrecisionRecallCurve::interpolated)
+        if (point != PrecisionRecallCurve::none)
             next = test.roc.cutOffs[static_cast<std::size_t>(point)];
         cutOffs[i] = next;
     }
@@ -73,8 +73,8 @@ Document precisionRecallDocument(const Question& question, const Results& result
         const PrecisionRecallCurve& curve = test.precisionRecall;
         const std::vector<double> cutOffs = cutOffsOf(test);
         for (std::size_t i = 0; i < curve.size(); ++i)
-            table.addRow({test.area.test, cutOffs[i], curve.recall[i], curve.precision[i],
-                          curve.rocPoint[i] == PrecisionRecallCurve::interpolated ? 1.0 : 0.0});
+            table.addRow(
+                {test.area.test, cutOffs[i], curve.recall[i], curve.precision[i], double(curve.interpolated[i])});
     }
     Document document = pointsDocument(
         question, results, "pr",

@@ -5,8 +5,6 @@
 #include "cli/words/Numbers.h"
 #include "cli/words/VisibleText.h"
 
-#include <utf8proc.h>
-
 #include <algorithm>
 #include <cmath>
 
@@ -164,17 +162,6 @@ void writeHtml(const Table& table, std::string_view title, std::string& out)
     for (std::size_t row = 0; row < table.rows(); ++row)
         writeRow("<td", "</td>", [&](std::size_t c) { return forPeople(table.at(row, c), table.columns()[c].role); });
     out += "</tbody>\n</table></div>\n";
-}
-
-std::size_t displayWidth(std::string_view visibleText) noexcept
-{
-    std::size_t width = 0;
-    while (!visibleText.empty()) {
-        const auto [codePoint, length] = firstCharacter(visibleText);
-        width += codePoint < 0x80 ? 1 : static_cast<std::size_t>(utf8proc_charwidth(static_cast<int>(codePoint)));
-        visibleText.remove_prefix(length);
-    }
-    return width;
 }
 
 } // namespace vexroc

@@ -54,7 +54,7 @@ void addPrecisionRecall(const TestResult& test, DrawnCurve& curve)
     curve.precisionRecallPoints = path.size();
     for (const std::size_t i : thinned(path, {})) {
         PrecisionRecallPoint point{.precision = points.precision[i], .recall = points.recall[i], .measured = {}};
-        if (const int roc = points.rocPoint[i]; roc != PrecisionRecallCurve::interpolated)
+        if (const int roc = points.rocPoint[i]; roc != PrecisionRecallCurve::none)
             point.measured = pointAt(test.roc, static_cast<std::size_t>(roc));
         curve.precisionRecall.push_back(point);
     }

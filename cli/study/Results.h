@@ -68,10 +68,12 @@ struct RocCurve {
 
 /// The points of a precision-recall curve in the order of its cut-offs; all lists are parallel.
 struct PrecisionRecallCurve {
-    static constexpr int interpolated = -1;
+    static constexpr int none = -1;
     std::vector<double> precision;
     std::vector<double> recall;
-    std::vector<int> rocPoint; ///< the point of the ROC curve with the same cut-off, or interpolated
+    std::vector<unsigned char> interpolated; ///< 1 for a point between measured ones
+    std::vector<int>
+        rocPoint; ///< the point of the ROC curve with the same cut-off; none: interpolated, or no such curve
     [[nodiscard]] std::size_t size() const noexcept { return precision.size(); }
 };
 

@@ -11,8 +11,8 @@ namespace vexroc {
 
 /// The rows of a table by the values of one of its label columns.
 ///
-/// Values come in ascending order, numbers before words; 1 and 1.0 are one value. Rows without a value are in no slice.
-/// Memory: the table, four bytes per row, and one slice at a time.
+/// Values come in ascending order, numbers before words; 1 and 1.0 are one value. Rows without a value are left aside.
+/// Memory: the table, four bytes per row, and the rows of one value at a time.
 /// Failure: throws an input error for a column that holds no value, or so many that it must be another kind of column.
 class RowsByValue {
 public:
@@ -30,8 +30,8 @@ private:
 
     DataTable table_;
     std::vector<std::string> values_;
-    std::vector<std::uint32_t> rows_; ///< slice by slice
-    std::vector<std::size_t> begins_; ///< where in rows_ each slice begins; the end of the last behind them
+    std::vector<std::uint32_t> rows_; ///< value by value
+    std::vector<std::size_t> begins_; ///< where in rows_ each value begins; the end of the last behind them
 };
 
 } // namespace vexroc

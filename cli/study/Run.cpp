@@ -48,13 +48,20 @@ public:
 
     Results results()
     {
+        // The component refuses to run without a test. Its rows can be told all the same, by one that stands for none.
+        if (cases_.tests.empty())
+            setColumn("test", addColumn("", cases_.state));
         const int ended = vexroc_analysis_run(handle_.get());
         if (ended == VEXROC_CANCELLED)
             throw cancelled();
         if (ended != VEXROC_OK && ended != VEXROC_NO_RESULT)
             throw analysisError(ended == VEXROC_NO_MEMORY ? "not enough memory" : vexroc_last_error());
-        Results results{.rows = rowCounts(), .tests = {}, .differences = {}, .warnings = warnings(), .failure = {}};
-        if (ended == VEXROC_NO_RESULT)
+        Results results{.rows = rowCounts(), .tests = {}, .differences = {}, .warnings = {}, .failure = {}};
+        if (!cases_.tests.empty())
+            results.warnings = warnings();
+        if (cases_.tests.empty())
+            results.failure = failureInWords(ROCALG_920::statusCode::noTestVar);
+        else if (ended == VEXROC_NO_RESULT)
             addFailure(results);
         else
             addResults(results);
@@ -262,8 +269,10 @@ private:
         require(vexroc_analysis_curve_counts(handle_.get(), index, roc.truePositive.data(), roc.falsePositive.data()));
         const auto points = static_cast<std::size_t>(record.pr_rows);
         PrecisionRecallCurve& pr = result.precisionRecall;
-        pr = {std::vector<double>(points), std::vector<double>(points), std::vector<int>(points)};
-        require(vexroc_analysis_precision_recall(handle_.get(), index, pr.precision.data(), pr.recall.data(), nullptr));
+        pr = {std::vector<double>(points), std::vector<double>(points), std::vector<unsigned char>(points),
+              std::vector<int>(points)};
+        require(vexroc_analysis_precision_recall(handle_.get(), index, pr.precision.data(), pr.recall.data(),
+                                                 pr.interpolated.data()));
         require(vexroc_analysis_precision_recall_rows(handle_.get(), index, pr.rocPoint.data()));
     }
 

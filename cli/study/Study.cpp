@@ -2,12 +2,13 @@
 
 #include "cli/study/CaseColumns.h"
 #include "cli/study/RowsByValue.h"
-#include "vexrocproc/ROCStatusCodes.h"
+#include "cli/words/Failure.h"
 #include "vexrocproc/arraycalls.h"
 
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <optional>
 #include <utility>
 
 namespace vexroc {
@@ -47,6 +48,30 @@ TestResult onlyResult(Results results)
     return only;
 }
 
+Difference differenceOf(const auc_comparison_res& r, const Area& first, const Area& second)
+{
+    return {.first = first,
+            .second = second,
+            .leftOut = 0,
+            .difference = r.areaDiff,
+            .stdError = r.stdErrorDiff,
+            .z = r.z,
+            .significance = r.zSig,
+            .lower = r.ciLower,
+            .upper = r.ciUpper};
+}
+
+auc_res asCall(const Area& area)
+{
+    return {.posCount = static_cast<double>(area.positive),
+            .negCount = static_cast<double>(area.negative),
+            .area = area.area,
+            .stdError = area.stdError,
+            .asymptoticSig = area.significance,
+            .ciLower = area.lower,
+            .ciUpper = area.upper};
+}
+
 /// Every test as if it were the only one.
 class EachTest {
 public:
@@ -57,6 +82,8 @@ public:
 
     Results areas()
     {
+        if (!question_.biNegative && !question_.points) // no test changes what another gets, and none holds a curve
+            return run(casesOf(columns_, question_.tests), question_, Comparison::none, watch_);
         Results all;
         for (std::size_t t = 0; t < question_.tests.size(); ++t)
             all.tests.push_back(onlyResult(run(casesOf(columns_, {question_.tests[t]}), question_, Comparison::none,
@@ -74,7 +101,8 @@ public:
             const std::string& test = question_.tests[t];
             const Area first = areaOfGroup(test, CaseColumns::firstGroup, oneOf(watch_, 2 * t, steps()));
             const Area second = areaOfGroup(test, CaseColumns::secondGroup, oneOf(watch_, 2 * t + 1, steps()));
-            all.differences.push_back(differenceOf(first, second));
+            all.differences.push_back(
+                differenceOf(auc_comparison(asCall(first), asCall(second), question_.level), first, second));
             all.differences.back().leftOut = first.leftOut + second.leftOut + all.rows.missingGroup;
         }
         return all;
@@ -103,122 +131,136 @@ private:
         return area;
     }
 
-    [[nodiscard]] Difference differenceOf(const Area& first, const Area& second) const
-    {
-        const auto asCall = [](const Area& a) {
-            return auc_res{.posCount = static_cast<double>(a.positive),
-                           .negCount = static_cast<double>(a.negative),
-                           .area = a.area,
-                           .stdError = a.stdError,
-                           .asymptoticSig = a.significance,
-                           .ciLower = a.lower,
-                           .ciUpper = a.upper};
-        };
-        const auc_comparison_res r = auc_comparison(asCall(first), asCall(second), question_.level);
-        return {.first = first,
-                .second = second,
-                .leftOut = 0,
-                .difference = r.areaDiff,
-                .stdError = r.stdErrorDiff,
-                .z = r.z,
-                .significance = r.zSig,
-                .lower = r.ciLower,
-                .upper = r.ciUpper};
-    }
-
     const CaseColumns& columns_;
     const Question& question_;
     const Watch& watch_;
 };
 
-/// Every two tests on the cases in which both are known. Tests with the same gaps make one run.
+/// Every two tests on the cases in which both are known. Tests with the same gaps make one run, which orders each of
+/// them once; every other two make a call.
 class Pairwise {
 public:
     Pairwise(const CaseColumns& columns, const Question& question, const Watch& watch)
-        : columns_(columns), question_(question), watch_(watch), tests_(question.tests)
+        : rows_(columns.rows()), question_(question), watch_(watch), knownStates_(columns, question.tests)
     {
-        differences_.resize(tests_.size() * (tests_.size() - 1) / 2);
     }
 
     Results results()
     {
-        const std::vector<std::vector<std::size_t>> runs = plan();
-        for (std::size_t r = 0; r < runs.size(); ++r)
-            compare(runs[r], oneOf(watch_, r, runs.size()));
-        return {.rows = {}, .tests = {}, .differences = std::move(differences_), .warnings = {}, .failure = {}};
+        std::map<std::vector<std::size_t>, std::vector<std::size_t>> testsOf; // by their gaps
+        for (std::size_t t = 0; t < tests(); ++t)
+            testsOf[gapsOf(t)].push_back(t);
+        differences_.resize(tests() * (tests() - 1) / 2);
+        for (const auto& [gaps, which] : testsOf)
+            if (which.size() > 1)
+                compareInOneRun(which);
+        for (std::size_t first = 0; first < tests(); ++first)
+            for (std::size_t second = first + 1; second < tests(); ++second)
+                if (std::optional<Difference>& difference = differences_[placeOf(first, second)]; !difference)
+                    difference = compareInCall(first, second);
+        Results all;
+        for (std::optional<Difference>& difference : differences_) {
+            difference->leftOut =
+                static_cast<long long>(rows_) - difference->first.positive - difference->first.negative;
+            all.differences.push_back(std::move(*difference));
+        }
+        return all;
     }
 
 private:
-    /// Which tests go into each run, ascending: those with the same gaps, and every two with different ones.
-    [[nodiscard]] std::vector<std::vector<std::size_t>> plan() const
-    {
-        std::map<std::vector<std::size_t>, std::vector<std::size_t>> testsOf; // by their gaps
-        std::vector<const std::vector<std::size_t>*> kind(tests_.size());
-        for (std::size_t t = 0; t < tests_.size(); ++t) {
-            const auto found = testsOf.try_emplace(gapsOf(tests_[t])).first;
-            found->second.push_back(t);
-            kind[t] = &found->second;
+    /// The columns without the rows whose state is not known.
+    struct KnownStates {
+        KnownStates(const CaseColumns& columns, const std::vector<std::string>& tests)
+        {
+            const auto known = [&](std::size_t row) { return !std::isnan(columns.state()[row]); };
+            const auto keep = [&](std::span<const double> column) {
+                std::vector<double> kept;
+                for (std::size_t row = 0; row < column.size(); ++row)
+                    if (known(row))
+                        kept.push_back(column[row]);
+                return kept;
+            };
+            states = keep(columns.state());
+            for (const std::string& test : tests)
+                values.push_back(keep(columns.test(test)));
         }
-        std::vector<std::vector<std::size_t>> runs;
-        for (const auto& [gaps, tests] : testsOf)
-            if (tests.size() > 1)
-                runs.push_back(tests);
-        for (std::size_t first = 0; first < tests_.size(); ++first)
-            for (std::size_t second = first + 1; second < tests_.size(); ++second)
-                if (kind[first] != kind[second])
-                    runs.push_back({first, second});
-        return runs;
-    }
+        std::vector<double> states;
+        std::vector<std::vector<double>> values; ///< of each test
+    };
 
-    [[nodiscard]] std::vector<std::size_t> gapsOf(const std::string& test) const
+    [[nodiscard]] std::size_t tests() const noexcept { return question_.tests.size(); }
+
+    [[nodiscard]] std::vector<std::size_t> gapsOf(std::size_t test) const
     {
         std::vector<std::size_t> gaps;
-        const std::span<const double> values = columns_.test(test);
+        const std::vector<double>& values = knownStates_.values[test];
         for (std::size_t row = 0; row < values.size(); ++row)
             if (std::isnan(values[row]))
                 gaps.push_back(row);
         return gaps;
     }
 
-    void compare(const std::vector<std::size_t>& which, const Watch& watch)
+    void compareInOneRun(const std::vector<std::size_t>& which)
     {
-        std::vector<std::string> names;
-        for (const std::size_t t : which)
-            names.push_back(tests_[t]);
-        Results found = run(casesOf(columns_, names), question_, Comparison::paired, watch);
+        RunCases cases{
+            .state = knownStates_.states, .group = {}, .weight = {}, .groupWords = {}, .tests = {}, .values = {}};
+        for (const std::size_t t : which) {
+            cases.tests.push_back(question_.tests[t]);
+            cases.values.emplace_back(knownStates_.values[t]);
+        }
+        Results found = run(cases, question_, Comparison::paired, watch_);
+        if (found.failure) // of too few cases, which a call takes as they are
+            return;
         std::size_t next = 0;
         for (std::size_t a = 0; a < which.size(); ++a)
-            for (std::size_t b = a + 1; b < which.size(); ++b, ++next)
-                differences_[placeOf(which[a], which[b])] = found.failure
-                    ? emptyDifference(found.tests[a].area, found.tests[b].area, found.rows)
-                    : std::move(found.differences[next]);
+            for (std::size_t b = a + 1; b < which.size(); ++b)
+                differences_[placeOf(which[a], which[b])] = std::move(found.differences[next++]);
     }
 
-    static Difference emptyDifference(const Area& first, const Area& second, const RowCounts& rows)
+    [[nodiscard]] Difference compareInCall(std::size_t first, std::size_t second) const
     {
-        const double missing = first.area;
-        return {.first = first,
-                .second = second,
-                .leftOut = rows.leftOut(),
-                .difference = missing,
-                .stdError = missing,
-                .z = missing,
-                .significance = missing,
-                .lower = missing,
-                .upper = missing};
+        if (watch_.cancelRequested && watch_.cancelRequested())
+            throw cancelled();
+        const auto& [states, values] = knownStates_;
+        const auc_comparison_res r = auc_pairedcomparison(
+            states.data(), values[first].data(), values[second].data(), static_cast<int>(states.size()), nullptr,
+            question_.equalIsPositive ? "include" : "exclude", question_.positiveEnd(), question_.level);
+        if (r.first.posCount + r.first.negCount == 0.0 && anyComplete(first, second)) // how a call says so
+            throw analysisError("not enough memory");
+        return differenceOf(r, areaOf(question_.tests[first], r.first), areaOf(question_.tests[second], r.second));
+    }
+
+    [[nodiscard]] bool anyComplete(std::size_t first, std::size_t second) const
+    {
+        const auto& [states, values] = knownStates_;
+        for (std::size_t row = 0; row < states.size(); ++row)
+            if (!std::isnan(values[first][row]) && !std::isnan(values[second][row]))
+                return true;
+        return false;
+    }
+
+    static Area areaOf(const std::string& test, const auc_res& r)
+    {
+        Area area = emptyArea(test, static_cast<long long>(r.posCount), static_cast<long long>(r.negCount));
+        area.area = r.area;
+        area.stdError = r.stdError;
+        area.significance = r.asymptoticSig;
+        area.lower = r.ciLower;
+        area.upper = r.ciUpper;
+        return area;
     }
 
     /// Pairs in the order (0, 1), (0, 2), ... (1, 2), ...
     [[nodiscard]] std::size_t placeOf(std::size_t first, std::size_t second) const
     {
-        return first * (2 * tests_.size() - first - 1) / 2 + second - first - 1;
+        return first * (2 * tests() - first - 1) / 2 + second - first - 1;
     }
 
-    const CaseColumns& columns_;
+    std::size_t rows_;
     const Question& question_;
     const Watch& watch_;
-    const std::vector<std::string>& tests_;
-    std::vector<Difference> differences_;
+    KnownStates knownStates_;
+    std::vector<std::optional<Difference>> differences_;
 };
 
 } // namespace

@@ -30,6 +30,8 @@ public:
         rule.state = 0;
         rule.tests = {1, 2};
         rule.needsAllTests = true;
+        for (std::vector<double>* const column : {&actual_, &predicted1_, &predicted2_})
+            column->reserve(input.size);
         for (std::size_t i = 0; i < input.size; ++i) {
             if (rule.of(RowOf<Columns>{columns, i}).fate != RowFate::used)
                 continue;
