@@ -13,7 +13,8 @@ namespace vexroc {
 /// A cell as its source holds it. Delimited text knows texts only; a database also knows numbers, and no value at all.
 using Cell = std::variant<std::monostate, std::string_view, double, std::int64_t, bool>;
 
-// What a cell means, whatever its source. A text is missing, or a number, as words/Numbers.h says; NaN is missing; true is 1.
+// What a cell means, whatever its source. A text is missing, or a number, as words/Numbers.h says; NaN is missing;
+// true is 1.
 
 bool isMissing(const Cell& cell) noexcept;
 /// The number that the cell is, a text with that decimal sign; integers beyond 2^53 round to the nearest double, as
