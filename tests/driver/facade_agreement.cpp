@@ -60,7 +60,7 @@ public:
             for (std::size_t j = i + 1; j < records_.size(); ++j)
                 if (paired_ || (setting_.getComparisonType() == IndependentComparison && i % 2 == 0 && j == i + 1))
                     expected.comparisons.push_back(comparison(i, j));
-        if (paired_ && setting_.getGroupVar() >= 0)
+        if (setting_.getGroupVar() >= 0 && records_[0]->getGroupVarInd() < 0)
             expected.warnings.push_back({statusCode::groupIgnored});
         if (!tied_.empty()) {
             expected.warnings.push_back({statusCode::tiesExist});
@@ -152,7 +152,7 @@ private:
         return all;
     }
 
-    /// All precision-recall points, and then those that are measured. A row is cut-off, recall, precision, interpolated.
+    /// All precision-recall points, then the measured ones. A row is cut-off, recall, precision, interpolated.
     static void appendPoints(Numbers& all, const Numbers& rows)
     {
         for (const bool interpolatedToo : {true, false})

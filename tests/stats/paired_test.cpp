@@ -8,7 +8,7 @@
 
 #include <gmock/gmock.h>
 
-#include <string>
+#include <tuple>
 
 namespace {
 
