@@ -40,10 +40,10 @@ int main(void)
     expect("standard error", first.stdError, 0.205069);
     expect("second area", auc_comparison(first, second, 0.95).second.area, 0.8125);
     expect("difference",
-           auc_indpendentcomparison(actual, predicted1, 8, actual, predicted2, 8, NULL, "include", "larger",
+           auc_indpendentcomparison(actual, predicted1, 8, actual + 2, predicted2 + 2, 4, NULL, "include", "larger",
                                     "bi-negative", 0.95)
                .areaDiff,
-           -0.15625);
+           -0.34375);
     expect("paired z", auc_pairedcomparison(actual, predicted1, predicted2, 8, NULL, "include", "larger", 0.95).z,
            -0.688973);
     return failures;

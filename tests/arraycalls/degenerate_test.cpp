@@ -3,8 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <fstream>
+#include <regex>
+#include <span>
 #include <sstream>
 #include <string>
 
@@ -17,32 +18,21 @@ using namespace roctest;
 
 using Cells = std::vector<std::string>;
 
-std::string trimmed(const std::string& text)
-{
-    const auto isPadding = [](char c) { return c == ' ' || c == '`'; };
-    const auto first = std::find_if_not(text.begin(), text.end(), isPadding);
-    const auto last = std::find_if_not(text.rbegin(), std::make_reverse_iterator(first), isPadding).base();
-    return {first, last};
-}
-
 /// The lines of the table below a heading, without its two header lines.
 std::vector<Cells> tableBelow(const std::string& heading)
 {
+    static const std::regex cell("\\| `?([^|]*?)`? (?=\\|)");
     std::ifstream file(std::string(docsFolder) + "/degenerate-inputs.md");
-    std::string line;
-    while (std::getline(file, line) && line != "## " + heading) {
-    }
     std::vector<Cells> lines;
-    while (std::getline(file, line) && line.substr(0, 3) != "## ") {
-        if (line.empty() || line.front() != '|')
-            continue;
-        std::istringstream cells(line.substr(1));
-        lines.emplace_back();
-        for (std::string cell; std::getline(cells, cell, '|');)
-            lines.back().push_back(trimmed(cell));
-    }
+    bool isBelow = false;
+    for (std::string line; std::getline(file, line);)
+        if (line.starts_with("## "))
+            isBelow = line == "## " + heading;
+        else if (isBelow && line.starts_with("| ")) // "|---" is the second line
+            lines.emplace_back(std::sregex_token_iterator(line.begin(), line.end(), cell, 1),
+                               std::sregex_token_iterator());
     EXPECT_GT(lines.size(), 3u) << heading;
-    return {lines.begin() + std::min<std::ptrdiff_t>(2, std::ssize(lines)), lines.end()};
+    return {lines.begin() + !lines.empty(), lines.end()};
 }
 
 double number(const std::string& text)
@@ -50,95 +40,40 @@ double number(const std::string& text)
     return text == "missing" ? VexCommon_920::VexMV::Missing() : std::stod(text); // reads nan and inf, too
 }
 
-/// A column of an input: "null", "none" or numbers.
+/// A column of an input: "null", "none" or numbers. A null array is one of three cases, as are those beside it.
 struct Column {
-    explicit Column(const std::string& cell) : isNull(cell == "null")
+    explicit Column(const std::string& cell) : isNull(cell == "null"), values(isNull ? 3 : 0)
     {
         std::istringstream words(isNull || cell == "none" ? "" : cell);
         for (std::string word; words >> word;)
             values.push_back(number(word));
     }
     [[nodiscard]] const double* data() const { return isNull ? nullptr : values.data(); }
+    [[nodiscard]] int size() const { return static_cast<int>(values.size()); }
 
     bool isNull;
     std::vector<double> values;
 };
 
-/// Number of cases to announce for columns: null columns are as long as the others, or else as three cases.
-int countOf(std::initializer_list<const Column*> columns)
+/// The page's way to write numbers, the rows of a curve in parentheses.
+std::string shown(std::span<const Exact> list, std::size_t width = 0)
 {
-    for (const Column* column : columns)
-        if (!column->isNull)
-            return static_cast<int>(column->values.size());
-    return 3;
-}
-
-std::string shown(double value)
-{
-    if (VexCommon_920::VexMV::IsMissing(value))
-        return "missing";
-    if (std::isnan(value))
-        return "NaN";
-    char text[32];
-    std::snprintf(text, sizeof text, "%.6g", value);
-    return text;
-}
-
-std::string shown(std::initializer_list<double> values)
-{
-    std::string text;
-    for (const double value : values) {
-        text += text.empty() ? "" : " ";
-        text += shown(value);
+    std::ostringstream text;
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        const double value = list[i].value;
+        const std::size_t column = width > 0 ? i % width : 1;
+        if (width == 4 && column == 3) { // a star instead of a last number
+            text << (value != 0.0 ? ")*" : ")");
+            continue;
+        }
+        text << (i > 0 ? " " : "") << (column == 0 ? "(" : "");
+        if (std::isnan(value))
+            text << (VexCommon_920::VexMV::IsMissing(value) ? "missing" : "NaN");
+        else
+            text << value;
+        text << (width == 3 && column == 2 ? ")" : "");
     }
-    return text;
-}
-
-std::string shown(const auc_res& r)
-{
-    return shown({r.posCount, r.negCount, r.area, r.stdError, r.asymptoticSig, r.ciLower, r.ciUpper});
-}
-
-std::string shownDifference(const auc_comparison_res& r)
-{
-    return shown({r.z, r.zSig, r.areaDiff, r.stdErrorDiff, r.ciLower, r.ciUpper});
-}
-
-/// Rows in parentheses; row(i) is what follows the opening one.
-template <class Result, class Row>
-std::string shownRows(const Result& res, Row row)
-{
-    if (res.rows == nullptr)
-        return "null rows";
-    std::string text;
-    for (int i = 0; i < res.count; ++i) {
-        text += text.empty() ? "(" : " (";
-        text += row(i);
-    }
-    return text.empty() ? "no rows" : text;
-}
-
-std::string shownCurve(const Column& states, const Column& values)
-{
-    const roccurve_res res =
-        roccurve(states.data(), values.data(), countOf({&states, &values}), nullptr, "include", "larger");
-    const std::string text = shownRows(res, [&](int i) {
-        return shown({res.rows[3 * i], res.rows[3 * i + 1], res.rows[3 * i + 2]}) + ")";
-    });
-    release_roccurve_res(res);
-    return text;
-}
-
-std::string shownPoints(const Column& states, const Column& values)
-{
-    const prcurve_res res = prcurve(states.data(), values.data(), countOf({&states, &values}), nullptr, "include",
-                                    "larger", "davis-goadrich");
-    const std::string text = shownRows(res, [&](int i) {
-        const prcurve_row& row = res.rows[i];
-        return shown({row.cutOff, row.recall, row.precision}) + (row.interpolated != 0 ? ")*" : ")");
-    });
-    release_prcurve_res(res);
-    return text;
+    return width > 0 && list.empty() ? "no rows" : text.str();
 }
 
 TEST(DegenerateInputs, OneTestVariable)
@@ -147,13 +82,15 @@ TEST(DegenerateInputs, OneTestVariable)
         SCOPED_TRACE(line[0]);
         const Column states(line[1]);
         const Column values(line[2]);
-        EXPECT_EQ(shownCurve(states, values), line[3]);
-        EXPECT_EQ(shownPoints(states, values), line[4]);
-        const int n = countOf({&states, &values});
-        EXPECT_EQ(shown(auc(states.data(), values.data(), n, nullptr, "include", "larger", "nonparam", 0.95)), line[5]);
-        // A negative number of cases is no case at all.
-        EXPECT_EQ(shown(auc(states.data(), values.data(), -n, nullptr, "include", "larger", "nonparam", 0.95)),
-                  n == 0 ? line[5] : "0 0 missing missing missing missing missing");
+        const int n = states.size();
+        EXPECT_EQ(shown(taken(roccurve(states.data(), values.data(), n, nullptr, "include", "larger")), 3), line[3]);
+        EXPECT_EQ(shown(taken(prcurve(states.data(), values.data(), n, nullptr, "include", "larger", "")), 4), line[4]);
+        const auto area = [&](int cases) {
+            return shown(
+                numbers(auc(states.data(), values.data(), cases, nullptr, "include", "larger", "nonparam", 0.95)));
+        };
+        EXPECT_EQ(area(n), line[5]);
+        EXPECT_EQ(area(-n), n == 0 ? line[5] : "0 0 missing missing missing missing missing"); // no case at all
     }
 }
 
@@ -164,12 +101,12 @@ TEST(DegenerateInputs, TwoTestVariablesOfTheSameCases)
         const Column states(line[1]);
         const Column first(line[2]);
         const Column second(line[3]);
-        const auc_comparison_res res =
-            auc_pairedcomparison(states.data(), first.data(), second.data(), countOf({&states, &first, &second}),
-                                 nullptr, "include", "larger", 0.95);
-        EXPECT_EQ(shown(res.first), line[4]);
-        EXPECT_EQ(shown(res.second), line[5]);
-        EXPECT_EQ(shownDifference(res), line[6]);
+        const auto compared = [&](int cases) {
+            return shown(numbers(auc_pairedcomparison(states.data(), first.data(), second.data(), cases, nullptr,
+                                                      "include", "larger", 0.95)));
+        };
+        EXPECT_EQ(compared(states.size()), line[4] + " " + line[5] + " " + line[6]);
+        EXPECT_EQ(compared(-states.size()), compared(0));
     }
 }
 
@@ -177,15 +114,14 @@ TEST(DegenerateInputs, TwoAreas)
 {
     const auto areaWith = [](const std::string& areaAndError) {
         const Column cells(areaAndError);
-        auc_res record{5, 5, cells.values.at(0), cells.values.at(1), 0.5, 0.1, 0.9};
-        return record;
+        return auc_res{5, 5, cells.values.at(0), cells.values.at(1), 0.5, 0.1, 0.9};
     };
     for (const Cells& line : tableBelow("Two areas")) {
         SCOPED_TRACE(line[0]);
-        const auc_comparison_res res = auc_comparison(areaWith(line[1]), areaWith(line[2]), 0.95);
-        EXPECT_EQ(shownDifference(res), line[3]);
-        EXPECT_EQ(numbers(res.first), numbers(areaWith(line[1]))); // handed through
-        EXPECT_EQ(numbers(res.second), numbers(areaWith(line[2])));
+        const auc_res first = areaWith(line[1]);
+        const auc_res second = areaWith(line[2]);
+        EXPECT_EQ(shown(numbers(auc_comparison(first, second, 0.95))),
+                  shown(numbers(first)) + " " + shown(numbers(second)) + " " + line[3]); // both handed through
     }
 }
 
@@ -198,15 +134,16 @@ TEST(DegenerateInputs, ConfidenceLevel)
             *bound = 0.0;
         return numbers(r);
     };
+    const auto bounds = [](const auto& record) { return shown(Numbers{{record.ciLower}, {record.ciUpper}}); };
     for (const Cells& line : tableBelow("Confidence level")) {
         SCOPED_TRACE(line[0]);
         const double level = number(line[0]);
         const auc_res area = areaOf(s.states, s.values, {}, level);
         const auc_comparison_res paired = pairedOf(s, {}, level);
         const auc_comparison_res independent = auc_comparison(area, areaOf(s.states, s.others), level);
-        EXPECT_EQ(shown({area.ciLower, area.ciUpper}), line[1]);
-        EXPECT_EQ(shown({paired.ciLower, paired.ciUpper}), line[2]);
-        EXPECT_EQ(shown({independent.ciLower, independent.ciUpper}), line[3]);
+        EXPECT_EQ(bounds(area), line[1]);
+        EXPECT_EQ(bounds(paired), line[2]);
+        EXPECT_EQ(bounds(independent), line[3]);
         EXPECT_EQ(withoutBounds(paired), withoutBounds(pairedOf(s))); // everything else is computed
     }
 }

@@ -1,5 +1,5 @@
+#include "tests/support/calls.h"
 #include "vexrocproc/analysis.h"
-#include "vexrocproc/arraycalls.h"
 
 #include <gmock/gmock.h>
 
@@ -9,28 +9,23 @@
 #include <limits>
 #include <new>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
 namespace {
 
+using namespace roctest;
+using testing::ElementsAre;
 using testing::HasSubstr;
 
 constexpr double missing = std::numeric_limits<double>::quiet_NaN();
 
-/// What a call fills in.
-template <class Result, class Call>
-Result filled(Call&& call)
-{
-    Result result{};
-    result.struct_size = sizeof result;
-    EXPECT_EQ(call(&result), VEXROC_OK) << vexroc_last_error();
-    return result;
-}
+void expectOk(int result) { EXPECT_EQ(result, VEXROC_OK) << vexroc_last_error(); }
 
 struct Analysis {
     vexroc_analysis* handle = nullptr;
-    Analysis() { EXPECT_EQ(vexroc_analysis_new(&handle), VEXROC_OK); }
+    Analysis() { expectOk(vexroc_analysis_new(&handle)); }
     ~Analysis() { vexroc_analysis_free(handle); }
     Analysis(const Analysis&) = delete;
     Analysis& operator=(const Analysis&) = delete;
@@ -38,45 +33,51 @@ struct Analysis {
     int column(const char* name, const std::vector<double>& values) const
     {
         int index = -1;
-        EXPECT_EQ(
-            vexroc_analysis_add_column(handle, name, values.data(), static_cast<long long>(values.size()), &index),
-            VEXROC_OK);
+        expectOk(vexroc_analysis_add_column(handle, name, values.data(), std::ssize(values), &index));
         return index;
     }
-    void part(const char* setting, int index) const
+    void part(const char* name, int index) const { expectOk(vexroc_analysis_set_column(handle, name, index)); }
+    void word(const char* name, const char* value) const { expectOk(vexroc_analysis_set_word(handle, name, value)); }
+    void number(const char* name, double value) const { expectOk(vexroc_analysis_set_number(handle, name, value)); }
+    void run() const { expectOk(vexroc_analysis_run(handle)); }
+
+    /// What a call fills in.
+    template <class Result, class Call, class... Index>
+    Result get(Call call, Index... index) const
     {
-        EXPECT_EQ(vexroc_analysis_set_column(handle, setting, index), VEXROC_OK) << vexroc_last_error();
+        Result result{};
+        result.struct_size = sizeof result;
+        expectOk(call(handle, index..., &result));
+        return result;
     }
-    void word(const char* setting, const char* value) const
+    vexroc_record record(int i) const { return get<vexroc_record>(vexroc_analysis_record, i); }
+    vexroc_comparison comparison(int i) const { return get<vexroc_comparison>(vexroc_analysis_comparison, i); }
+    vexroc_cut_off bestCutOff(int record, int i) const
     {
-        EXPECT_EQ(vexroc_analysis_set_word(handle, setting, value), VEXROC_OK) << vexroc_last_error();
+        return get<vexroc_cut_off>(vexroc_analysis_best_cut_off, record, i);
     }
-    void number(const char* setting, double value) const
+    /// In the order of the structure.
+    std::vector<double> rows() const
     {
-        EXPECT_EQ(vexroc_analysis_set_number(handle, setting, value), VEXROC_OK) << vexroc_last_error();
+        const auto r = get<vexroc_rows>(vexroc_analysis_rows);
+        const auto listed = [](auto... numbers) { return std::vector{static_cast<double>(numbers)...}; };
+        return listed(r.read, r.missing_state, r.missing_group, r.missing_weight, r.other_group, r.unusable_weight,
+                      r.incomplete, r.positive, r.negative, r.weighted_positive, r.weighted_negative, r.rounded_weights,
+                      r.rounded_used, r.too_heavy);
     }
-    vexroc_record record(int index) const
-    {
-        return filled<vexroc_record>([&](auto* out) { return vexroc_analysis_record(handle, index, out); });
-    }
-    vexroc_comparison comparison(int index) const
-    {
-        return filled<vexroc_comparison>([&](auto* out) { return vexroc_analysis_comparison(handle, index, out); });
-    }
-    vexroc_cut_off bestCutOff(int record, int index) const
-    {
-        return filled<vexroc_cut_off>(
-            [&](auto* out) { return vexroc_analysis_best_cut_off(handle, record, index, out); });
-    }
-    vexroc_rows rows() const
-    {
-        return filled<vexroc_rows>([&](auto* out) { return vexroc_analysis_rows(handle, out); });
-    }
+    using Pair = std::pair<long long, long long>;
     /// Rows that lack only this test: positive, negative.
-    std::pair<long long, long long> gap(int column) const
+    Pair gap(int column) const
     {
-        std::pair<long long, long long> rows{-1, -1};
-        EXPECT_EQ(vexroc_analysis_missing_test(handle, column, &rows.first, &rows.second), VEXROC_OK);
+        Pair rows;
+        expectOk(vexroc_analysis_missing_test(handle, column, &rows.first, &rows.second));
+        return rows;
+    }
+    /// Of the cases that a record stands for: read, usable.
+    Pair recordRows(int record) const
+    {
+        Pair rows;
+        expectOk(vexroc_analysis_record_rows(handle, record, &rows.first, &rows.second));
         return rows;
     }
 };
@@ -94,8 +95,50 @@ struct Study : Analysis {
         part("test", column("second", second));
         number("positive_value", 2);
     }
-    int size() const { return static_cast<int>(states.size()); }
 };
+
+/// What the handle says of a record beside what the array calls say of its cases.
+void expectRecord(const Analysis& analysis, int index, const std::vector<double>& states,
+                  const std::vector<double>& values, const Words& words, double level)
+{
+    SCOPED_TRACE(index);
+    const vexroc_record record = analysis.record(index);
+    EXPECT_EQ(numbers(auc_res{double(record.positive), double(record.negative), record.area, record.std_error,
+                              record.significance, record.ci_lower, record.ci_upper}),
+              numbers(areaOf(states, values, words, level)));
+    EXPECT_EQ(record.gini, 2 * record.area - 1);
+
+    std::vector<double> cutOffs(static_cast<std::size_t>(record.curve_rows));
+    std::vector<double> sensitivity(cutOffs.size());
+    std::vector<double> specificity(cutOffs.size());
+    expectOk(vexroc_analysis_curve(analysis.handle, index, cutOffs.data(), sensitivity.data(), specificity.data()));
+    Numbers rows;
+    for (std::size_t i = 0; i < cutOffs.size(); ++i)
+        rows.insert(rows.end(), {{cutOffs[i]}, {1.0 - specificity[i]}, {sensitivity[i]}});
+    EXPECT_EQ(rows, curve(states, values, words));
+    const vexroc_cut_off best = analysis.bestCutOff(index, 0);
+    EXPECT_EQ(record.ks_maximum, best.sensitivity - (1.0 - best.specificity));
+    EXPECT_EQ(record.ks_cut_off, best.cut_off);
+
+    std::vector<double> precision(static_cast<std::size_t>(record.pr_rows));
+    std::vector<double> recall(precision.size());
+    std::vector<unsigned char> interpolated(precision.size());
+    std::vector<int> measuredAt(precision.size());
+    expectOk(
+        vexroc_analysis_precision_recall(analysis.handle, index, precision.data(), recall.data(), interpolated.data()));
+    expectOk(vexroc_analysis_precision_recall_rows(analysis.handle, index, measuredAt.data()));
+    const Numbers expected = precisionRecall(states, values, words);
+    ASSERT_EQ(4 * precision.size(), expected.size());
+    for (std::size_t i = 0; i < precision.size(); ++i) {
+        const bool measured = measuredAt[i] >= 0;
+        const double cutOff = measured ? cutOffs.at(static_cast<std::size_t>(measuredAt[i])) : expected[4 * i].value;
+        EXPECT_EQ(measured, interpolated[i] == 0);
+        EXPECT_EQ((Numbers{{cutOff}, {recall[i]}, {precision[i]}, {double(interpolated[i])}}),
+                  Numbers(expected.begin() + 4 * i, expected.begin() + 4 * i + 4));
+    }
+}
+
+constexpr double positiveState = 2;
 
 } // namespace
 
@@ -107,49 +150,13 @@ TEST(AnalysisHandle, GivesWhatTheArrayCallsGive)
     study.word("cut_off", "exclude");
     study.number("confidence_level", 0.9);
     study.number("pr", 1);
-    ASSERT_EQ(vexroc_analysis_run(study.handle), VEXROC_OK) << vexroc_last_error();
+    study.run();
     ASSERT_EQ(vexroc_analysis_record_count(study.handle), 2);
-    const double positive = 2;
-    const std::vector<double>* const tests[] = {&study.first, &study.second};
-    for (int i = 0; i < 2; ++i) {
-        const double* const values = tests[i]->data();
-        const vexroc_record record = study.record(i);
-        const auc_res area =
-            auc(study.states.data(), values, study.size(), &positive, "exclude", "smaller", "nonparam", 0.9);
-        EXPECT_EQ(record.test, i + 1);
-        EXPECT_EQ(record.group, -1);
-        EXPECT_EQ(record.positive, area.posCount);
-        EXPECT_EQ(record.area, area.area);
-        EXPECT_EQ(record.std_error, area.stdError);
-        EXPECT_EQ(record.ci_upper, area.ciUpper);
-
-        const roccurve_res curve = roccurve(study.states.data(), values, study.size(), &positive, "exclude", "smaller");
-        ASSERT_EQ(record.curve_rows, curve.count);
-        std::vector<double> cutOffs(static_cast<std::size_t>(curve.count));
-        std::vector<double> sensitivity(cutOffs.size());
-        EXPECT_EQ(vexroc_analysis_curve(study.handle, i, cutOffs.data(), sensitivity.data(), nullptr), VEXROC_OK);
-        for (std::size_t row = 0; row < cutOffs.size(); ++row) {
-            EXPECT_EQ(cutOffs[row], curve.rows[3 * row]);
-            EXPECT_EQ(sensitivity[row], curve.rows[3 * row + 2]);
-        }
-        release_roccurve_res(curve);
-
-        const prcurve_res points =
-            prcurve(study.states.data(), values, study.size(), &positive, "exclude", "smaller", "keilwagen");
-        ASSERT_EQ(record.pr_rows, points.count);
-        std::vector<unsigned char> interpolated(static_cast<std::size_t>(points.count));
-        EXPECT_EQ(vexroc_analysis_precision_recall(study.handle, i, nullptr, nullptr, interpolated.data()), VEXROC_OK);
-        std::vector<int> measuredAt(interpolated.size());
-        EXPECT_EQ(vexroc_analysis_precision_recall_rows(study.handle, i, measuredAt.data()), VEXROC_OK);
-        for (std::size_t row = 0; row < interpolated.size(); ++row) {
-            EXPECT_EQ(interpolated[row], points.rows[row].interpolated) << row;
-            EXPECT_EQ(measuredAt[row] < 0, points.rows[row].interpolated) << row;
-            if (measuredAt[row] >= 0) {
-                EXPECT_EQ(cutOffs[static_cast<std::size_t>(measuredAt[row])], points.rows[row].cutOff) << row;
-            }
-        }
-        release_prcurve_res(points);
-    }
+    const Words words{"exclude", "smaller", "keilwagen", "nonparam", &positiveState};
+    expectRecord(study, 0, study.states, study.first, words, 0.9);
+    expectRecord(study, 1, study.states, study.second, words, 0.9);
+    EXPECT_EQ(study.record(1).test, 2);
+    EXPECT_EQ(study.record(1).group, -1);
 }
 
 TEST(AnalysisHandle, ComparesAndSplitsAndWarns)
@@ -158,7 +165,7 @@ TEST(AnalysisHandle, ComparesAndSplitsAndWarns)
     study.word("comparison", "independent");
     study.part("group", study.column("group", study.groups));
     study.number("group_cut", 3);
-    ASSERT_EQ(vexroc_analysis_run(study.handle), VEXROC_OK) << vexroc_last_error();
+    study.run();
     ASSERT_EQ(vexroc_analysis_comparison_count(study.handle), 2);
     const vexroc_comparison groups = study.comparison(1);
     EXPECT_EQ(study.record(groups.first).group_operation, 2); // below the cut
@@ -166,53 +173,34 @@ TEST(AnalysisHandle, ComparesAndSplitsAndWarns)
     EXPECT_EQ(groups.difference, study.record(groups.first).area - study.record(groups.second).area);
 
     study.word("comparison", "paired");
-    ASSERT_EQ(vexroc_analysis_run(study.handle), VEXROC_OK) << vexroc_last_error(); // once more, with other settings
-    const double positive = 2;
-    const auc_comparison_res expected =
-        auc_pairedcomparison(study.states.data(), study.first.data(), study.second.data(), study.size(), &positive,
-                             "include", "larger", 0.95);
+    study.run(); // once more, with other settings
     const vexroc_comparison pair = study.comparison(0);
     EXPECT_EQ(pair.first + pair.second, 1);
-    EXPECT_EQ(pair.difference, expected.areaDiff);
-    EXPECT_EQ(pair.std_error, expected.stdErrorDiff);
-    EXPECT_EQ(pair.significance, expected.zSig);
+    const Numbers expected =
+        numbers(pairedOf({study.states, study.first, study.second}, {.positiveValue = &positiveState}));
+    EXPECT_EQ(
+        (Numbers{{pair.z}, {pair.significance}, {pair.difference}, {pair.std_error}, {pair.ci_lower}, {pair.ci_upper}}),
+        Numbers(expected.end() - 6, expected.end()));
     ASSERT_EQ(vexroc_analysis_warning_count(study.handle), 2);
     for (int i = 0; i < 2; ++i) {
-        const auto warning =
-            filled<vexroc_warning>([&](auto* out) { return vexroc_analysis_warning(study.handle, i, out); });
+        const auto warning = study.get<vexroc_warning>(vexroc_analysis_warning, i);
         EXPECT_EQ(warning.parameter_count, warning.code == 430102 ? 2 : 0) << warning.name;
     }
 }
 
 TEST(AnalysisHandle, TellsWhatBecameOfEachRow)
 {
-    struct Row {
-        double state, group, weight, first, second;
-    };
-    const std::vector<Row> table{
-        {missing, missing, missing, 9, 9}, // counted under the first reason
-        {1, missing, 1, 9, 9},
-        {0, 1, missing, 9, 9},
-        {1, 3, 0.2, 9, missing}, // neither group goes before the weight
-        {1, 1, 0.4999, missing, 9},
-        {0, 2, 3e9, 9, 9},
-        {1, 1, 2.5, 3, missing}, // and these eight are used
-        {1, 2, 1, missing, missing},
-        {0, 1, 1, missing, 4},
-        {1, 1, 1, 2, 5},
-        {0, 1, 2, 1, 2},
-        {0, 2, 2, 4, 1},
-        {1, 2, 2, 7, 7},
-        {0, 2, 0.5, 5, 6},
+    const std::vector<double> columns[] = {
+        // after the sixth row, those that are used
+        {missing, 1, 0, 1, 1, 0, /**/ 1, 1, 0, 1, 0, 0, 1, 0},
+        {missing, missing, 1, 3, 1, 2, /**/ 1, 2, 1, 1, 1, 2, 2, 2},
+        {missing, 1, missing, 0.2, 0.4999, 3e9, /**/ 2.5, 1, 1, 1, 2, 2, 2, 0.5},
+        {9, 9, 9, 9, missing, 9, /**/ 3, missing, missing, 2, 1, 4, 7, 5},
+        {9, 9, 9, missing, 9, 9, /**/ missing, missing, 4, 5, 2, 1, 7, 6},
     };
     const Analysis analysis;
-    std::vector<std::vector<double>> columns;
-    for (const auto member : {&Row::state, &Row::group, &Row::weight, &Row::first, &Row::second}) {
-        std::vector<double>& column = columns.emplace_back();
-        for (const Row& row : table)
-            column.push_back(row.*member);
+    for (const std::vector<double>& column : columns)
         analysis.column("column", column);
-    }
     analysis.part("state", 0);
     analysis.part("group", 1);
     analysis.part("weight", 2);
@@ -220,27 +208,10 @@ TEST(AnalysisHandle, TellsWhatBecameOfEachRow)
         analysis.part("test", test);
     analysis.number("group_first", 1);
     analysis.number("group_second", 2);
-    ASSERT_EQ(vexroc_analysis_run(analysis.handle), VEXROC_OK) << vexroc_last_error();
-    const vexroc_rows grouped = analysis.rows();
-    EXPECT_EQ(grouped.read, 14);
-    EXPECT_EQ(grouped.missing_state, 1);
-    EXPECT_EQ(grouped.missing_group, 1);
-    EXPECT_EQ(grouped.missing_weight, 1);
-    EXPECT_EQ(grouped.other_group, 1);
-    EXPECT_EQ(grouped.unusable_weight, 2);
-    EXPECT_EQ(grouped.incomplete, 0);
-    EXPECT_EQ(grouped.positive, 4);
-    EXPECT_EQ(grouped.negative, 4);
-    EXPECT_EQ(grouped.weighted_positive, 7);
-    EXPECT_EQ(grouped.weighted_negative, 6);
-    EXPECT_EQ(grouped.rounded_weights, 4);
-    EXPECT_EQ(grouped.rounded_used, 2);
-    EXPECT_EQ(grouped.too_heavy, 1);
-    long long read = 0;
-    long long usable = 0;
-    EXPECT_EQ(vexroc_analysis_record_rows(analysis.handle, 1, &read, &usable), VEXROC_OK);
-    EXPECT_EQ(read, 5); // of the second group
-    EXPECT_EQ(usable, 4);
+    analysis.run();
+    // The first reason counts, and neither group goes before the weight.
+    EXPECT_THAT(analysis.rows(), ElementsAre(14, 1, 1, 1, 1, 2, 0, 4, 4, 7, 6, 4, 2, 1));
+    EXPECT_EQ(analysis.recordRows(1), std::pair(5LL, 4LL)); // of the second group
     EXPECT_EQ(analysis.gap(3), std::pair(1LL, 1LL));
     EXPECT_EQ(analysis.gap(4), std::pair(2LL, 0LL));
     EXPECT_EQ(vexroc_analysis_missing_test(analysis.handle, 1, nullptr, nullptr), VEXROC_INVALID);
@@ -249,69 +220,48 @@ TEST(AnalysisHandle, TellsWhatBecameOfEachRow)
     EXPECT_EQ(analysis.record(0).positive + analysis.record(1).positive, 3);
 
     analysis.word("comparison", "paired"); // all cases, in all tests or none
-    ASSERT_EQ(vexroc_analysis_run(analysis.handle), VEXROC_OK) << vexroc_last_error();
-    const vexroc_rows paired = analysis.rows();
-    EXPECT_EQ(paired.other_group, 0);
-    EXPECT_EQ(paired.unusable_weight, 3);
-    EXPECT_EQ(paired.incomplete, 3);
-    EXPECT_EQ(vexroc_analysis_record_rows(analysis.handle, 1, &read, &usable), VEXROC_OK);
-    EXPECT_EQ(read, 14);
-    EXPECT_EQ(usable, 8);
-    EXPECT_EQ(paired.positive, analysis.record(0).positive);
-    EXPECT_EQ(paired.weighted_negative, analysis.record(0).weighted_negative);
+    analysis.run();
+    EXPECT_THAT(analysis.rows(), ElementsAre(14, 1, 1, 1, 0, 3, 3, 2, 3, 3, 5, 4, 2, 1));
+    EXPECT_EQ(analysis.recordRows(1), std::pair(14LL, 8LL));
+    EXPECT_EQ(analysis.record(0).weighted_positive, 3);
+    EXPECT_EQ(analysis.record(0).weighted_negative, 5);
     EXPECT_EQ(analysis.gap(4), std::pair(2LL, 0LL));
 
     analysis.number("positive_value", 5); // which no row has: counted all the same
     ASSERT_EQ(vexroc_analysis_run(analysis.handle), VEXROC_NO_RESULT);
-    EXPECT_EQ(analysis.rows().negative, 5);
+    EXPECT_EQ(analysis.rows()[8], 5); // negative
     EXPECT_EQ(vexroc_analysis_left_out_count(analysis.handle), 3);
 }
 
 TEST(AnalysisHandle, TellsTheCountsAndTheBestCutOffs)
 {
     // Smaller values are positive. Below 3 lie two positive cases and one negative, below 8 four and three.
-    const std::vector<double> states{1, 1, 0, 0, 0, 1, 1, 0};
-    const std::vector<double> values{1, 2, 2, 4, 5, 6, 7, 9};
+    const Sample sample{{1, 1, 0, 0, 0, 1, 1, 0}, {1, 2, 2, 4, 5, 6, 7, 9}, {}};
     const Analysis analysis;
-    analysis.part("state", analysis.column("state", states));
-    analysis.part("test", analysis.column("test", values));
+    analysis.part("state", analysis.column("state", sample.states));
+    analysis.part("test", analysis.column("test", sample.values));
     analysis.word("direction", "smaller");
     analysis.number("pr", 1);
-    ASSERT_EQ(vexroc_analysis_run(analysis.handle), VEXROC_OK) << vexroc_last_error();
+    analysis.run();
     const auto rows = static_cast<std::size_t>(analysis.record(0).curve_rows);
-    std::vector<double> cutOffs(rows);
-    std::vector<double> sensitivity(rows);
     std::vector<long long> truePositive(rows);
     std::vector<long long> falsePositive(rows);
-    EXPECT_EQ(vexroc_analysis_curve(analysis.handle, 0, cutOffs.data(), sensitivity.data(), nullptr), VEXROC_OK);
-    EXPECT_EQ(vexroc_analysis_curve_counts(analysis.handle, 0, truePositive.data(), falsePositive.data()), VEXROC_OK);
-    EXPECT_THAT(truePositive, testing::ElementsAre(0, 1, 2, 2, 2, 3, 4, 4));
-    EXPECT_THAT(falsePositive, testing::ElementsAre(0, 0, 1, 2, 3, 3, 3, 4));
+    expectOk(vexroc_analysis_curve_counts(analysis.handle, 0, truePositive.data(), falsePositive.data()));
+    EXPECT_THAT(truePositive, ElementsAre(0, 1, 2, 2, 2, 3, 4, 4));
+    EXPECT_THAT(falsePositive, ElementsAre(0, 0, 1, 2, 3, 3, 3, 4));
 
     ASSERT_EQ(vexroc_analysis_best_cut_off_count(analysis.handle, 0), 3); // a tie
     EXPECT_EQ(analysis.bestCutOff(0, 0).cut_off, 1.5);
     EXPECT_EQ(analysis.bestCutOff(0, 1).cut_off, 3);
     const vexroc_cut_off last = analysis.bestCutOff(0, 2);
-    EXPECT_EQ(last.cut_off, 8);
-    EXPECT_EQ(last.sensitivity, 1);
-    EXPECT_EQ(last.specificity, 0.25);
-    EXPECT_EQ(last.true_positive, 4);
-    EXPECT_EQ(last.false_positive, 3);
-    EXPECT_EQ(last.true_negative, 1);
-    EXPECT_EQ(last.false_negative, 0);
+    EXPECT_EQ(std::tuple(last.cut_off, last.sensitivity, last.specificity), std::tuple(8.0, 1.0, 0.25));
+    EXPECT_EQ(std::tuple(last.true_positive, last.false_positive, last.true_negative, last.false_negative),
+              std::tuple(4, 3, 1, 0));
     vexroc_cut_off none{};
     none.struct_size = sizeof none;
     EXPECT_EQ(vexroc_analysis_best_cut_off(analysis.handle, 0, 3, &none), VEXROC_INVALID);
     EXPECT_EQ(vexroc_analysis_best_cut_off_count(analysis.handle, 1), 0);
-
-    const auto points = static_cast<std::size_t>(analysis.record(0).pr_rows);
-    std::vector<double> recall(points);
-    std::vector<int> measuredAt(points);
-    EXPECT_EQ(vexroc_analysis_precision_recall(analysis.handle, 0, nullptr, recall.data(), nullptr), VEXROC_OK);
-    EXPECT_EQ(vexroc_analysis_precision_recall_rows(analysis.handle, 0, measuredAt.data()), VEXROC_OK);
-    EXPECT_THAT(measuredAt, testing::ElementsAre(0, 1, 2, 3, 4, 5, 6, 7)); // no step moves two positive cases
-    for (std::size_t i = 0; i < points; ++i)
-        EXPECT_EQ(recall[i], sensitivity[static_cast<std::size_t>(measuredAt[i])]);
+    expectRecord(analysis, 0, sample.states, sample.values, {.larger = "smaller"}, 0.95);
 }
 
 TEST(AnalysisHandle, TakesBackWhatWasSet)
@@ -324,14 +274,14 @@ TEST(AnalysisHandle, TakesBackWhatWasSet)
     study.number("group_mid_point", 1);
     study.number("group_mid_point", 0);
     study.number("group_cut", 100); // the last way of grouping counts
-    ASSERT_EQ(vexroc_analysis_run(study.handle), VEXROC_OK) << vexroc_last_error();
+    study.run();
     EXPECT_EQ(vexroc_analysis_left_out_count(study.handle), 1); // without weight
     for (const char* part : {"group", "weight", "test"})
         study.part(part, -1);
     study.part("test", 2);
     study.word("direction", "LARGER");
     study.number("roc", 0);
-    ASSERT_EQ(vexroc_analysis_run(study.handle), VEXROC_OK) << vexroc_last_error();
+    study.run();
     EXPECT_EQ(vexroc_analysis_record_count(study.handle), 1);
     EXPECT_EQ(study.record(0).group, -1);
     EXPECT_EQ(study.record(0).curve_rows, 0);
@@ -362,7 +312,7 @@ TEST(AnalysisHandle, TellsProgressAndCancels)
     std::vector<double> shares;
     const auto note = [](double share, int, void* user) { static_cast<std::vector<double>*>(user)->push_back(share); };
     EXPECT_EQ(vexroc_analysis_on_progress(study.handle, note, &shares), VEXROC_OK);
-    EXPECT_EQ(vexroc_analysis_run(study.handle), VEXROC_OK);
+    study.run();
     EXPECT_GT(shares.size(), 2u);
     EXPECT_TRUE(std::is_sorted(shares.begin(), shares.end()));
 
@@ -373,7 +323,7 @@ TEST(AnalysisHandle, TellsProgressAndCancels)
         return int(vexroc_analysis_run(analysis) != VEXROC_INVALID);
     };
     EXPECT_EQ(vexroc_analysis_on_cancel(study.handle, reenter, study.handle), VEXROC_OK);
-    EXPECT_EQ(vexroc_analysis_run(study.handle), VEXROC_OK); // a callback with the same handle is turned away
+    study.run(); // a callback with the same handle is turned away
     const auto stop = [](void*) { return 1; };
     EXPECT_EQ(vexroc_analysis_on_cancel(study.handle, stop, nullptr), VEXROC_OK);
     EXPECT_EQ(vexroc_analysis_run(study.handle), VEXROC_CANCELLED);
@@ -382,66 +332,58 @@ TEST(AnalysisHandle, TellsProgressAndCancels)
 
 TEST(AnalysisHandle, SaysWhatCannotBe)
 {
+    constexpr auto run = vexroc_analysis_run;
+    constexpr auto add = vexroc_analysis_add_column;
+    constexpr auto column = vexroc_analysis_set_column;
+    constexpr auto number = vexroc_analysis_set_number;
+    constexpr auto word = vexroc_analysis_set_word;
     const std::vector<double> three{1, 2, 3};
     const struct {
-        int result;
         const char* message;
         std::function<int(vexroc_analysis*)> call;
+        int result = VEXROC_INVALID;
     } faults[] = {
-        {VEXROC_INVALID, "analysis is null", [](auto*) { return vexroc_analysis_run(nullptr); }},
-        {VEXROC_INVALID, "handle is null", [](auto*) { return vexroc_analysis_new(nullptr); }},
-        {VEXROC_INVALID, "call vexroc_analysis_run first",
-         [](auto* a) { return vexroc_analysis_status(a, nullptr, nullptr); }},
-        {VEXROC_INVALID, "\"x\" has 3 rows; the columns before it have 10",
-         [&](auto* a) { return vexroc_analysis_add_column(a, "x", three.data(), 3, nullptr); }},
-        {VEXROC_INVALID, "-1 rows", [](auto* a) { return vexroc_analysis_add_column(a, "x", nullptr, -1, nullptr); }},
-        {VEXROC_INVALID, "values is null",
-         [](auto* a) { return vexroc_analysis_add_column(a, "x", nullptr, 10, nullptr); }},
-        {VEXROC_INVALID, "no column 9; there are 3", [](auto* a) { return vexroc_analysis_set_column(a, "test", 9); }},
-        {VEXROC_INVALID, "no setting \"tset\" takes a column",
-         [](auto* a) { return vexroc_analysis_set_column(a, "tset", 1); }},
-        {VEXROC_INVALID, "no setting \"levle\" takes a number",
-         [](auto* a) { return vexroc_analysis_set_number(a, "levle", 0.9); }},
-        {VEXROC_INVALID, "no setting \"way\" takes a word",
-         [](auto* a) { return vexroc_analysis_set_word(a, "way", "up"); }},
-        {VEXROC_INVALID, "no state",
-         [](auto* a) { return vexroc_analysis_set_column(a, "state", -1) + vexroc_analysis_run(a); }},
-        {VEXROC_INVALID, "a group needs one of group_cut",
-         [](auto* a) { return vexroc_analysis_set_column(a, "group", 2) + vexroc_analysis_run(a); }},
-        {VEXROC_INVALID, "between 0 and 1",
-         [](auto* a) { return vexroc_analysis_set_number(a, "confidence_level", 95); }},
-        {VEXROC_INVALID, "the words are \"larger\", \"smaller\"",
-         [](auto* a) { return vexroc_analysis_set_word(a, "direction", "up"); }},
-        {VEXROC_INVALID, "no column -2", [](auto* a) { return vexroc_analysis_set_column(a, "group", -2); }},
-        {VEXROC_INVALID, "\"state\" is the state", // and the refused run says so
-         [](auto* a) { return vexroc_analysis_set_column(a, "test", 0) + vexroc_analysis_run(a); }},
-        {VEXROC_INVALID, "the last run was refused",
+        {"analysis is null", [](auto*) { return run(nullptr); }},
+        {"handle is null", [](auto*) { return vexroc_analysis_new(nullptr); }},
+        {"call vexroc_analysis_run first", [](auto* a) { return vexroc_analysis_status(a, nullptr, nullptr); }},
+        {"\"x\" has 3 rows; the columns before it have 10",
+         [&](auto* a) { return add(a, "x", &three[0], 3, nullptr); }},
+        {"-1 rows", [](auto* a) { return add(a, "x", nullptr, -1, nullptr); }},
+        {"values is null", [](auto* a) { return add(a, "x", nullptr, 10, nullptr); }},
+        {"no column 9; there are 3", [](auto* a) { return column(a, "test", 9); }},
+        {"no column -2", [](auto* a) { return column(a, "group", -2); }},
+        {"no setting \"tset\" takes a column", [](auto* a) { return column(a, "tset", 1); }},
+        {"no setting \"levle\" takes a number", [](auto* a) { return number(a, "levle", 0.9); }},
+        {"no setting \"way\" takes a word", [](auto* a) { return word(a, "way", "up"); }},
+        {"the words are \"larger\", \"smaller\"", [](auto* a) { return word(a, "direction", "up"); }},
+        {"between 0 and 1", [](auto* a) { return number(a, "confidence_level", 95); }},
+        {"group_cut: NaN", [](auto* a) { return number(a, "group_cut", missing); }},
+        {"no state", [](auto* a) { return column(a, "state", -1) + run(a); }},
+        {"\"state\" is the state", [](auto* a) { return column(a, "test", 0) + run(a); }},
+        {"a group needs one of group_cut", [](auto* a) { return column(a, "group", 2) + run(a); }},
+        {"set \"group\"", [](auto* a) { return number(a, "group_cut", 1) + run(a); }},
+        {"the same value",
          [](auto* a) {
-             vexroc_analysis_set_column(a, "test", -1);
-             vexroc_analysis_run(a);
+             return column(a, "group", 2) + number(a, "group_first", 1) + number(a, "group_second", 1) + run(a);
+         }},
+        {"the last run was refused",
+         [](auto* a) {
+             column(a, "test", -1);
+             run(a);
              return vexroc_analysis_status(a, nullptr, nullptr);
          }},
-        {VEXROC_INVALID, "group_cut: NaN", [](auto* a) { return vexroc_analysis_set_number(a, "group_cut", missing); }},
-        {VEXROC_INVALID, "the same value",
-         [](auto* a) {
-             return vexroc_analysis_set_column(a, "group", 2) + vexroc_analysis_set_number(a, "group_first", 1)
-                 + vexroc_analysis_set_number(a, "group_second", 1) + vexroc_analysis_run(a);
-         }},
-        {VEXROC_INVALID, "set \"group\"",
-         [](auto* a) { return vexroc_analysis_set_number(a, "group_cut", 1) + vexroc_analysis_run(a); }},
-        {VEXROC_NO_RESULT, "430007 Setting_Error_Group_Required",
-         [](auto* a) { return vexroc_analysis_set_word(a, "comparison", "independent") + vexroc_analysis_run(a); }},
-        {VEXROC_NO_RESULT, "430004",
-         [](auto* a) { return vexroc_analysis_set_number(a, "positive_value", 7) + vexroc_analysis_run(a); }},
-        {VEXROC_INVALID, "no record 5; there are 2",
-         [](auto* a) { return vexroc_analysis_run(a) + vexroc_analysis_curve(a, 5, nullptr, nullptr, nullptr); }},
-        {VEXROC_INVALID, "struct_size is not set",
+        {"430007 Setting_Error_Group_Required", [](auto* a) { return word(a, "comparison", "independent") + run(a); },
+         VEXROC_NO_RESULT},
+        {"430004", [](auto* a) { return number(a, "positive_value", 7) + run(a); }, VEXROC_NO_RESULT},
+        {"no record 5; there are 2",
+         [](auto* a) { return run(a) + vexroc_analysis_curve(a, 5, nullptr, nullptr, nullptr); }},
+        {"struct_size is not set",
          [](auto* a) {
              vexroc_record record{};
-             return vexroc_analysis_run(a) + vexroc_analysis_record(a, 0, &record);
+             return run(a) + vexroc_analysis_record(a, 0, &record);
          }},
     };
-    for (const auto& [result, message, call] : faults) {
+    for (const auto& [message, call, result] : faults) {
         const Study study;
         EXPECT_EQ(call(study.handle), result) << message;
         EXPECT_THAT(vexroc_last_error(), HasSubstr(message));
@@ -453,7 +395,7 @@ TEST(AnalysisHandle, SaysWhatCannotBe)
 TEST(AnalysisHandle, FillsNoMoreThanAnOlderStructureHolds)
 {
     const Study study;
-    ASSERT_EQ(vexroc_analysis_run(study.handle), VEXROC_OK);
+    study.run();
     vexroc_record record{};
     record.struct_size = offsetof(vexroc_record, std_error);
     record.std_error = -7;

@@ -1,39 +1,10 @@
 #include "tests/driver/analyses.h"
+#include "tests/support/failingAllocator.h"
 #include "vexrocproc/ROCStatusCodes.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <iostream>
-#include <limits>
-#include <new>
-
-/// The allocator of this program, for arrays too: counts what is alive and fails one allocation on request.
-namespace allocator {
-
-constexpr long never = std::numeric_limits<long>::max();
-long untilFailure = never;
-long alive = 0;
-
-} // namespace allocator
-
-void* operator new(std::size_t size)
-{
-    const bool fails = allocator::untilFailure != allocator::never && allocator::untilFailure-- == 0;
-    void* const memory = fails ? nullptr : std::malloc(size > 0 ? size : 1);
-    if (memory == nullptr)
-        throw std::bad_alloc();
-    ++allocator::alive;
-    return memory;
-}
-
-void operator delete(void* memory) noexcept
-{
-    allocator::alive -= memory != nullptr ? 1 : 0;
-    std::free(memory);
-}
-
-void operator delete(void* memory, std::size_t) noexcept { operator delete(memory); }
 
 namespace {
 
@@ -44,11 +15,10 @@ using namespace ROCALG_920;
 long runFailing(RocAlgorithm& facade, ScriptedIter& records, long point)
 {
     records.NewPass();
-    allocator::untilFailure = point;
+    allocator::failAt(point);
     const long code = facade.BuildModel(records).GetErrorCode();
-    const bool reached = allocator::untilFailure < 0;
-    allocator::untilFailure = allocator::never;
-    EXPECT_EQ(code, reached ? statusCode::unexpected : statusCode::noError) << "when allocation " << point << " fails";
+    EXPECT_EQ(code, allocator::stopFailing() ? statusCode::unexpected : statusCode::noError)
+        << "when allocation " << point << " fails";
     return code;
 }
 

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <initializer_list>
 #include <limits>
 
 namespace roctest {
@@ -15,15 +16,10 @@ namespace {
 using namespace ROCALG_920;
 using namespace ROCConst_920;
 
-Numbers areaNumbers(const ROCOutBase& record)
+void append(Numbers& list, std::initializer_list<double> more)
 {
-    return {{double(record.getPositiveCount())},
-            {double(record.getNegativeCount())},
-            {record.getArea()},
-            {record.getStdError()},
-            {record.getAsymptoticSig()},
-            {record.getCILower()},
-            {record.getCIUpper()}};
+    for (const double value : more)
+        list.push_back({value});
 }
 
 /// Cases that a record stands for, and the sums of their weights.
@@ -33,18 +29,18 @@ struct Cases {
     double negWeight = 0.0;
 };
 
-/// One finished run beside the columns that it read.
-class Comparison {
+/// What a finished run should have given, from the columns that it read. How the rows are grouped is the run's word.
+class Expectation {
 public:
-    Comparison(const ROCSetting& setting, const HostData& data, const ROCOutputs& results)
-        : setting_(setting), data_(data), results_(results), records_(results.getROCBaseStats()),
-          paired_(setting.getComparisonType() == PairedComparison),
+    Expectation(const ROCSetting& setting, const HostData& data, const std::vector<ROCOutBase*>& records)
+        : setting_(setting), data_(data), records_(records), paired_(setting.getComparisonType() == PairedComparison),
           words_{setting.isIncludeCutOff() ? "include" : "exclude",
                  setting.isLargerTestMorePositive() ? "larger" : "smaller",
                  setting.getPRInterpolationType() == AlongTP ? "davis-goadrich" : "keilwagen", "nonparam"}
     {
         std::ranges::copy_if(setting.getTestVars(), std::back_inserter(testVars_),
                              [&](int v) { return v >= 0 && v != setting.getStateVar(); });
+        groups_ = testVars_.empty() ? 0 : records.size() / testVars_.size();
         const auto unequal = [](const ROCOutBase* r) { return r->getPositiveCount() != r->getNegativeCount(); };
         const bool biNegative = setting.getDistribution() == BiNegativeExponential && !paired_;
         changed_ = biNegative && std::ranges::any_of(records_, unequal);
@@ -52,40 +48,30 @@ public:
             words_.distribution = "bi-negative";
     }
 
-    std::string run()
+    /// Without records when their number cannot be.
+    Outcome outcome()
     {
-        const std::size_t groups = testVars_.empty() ? 0 : records_.size() / testVars_.size();
-        require(groups >= 1 && groups <= 2 && groups * testVars_.size() == records_.size(), "number of records");
-        for (std::size_t i = 0; i < records_.size() && finding_.empty(); ++i) {
-            require(records_[i]->getTestVarInd() == testVars_[i / groups], "test variable");
-            checkRecord(*records_[i], casesOf(i, groups, testVars_[i / groups]));
+        Outcome expected{.built = true, .warnings = {}, .hasResults = true, .records = {}, .comparisons = {}};
+        if (groups_ < 1 || groups_ > 2 || groups_ * testVars_.size() != records_.size())
+            return expected;
+        for (std::size_t i = 0; i < records_.size(); ++i)
+            expected.records.push_back(record(i));
+        for (std::size_t i = 0; i < records_.size(); ++i)
+            for (std::size_t j = i + 1; j < records_.size(); ++j)
+                if (paired_ || (setting_.getComparisonType() == IndependentComparison && i % 2 == 0 && j == i + 1))
+                    expected.comparisons.push_back(comparison(i, j));
+        if (setting_.getGroupVar() >= 0 && records_[0]->getGroupVarInd() < 0)
+            expected.warnings.push_back({statusCode::groupIgnored});
+        if (!tied_.empty()) {
+            expected.warnings.push_back({statusCode::tiesExist});
+            expected.warnings.back().insert(expected.warnings.back().end(), tied_.begin(), tied_.end());
         }
-        checkComparisons(groups);
-        return finding_;
-    }
-
-    /// The warnings that follow from the records.
-    [[nodiscard]] std::vector<std::vector<long>> warnings() const
-    {
-        std::vector<std::vector<long>> expected;
-        std::vector<long> ties{statusCode::tiesExist};
-        const std::size_t groups = records_.size() / testVars_.size();
-        for (std::size_t entry = 0; entry < testVars_.size(); ++entry)
-            if (records_[entry * groups]->existTies() || records_[(entry + 1) * groups - 1]->existTies())
-                ties.push_back(testVars_[entry]);
-        if (ties.size() > 1)
-            expected.push_back(ties);
         if (changed_)
-            expected.push_back({statusCode::distributionChanged});
+            expected.warnings.push_back({statusCode::distributionChanged});
         return expected;
     }
 
 private:
-    void require(bool holds, const char* what)
-    {
-        if (!holds && finding_.empty())
-            finding_ = what;
-    }
     [[nodiscard]] double at(int variable, std::size_t row) const
     {
         return data_.columns[static_cast<std::size_t>(variable)][row];
@@ -93,10 +79,10 @@ private:
 
     /// Does the row belong to the group of record i? The second of two equal values gets nothing, and a group that is
     /// alone gets everything.
-    [[nodiscard]] bool inGroup(std::size_t i, std::size_t groups, std::size_t row) const
+    [[nodiscard]] bool inGroup(std::size_t i, std::size_t row) const
     {
         const ROCOutBase& record = *records_[i];
-        if (groups == 1)
+        if (groups_ == 1)
             return true;
         const double value = at(record.getGroupVarInd(), row);
         switch (record.getGroupValueOperation()) {
@@ -119,12 +105,12 @@ private:
     }
 
     /// `other` goes along as second variable.
-    [[nodiscard]] Cases casesOf(std::size_t i, std::size_t groups, int other) const
+    [[nodiscard]] Cases casesOf(std::size_t i, int other) const
     {
         Cases cases;
         for (std::size_t row = 0; row < data_.columns.front().size(); ++row) {
-            const double value = at(records_[i]->getTestVarInd(), row);
-            if (!inGroup(i, groups, row) || weight(row) == 0.0 || std::isnan(value) || (paired_ && !isComplete(row)))
+            const double value = at(testVars_[i / groups_], row);
+            if (!inGroup(i, row) || weight(row) == 0.0 || std::isnan(value) || (paired_ && !isComplete(row)))
                 continue;
             const bool positive = at(setting_.getStateVar(), row) == setting_.getValueOfStateVar();
             (positive ? cases.posWeight : cases.negWeight) += weight(row);
@@ -133,129 +119,72 @@ private:
         return cases;
     }
 
-    void checkRecord(const ROCOutBase& r, const Cases& cases)
+    /// In the order of numbers(record).
+    Numbers record(std::size_t i)
     {
+        const int testVar = testVars_[i / groups_];
+        const Cases cases = casesOf(i, testVar);
         const Sample& s = cases.sample;
-        const double level = setting_.getConfidienceLevel();
-        require(areaNumbers(r)
-                    == (paired_ ? numbers(pairedOf(s, words_, level).first)
-                                : numbers(areaOf(s.states, s.values, words_, level))),
-                "area of a record");
-        const double gini = r.isZeroCountExist() ? r.getArea() : 2 * r.getArea() - 1;
-        require(Exact{r.getGiniIndex()} == Exact{gini}, "Gini index");
-        require(r.isZeroCountExist() == (r.getPositiveCount() == 0 || r.getNegativeCount() == 0), "zero count");
-        require(r.getPosFreqCount() == cases.posWeight && r.getNegFreqCount() == cases.negWeight, "weights");
-        require(r.isDistrbutionChanged() == changed_, "assumption");
-        checkCurve(r, s);
-    }
-
-    void checkCurve(const ROCOutBase& r, const Sample& s)
-    {
-        const Numbers roc = curve(s.states, s.values, words_);
-        const bool asked = setting_.needROC() || setting_.needPR();
-        Numbers cutOffs;
-        Numbers pairs;
-        for (std::size_t i = 0; i < roc.size() && asked; i += 3)
-            cutOffs.push_back(roc[i]);
-        for (std::size_t i = 0; i < roc.size() && setting_.needROC(); i += 3)
-            pairs.insert(pairs.end(), {roc[i + 1], roc[i + 2]});
-        Numbers pairsOfRecord;
-        for (const auto& [sensitivity, specificity] : r.getSensitivitySpecificity())
-            pairsOfRecord.insert(pairsOfRecord.end(), {{1.0 - specificity}, {sensitivity}});
-        require(listed(r.getCutOffPoints()) == cutOffs, "cut-offs");
-        require(pairsOfRecord == pairs, "curve");
-
-        Numbers drawn;
-        Numbers measured;
-        const Numbers rows = setting_.needPR() ? precisionRecall(s.states, s.values, words_) : Numbers();
-        for (std::size_t i = 0; i < rows.size(); i += 4) { // cut-off, recall, precision, interpolated
-            drawn.insert(drawn.end(), {rows[i + 2], rows[i + 1]});
-            if (rows[i + 3].value == 0.0)
-                measured.insert(measured.end(), {rows[i + 2], rows[i + 1]});
-        }
-        require(listed(r.getPrecisionRecallDraw()) == drawn, "precision-recall points");
-        require(listed(r.getPrecisionRecallCoordinates()) == measured, "measured precision-recall points");
-
-        std::pair<double, double> ks{-1.0, 0.0};
-        bool ties = false;
-        if (!roc.empty()) {
-            const CurveTruth truth = curveTruth(s, {setting_.isIncludeCutOff(), setting_.isLargerTestMorePositive()});
-            ties = asked && truth.ties;
-            if (setting_.needROC())
-                ks = kolmogorovSmirnov(truth, setting_.isLargerTestMorePositive());
-        }
-        require(r.existTies() == ties, "ties");
-        require(Exact{r.getKolmogorovSmirnov().first} == Exact{ks.first}
-                    && Exact{r.getKolmogorovSmirnov().second} == Exact{ks.second},
-                "Kolmogorov-Smirnov maximum");
-    }
-
-    static Numbers listed(const std::vector<double>& list)
-    {
+        const auc_res area = paired_ ? pairedOf(s, words_, level_).first : areaOf(s.states, s.values, words_, level_);
+        areas_.push_back(area);
+        const bool oneState = area.posCount == 0 || area.negCount == 0;
+        const bool larger = setting_.isLargerTestMorePositive();
+        CurveTruth truth;
+        if ((setting_.needROC() || setting_.needPR()) && !oneState && s.size() >= 3)
+            truth = curveTruth(s, {setting_.isIncludeCutOff(), larger});
+        if (truth.ties && !(i % groups_ == 1 && ties_))
+            tied_.push_back(testVar);
+        ties_ = truth.ties;
+        const bool hasROC = setting_.needROC() && !truth.cutOffs.empty();
+        const auto [ksMaximum, ksCutOff] = hasROC ? kolmogorovSmirnov(truth, larger) : std::pair(-1.0, 0.0);
+        const ROCOutBase& r = *records_[i];
         Numbers all;
-        for (const double value : list)
-            all.push_back({value});
-        return all;
-    }
-    static Numbers listed(const std::vector<std::pair<double, double>>& list)
-    {
-        Numbers all;
-        for (const auto& [first, second] : list)
-            all.insert(all.end(), {{first}, {second}});
+        append(all,
+               {double(testVar), double(r.getGroupVarInd()), r.getGroupValue(), double(r.getGroupValueOperation()),
+                double(truth.ties), area.posCount, area.negCount, cases.posWeight, cases.negWeight, ksMaximum, ksCutOff,
+                area.area, oneState ? area.area : 2 * area.area - 1, area.stdError, area.asymptoticSig, area.ciLower,
+                area.ciUpper, double(changed_), double(oneState)});
+        for (const double cutOff : truth.cutOffs)
+            append(all, {cutOff});
+        for (std::size_t k = 0; k < truth.cutOffs.size() && hasROC; ++k)
+            append(all, {truth.truePositives[k] / truth.nPos, (truth.nNeg - truth.falsePositives[k]) / truth.nNeg});
+        appendPoints(all, setting_.needPR() ? precisionRecall(s.states, s.values, words_) : Numbers());
         return all;
     }
 
-    void checkComparisons(std::size_t groups)
+    /// All precision-recall points, then the measured ones. A row is cut-off, recall, precision, interpolated.
+    static void appendPoints(Numbers& all, const Numbers& rows)
     {
-        std::vector<std::pair<std::size_t, std::size_t>> pairs; // positions of the records
-        if (setting_.getComparisonType() == IndependentComparison)
-            for (std::size_t entry = 0; entry < testVars_.size(); ++entry)
-                pairs.emplace_back(entry * groups, entry * groups + 1);
-        for (std::size_t i = 0; i < records_.size() && paired_; ++i)
-            for (std::size_t j = i + 1; j < records_.size(); ++j)
-                pairs.emplace_back(i, j);
-        const auto& comparisons = results_.getROCComparisonStats();
-        require(comparisons.size() == pairs.size(), "number of comparisons");
-        for (std::size_t k = 0; k < pairs.size() && finding_.empty(); ++k) {
-            const ROCComparisonOutStats& c = *comparisons[k];
-            const auto [i, j] = pairs[k];
-            require(c.getCompare1Stats() == records_[i] && c.getCompare2Stats() == records_[j], "order of comparisons");
-            const Cases cases = casesOf(i, groups, records_[j]->getTestVarInd());
-            const double level = setting_.getConfidienceLevel();
-            const auc_comparison_res expected = paired_
-                ? pairedOf(cases.sample, words_, level)
-                : auc_comparison(areaRecord(*records_[i]), areaRecord(*records_[j]), level);
-            const Numbers all = numbers(expected);
-            require(Numbers{{c.getZStats()},
-                            {c.getAsymptoticSig()},
-                            {c.getAUCDiff()},
-                            {c.getStdErrorDiff()},
-                            {c.getCILower()},
-                            {c.getCIUpper()}}
-                        == Numbers(all.end() - 6, all.end()),
-                    "numbers of a comparison");
-        }
+        for (const bool interpolatedToo : {true, false})
+            for (std::size_t k = 0; k < rows.size(); k += 4)
+                if (interpolatedToo || rows[k + 3].value == 0.0)
+                    append(all, {rows[k + 2].value, rows[k + 1].value});
     }
-    static auc_res areaRecord(const ROCOutBase& r)
+
+    [[nodiscard]] Numbers comparison(std::size_t i, std::size_t j) const
     {
-        return {double(r.getPositiveCount()),
-                double(r.getNegativeCount()),
-                r.getArea(),
-                r.getStdError(),
-                r.getAsymptoticSig(),
-                r.getCILower(),
-                r.getCIUpper()};
+        const int first = testVars_[i / groups_];
+        const int second = testVars_[j / groups_];
+        Numbers all;
+        append(all, {double(first), records_[i]->getGroupValue(), double(second), records_[j]->getGroupValue()});
+        const Numbers numbersOf = numbers(paired_ ? pairedOf(casesOf(i, second).sample, words_, level_)
+                                                  : auc_comparison(areas_[i], areas_[j], level_));
+        all.insert(all.end(), numbersOf.end() - 6, numbersOf.end());
+        return all;
     }
 
     const ROCSetting& setting_;
     const HostData& data_;
-    const ROCOutputs& results_;
     const std::vector<ROCOutBase*>& records_;
+    double level_ = setting_.getConfidienceLevel();
     bool paired_;
     Words words_;
     std::vector<int> testVars_;
+    std::size_t groups_;
     bool changed_;
-    std::string finding_;
+    std::vector<auc_res> areas_; ///< of the records so far
+    std::vector<long> tied_;     ///< test variables of entries with a tie so far
+    bool ties_ = false;          ///< in the last record
 };
 
 } // namespace
@@ -271,11 +200,16 @@ std::string facadeDisagreement(ROCSetting setting, HostData& data)
         return "a second run";
     if (code != 0)
         return "";
-    Comparison comparison(setting, data, *host.facade.GetOutputStats());
-    std::string finding = comparison.run();
-    std::vector<std::vector<long>> warnings = outcome.warnings;
-    std::erase(warnings, std::vector<long>{statusCode::groupIgnored});
-    return finding.empty() && warnings != comparison.warnings() ? "warnings" : finding;
+    const ROCOutputs& results = *host.facade.GetOutputStats();
+    const Outcome expected = Expectation(setting, data, results.getROCBaseStats()).outcome();
+    for (const ROCComparisonOutStats* const c : results.getROCComparisonStats())
+        for (const ROCOutBase* const compared : {c->getCompare1Stats(), c->getCompare2Stats()})
+            if (std::ranges::count(results.getROCBaseStats(), compared) != 1)
+                return "a comparison of others than the records";
+    return outcome.records != expected.records        ? "records"
+        : outcome.comparisons != expected.comparisons ? "comparisons"
+        : outcome.warnings != expected.warnings       ? "warnings"
+                                                      : "";
 }
 
 } // namespace roctest

@@ -163,15 +163,4 @@ TEST(Weights, AreRoundedHalvesUpAndBelowOneLeaveTheCaseOut)
     }
 }
 
-template <class Keep>
-HostData rowsWhere(const HostData& data, Keep keep)
-{
-    HostData kept = analysisData(0);
-    for (std::size_t c = 0; c < data.columns.size(); ++c)
-        for (std::size_t row = 0; row < data.columns[c].size(); ++row)
-            if (keep(row))
-                kept.columns[c].push_back(data.columns[c][row]);
-    return kept;
-}
-
 } // namespace

@@ -58,11 +58,7 @@ TEST(HostArithmetic, ChangesNoBitOfARun)
         Host host(settingOf(analysis), data);
         expectSameBits([&] {
             host.run();
-            Numbers all{{static_cast<double>(host.outcome().code)}};
-            for (const auto& lists : {host.outcome().records, host.outcome().comparisons})
-                for (const Numbers& numbers : lists)
-                    all.insert(all.end(), numbers.begin(), numbers.end());
-            return all;
+            return numbers(host.outcome());
         });
     }
 }

@@ -59,14 +59,8 @@ void addCalls(Digest& samples, Digest& answers)
 void addRuns(Digest& answers)
 {
     HostData data = analysisData(400);
-    for (const Analysis& analysis : analyses()) {
-        const Outcome outcome = analyse(settingOf(analysis), data);
-        answers.add(static_cast<double>(outcome.code));
-        for (const Numbers& record : outcome.records)
-            answers.add(record);
-        for (const Numbers& comparison : outcome.comparisons)
-            answers.add(comparison);
-    }
+    for (const Analysis& analysis : analyses())
+        answers.add(numbers(analyse(settingOf(analysis), data)));
 }
 
 } // namespace

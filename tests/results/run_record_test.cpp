@@ -59,7 +59,7 @@ TEST(BestCutOffs, AreAllThatTieWithTheMaximumFromAWalkAndFromARecord)
             ROCSpace space(options.include, options.larger, true, true, true);
             for (std::size_t i = 0; i < sample.states.size(); ++i)
                 space.update(sample.positive(i), sample.values[i], 1);
-            results_test::FixedStats stats(space, {});
+            results_test::FixedStats stats(space);
             const RunRecord record(0, stats, false);
             EXPECT_EQ(pointsOf(record.bestCutOffs()), expected);
 

@@ -19,34 +19,44 @@ Numbers listed(const Record& record)
     return result;
 }
 
-template <class Result>
-const Result& requireRows(const Result& result)
+void requireRows(const void* rows)
 {
-    return result.rows != nullptr ? result : throw std::runtime_error("a curve call returned null rows");
+    if (rows == nullptr)
+        throw std::runtime_error("a curve call returned null rows");
 }
 
 } // namespace
 
+Numbers taken(const roccurve_res& result)
+{
+    requireRows(result.rows);
+    Numbers rows;
+    for (int i = 0; i < 3 * result.count; ++i)
+        rows.push_back({result.rows[i]});
+    release_roccurve_res(result);
+    return rows;
+}
+
+Numbers taken(const prcurve_res& result)
+{
+    requireRows(result.rows);
+    Numbers rows;
+    for (const prcurve_row& row : std::span(result.rows, static_cast<std::size_t>(result.count)))
+        append(rows, {{row.cutOff}, {row.recall}, {row.precision}, {static_cast<double>(row.interpolated)}});
+    release_prcurve_res(result);
+    return rows;
+}
+
 Numbers curve(std::span<const double> states, std::span<const double> values, const Words& words)
 {
-    const roccurve_res res = requireRows(
+    return taken(
         roccurve(states.data(), values.data(), count(states), words.positiveValue, words.include, words.larger));
-    Numbers rows;
-    for (int i = 0; i < 3 * res.count; ++i)
-        rows.push_back({res.rows[i]});
-    release_roccurve_res(res);
-    return rows;
 }
 
 Numbers precisionRecall(std::span<const double> states, std::span<const double> values, const Words& words)
 {
-    const prcurve_res res = requireRows(prcurve(states.data(), values.data(), count(states), words.positiveValue,
-                                                words.include, words.larger, words.interpolation));
-    Numbers rows;
-    for (const prcurve_row& row : std::span(res.rows, static_cast<std::size_t>(res.count)))
-        append(rows, {{row.cutOff}, {row.recall}, {row.precision}, {static_cast<double>(row.interpolated)}});
-    release_prcurve_res(res);
-    return rows;
+    return taken(prcurve(states.data(), values.data(), count(states), words.positiveValue, words.include, words.larger,
+                         words.interpolation));
 }
 
 auc_res areaOf(std::span<const double> states, std::span<const double> values, const Words& words, double level)

@@ -19,9 +19,11 @@ struct Words {
     const double* positiveValue = nullptr;
 };
 
-/// Three numbers a row; nothing at all (not even 0 rows) fails the test program.
+/// The rows of a result, which is released; nothing at all (not even 0 rows) fails the test program.
+[[nodiscard]] Numbers taken(const roccurve_res& result); ///< three numbers a row
+[[nodiscard]] Numbers taken(const prcurve_res& result);  ///< four numbers a row
+
 [[nodiscard]] Numbers curve(std::span<const double> states, std::span<const double> values, const Words& words = {});
-/// Four numbers a row.
 [[nodiscard]] Numbers precisionRecall(std::span<const double> states, std::span<const double> values,
                                       const Words& words = {});
 [[nodiscard]] auc_res areaOf(std::span<const double> states, std::span<const double> values, const Words& words = {},

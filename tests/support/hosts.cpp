@@ -73,6 +73,15 @@ Numbers numbers(const ROCOutBase& r)
     return all;
 }
 
+Numbers numbers(const Outcome& outcome)
+{
+    Numbers all{{static_cast<double>(outcome.code)}};
+    for (const auto* lists : {&outcome.records, &outcome.comparisons})
+        for (const Numbers& list : *lists)
+            all.insert(all.end(), list.begin(), list.end());
+    return all;
+}
+
 Outcome readBack(const RocAlgorithm& facade)
 {
     Outcome outcome;

@@ -92,6 +92,8 @@ struct Outcome {
              << " records, " << outcome.comparisons.size() << " comparisons";
     }
 };
+/// The code and all numbers of the records and comparisons.
+[[nodiscard]] Numbers numbers(const Outcome& outcome);
 [[nodiscard]] Outcome readBack(const ROCALG_920::RocAlgorithm& facade);
 /// A run on a facade of its own, without listener and cancel query.
 [[nodiscard]] Outcome analyse(ROCALG_920::ROCSetting setting, HostData& data);
