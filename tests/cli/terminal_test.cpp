@@ -61,7 +61,7 @@ TEST(Terminal, ShowsProgressWhereTheOptionSaysAndWipesIt)
     EXPECT_THAT(saidOf({"analyze", "-", "--progress", "always"}, few, {}), HasSubstr("vexroc: 3 %, 0 of 3 rows"));
     EXPECT_EQ(saidOf({"analyze", "-"}, few, {.isTerminal = true, .progressAfter = std::chrono::hours(1)}), "");
     EXPECT_EQ(saidOf({"analyze", "-", "--progress", "never"}, few, atOnce), "");
-    EXPECT_EQ(saidOf({"analyze", "-"}, few, {}), "");
+    EXPECT_EQ(saidOf({"analyze", "-"}, few, {.isTerminal = false, .progressAfter = {}}), "");
     std::string many = "s,t\n";
     for (int i = 0; i < 20'000; ++i)
         many += i % 2 == 0 ? "1,2\n" : "0,1\n";

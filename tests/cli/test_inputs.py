@@ -174,7 +174,7 @@ def test_postgres_types_become_numbers(vexroc, server):
              ("1e-20::numeric", "1e-20"), ("40000::numeric", "40000"), ("0.00012::numeric", "0.00012"),
              ("'Infinity'::numeric", "inf"), ("'-Infinity'::float4", "-inf"), ("(-7)::int2", "-7"),
              ("(-70000)::int4", "-70000"), ("9007199254740993::int8", "9007199254740992"),
-             ("0.1::float4", "0.10000000149011612"), ("0.1::float8", "0.1"), ("true", "1")]
+             ("0.1::float4", "0.10000000149011612"), ("0.1::float8", "0.1"), ("true", "1"), ("false", "0")]
     cells += [(missing, "NA")
               for missing in ("NULL::int4", "'NaN'::numeric", "'NaN'::float8", "'NA'::text", "''")]
     query = "SELECT " + ", ".join(f"{sql} AS c{i}" for i, (sql, _) in enumerate(cells))
