@@ -12,6 +12,7 @@ SKIPPED = 77
 
 def pytest_addoption(parser):
     parser.addoption("--program", required=True, help="the built vexroc")
+    parser.addoption("--examples", help="the folder of the built examples of hosts")
 
 
 def pytest_sessionfinish(session, exitstatus):

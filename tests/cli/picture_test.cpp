@@ -1,6 +1,7 @@
 #include "cli/picture/Picture.h"
 #include "cli/picture/Thinning.h"
-#include "programRun.h"
+
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
@@ -9,60 +10,9 @@ namespace vexroc {
 
 namespace {
 
-// Columns of the table of best cut-offs.
-enum {
-    variable,
-    group,
-    cutOff,
-    youden,
-    sensitivity,
-    specificity,
-    truePositive,
-    falsePositive,
-    trueNegative,
-    falseNegative
-};
-
-Rows bestCutOffs(const std::string& arguments, const std::string& data)
-{
-    Rows rows;
-    int table = 0;
-    for (const Cells& row : rowsOf("analyze " + arguments + " --best", data)) {
-        table += row.empty() ? 1 : 0;
-        if (table == 2 && !row.empty() && row[0] != "variable")
-            rows.push_back(row);
-    }
-    return rows;
-}
-
 double stepsBetween(const PathPoint& a, const PathPoint& b) { return std::fabs(a.x - b.x) + std::fabs(a.y - b.y); }
 
 } // namespace
-
-TEST(BestCutOffs, AreAllTiesWithTheirCountsInTheCases)
-{
-    // Youden's index is 1/3 at 1.5 and at 3.5; as 1 - specificity is rounded, the two differ in the last digit.
-    const std::string data = "s,t\n0,1\n1,2\n0,3\n1,4\n0,4\n1,5\n";
-    const struct {
-        const char* options;
-        std::vector<Cells> expected; // cut-off, then TP, FP, TN, FN
-    } cases[] = {
-        {"", {{"1.5", "3", "2", "1", "0"}, {"3.5", "2", "1", "2", "1"}, {"4.5", "1", "0", "3", "2"}}},
-        {"--smaller", {{"0", "0", "0", "3", "3"}, {"2.5", "1", "1", "2", "2"}, {"6", "3", "3", "0", "0"}}},
-        {"--exclude", {{"1.5", "3", "2", "1", "0"}, {"3.5", "2", "1", "2", "1"}, {"4.5", "1", "0", "3", "2"}}},
-    };
-    for (const auto& [options, expected] : cases) {
-        SCOPED_TRACE(options);
-        std::vector<Cells> found;
-        for (const Cells& row : bestCutOffs(std::string("- --state s=1 --test t ") + options, data)) {
-            const Cells counts = slice(row, truePositive, 4);
-            found.push_back({row[cutOff], counts[0], counts[1], counts[2], counts[3]});
-            EXPECT_NEAR(number(row[youden]), number(counts[0]) / 3.0 - number(counts[1]) / 3.0, 1e-14);
-            EXPECT_NEAR(number(row[sensitivity]) + number(row[specificity]) - 1.0, number(row[youden]), 1e-14);
-        }
-        EXPECT_EQ(found, expected);
-    }
-}
 
 TEST(Thinning, KeepsEndsAndChosenPointsAndComesNearAllOthers)
 {

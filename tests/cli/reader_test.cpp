@@ -117,7 +117,7 @@ TEST(DelimitedReader, UnderstandsEveryWayToWriteATable)
         {"blanks", " state , test\nyes, 1.5\n no,-2 \nyes ,\" 3 \"\n"},
         {"quotes", "\"state\",\"test\"\n\"yes\",\"1.5\"\n\"no\",\"-2\"\n\"yes\",\"3\"\n"},
         {"other columns", "x,state,test\n\"a \"\"b\"\", c\nd\",yes,1.5\n,no,-2\n\"\",yes,3\n"},
-        {"delimiters in quotes", "\"a;b;c\",state,test\n,yes,1.5\n,no,-2\n,yes,3\n"},
+        {"delimiters in quotes", "\"a;b;c;d\",state,test\n,yes,1.5\n,no,-2\n,yes,3\n"},
         {"quotes in some lines", "state,test\nyes,1.5\n\"no\",-2\nyes,3\n"},
         {"CR, then LF", "state,test\ryes,1.5\rno,-2\nyes,3\n"},
         {"delimiter in a line of its own", "sep=;\nstate;test;a,b,c,d\nyes;1.5;\nno;-2;\nyes;3;\n"},

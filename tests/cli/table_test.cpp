@@ -19,10 +19,11 @@ constexpr std::array columns{
 std::string spelledBy(void (*write)(const Table&, std::string&))
 {
     constexpr double infinity = std::numeric_limits<double>::infinity();
+    constexpr double missing = std::numeric_limits<double>::quiet_NaN();
     Table table(columns);
-    table.addRow({"a", 1000000.0, 1.0, 0.1 + 0.2, 0.00009, 18.000000000000004});
+    table.addRow({"\"a\"", 1000000.0, 1.0, 0.1 + 0.2, 0.00009, 18.000000000000004});
     table.addRow({"größe, \"x\"\n", 2.0, 0.0, -1e-7, 0.05, infinity});
-    table.addRow({"", "more", 0.0, std::numeric_limits<double>::quiet_NaN(), 1.0, -0.0});
+    table.addRow({"", "more", missing, missing, 1.0, -0.0});
     std::string text;
     write(table, text);
     return text;
@@ -34,21 +35,21 @@ TEST(Table, CsvIsExactAndQuotesWhatNeedsIt)
 {
     EXPECT_EQ(spelledBy(writeCsv),
               "test,cases,yes,area,sig,cut\n"
-              "a,1000000,1,0.30000000000000004,9e-05,18.000000000000004\n"
+              "\"\"\"a\"\"\",1000000,1,0.30000000000000004,9e-05,18.000000000000004\n"
               "\"größe, \"\"x\"\"\n\",2,0,-1e-07,0.05,inf\n"
-              "\"\",more,0,NA,1,-0\n");
+              "\"\",more,NA,NA,1,-0\n");
 }
 
 TEST(Table, TextIsRoundedAlignedAndSetInPanels)
 {
     EXPECT_EQ(spelledBy(writeText),
               "test            cases  yes\n"
-              "a             1000000  yes\n"
+              "\"a\"           1000000  yes\n"
               "größe, \"x\"\\n        2   no\n"
-              "                 more   no\n"
+              "                 more   NA\n"
               "\n"
               "test              area      sig  cut\n"
-              "a               0.3000  <0.0001   18\n"
+              "\"a\"             0.3000  <0.0001   18\n"
               "größe, \"x\"\\n  -1.0e-07   0.0500  inf\n"
               "                    NA   1.0000   -0\n");
 }

@@ -5,12 +5,10 @@ The PostgreSQL server is one of the tests' own, started from Debian's package an
 import bz2
 import contextlib
 import gzip
-import lzma
 import math
 import os
 import random
 import re
-import shutil
 import signal
 import sqlite3
 import subprocess
@@ -99,22 +97,11 @@ def numbers(plain):
     return write_sqlite(plain.with_name("numbers.db"), ["TEXT", "INTEGER", "REAL", "INTEGER", "REAL", "TEXT"])
 
 
-def zstd(data):
-    if not shutil.which("zstd"):
-        pytest.skip("zstd is not installed")
-    return subprocess.run(["zstd", "-qc"], input=data, stdout=subprocess.PIPE, check=True).stdout
-
-
-@pytest.mark.parametrize("pack", [gzip.compress, lzma.compress, bz2.compress, zstd], ids=lambda pack: pack.__module__)
-def test_packed_text_is_recognised_by_its_content(vexroc, tmp_path, plain, expected, pack):
+def test_text_may_be_packed_and_come_on_standard_input(vexroc, plain, expected):
     data = plain.read_bytes()
-    packed = tmp_path / "packed"
-    packed.write_bytes(pack(data[:5000]) + pack(data[5000:]))
+    packed = plain.with_name("packed")
+    packed.write_bytes(bz2.compress(data[:5000]) + bz2.compress(data[5000:]))
     assert answers(vexroc, [packed], packed) == expected
-
-
-def test_standard_input_may_be_packed(vexroc, plain, expected):
-    data = plain.read_bytes()
     for content in (data, gzip.compress(data)):
         assert answers(vexroc, ["-"], "standard input", content) == expected
 
@@ -187,7 +174,7 @@ def test_postgres_types_become_numbers(vexroc, server):
              ("1e-20::numeric", "1e-20"), ("40000::numeric", "40000"), ("0.00012::numeric", "0.00012"),
              ("'Infinity'::numeric", "inf"), ("'-Infinity'::float4", "-inf"), ("(-7)::int2", "-7"),
              ("(-70000)::int4", "-70000"), ("9007199254740993::int8", "9007199254740992"),
-             ("0.1::float4", "0.10000000149011612"), ("0.1::float8", "0.1"), ("true", "1")]
+             ("0.1::float4", "0.10000000149011612"), ("0.1::float8", "0.1"), ("true", "1"), ("false", "0")]
     cells += [(missing, "NA")
               for missing in ("NULL::int4", "'NaN'::numeric", "'NaN'::float8", "'NA'::text", "''")]
     query = "SELECT " + ", ".join(f"{sql} AS c{i}" for i, (sql, _) in enumerate(cells))

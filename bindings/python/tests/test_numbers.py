@@ -12,7 +12,7 @@ def sample(seed, size=300):
     return states, *((random.normal(size=size) + states).round(1) for _ in range(2))
 
 
-@pytest.mark.parametrize("seed", range(5))
+@pytest.mark.parametrize("seed", range(2))
 @pytest.mark.parametrize("direction", ["larger", "smaller"])
 def test_curves_and_area_are_those_of_scikit_learn(seed, direction):
     metrics = pytest.importorskip("sklearn.metrics")
@@ -34,30 +34,21 @@ def test_curves_and_area_are_those_of_scikit_learn(seed, direction):
     np.testing.assert_array_equal(curve.thresholds[measured], thresholds[::-1])
 
 
-@pytest.mark.parametrize("seed", range(5))
-def test_inference_follows_its_definition(seed):
+def test_inference_follows_its_definition():
     normal = pytest.importorskip("scipy.stats").norm
-    y, first, second = sample(seed)
-    level = 0.9
-    result = vexroc.compare_paired(y, first, second, confidence_level=level)
-    v, w, areas = [], [], []
-    for score in (first, second):
-        order = np.sign(np.subtract.outer(score[y == 1], score[y == 0])) / 2 + 0.5
-        v.append(order.mean(axis=1)), w.append(order.mean(axis=0)), areas.append(order.mean())
-    cov = np.cov(v) / len(v[0]) + np.cov(w) / len(w[0])
-    error = np.sqrt(cov[0, 0] + cov[1, 1] - 2 * cov[0, 1])
-    half = normal.ppf((1 + level) / 2) * error
-    z = (areas[0] - areas[1]) / error
-    expected = [areas[0] - areas[1], error, z, 2 * normal.sf(abs(z)), areas[0] - areas[1] - half,
-                areas[0] - areas[1] + half]
-    assert dataclasses.astuple(result)[2:-1] == pytest.approx(expected, rel=1e-9)
-    assert result.first.std_error == pytest.approx(np.sqrt(cov[0, 0]), rel=1e-9)
-
-    halves = slice(0, 150), slice(150, None)
-    one, two = (vexroc.auc(y[half], first[half]) for half in halves)
-    independent = vexroc.compare_independent(y[halves[0]], first[halves[0]], y[halves[1]], first[halves[1]])
-    assert (independent.first, independent.second) == (one, two)
-    assert independent.std_error == pytest.approx(np.hypot(one.std_error, two.std_error))
+    y, one, two = sample(0)
+    first, second = (vexroc.auc(y[half], one[half]) for half in (slice(0, 150), slice(150, None)))
+    independent = vexroc.compare_independent(y[:150], one[:150], y[150:], one[150:], confidence_level=0.9)
+    assert dataclasses.astuple(independent.first)[:3] == dataclasses.astuple(first)[:3]
+    assert independent.second.std_error == second.std_error
+    assert independent.std_error == pytest.approx(np.hypot(first.std_error, second.std_error))
+    paired = vexroc.compare_paired(y, one, two, confidence_level=0.9)
+    assert paired.second.area == vexroc.auc(y, two).area
+    for result in independent, paired:
+        difference, z = result.first.area - result.second.area, result.difference / result.std_error
+        half = normal.ppf(0.95) * result.std_error
+        assert dataclasses.astuple(result)[2:] == pytest.approx(
+            (difference, result.std_error, z, 2 * normal.sf(abs(z)), difference - half, difference + half, 0.9))
 
 
 def test_published_rating_data():
