@@ -76,7 +76,7 @@ public:
     AnalysisFiles(const AnalyzeTask& task, const Analysis& analysis, const std::optional<Rasterizer>& rasterizer)
         : task_(task), analysis_(analysis), rasterizer_(rasterizer), document_(analysisDocument(analysis))
     {
-        if (!task.plotFile.empty() || !task.reportFile.empty()) {
+        if (task.files.drawn()) {
             curves_ = curvesOf(analysis);
             notDrawn_ = prepareForDrawing(curves_);
             if (!notDrawn_.empty())
@@ -107,10 +107,10 @@ public:
             texts.push_back(makeText());
             files.push_back(std::make_unique<OutputFile>(path, texts.back()));
         };
-        stage(task_.curveFile, [&] { return csvOf(curvePoints(analysis_)); });
-        stage(task_.precisionRecallFile, [&] { return csvOf(precisionRecallPoints(analysis_)); });
-        stage(task_.plotFile, [&] { return rasterizer_->convert(svgPicture(drawing())); });
-        stage(task_.reportFile, [&] { return page(surroundings); });
+        stage(task_.files.curve, [&] { return csvOf(curvePoints(analysis_)); });
+        stage(task_.files.precisionRecall, [&] { return csvOf(precisionRecallPoints(analysis_)); });
+        stage(task_.files.plot, [&] { return rasterizer_->convert(svgPicture(drawing())); });
+        stage(task_.files.report, [&] { return page(surroundings); });
         stage(task_.output, [&] { return std::exchange(report.text, ""); });
         watch.requireNotCancelled();
         for (const auto& file : files)
@@ -173,10 +173,10 @@ Report runAnalyze(const AnalyzeOptions& options, const Surroundings& surrounding
 {
     AnalyzeTask task = parseAnalyzeTask(options);
     std::optional<Rasterizer> rasterizer;
-    if (!task.plotFile.empty())
-        rasterizer.emplace("--plot", task.plotFile);
-    if (!task.reportFile.empty())
-        ReportPage::requirePossible(task.reportFile);
+    if (!task.files.plot.empty())
+        rasterizer.emplace("--plot", task.files.plot);
+    if (!task.files.report.empty())
+        ReportPage::requirePossible(task.files.report);
     // Nothing is there to tidy up while the data are read: until then, an interrupt just ends the program.
     DataTable table = readAnalysisTable(task, surroundings);
     AnalysisWatch watch(surroundings, table.rows);

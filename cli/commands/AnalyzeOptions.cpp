@@ -1,6 +1,6 @@
 #include "cli/commands/AnalyzeOptions.h"
 
-#include "cli/options/Choice.h"
+#include "cli/options/Offer.h"
 #include "cli/words/Failure.h"
 #include "cli/words/Numbers.h"
 #include "cli/words/VisibleText.h"
@@ -34,21 +34,22 @@ void addResultOptions(CLI::App& command, AnalyzeOptions& options)
                      "Interpolate them along false positives (Keilwagen) instead of true positives (Davis, Goadrich)");
     command.add_flag("--no-curve", options.noCurve, "Areas only, without the points of the ROC curves");
     command.add_flag("--best", options.best, "The cut-offs with the largest Youden index, with all ties");
-    command.add_option("--plot", options.plotFile, "Draw the curves into this file: .svg, .pdf or .png")
+    command.add_option("--plot", options.files.plot, "Draw the curves into this file: .svg, .pdf or .png")
         ->type_name("FILE");
-    command.add_option("--report", options.reportFile, "Write a page to explore the curves, with all tables")
+    command.add_option("--report", options.files.report, "Write a page to explore the curves, with all tables")
         ->type_name("FILE.html");
-    command.add_option("--curve", options.curveFile, "Write the points of the ROC curves to this file, as CSV")
+    command.add_option("--curve", options.files.curve, "Write the points of the ROC curves to this file, as CSV")
         ->type_name("FILE");
-    command.add_option("--pr-curve", options.prCurveFile, "Write the points of the precision-recall curves, as CSV")
+    command
+        .add_option("--pr-curve", options.files.precisionRecall,
+                    "Write the points of the precision-recall curves, as CSV")
         ->type_name("FILE");
 }
 
 void requireFit(const AnalyzeOptions& options)
 {
     const bool split = options.midPoint || !options.select.empty() || !options.cut.empty();
-    const bool readsCurve =
-        options.best || !options.curveFile.empty() || !options.plotFile.empty() || !options.reportFile.empty();
+    const bool readsCurve = options.best || !options.files.curve.empty() || options.files.drawn();
     const struct {
         bool wrong;
         const char* message;
@@ -57,11 +58,11 @@ void requireFit(const AnalyzeOptions& options)
          "--select, --cut and --mid-point split the cases by a column: name it with --group"},
         {int(options.midPoint) + int(!options.select.empty()) + int(!options.cut.empty()) > 1,
          "--select, --cut and --mid-point are three ways to split the cases: give one of them"},
-        {options.biNegative && options.compare == "paired",
+        {options.inference.biNegative && options.compare == "paired",
          "--bi-negative does not go with --compare paired: tests on the same cases have DeLong standard errors"},
         {options.noCurve && readsCurve,
          "--best, --curve, --plot and --report need the curve that --no-curve leaves out"},
-        {options.keilwagen && !options.pr && options.prCurveFile.empty(),
+        {options.keilwagen && !options.pr && options.files.precisionRecall.empty(),
          "--keilwagen says how precision-recall points are interpolated: ask for them with --pr or --pr-curve FILE"},
     };
     for (const auto& [wrong, message] : rules)
@@ -94,13 +95,13 @@ std::optional<Grouping> parseGrouping(const AnalyzeOptions& options)
 /// What is to be computed and kept, for the tables and the files that are asked for.
 void askForParts(const AnalyzeOptions& options, AnalyzeTask& task)
 {
-    const bool drawn = !options.plotFile.empty() || !options.reportFile.empty();
+    const bool drawn = options.files.drawn();
     task.bestTable = options.best;
     task.question.rocCurve = !options.noCurve;
     task.question.bestCutOffs = options.best || drawn;
-    task.question.precisionRecall = options.pr || !options.prCurveFile.empty();
-    task.question.points = drawn || !options.curveFile.empty() || !options.prCurveFile.empty();
-    if (options.pr && options.prCurveFile.empty() && !drawn)
+    task.question.precisionRecall = options.pr || !options.files.precisionRecall.empty();
+    task.question.points = drawn || !options.files.curve.empty() || !options.files.precisionRecall.empty();
+    if (options.pr && options.files.precisionRecall.empty() && !drawn)
         task.notesAfter.push_back("the points of --pr are drawn by --plot and --report and written by --pr-curve FILE");
 }
 
@@ -128,8 +129,7 @@ void addAnalyzeOptions(CLI::App& command, AnalyzeOptions& options)
         ->type_name("COLUMN");
     addChoice(command, "--compare", options.compare, {"paired", "independent"},
               "paired: all tests on the same cases; independent: each test between the groups");
-    addLevelOption(command, options.level);
-    addBiNegativeOption(command, options.biNegative);
+    addInferenceOptions(command, options.inference);
     addResultOptions(command, options);
     command.footer("Example: vexroc analyze data.csv --state diagnosis=malignant --test all --compare paired\n"
                    "         vexroc analyze data.csv --state disease=1 --test marker --group age --cut 50 --compare "
@@ -141,20 +141,16 @@ AnalyzeTask parseAnalyzeTask(const AnalyzeOptions& options)
     requireFit(options);
     AnalyzeTask task;
     static_cast<Task&>(task) = parseTask(options.question);
-    task.curveFile = options.curveFile;
-    task.precisionRecallFile = options.prCurveFile;
-    task.plotFile = options.plotFile;
-    task.reportFile = options.reportFile;
+    task.files = options.files;
     Question& question = task.question;
     question.rule = CaseRule::together;
-    question.level = parseLevel(options.level);
+    setInference(options.inference, question);
     question.comparison = options.compare == "paired" ? Comparison::paired
         : options.compare.empty()                     ? Comparison::none
                                                       : Comparison::independent;
     question.grouping = parseGrouping(options);
     question.weight = options.weight;
     question.by = options.by;
-    question.biNegative = options.biNegative;
     question.alongFalsePositives = options.keilwagen;
     task.allTests = question.tests == std::vector<std::string>{"all"};
     if (task.allTests)

@@ -7,6 +7,16 @@
 
 namespace vexroc {
 
+/// Files to write beside the answer; empty for none.
+struct AnalysisFileNames {
+    std::string curve;
+    std::string precisionRecall;
+    std::string plot;
+    std::string report;
+
+    [[nodiscard]] bool drawn() const { return !plot.empty() || !report.empty(); }
+};
+
 /// The options of analyze, as typed.
 struct AnalyzeOptions {
     QuestionOptions question;
@@ -17,16 +27,12 @@ struct AnalyzeOptions {
     std::string weight;
     std::string by;
     std::string compare;
-    std::string level = "0.95";
-    bool biNegative = false;
+    InferenceOptions inference;
     bool pr = false;
     bool keilwagen = false;
     bool noCurve = false;
     bool best = false;
-    std::string curveFile;
-    std::string prCurveFile;
-    std::string plotFile;
-    std::string reportFile;
+    AnalysisFileNames files;
 };
 
 void addAnalyzeOptions(CLI::App& command, AnalyzeOptions& options);
@@ -35,11 +41,7 @@ void addAnalyzeOptions(CLI::App& command, AnalyzeOptions& options);
 struct AnalyzeTask : Task {
     bool allTests = false; ///< every column of numbers without another part is a test
     bool bestTable = false;
-    // Files to write; empty for none.
-    std::string curveFile;
-    std::string precisionRecallFile;
-    std::string plotFile;
-    std::string reportFile;
+    AnalysisFileNames files;
     // What is to be said of the question itself.
     std::vector<std::string> notesBefore;
     std::vector<std::string> notesAfter;

@@ -12,15 +12,13 @@ namespace {
 
 struct AucOptions {
     QuestionOptions question;
-    std::string level = "0.95";
-    bool biNegative = false;
+    InferenceOptions inference;
 };
 
 Report runAuc(const AucOptions& options, const Surroundings& surroundings)
 {
     Task task = parseTask(options.question);
-    task.question.level = parseLevel(options.level);
-    task.question.biNegative = options.biNegative;
+    setInference(options.inference, task.question);
     return reportOf(task, areaDocument(task.question, answer(task, surroundings)));
 }
 
@@ -30,8 +28,7 @@ Action addAuc(CLI::App& command)
 {
     const auto options = std::make_shared<AucOptions>();
     addQuestionOptions(command, options->question);
-    addLevelOption(command, options->level);
-    addBiNegativeOption(command, options->biNegative);
+    addInferenceOptions(command, options->inference);
     command.footer("Example: vexroc auc data.csv --state diagnosis=malignant --test radius_mean,texture_mean");
     return [options](const Surroundings& surroundings) { return runAuc(*options, surroundings); };
 }

@@ -14,8 +14,7 @@ namespace {
 
 struct ColumnsOptions {
     InputOptions input;
-    std::string format = "text";
-    std::string output;
+    AnswerOptions answer;
 };
 
 constexpr std::array columns{
@@ -34,7 +33,7 @@ const char* kindOf(const ColumnFacts& facts)
 
 Report runColumns(const ColumnsOptions& options, const Surroundings& surroundings)
 {
-    const DocumentForm form = parseForm(options.format);
+    const DocumentForm form = parseForm(options.answer.format);
     ColumnSurvey survey;
     const Input input = parseInput(options.input);
     readInput(input, surroundings, survey);
@@ -53,7 +52,7 @@ Report runColumns(const ColumnsOptions& options, const Surroundings& surrounding
                                      + (input.form.decimal == ',' ? "--decimal point" : "--decimal comma"));
     }
     document.parts.push_back({"columns", "", std::move(table)});
-    return {.text = spelled(document, form), .file = options.output, .notes = document.notes};
+    return {.text = spelled(document, form), .file = options.answer.output, .notes = document.notes};
 }
 
 } // namespace
@@ -62,8 +61,7 @@ Action addColumns(CLI::App& command)
 {
     const auto options = std::make_shared<ColumnsOptions>();
     addInputOptions(command, options->input);
-    addFormatOption(command, options->format);
-    addOutputOption(command, options->output);
+    addAnswerOptions(command, options->answer);
     command.footer("Example: vexroc columns data.csv");
     return [options](const Surroundings& surroundings) { return runColumns(*options, surroundings); };
 }

@@ -14,17 +14,16 @@ namespace {
 struct CompareOptions {
     QuestionOptions question;
     std::string group;
-    std::string level = "0.95";
-    bool biNegative = false;
+    InferenceOptions inference;
 };
 
 /// Tests with each other, on the same cases.
-void askPaired(const CompareOptions& options, Question& question)
+void askPaired(Question& question)
 {
     if (question.tests.size() < 2)
         throw usageError("name two or more tests to compare on the same cases, or --group COLUMN=VALUE,VALUE to "
                          "compare a test between two groups");
-    if (options.biNegative)
+    if (question.biNegative)
         throw usageError("--bi-negative goes with --group; tests on the same cases have DeLong standard errors");
     question.comparison = Comparison::paired;
     question.rule = CaseRule::pairwise;
@@ -37,15 +36,14 @@ void askIndependent(const CompareOptions& options, Question& question)
     question.grouping = Grouping{
         .column = std::move(groups.column), .by = Grouping::By::selected, .selected = std::move(groups.values)};
     question.comparison = Comparison::independent;
-    question.biNegative = options.biNegative;
 }
 
 Report runCompare(const CompareOptions& options, const Surroundings& surroundings)
 {
     Task task = parseTask(options.question);
-    task.question.level = parseLevel(options.level);
+    setInference(options.inference, task.question);
     if (options.group.empty())
-        askPaired(options, task.question);
+        askPaired(task.question);
     else
         askIndependent(options, task.question);
     return reportOf(task, comparisonDocument(task.question, answer(task, surroundings)));
@@ -59,8 +57,7 @@ Action addCompare(CLI::App& command)
     addQuestionOptions(command, options->question);
     command.add_option("--group", options->group, "Compare each test between these two groups of cases")
         ->type_name("COLUMN=VALUE,VALUE");
-    addLevelOption(command, options->level);
-    addBiNegativeOption(command, options->biNegative);
+    addInferenceOptions(command, options->inference);
     command.footer("Example: vexroc compare data.csv --state diagnosis=malignant --test radius_mean,texture_mean\n"
                    "         vexroc compare data.csv --state disease=1 --test marker --group sex=female,male");
     return [options](const Surroundings& surroundings) { return runCompare(*options, surroundings); };

@@ -1,6 +1,6 @@
 #include "cli/commands/InputOptions.h"
 
-#include "cli/options/Choice.h"
+#include "cli/options/Offer.h"
 #include "cli/sources/PostgresServer.h"
 #include "cli/words/Failure.h"
 #include "cli/words/VisibleText.h"

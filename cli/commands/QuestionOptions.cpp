@@ -1,7 +1,7 @@
 #include "cli/commands/QuestionOptions.h"
 
 #include "cli/commands/AnalysisWatch.h"
-#include "cli/options/Choice.h"
+#include "cli/options/Offer.h"
 #include "cli/words/Failure.h"
 #include "cli/words/Lists.h"
 #include "cli/words/Numbers.h"
@@ -39,40 +39,33 @@ void addQuestionOptions(CLI::App& command, QuestionOptions& options)
     command.add_flag("--smaller", options.smaller, "Smaller test values are more positive");
     command.add_flag("--exclude", options.exclude,
                      "A value equal to a cut-off is negative; moves points of the curves, not the area");
-    addFormatOption(command, options.format);
-    addOutputOption(command, options.output);
+    addAnswerOptions(command, options.answer);
 }
 
-void addFormatOption(CLI::App& command, std::string& format)
+void addAnswerOptions(CLI::App& command, AnswerOptions& options)
 {
-    addChoice(command, "--format", format, {"text", "csv", "json"}, "csv and json have exact numbers");
-}
-
-void addOutputOption(CLI::App& command, std::string& output)
-{
-    const auto take = [&output](const std::string& file) { output = file == "-" ? "" : file; };
+    addChoice(command, "--format", options.format, {"text", "csv", "json"}, "csv and json have exact numbers");
+    const auto take = [&output = options.output](const std::string& file) { output = file == "-" ? "" : file; };
     command
         .add_option_function<std::string>("--output", take,
                                           "Write the results to this file; - is standard output, as without it")
         ->type_name("FILE");
 }
 
-void addLevelOption(CLI::App& command, std::string& level)
+void addInferenceOptions(CLI::App& command, InferenceOptions& options)
 {
-    command.add_option("--level", level, "Confidence level of the intervals, between 0 and 1; 0.95 when not given")
+    command
+        .add_option("--level", options.level, "Confidence level of the intervals, between 0 and 1; 0.95 when not given")
         ->type_name("P");
-}
-
-void addBiNegativeOption(CLI::App& command, bool& biNegative)
-{
-    command.add_flag("--bi-negative", biNegative,
+    command.add_flag("--bi-negative", options.biNegative,
                      "Standard error under bi-negative exponential distributions; needs as many positive as "
                      "negative cases");
 }
 
 Task parseTask(const QuestionOptions& options)
 {
-    Task task{.input = parseInput(options.input), .form = parseForm(options.format), .output = options.output};
+    Task task{
+        .input = parseInput(options.input), .form = parseForm(options.answer.format), .output = options.answer.output};
     task.question.input = task.input.place;
     task.question.state = parseValueChoice(options.state, "--state", 1);
     task.question.tests = parseTests(options.tests);
@@ -106,12 +99,13 @@ std::vector<std::string> parseValues(std::string_view list, const std::string& o
     return values;
 }
 
-double parseLevel(const std::string& text)
+void setInference(const InferenceOptions& options, Question& question)
 {
-    const std::optional<double> level = parseNumber(text);
+    const std::optional<double> level = parseNumber(options.level);
     if (!level || !(*level > 0.0 && *level < 1.0))
-        throw usageError("--level " + inQuotes(text) + ": expected a number between 0 and 1, such as 0.95");
-    return *level;
+        throw usageError("--level " + inQuotes(options.level) + ": expected a number between 0 and 1, such as 0.95");
+    question.level = *level;
+    question.biNegative = options.biNegative;
 }
 
 Results answer(const Task& task, const Surroundings& surroundings)

@@ -17,22 +17,31 @@ class App;
 
 namespace vexroc {
 
+/// How and where an answer is written, as typed.
+struct AnswerOptions {
+    std::string format = "text";
+    std::string output; ///< empty for standard output
+};
+
+/// What intervals and standard errors are made with, as typed.
+struct InferenceOptions {
+    std::string level = "0.95";
+    bool biNegative = false;
+};
+
 /// The options that every question to a table has, as typed.
 struct QuestionOptions {
     InputOptions input;
     std::string state;
     std::vector<std::string> tests;
-    std::string format = "text";
-    std::string output;
+    AnswerOptions answer;
     bool smaller = false;
     bool exclude = false;
 };
 
 void addQuestionOptions(CLI::App& command, QuestionOptions& options);
-void addFormatOption(CLI::App& command, std::string& format);
-void addOutputOption(CLI::App& command, std::string& output);
-void addLevelOption(CLI::App& command, std::string& level);
-void addBiNegativeOption(CLI::App& command, bool& biNegative);
+void addAnswerOptions(CLI::App& command, AnswerOptions& options);
+void addInferenceOptions(CLI::App& command, InferenceOptions& options);
 
 /// A question, the data that it is put to, and how its answer is written. From here on nothing is as typed.
 struct Task {
@@ -50,8 +59,8 @@ DocumentForm parseForm(const std::string& format);
 ValueChoice parseValueChoice(const std::string& text, const std::string& option, std::size_t count);
 /// VALUE[,VALUE...], each a value that can occur in a column.
 std::vector<std::string> parseValues(std::string_view list, const std::string& option);
-/// A confidence level in (0, 1).
-double parseLevel(const std::string& text);
+/// Throws a usage error for a confidence level outside (0, 1).
+void setInference(const InferenceOptions& options, Question& question);
 
 /// Reads the columns of the question and studies them; progress is told, and an interrupt ends it.
 Results answer(const Task& task, const Surroundings& surroundings);

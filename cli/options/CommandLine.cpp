@@ -1,6 +1,5 @@
 #include "cli/options/CommandLine.h"
 
-#include "cli/options/Choice.h"
 #include "cli/options/ConfigFile.h"
 #include "cli/options/Misuse.h"
 #include "cli/options/NamedFiles.h"

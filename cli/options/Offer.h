@@ -13,6 +13,11 @@ namespace vexroc {
 
 // What a command line offers: its commands and options, under the names that a caller uses.
 
+/// An option whose value is one of some words, at least two. Help shows them as "text|csv"; another word gets the
+/// nearest of them suggested.
+CLI::Option* addChoice(CLI::App& command, const std::string& name, std::string& value,
+                       const std::vector<std::string>& words, const std::string& description);
+
 /// All commands of the program, in the order in which help shows them.
 std::vector<std::string> commandNames(const CLI::App& program);
 

@@ -21,11 +21,6 @@ constexpr std::array caseColumns{
     TableColumn{"count", "count", CellRole::count},
 };
 
-constexpr std::array countColumns{
-    TableColumn{"positive", "positive", CellRole::count, 1},
-    TableColumn{"negative", "negative", CellRole::count, 1},
-};
-
 constexpr std::array weightedCountColumns{
     TableColumn{"weighted_positive", "weighted positive", CellRole::count, 1},
     TableColumn{"weighted_negative", "weighted negative", CellRole::count, 1},
@@ -48,28 +43,20 @@ constexpr std::array groupPairColumns{
     TableColumn{"group2", "second", CellRole::name},
 };
 
-constexpr std::array curveColumns{
-    TableColumn{"cut_off", "cut-off", CellRole::measure},
-    TableColumn{"sensitivity", "sensitivity", CellRole::statistic},
-    TableColumn{"specificity", "specificity", CellRole::statistic},
-};
+constexpr std::array curveColumns{cutOffColumn, sensitivityColumn, specificityColumn};
 
 constexpr std::array bestColumns{
-    TableColumn{"cut_off", "cut-off", CellRole::measure},
+    cutOffColumn,
     TableColumn{"youden", "Youden", CellRole::statistic},
-    TableColumn{"sensitivity", "sensitivity", CellRole::statistic},
-    TableColumn{"specificity", "specificity", CellRole::statistic},
+    sensitivityColumn,
+    specificityColumn,
     TableColumn{"true_positive", "TP", CellRole::count},
     TableColumn{"false_positive", "FP", CellRole::count},
     TableColumn{"true_negative", "TN", CellRole::count},
     TableColumn{"false_negative", "FN", CellRole::count},
 };
 
-constexpr std::array precisionRecallColumns{
-    TableColumn{"recall", "recall", CellRole::statistic},
-    TableColumn{"precision", "precision", CellRole::statistic},
-    TableColumn{"interpolated", "interpolated", CellRole::flag},
-};
+constexpr std::array precisionRecallColumns{recallColumn, precisionColumn, interpolatedColumn};
 
 /// The table of one kind over all values: a column of values leads where the question has one.
 class TableMaker {
@@ -156,12 +143,13 @@ Table areaTable(const Analysis& analysis)
                       {positive, negative, a.area, a.stdError, a.significance, a.lower, a.upper, a.gini, a.ksMaximum,
                        a.ksCutOff});
     };
-    return tableOf(analysis,
-                   joined({testColumns, countColumns, weights, inPanel(1, areaColumns), inPanel(2, shapeColumns)}),
-                   [&](const Results& results, TableMaker& table) {
-                       for (const TestResult& test : results.tests)
-                           addArea(test.area, table);
-                   });
+    return tableOf(
+        analysis,
+        joined({testColumns, inPanel(1, stateColumns), weights, inPanel(1, areaColumns), inPanel(2, shapeColumns)}),
+        [&](const Results& results, TableMaker& table) {
+            for (const TestResult& test : results.tests)
+                addArea(test.area, table);
+        });
 }
 
 Table comparisonTable(const Analysis& analysis)

@@ -8,12 +8,8 @@ namespace vexroc {
 
 namespace {
 
-constexpr std::array caseColumns{
-    TableColumn{"test", "test", CellRole::name},
-    TableColumn{"positive", "positive", CellRole::count},
-    TableColumn{"negative", "negative", CellRole::count},
-    TableColumn{"left_out", "left out", CellRole::count},
-};
+constexpr std::array caseColumns{testColumn, stateColumns[0], stateColumns[1],
+                                 TableColumn{"left_out", "left out", CellRole::count}};
 
 } // namespace
 

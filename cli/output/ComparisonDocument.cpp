@@ -9,21 +9,21 @@ namespace vexroc {
 namespace {
 
 constexpr std::array pairColumns{
-    TableColumn{"test1", "first", CellRole::name},           TableColumn{"test2", "second", CellRole::name},
-    TableColumn{"positive", "positive", CellRole::count, 1}, TableColumn{"negative", "negative", CellRole::count, 1},
-    TableColumn{"left_out", "left out", CellRole::count, 1},
+    TableColumn{"test1", "first", CellRole::name},
+    TableColumn{"test2", "second", CellRole::name},
 };
 
 constexpr std::array groupColumns{
-    TableColumn{"test", "test", CellRole::name},
+    testColumn,
     TableColumn{"group1", "group 1", CellRole::name},
     TableColumn{"group2", "group 2", CellRole::name},
     TableColumn{"positive1", "positive 1", CellRole::count, 1},
     TableColumn{"negative1", "negative 1", CellRole::count, 1},
     TableColumn{"positive2", "positive 2", CellRole::count, 1},
     TableColumn{"negative2", "negative 2", CellRole::count, 1},
-    TableColumn{"left_out", "left out", CellRole::count, 1},
 };
+
+constexpr std::array leftOutColumns{TableColumn{"left_out", "left out", CellRole::count, 1}};
 
 constexpr std::array twoAreaColumns{
     TableColumn{"area1", "area 1", CellRole::statistic},
@@ -46,7 +46,8 @@ Document pairedDocument(const Question& question, const Results& results)
                                   pairedErrorHeading(question.level)},
                       .question = questionFacts(question)};
     addInference(document.question, pairedErrorWord, question.level);
-    Table table(joined({pairColumns, inPanel(1, twoAreaColumns), inPanel(2, differenceColumns)}));
+    Table table(joined({pairColumns, inPanel(1, stateColumns), leftOutColumns, inPanel(1, twoAreaColumns),
+                        inPanel(2, differenceColumns)}));
     for (const Difference& d : results.differences) {
         addRow(Row{d.first.test, d.second.test}, {double(d.first.positive), double(d.first.negative)}, d, table);
         const std::string subject = visible(d.first.test) + " and " + visible(d.second.test);
@@ -76,7 +77,7 @@ Document groupDocument(const Question& question, const Results& results)
                       .question = questionFacts(question)};
     document.question.emplace_back("group", grouping.column);
     addInference(document.question, standardErrorWord(question.biNegative), question.level);
-    Table table(joined({groupColumns, inPanel(2, twoAreaColumns), inPanel(3, differenceColumns)}));
+    Table table(joined({groupColumns, leftOutColumns, inPanel(2, twoAreaColumns), inPanel(3, differenceColumns)}));
     for (const Difference& d : results.differences) {
         addRow(
             Row{d.first.test, grouping.selected[0], grouping.selected[1]},

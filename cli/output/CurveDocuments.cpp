@@ -11,19 +11,14 @@ namespace vexroc {
 namespace {
 
 constexpr std::array rocColumns{
-    TableColumn{"test", "test", CellRole::name},
-    TableColumn{"cut_off", "cut-off", CellRole::measure},
+    testColumn,
+    cutOffColumn,
     TableColumn{"one_minus_specificity", "1 - specificity", CellRole::statistic},
-    TableColumn{"sensitivity", "sensitivity", CellRole::statistic},
+    sensitivityColumn,
 };
 
-constexpr std::array precisionRecallColumns{
-    TableColumn{"test", "test", CellRole::name},
-    TableColumn{"cut_off", "cut-off", CellRole::measure},
-    TableColumn{"recall", "recall", CellRole::statistic},
-    TableColumn{"precision", "precision", CellRole::statistic},
-    TableColumn{"interpolated", "interpolated", CellRole::flag},
-};
+constexpr std::array precisionRecallColumns{testColumn, cutOffColumn, recallColumn, precisionColumn,
+                                            interpolatedColumn};
 
 Document pointsDocument(const Question& question, const Results& results, std::string_view command,
                         std::vector<std::string> heading, Table points)

@@ -59,7 +59,7 @@ std::vector<TableColumn> joined(std::initializer_list<std::span<const TableColum
 /// The cells of one row, as they are put together.
 class Row {
 public:
-    explicit Row(std::initializer_list<std::string_view> names) : values_(names.begin(), names.end()) {}
+    Row(std::initializer_list<std::string_view> names) : values_(names.begin(), names.end()) {}
     Row& add(std::initializer_list<double> numbers)
     {
         values_.insert(values_.end(), numbers.begin(), numbers.end());

@@ -53,9 +53,9 @@ std::string jsonCell(const Table::Value& value, CellRole role)
 }
 
 /// One panel for people: the columns that it shows, spelled once, then set as wide as their widest cell.
-class Panel {
+class TextPanel {
 public:
-    Panel(const Table& table, int panel) : table_(table)
+    TextPanel(const Table& table, int panel) : table_(table)
     {
         for (std::size_t c = 0; c < table.columns().size(); ++c)
             if (const int of = table.columns()[c].panel; of == 0 || of == panel)
@@ -108,7 +108,7 @@ void writeText(const Table& table, std::string& out)
     for (int panel = std::min(lastPanel, 1); panel <= lastPanel; ++panel) {
         if (panel > 1)
             out += '\n';
-        Panel(table, panel).write(out);
+        TextPanel(table, panel).write(out);
     }
 }
 

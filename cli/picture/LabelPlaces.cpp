@@ -48,6 +48,16 @@ double characterWidth(unsigned char lead)
     return wide.find(static_cast<char>(lead)) != std::string_view::npos ? 1.0 : capital ? 0.75 : 0.64;
 }
 
+/// Does something hold of a part of a line, straight from one point to the next?
+bool anyPart(const std::vector<std::vector<PathPoint>>& lines, auto holds)
+{
+    for (const std::vector<PathPoint>& line : lines)
+        for (std::size_t i = 1; i < line.size(); ++i)
+            if (holds(line[i - 1], line[i]))
+                return true;
+    return false;
+}
+
 } // namespace
 
 double textWidth(std::string_view visibleText, int fontSize)
@@ -139,14 +149,9 @@ bool LabelPlaces::isFree(const Box& box) const
 {
     constexpr double air = 2; // between a label and a line
     const Box wide{box.left - air, box.top - air, box.right + air, box.bottom + air};
-    const auto crossed = [&](const std::vector<PathPoint>& line) {
-        for (std::size_t i = 1; i < line.size(); ++i)
-            if (crosses(wide, line[i - 1], line[i]))
-                return true;
-        return false;
-    };
     const auto covers = [&](const Box& other) { return overlap(wide, other); };
-    return isInsideAxes(box) && std::ranges::none_of(taken_, covers) && std::ranges::none_of(lines_, crossed);
+    return isInsideAxes(box) && std::ranges::none_of(taken_, covers)
+        && !anyPart(lines_, [&](PathPoint a, PathPoint b) { return crosses(wide, a, b); });
 }
 
 /// Is there nothing between a dot, which its own curve runs through, and the end of its label?
@@ -158,14 +163,9 @@ bool LabelPlaces::isClear(PathPoint dot, PathPoint end) const
         return true;
     const double share = ownCurve / length;
     const PathPoint start{dot.x + share * (end.x - dot.x), dot.y + share * (end.y - dot.y)};
-    const auto met = [&](const std::vector<PathPoint>& line) {
-        for (std::size_t i = 1; i < line.size(); ++i)
-            if (meet(line[i - 1], line[i], start, end))
-                return true;
-        return false;
-    };
     const auto crossed = [&](const Box& box) { return crosses(box, start, end); };
-    return std::ranges::none_of(taken_, crossed) && std::ranges::none_of(lines_, met);
+    return std::ranges::none_of(taken_, crossed)
+        && !anyPart(lines_, [&](PathPoint a, PathPoint b) { return meet(a, b, start, end); });
 }
 
 } // namespace vexroc

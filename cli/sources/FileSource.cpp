@@ -47,10 +47,10 @@ public:
     }
 
 private:
-    struct Close {
+    struct CloseFile {
         void operator()(std::FILE* file) const noexcept { std::fclose(file); }
     };
-    std::unique_ptr<std::FILE, Close> file_;
+    std::unique_ptr<std::FILE, CloseFile> file_;
     double length_ = 0.0; ///< in bytes; 0 where a pipe or a device does not tell
     double read_ = 0.0;   ///< bytes so far
 };

@@ -85,10 +85,10 @@ private:
 
 struct Zlib {
     Library library{"libz.so.1", "zlib1g", "reading text packed by gzip", inputError};
-    LibraryFunction<decltype(inflateInit2_)> init{library, "inflateInit2_"};
-    LibraryFunction<decltype(::inflate)> inflate{library, "inflate"};
-    LibraryFunction<decltype(inflateReset)> reset{library, "inflateReset"};
-    LibraryFunction<decltype(inflateEnd)> end{library, "inflateEnd"};
+    decltype(&inflateInit2_) init = library["inflateInit2_"];
+    decltype(&::inflate) inflate = library["inflate"];
+    decltype(&inflateReset) reset = library["inflateReset"];
+    decltype(&inflateEnd) end = library["inflateEnd"];
 };
 
 /// Through zlib, because libarchive 3.6 does not compare a gzip file's checksums: damaged data would pass for numbers.
@@ -160,19 +160,17 @@ private:
 
 struct LibArchive {
     Library library{"libarchive.so.13", "libarchive13", "reading text packed by zstd, xz or bzip2", inputError};
-    LibraryFunction<decltype(archive_read_new)> create{library, "archive_read_new"};
-    LibraryFunction<decltype(archive_read_append_filter)> appendFilter{library, "archive_read_append_filter"};
-    LibraryFunction<decltype(archive_read_support_format_raw)> allowAnything{library,
-                                                                             "archive_read_support_format_raw"};
-    LibraryFunction<decltype(archive_read_support_format_empty)> allowNothing{library,
-                                                                              "archive_read_support_format_empty"};
-    LibraryFunction<decltype(archive_read_open)> open{library, "archive_read_open"};
-    LibraryFunction<decltype(archive_read_next_header)> nextHeader{library, "archive_read_next_header"};
-    LibraryFunction<decltype(archive_read_data)> readData{library, "archive_read_data"};
-    LibraryFunction<decltype(archive_filter_bytes)> filterBytes{library, "archive_filter_bytes"};
-    LibraryFunction<decltype(archive_errno)> errorNumber{library, "archive_errno"};
-    LibraryFunction<decltype(archive_error_string)> errorText{library, "archive_error_string"};
-    LibraryFunction<decltype(archive_read_free)> free{library, "archive_read_free"};
+    decltype(&archive_read_new) create = library["archive_read_new"];
+    decltype(&archive_read_append_filter) appendFilter = library["archive_read_append_filter"];
+    decltype(&archive_read_support_format_raw) allowAnything = library["archive_read_support_format_raw"];
+    decltype(&archive_read_support_format_empty) allowNothing = library["archive_read_support_format_empty"];
+    decltype(&archive_read_open) open = library["archive_read_open"];
+    decltype(&archive_read_next_header) nextHeader = library["archive_read_next_header"];
+    decltype(&archive_read_data) readData = library["archive_read_data"];
+    decltype(&archive_filter_bytes) filterBytes = library["archive_filter_bytes"];
+    decltype(&archive_errno) errorNumber = library["archive_errno"];
+    decltype(&archive_error_string) errorText = library["archive_error_string"];
+    decltype(&archive_read_free) free = library["archive_read_free"];
 };
 
 class ArchiveSource final : public PackedSource {

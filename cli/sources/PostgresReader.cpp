@@ -152,14 +152,14 @@ std::string copyCommand(const std::string& query, std::size_t columnCount, const
         + ")) TO STDOUT (FORMAT csv, HEADER" + (quoted.empty() ? "" : ", FORCE_QUOTE (" + quoted + ")") + ")";
 }
 
-std::vector<FetchedColumn> fetchedColumns(PostgresServer& server, const std::vector<PostgresServer::Column>& columns,
-                                          RowSink& sink)
+std::vector<FetchedColumn> fetchedColumns(PostgresServer& server,
+                                          const std::vector<PostgresServer::QueryColumn>& columns, RowSink& sink)
 {
     if (columns.empty())
         throw server.fault("--query takes a statement that returns rows and changes nothing, such as SELECT");
     InputHeader header{.source = server.name(), .place = server.name(), .collection = "the query"};
     std::string types;
-    for (const PostgresServer::Column& column : columns) {
+    for (const PostgresServer::QueryColumn& column : columns) {
         header.columns.push_back(column.name);
         types += (types.empty() ? "" : ", ") + std::to_string(column.type);
     }
@@ -181,7 +181,7 @@ void readPostgres(const std::string& connection, const std::string& query, const
     PostgresServer server(connection, surroundings);
     // Digits that read back as the same number, from servers of any age.
     server.execute("BEGIN TRANSACTION ISOLATION LEVEL REPEATABLE READ READ ONLY; SET LOCAL extra_float_digits = 3");
-    const std::vector<PostgresServer::Column> columns = server.describe(query);
+    const std::vector<PostgresServer::QueryColumn> columns = server.describe(query);
     const std::vector<FetchedColumn> fetched = fetchedColumns(server, columns, sink);
     server.beginCopy(copyCommand(query, columns.size(), fetched));
     CopySource text(server);

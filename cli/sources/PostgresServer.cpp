@@ -18,35 +18,35 @@ constexpr const char* whereAPasswordGoes = "put the password into ~/.pgpass, the
 
 struct Libpq {
     Library library{"libpq.so.5", "libpq5", "reading a PostgreSQL database", inputError};
-    LibraryFunction<decltype(PQcancel)> cancel{library, "PQcancel"};
-    LibraryFunction<decltype(PQclear)> clear{library, "PQclear"};
-    LibraryFunction<decltype(PQconnectdbParams)> connectdbParams{library, "PQconnectdbParams"};
-    LibraryFunction<decltype(PQconnectionNeedsPassword)> connectionNeedsPassword{library, "PQconnectionNeedsPassword"};
-    LibraryFunction<decltype(PQconninfoFree)> conninfoFree{library, "PQconninfoFree"};
-    LibraryFunction<decltype(PQconninfoParse)> conninfoParse{library, "PQconninfoParse"};
-    LibraryFunction<decltype(PQconsumeInput)> consumeInput{library, "PQconsumeInput"};
-    LibraryFunction<decltype(PQdb)> db{library, "PQdb"};
-    LibraryFunction<decltype(PQerrorMessage)> errorMessage{library, "PQerrorMessage"};
-    LibraryFunction<decltype(PQfinish)> finish{library, "PQfinish"};
-    LibraryFunction<decltype(PQfname)> fname{library, "PQfname"};
-    LibraryFunction<decltype(PQfreeCancel)> freeCancel{library, "PQfreeCancel"};
-    LibraryFunction<decltype(PQfreemem)> freemem{library, "PQfreemem"};
-    LibraryFunction<decltype(PQftype)> ftype{library, "PQftype"};
-    LibraryFunction<decltype(PQgetCancel)> getCancel{library, "PQgetCancel"};
-    LibraryFunction<decltype(PQgetCopyData)> getCopyData{library, "PQgetCopyData"};
-    LibraryFunction<decltype(PQgetResult)> getResult{library, "PQgetResult"};
-    LibraryFunction<decltype(PQgetvalue)> getvalue{library, "PQgetvalue"};
-    LibraryFunction<decltype(PQisBusy)> isBusy{library, "PQisBusy"};
-    LibraryFunction<decltype(PQnfields)> nfields{library, "PQnfields"};
-    LibraryFunction<decltype(PQntuples)> ntuples{library, "PQntuples"};
-    LibraryFunction<decltype(PQresultErrorField)> resultErrorField{library, "PQresultErrorField"};
-    LibraryFunction<decltype(PQresultStatus)> resultStatus{library, "PQresultStatus"};
-    LibraryFunction<decltype(PQsendDescribePrepared)> sendDescribePrepared{library, "PQsendDescribePrepared"};
-    LibraryFunction<decltype(PQsendPrepare)> sendPrepare{library, "PQsendPrepare"};
-    LibraryFunction<decltype(PQsendQuery)> sendQuery{library, "PQsendQuery"};
-    LibraryFunction<decltype(PQsetNoticeProcessor)> setNoticeProcessor{library, "PQsetNoticeProcessor"};
-    LibraryFunction<decltype(PQsocket)> socket{library, "PQsocket"};
-    LibraryFunction<decltype(PQstatus)> status{library, "PQstatus"};
+    decltype(&PQcancel) cancel = library["PQcancel"];
+    decltype(&PQclear) clear = library["PQclear"];
+    decltype(&PQconnectdbParams) connectdbParams = library["PQconnectdbParams"];
+    decltype(&PQconnectionNeedsPassword) connectionNeedsPassword = library["PQconnectionNeedsPassword"];
+    decltype(&PQconninfoFree) conninfoFree = library["PQconninfoFree"];
+    decltype(&PQconninfoParse) conninfoParse = library["PQconninfoParse"];
+    decltype(&PQconsumeInput) consumeInput = library["PQconsumeInput"];
+    decltype(&PQdb) db = library["PQdb"];
+    decltype(&PQerrorMessage) errorMessage = library["PQerrorMessage"];
+    decltype(&PQfinish) finish = library["PQfinish"];
+    decltype(&PQfname) fname = library["PQfname"];
+    decltype(&PQfreeCancel) freeCancel = library["PQfreeCancel"];
+    decltype(&PQfreemem) freemem = library["PQfreemem"];
+    decltype(&PQftype) ftype = library["PQftype"];
+    decltype(&PQgetCancel) getCancel = library["PQgetCancel"];
+    decltype(&PQgetCopyData) getCopyData = library["PQgetCopyData"];
+    decltype(&PQgetResult) getResult = library["PQgetResult"];
+    decltype(&PQgetvalue) getvalue = library["PQgetvalue"];
+    decltype(&PQisBusy) isBusy = library["PQisBusy"];
+    decltype(&PQnfields) nfields = library["PQnfields"];
+    decltype(&PQntuples) ntuples = library["PQntuples"];
+    decltype(&PQresultErrorField) resultErrorField = library["PQresultErrorField"];
+    decltype(&PQresultStatus) resultStatus = library["PQresultStatus"];
+    decltype(&PQsendDescribePrepared) sendDescribePrepared = library["PQsendDescribePrepared"];
+    decltype(&PQsendPrepare) sendPrepare = library["PQsendPrepare"];
+    decltype(&PQsendQuery) sendQuery = library["PQsendQuery"];
+    decltype(&PQsetNoticeProcessor) setNoticeProcessor = library["PQsetNoticeProcessor"];
+    decltype(&PQsocket) socket = library["PQsocket"];
+    decltype(&PQstatus) status = library["PQstatus"];
 };
 
 /// Opened when it is first asked for.
@@ -118,11 +118,11 @@ std::vector<std::string> PostgresServer::texts(const std::string& sql)
     return texts;
 }
 
-std::vector<PostgresServer::Column> PostgresServer::describe(const std::string& query)
+std::vector<PostgresServer::QueryColumn> PostgresServer::describe(const std::string& query)
 {
     answer(libpq().sendPrepare(get(), "", query.c_str(), 0, nullptr));
     const Result description = answer(libpq().sendDescribePrepared(get(), ""));
-    std::vector<Column> columns;
+    std::vector<QueryColumn> columns;
     for (int column = 0; column < libpq().nfields(description.get()); ++column)
         columns.push_back({libpq().fname(description.get(), column), libpq().ftype(description.get(), column)});
     return columns;
@@ -197,11 +197,11 @@ void PostgresServer::requireNotCancelled()
 {
     if (!cancel_.IsCancelRequested())
         return;
-    struct Free {
+    struct FreeCancel {
         void operator()(PGcancel* cancel) const noexcept { libpq().freeCancel(cancel); }
     };
     std::array<char, 256> ignored{};
-    if (const std::unique_ptr<PGcancel, Free> request{libpq().getCancel(get())})
+    if (const std::unique_ptr<PGcancel, FreeCancel> request{libpq().getCancel(get())})
         libpq().cancel(request.get(), ignored.data(), static_cast<int>(ignored.size()));
     throw cancelled();
 }

@@ -34,12 +34,12 @@ public:
     /// The first column of the rows.
     std::vector<std::string> texts(const std::string& sql);
 
-    struct Column {
+    struct QueryColumn {
         std::string name;
         unsigned int type; ///< its number in the system catalogue
     };
     /// The columns of a query: one statement, not run.
-    std::vector<Column> describe(const std::string& query);
+    std::vector<QueryColumn> describe(const std::string& query);
 
     /// Begins a COPY to us.
     void beginCopy(const std::string& sql);

@@ -54,11 +54,11 @@ private:
                           + (system != 0 ? std::generic_category().message(system) : message()));
     }
 
-    struct Close {
+    struct CloseDatabase {
         void operator()(sqlite3* connection) const noexcept { sqlite3_close(connection); }
     };
     std::string name_;
-    std::unique_ptr<sqlite3, Close> connection_;
+    std::unique_ptr<sqlite3, CloseDatabase> connection_;
 };
 
 class Statement {

@@ -64,7 +64,7 @@ public:
     }
 
 private:
-    struct Free {
+    struct FreeHandle {
         void operator()(vexroc_analysis* handle) const noexcept { vexroc_analysis_free(handle); }
     };
 
@@ -297,7 +297,7 @@ private:
 
     const RunCases& cases_;
     const Question& question_;
-    std::unique_ptr<vexroc_analysis, Free> handle_;
+    std::unique_ptr<vexroc_analysis, FreeHandle> handle_;
     std::map<std::string, int> columnOf_; ///< of each test
     std::map<int, std::string> testOf_;   ///< the other way round
 };

@@ -51,7 +51,6 @@ Difference differenceOf(const auc_comparison_res& r, const Area& first, const Ar
 {
     return {.first = first,
             .second = second,
-            .leftOut = 0,
             .difference = r.areaDiff,
             .stdError = r.stdErrorDiff,
             .z = r.z,
@@ -72,67 +71,55 @@ auc_res asCall(const Area& area)
 }
 
 /// Every test as if it were the only one.
-class EachTest {
-public:
-    EachTest(const CaseColumns& columns, const Question& question, const Watch& watch)
-        : columns_(columns), question_(question), watch_(watch)
-    {
-    }
+Results eachArea(const CaseColumns& columns, const Question& question, const Watch& watch)
+{
+    if (!question.biNegative && !question.points) // no test changes what another gets, and none holds a curve
+        return run(casesOf(columns, question.tests), question, Comparison::none, watch);
+    Results all;
+    for (std::size_t t = 0; t < question.tests.size(); ++t)
+        all.tests.push_back(onlyResult(run(casesOf(columns, {question.tests[t]}), question, Comparison::none,
+                                           oneOf(watch, t, question.tests.size()))));
+    return all;
+}
 
-    Results areas()
-    {
-        if (!question_.biNegative && !question_.points) // no test changes what another gets, and none holds a curve
-            return run(casesOf(columns_, question_.tests), question_, Comparison::none, watch_);
-        Results all;
-        for (std::size_t t = 0; t < question_.tests.size(); ++t)
-            all.tests.push_back(onlyResult(run(casesOf(columns_, {question_.tests[t]}), question_, Comparison::none,
-                                               oneOf(watch_, t, question_.tests.size()))));
-        return all;
-    }
-
-    /// Each test between the groups, which are groups of words.
-    Results differences()
-    {
-        Results all;
-        all.rows.otherGroup = std::ranges::count(columns_.group(), CaseColumns::otherGroup);
-        all.rows.missingGroup = std::ranges::count_if(columns_.group(), [](double code) { return std::isnan(code); });
-        for (std::size_t t = 0; t < question_.tests.size(); ++t) {
-            const std::string& test = question_.tests[t];
-            const Area first = areaOfGroup(test, CaseColumns::firstGroup, oneOf(watch_, 2 * t, steps()));
-            const Area second = areaOfGroup(test, CaseColumns::secondGroup, oneOf(watch_, 2 * t + 1, steps()));
-            all.differences.push_back(
-                differenceOf(auc_comparison(asCall(first), asCall(second), question_.level), first, second));
-            all.differences.back().leftOut = first.leftOut + second.leftOut + all.rows.missingGroup;
+/// The area of a test in one of the two groups of words.
+Area areaOfGroup(const CaseColumns& columns, const Question& question, const std::string& test, std::size_t group,
+                 const Watch& watch)
+{
+    const double code = group == 0 ? CaseColumns::firstGroup : CaseColumns::secondGroup;
+    const std::span<const double> values = columns.test(test);
+    std::vector<double> states;
+    std::vector<double> ofGroup;
+    for (std::size_t row = 0; row < columns.rows(); ++row)
+        if (columns.group()[row] == code) { // exact
+            states.push_back(columns.state()[row]);
+            ofGroup.push_back(values[row]);
         }
-        return all;
+    Question ungrouped = question;
+    ungrouped.grouping.reset();
+    const RunCases cases{.state = states, .tests = {test}, .values = {ofGroup}};
+    Area area = onlyResult(run(cases, ungrouped, Comparison::none, watch)).area;
+    area.group = question.grouping->column + " = " + columns.groupWords()[group];
+    return area;
+}
+
+/// Each test between the groups, which are groups of words.
+Results eachDifference(const CaseColumns& columns, const Question& question, const Watch& watch)
+{
+    Results all;
+    all.rows.otherGroup = std::ranges::count(columns.group(), CaseColumns::otherGroup);
+    all.rows.missingGroup = std::ranges::count_if(columns.group(), [](double code) { return std::isnan(code); });
+    const std::size_t steps = 2 * question.tests.size();
+    for (std::size_t step = 0; step < steps; step += 2) {
+        const std::string& test = question.tests[step / 2];
+        const Area first = areaOfGroup(columns, question, test, 0, oneOf(watch, step, steps));
+        const Area second = areaOfGroup(columns, question, test, 1, oneOf(watch, step + 1, steps));
+        all.differences.push_back(
+            differenceOf(auc_comparison(asCall(first), asCall(second), question.level), first, second));
+        all.differences.back().leftOut = first.leftOut + second.leftOut + all.rows.missingGroup;
     }
-
-private:
-    [[nodiscard]] std::size_t steps() const { return 2 * question_.tests.size(); }
-
-    [[nodiscard]] Area areaOfGroup(const std::string& test, double group, const Watch& watch) const
-    {
-        const std::span<const double> values = columns_.test(test);
-        std::vector<double> states;
-        std::vector<double> ofGroup;
-        for (std::size_t row = 0; row < columns_.rows(); ++row)
-            if (columns_.group()[row] == group) { // exact: a code
-                states.push_back(columns_.state()[row]);
-                ofGroup.push_back(values[row]);
-            }
-        Question question = question_;
-        question.grouping.reset();
-        const RunCases cases{.state = states, .tests = {test}, .values = {ofGroup}};
-        Area area = onlyResult(run(cases, question, Comparison::none, watch)).area;
-        area.group =
-            question_.grouping->column + " = " + columns_.groupWords()[group == CaseColumns::firstGroup ? 0 : 1];
-        return area;
-    }
-
-    const CaseColumns& columns_;
-    const Question& question_;
-    const Watch& watch_;
-};
+    return all;
+}
 
 /// Every two tests on the cases in which both are known. Tests with the same gaps make one run, which orders each of
 /// them once; every other two make a call.
@@ -269,8 +256,8 @@ Results study(const DataTable& table, const Question& question, const Watch& wat
     const CaseColumns columns(table, question);
     switch (question.rule) {
     case CaseRule::eachTest:
-        return question.comparison == Comparison::independent ? EachTest(columns, question, watch).differences()
-                                                              : EachTest(columns, question, watch).areas();
+        return question.comparison == Comparison::independent ? eachDifference(columns, question, watch)
+                                                              : eachArea(columns, question, watch);
     case CaseRule::pairwise: return Pairwise(columns, question, watch).results();
     case CaseRule::together: break;
     }

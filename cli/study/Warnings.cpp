@@ -34,13 +34,6 @@ constexpr std::array adviceOnErrors{
     Advice{statusCode::groupEmpty, "a group holds no case, so there is nothing to compare; choose another split"},
 };
 
-std::string nameOf(int code)
-{
-    std::string name;
-    ROCComponentDisplay::ParseErrCodeToStr(code, name);
-    return name;
-}
-
 } // namespace
 
 Warning warningInWords(int code, const std::string& name, std::span<const std::string> tests)
@@ -63,8 +56,10 @@ Warning warningInWords(int code, const std::string& name, std::span<const std::s
 
 Warning failureInWords(int code)
 {
+    std::string name;
+    ROCComponentDisplay::ParseErrCodeToStr(code, name);
     const auto advice = std::ranges::find(adviceOnErrors, code, &Advice::code);
-    return {code, nameOf(code), advice != adviceOnErrors.end() ? advice->sentence : "the analysis came to no result"};
+    return {code, name, advice != adviceOnErrors.end() ? advice->sentence : "the analysis came to no result"};
 }
 
 } // namespace vexroc

@@ -14,12 +14,12 @@ Library::Library(const char* soname, const char* package, const std::string& pur
     missing_ = purpose + " needs another version of the library " + soname + " than the one installed: it has no ";
 }
 
-void* Library::symbol(const char* name) const
+Library::Symbol Library::operator[](const char* name) const
 {
     void* const found = dlsym(handle_, name);
     if (found == nullptr)
         throw failure_(missing_ + name);
-    return found;
+    return {found};
 }
 
 } // namespace vexroc

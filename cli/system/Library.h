@@ -15,30 +15,21 @@ public:
     Library(const char* soname, const char* package, const std::string& purpose,
             Failure (*failure)(const std::string&));
 
-    /// The address of a function as the pointer it is: library.bind(pointer, "PQclear").
-    template <class Function>
-    void bind(Function*& function, const char* name) const
-    {
-        function = reinterpret_cast<Function*>(symbol(name));
-    }
+    /// The address of a function, for a pointer of its type: decltype(&PQclear) clear = library["PQclear"].
+    struct Symbol {
+        void* address;
+        template <class Function>
+        operator Function*() const noexcept // NOLINT(google-explicit-constructor): it initialises pointers
+        {
+            return reinterpret_cast<Function*>(address);
+        }
+    };
+    [[nodiscard]] Symbol operator[](const char* name) const;
 
 private:
-    [[nodiscard]] void* symbol(const char* name) const;
-
     void* handle_;
     std::string missing_; ///< what to say of a function that is not there
     Failure (*failure_)(const std::string&);
-};
-
-/// A function of a library, called as it is there: LibraryFunction<decltype(PQclear)> clear{library, "PQclear"}.
-template <class Function>
-class LibraryFunction {
-public:
-    LibraryFunction(const Library& library, const char* name) { library.bind(function_, name); }
-    operator Function*() const noexcept { return function_; }
-
-private:
-    Function* function_ = nullptr;
 };
 
 } // namespace vexroc

@@ -26,24 +26,6 @@ struct GError {
 using CairoWrite = int (*)(void* closure, const unsigned char* data, unsigned length);
 }
 
-namespace {
-
-/// A function of a library, for a pointer of whatever type.
-struct Bound {
-    const Library& library;
-    const char* name;
-
-    template <class Function>
-    operator Function*() const // NOLINT(google-explicit-constructor): it initialises pointers
-    {
-        Function* function = nullptr;
-        library.bind(function, name);
-        return function;
-    }
-};
-
-} // namespace
-
 struct SvgLibrary {
     explicit SvgLibrary(const std::string& purpose)
         : rsvg("librsvg-2.so.2", "librsvg2-2", purpose, outputError),
@@ -56,19 +38,19 @@ struct SvgLibrary {
     Library cairo;
     Library gobject;
 
-    RsvgHandle* (*newFromData)(const unsigned char*, std::size_t, GError**) = Bound{rsvg, "rsvg_handle_new_from_data"};
-    int (*sizeInPixels)(RsvgHandle*, double*, double*) = Bound{rsvg, "rsvg_handle_get_intrinsic_size_in_pixels"};
-    int (*render)(RsvgHandle*, cairo_t*, const RsvgRectangle*, GError**) = Bound{rsvg, "rsvg_handle_render_document"};
-    cairo_surface_t* (*image)(int format, int, int) = Bound{cairo, "cairo_image_surface_create"};
-    cairo_surface_t* (*pdf)(CairoWrite, void*, double, double) = Bound{cairo, "cairo_pdf_surface_create_for_stream"};
-    int (*writePng)(cairo_surface_t*, CairoWrite, void*) = Bound{cairo, "cairo_surface_write_to_png_stream"};
-    void (*finish)(cairo_surface_t*) = Bound{cairo, "cairo_surface_finish"};
-    int (*surfaceStatus)(cairo_surface_t*) = Bound{cairo, "cairo_surface_status"};
-    void (*destroySurface)(cairo_surface_t*) = Bound{cairo, "cairo_surface_destroy"};
-    cairo_t* (*create)(cairo_surface_t*) = Bound{cairo, "cairo_create"};
-    void (*destroy)(cairo_t*) = Bound{cairo, "cairo_destroy"};
-    const char* (*statusText)(int) = Bound{cairo, "cairo_status_to_string"};
-    void (*unref)(void*) = Bound{gobject, "g_object_unref"};
+    RsvgHandle* (*newFromData)(const unsigned char*, std::size_t, GError**) = rsvg["rsvg_handle_new_from_data"];
+    int (*sizeInPixels)(RsvgHandle*, double*, double*) = rsvg["rsvg_handle_get_intrinsic_size_in_pixels"];
+    int (*render)(RsvgHandle*, cairo_t*, const RsvgRectangle*, GError**) = rsvg["rsvg_handle_render_document"];
+    cairo_surface_t* (*image)(int format, int, int) = cairo["cairo_image_surface_create"];
+    cairo_surface_t* (*pdf)(CairoWrite, void*, double, double) = cairo["cairo_pdf_surface_create_for_stream"];
+    int (*writePng)(cairo_surface_t*, CairoWrite, void*) = cairo["cairo_surface_write_to_png_stream"];
+    void (*finish)(cairo_surface_t*) = cairo["cairo_surface_finish"];
+    int (*surfaceStatus)(cairo_surface_t*) = cairo["cairo_surface_status"];
+    void (*destroySurface)(cairo_surface_t*) = cairo["cairo_surface_destroy"];
+    cairo_t* (*create)(cairo_surface_t*) = cairo["cairo_create"];
+    void (*destroy)(cairo_t*) = cairo["cairo_destroy"];
+    const char* (*statusText)(int) = cairo["cairo_status_to_string"];
+    void (*unref)(void*) = gobject["g_object_unref"];
 };
 
 namespace {
@@ -82,9 +64,9 @@ int append(void* bytes, const unsigned char* data, unsigned length)
 }
 
 /// A document that librsvg has read.
-class Document {
+class SvgDocument {
 public:
-    Document(const SvgLibrary& library, const std::string& svg) : library_(library), handle_(nullptr, library.unref)
+    SvgDocument(const SvgLibrary& library, const std::string& svg) : library_(library), handle_(nullptr, library.unref)
     {
         GError* error = nullptr;
         handle_.reset(library.newFromData(reinterpret_cast<const unsigned char*>(svg.data()), svg.size(), &error));
@@ -160,7 +142,7 @@ std::string Rasterizer::convert(std::string svg) const
 {
     if (library_ == nullptr)
         return svg;
-    const Document document(*library_, svg);
+    const SvgDocument document(*library_, svg);
     return isPng_ ? document.png() : document.pdf();
 }
 

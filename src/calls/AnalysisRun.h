@@ -17,7 +17,7 @@ namespace ROCALG_920::calls {
 /// A run that has ended, with all that a caller may ask of it.
 class AnalysisRun {
 public:
-    struct Warning {
+    struct RunWarning {
         int code;
         std::string name;
         std::vector<int> parameters;
@@ -34,8 +34,8 @@ public:
     [[nodiscard]] int statusCode() const noexcept { return statusCode_; }
     [[nodiscard]] bool ranOutOfMemory() const noexcept { return ranOutOfMemory_; }
     [[nodiscard]] const std::string& statusName() const noexcept { return statusName_; }
-    [[nodiscard]] const std::vector<Warning>& warnings() const noexcept { return warnings_; }
-    [[nodiscard]] const RowCounts& rows() const noexcept { return rows_; }
+    [[nodiscard]] const std::vector<RunWarning>& warnings() const noexcept { return warnings_; }
+    [[nodiscard]] const RowTally& rows() const noexcept { return rows_; }
     [[nodiscard]] std::span<ROCOutBase* const> records() const noexcept;
     [[nodiscard]] std::span<ROCComparisonOutStats* const> comparisons() const noexcept;
     /// Of each record.
@@ -54,8 +54,8 @@ private:
     int statusCode_ = 0;
     bool ranOutOfMemory_ = false;
     std::string statusName_;
-    std::vector<Warning> warnings_;
-    RowCounts rows_;
+    std::vector<RunWarning> warnings_;
+    RowTally rows_;
     std::vector<GroupRows> groupRows_;
     std::vector<std::vector<OperatingPoint>> bestCutOffs_;
 };

@@ -48,10 +48,10 @@ public:
         if (part.fate == RowFate::used)
             (part.positive ? rows.weighted_positive : rows.weighted_negative) += part.cases;
         if (isUsable(part.fate))
-            for (RowCounts::Gap& gap : counts_.gaps)
+            for (RowTally::UnknownTest& gap : counts_.gaps)
                 (part.positive ? gap.positive : gap.negative) += std::isnan(row[gap.column]) ? 1 : 0;
     }
-    [[nodiscard]] RowCounts counts() && { return std::move(counts_); }
+    [[nodiscard]] RowTally counts() && { return std::move(counts_); }
 
 private:
     void countWeight(const Row& row, const RowPart& part)
@@ -65,7 +65,7 @@ private:
     }
 
     const RowRule& rule_;
-    RowCounts counts_;
+    RowTally counts_;
 };
 
 } // namespace

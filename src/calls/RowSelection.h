@@ -10,15 +10,15 @@
 namespace ROCALG_920::calls {
 
 /// What became of the rows of columns, as callers are told it.
-struct RowCounts {
+struct RowTally {
     /// Usable rows that lack the value of one test.
-    struct Gap {
+    struct UnknownTest {
         int column;
         long long positive;
         long long negative;
     };
     vexroc_rows rows{};
-    std::vector<Gap> gaps; ///< one per test, ascending by column
+    std::vector<UnknownTest> gaps; ///< one per test, ascending by column
 
     /// Rows without state, group or weight.
     [[nodiscard]] long long withoutParts() const noexcept
@@ -58,7 +58,7 @@ public:
     RowSelection(const RowSelection&) = delete;
     RowSelection& operator=(const RowSelection&) = delete;
 
-    [[nodiscard]] const RowCounts& counts() const noexcept { return counts_; }
+    [[nodiscard]] const RowTally& counts() const noexcept { return counts_; }
     [[nodiscard]] const std::vector<std::span<const double>>& columns() const noexcept { return columns_; }
 
 private:
@@ -66,7 +66,7 @@ private:
 
     std::vector<std::span<const double>> columns_;
     std::vector<std::vector<double>> copies_;
-    RowCounts counts_;
+    RowTally counts_;
 };
 
 } // namespace ROCALG_920::calls

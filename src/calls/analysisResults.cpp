@@ -121,8 +121,8 @@ int vexroc_analysis_rows(const vexroc_analysis* analysis, vexroc_rows* rows)
 int vexroc_analysis_missing_test(const vexroc_analysis* analysis, int column, long long* positive, long long* negative)
 {
     return guarded([&] {
-        const std::vector<RowCounts::Gap>& gaps = lastRun(analysis).rows().gaps;
-        const auto found = std::ranges::lower_bound(gaps, column, {}, &RowCounts::Gap::column);
+        const std::vector<RowTally::UnknownTest>& gaps = lastRun(analysis).rows().gaps;
+        const auto found = std::ranges::lower_bound(gaps, column, {}, &RowTally::UnknownTest::column);
         if (found == gaps.end() || found->column != column)
             throw InvalidArgument("column " + std::to_string(column) + " was no test of the last run");
         put(positive, 0, found->positive);
@@ -134,7 +134,7 @@ int vexroc_analysis_missing_test(const vexroc_analysis* analysis, int column, lo
 int vexroc_analysis_warning(const vexroc_analysis* analysis, int index, vexroc_warning* warning)
 {
     return guarded([&] {
-        const AnalysisRun::Warning& found = at(lastRun(analysis).warnings(), index, "warning");
+        const AnalysisRun::RunWarning& found = at(lastRun(analysis).warnings(), index, "warning");
         vexroc_warning out{};
         out.name = found.name.c_str();
         out.parameters = found.parameters.data();

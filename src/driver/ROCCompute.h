@@ -48,9 +48,9 @@ private:
     using Code = int;
 
     Code run(VexCommon_920::MultiPassRecordIter& iter);
-    Code checkState() const;
+    [[nodiscard]] Code checkState() const;
     Code checkTestVars(std::vector<int>& usable) const;
-    Code checkComparison(int groupVar) const;
+    [[nodiscard]] Code checkComparison(int groupVar) const;
     int groupVarInEffect();
     Code defineGroups(VexCommon_920::MultiPassRecordIter& iter, int groupVar, GroupSplit& split);
     void warn(int code);

@@ -18,21 +18,21 @@ PairedComponents::PairedComponents(const Observations& observations, std::int64_
 template <class Twice>
 void PairedComponents::rank(const Observations& observations, std::vector<Twice>& twice)
 {
-    struct Counts {
+    struct PairedCounts {
         Twice ofPositive;
         Twice ofNegative;
     };
     struct CountsAt {
         PlacementSums sums;
 
-        Counts operator()(const DistinctValue& x)
+        PairedCounts operator()(const DistinctValue& x)
         {
             const PlacementSums::Twice counts = sums.add(x);
             return {static_cast<Twice>(counts.ofPositive), static_cast<Twice>(counts.ofNegative)};
         }
     };
     twice.resize(observations.size());
-    const auto keep = [place = twice.data()](std::size_t position, bool positive, Counts counts) {
+    const auto keep = [place = twice.data()](std::size_t position, bool positive, PairedCounts counts) {
         place[position] = positive ? counts.ofPositive : counts.ofNegative;
     };
     observations.visit(
