@@ -25,7 +25,7 @@ ResultAssembly::ResultAssembly(const ROCSetting& setting, const GroupSplit& spli
 int ResultAssembly::run(VexCommon_920::MultiPassRecordIter& iter, Results& results, Comparisons& comparisons,
                         VexWarnings& warnings)
 {
-    if (const int code = checkSpaces(); code != statusCode::noError)
+    if (const int code = settleAssumption(); code != statusCode::noError)
         return code;
     warn(warnings);
     switch (setting_.getComparisonType()) {
@@ -36,9 +36,9 @@ int ResultAssembly::run(VexCommon_920::MultiPassRecordIter& iter, Results& resul
     return statusCode::unexpected; // refused before any data was read
 }
 
-/// Ties, the assumption in effect, and groups without a case. One space with unequal counts takes the bi-negative
+/// Notes which variables have ties and settles the assumption in effect; the code of a group without a case. One space with unequal counts takes the bi-negative
 /// exponential assumption from the whole run.
-int ResultAssembly::checkSpaces()
+int ResultAssembly::settleAssumption()
 {
     const auto unequalCounts = [](const ROCSpace& s) { return s.getNegtiveCount() != s.getPositiveCount(); };
     const auto empty = [](const ROCSpace& s) { return s.getNegtiveCount() == 0 && s.getPositiveCount() == 0; };

@@ -34,7 +34,7 @@ public:
             VexCommon_920::VexWarnings& warnings);
 
 private:
-    int checkSpaces();
+    int settleAssumption();
     void warn(VexCommon_920::VexWarnings& warnings) const;
     int recordAreas(Results& results);
     int compareGroups(VexCommon_920::MultiPassRecordIter& iter, Results& results, Comparisons& comparisons);
