@@ -67,9 +67,9 @@ class Page(html.parser.HTMLParser):
 
 
 def test_names_harm_no_output(vexroc, tmp_path):
-    data = as_csv(["state", *HOSTILE], *([row % 2, *(row * (3 + i) % 11 + row % 2 for i, _ in enumerate(HOSTILE))]
+    data = as_csv(["st\tate", *HOSTILE], *([row % 2, *(row * (3 + i) % 11 + row % 2 for i, _ in enumerate(HOSTILE))]
                                          for row in range(12)))
-    question = ["analyze", "-", "--state", "state=1", "--test", "all"]
+    question = ["analyze", "-", "--state", "st\tate=1", "--test", "all"]
 
     def printed(form):
         return vexroc.done(*question, "--format", form, data=data, cwd=tmp_path)
