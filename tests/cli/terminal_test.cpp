@@ -83,8 +83,7 @@ TEST(Terminal, AnInterruptLeavesNoFilesAndTheHandlersFromBefore)
 {
     const TemporaryFolder folder;
     const std::string curve = folder.path() / "curve.csv";
-    const std::vector<std::string_view> args{"analyze", "-",       "--state", "s=1",  "--test",
-                                             "t",       "--curve", curve,     "--pr", "--best"};
+    const std::vector<std::string_view> args{"analyze", "-", "--state", "s=1", "--test", "t", "--curve", curve};
     std::ostringstream out;
     const auto interruptedRun = [&] {
         PressingTerminal terminal;

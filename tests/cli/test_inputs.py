@@ -120,27 +120,23 @@ def test_a_sqlite_database_answers_like_the_text(vexroc, plain, numbers, expecte
     assert answers(vexroc, query, numbers) == expected
 
 
-@pytest.mark.parametrize("choice, code, message", [
-    (["--table", "Case"], 3, "no table 'Case'; did you mean 'cases'?"),
-    (["--table", 'x"; DROP TABLE cases; --'], 3, "its tables are 'cases'"),
-    (["--query", "SELEC 1"], 3, 'not understood: near "SELEC": syntax error'),
-    (["--query", "SELECT 1; SELECT 2"], 3, "one statement"),
-    (["--query", "DELETE FROM cases"], 3, "changes nothing"),
-    (["--query", "SELECT * FROM cases WHERE 0"], 3, "returns no rows"),
-    (["--query", "SELECT state, word AS count FROM cases"], 3, "row 1, column 'count': 'one' is neither"),
-    (["--query", "SELECT state, 1 AS count, 2 AS count FROM cases"], 3, "more than once"),
-    ([], 2, "needs --table NAME or --query SQL"),
-    (["--table", "cases", "--query", "SELECT 1"], 2, "give one of them"),
-], ids=lambda value: " ".join(value) if isinstance(value, list) else "")
-def test_sqlite_says_what_is_wrong(vexroc, numbers, choice, code, message):
-    vexroc.fails(code, message, "auc", "--sqlite", numbers, *choice, *QUESTION)
-
-
-def test_a_wrong_source_is_named(vexroc, plain, numbers):
+def test_a_wrong_source_or_query_is_told(vexroc, plain, numbers):
+    for choice, code, message in [
+            (["--table", "Case"], 3, "no table 'Case'; did you mean 'cases'?"),
+            (["--table", 'x"; DROP TABLE cases; --'], 3, "its tables are 'cases'"),
+            (["--query", "SELEC 1"], 3, 'not understood: near "SELEC": syntax error'),
+            (["--query", "SELECT 1; SELECT 2"], 3, "one statement"),
+            (["--query", "DELETE FROM cases"], 3, "changes nothing"),
+            (["--query", "SELECT * FROM cases WHERE 0"], 3, "returns no rows"),
+            (["--query", "SELECT state, word AS count FROM cases"], 3, "row 1, column 'count': 'one' is neither"),
+            (["--query", "SELECT state, 1 AS count, 2 AS count FROM cases"], 3, "more than once"),
+            ([], 2, "needs --table NAME or --query SQL"),
+            (["--table", "cases", "--query", "SELECT 1"], 2, "give one of them"),
+            ([plain, "--table", "cases"], 2, "name one of them")]:
+        vexroc.fails(code, message, "auc", "--sqlite", numbers, *choice, *QUESTION)
     for source, code, message in [
             (["--sqlite", plain, "--table", "cases"], 3, "not a database"),
             (["--sqlite", plain.with_name("none.db"), "--table", "cases"], 3, "No such file"),
-            ([plain, "--sqlite", numbers, "--table", "cases"], 2, "name one of them"),
             ([plain, "--table", "cases"], 2, "--table names a table of --sqlite"),
             ([plain, "--query", "SELECT 1"], 2, "--query asks a database"),
             ([], 2, "FILE is required")]:

@@ -35,9 +35,6 @@ def test_json_tells_every_number(vexroc):
     many = b"t,u\n" + b"".join(b"%d,x\n" % i for i in range(100_002))
     columns = vexroc.json("columns", "-", data=many)["results"]["columns"]
     assert [columns[0]["distinct"], columns[1]["smallest"]] == [">100000", None]
-    areas = csv.DictReader(io.StringIO(vexroc.done("auc", *CANCER, "radius_mean", "--format", "csv")))
-    in_json = vexroc.json("auc", *CANCER, "radius_mean")["results"]["areas"][0]["area"]
-    assert in_json == float(next(areas)["area"])
 
 
 @pytest.mark.parametrize("command", ["analyze", "auc", "compare", "curve", "pr"])
@@ -70,9 +67,9 @@ class Page(html.parser.HTMLParser):
 
 
 def test_names_harm_no_output(vexroc, tmp_path):
-    data = as_csv(["state", *HOSTILE], *([row % 2, *(row * (3 + i) % 11 + row % 2 for i, _ in enumerate(HOSTILE))]
+    data = as_csv(["st\tate", *HOSTILE], *([row % 2, *(row * (3 + i) % 11 + row % 2 for i, _ in enumerate(HOSTILE))]
                                          for row in range(12)))
-    question = ["analyze", "-", "--state", "state=1", "--test", "all"]
+    question = ["analyze", "-", "--state", "st\tate=1", "--test", "all"]
 
     def printed(form):
         return vexroc.done(*question, "--format", form, data=data, cwd=tmp_path)

@@ -2,6 +2,7 @@
 import csv
 import io
 import itertools
+import operator
 import re
 import shlex
 
@@ -29,13 +30,14 @@ def tables(vexroc, arguments, data=b"", folder=DATA):
 
 def test_curves_are_those_of_the_definition_in_every_command(vexroc, tmp_path):
     """Counted at every cut-off; the last digit of a number survives the way out."""
-    cases = [(1, 2), (1, 1), (1, 1), (0, 1), (0, 0.1), (0, 0.1 + 0.2), (1, -1), (0, 7)]
+    cases = [(1, 2), (1, 1), (1, 1 + 2**-52), (0, 1), (0, 0.1), (0, 0.1 + 0.2), (1, -1), (0, 7)]
     data = as_csv("st", *cases)
     for options in "", "--smaller", "--exclude":
         sign = -1 if options == "--smaller" else 1
         values = sorted({value for _, value in cases})
         cut_offs = [values[0] - 1, *((a + b) * 0.5 for a, b in zip(values, values[1:])), values[-1] + 1]
-        expected = [[cut, *(sum(sign * t >= sign * cut for s, t in cases if s == state) / 4 for state in (0, 1))]
+        reaches = operator.gt if options == "--exclude" else operator.ge  # one cut-off is rounded to its value
+        expected = [[cut, *(sum(reaches(sign * t, sign * cut) for s, t in cases if s == state) / 4 for state in (0, 1))]
                     for cut in cut_offs]
         tables(vexroc, f"analyze {ON_INPUT} t {options} --curve curve.csv", data, tmp_path)
         written = [line.split(",") for line in (tmp_path / "curve.csv").read_text().splitlines()]
@@ -78,7 +80,6 @@ def test_one_question_has_one_answer_in_all_commands(vexroc):
         seen.append(area)
     assert seen[0][0] == "0.68"  # as published
     assert tables(vexroc, "analyze --no-curve " + FAWCETT)[1][0][10] == "NA"
-    assert len(tables(vexroc, f"analyze {CANCER} --test all")[1]) == 30
 
 
 def test_cases_are_split_in_every_way(vexroc):
@@ -385,4 +386,3 @@ def test_files_are_written_completely_or_not_at_all(vexroc, tmp_path):
     vexroc.done(*analyze, link, cwd=DATA)
     assert curve.read_text().startswith("variable,group,") and link.is_symlink()
     assert curve.stat().st_mode & 0o777 == 0o640 and len(list(tmp_path.iterdir())) == 2
-    assert "\nscore,all cases," in vexroc.done(*analyze, "/dev/stdout", cwd=DATA)
