@@ -144,9 +144,11 @@ private:
     void addLegend()
     {
         for (std::size_t c = 0; c < drawing_.curves.size(); ++c) {
-            const double left = margin + static_cast<double>(c / legend_.perBlock) * legend_.blockWidth;
-            const double baseline = panelHeight + static_cast<double>(c % legend_.perBlock + 1) * lineHeight + margin;
-            if (c % legend_.perBlock == 0)
+            const std::size_t block = c / legend_.perBlock;
+            const std::size_t place = c % legend_.perBlock; // in the block
+            const double left = margin + static_cast<double>(block) * legend_.blockWidth;
+            const double baseline = panelHeight + static_cast<double>(place + 1) * lineHeight + margin;
+            if (place == 0)
                 addRow(0, left, baseline - lineHeight);
             const std::string y = pixels(baseline - 4.5);
             svg_ += "<g " + markup::colourOf(c) + "><line x1=\"" + pixels(left) + "\" x2=\""

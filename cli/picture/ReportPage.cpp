@@ -7,7 +7,6 @@
 #include "cli/words/VisibleText.h"
 #include "picture/pageParts.h"
 
-#include <array>
 #include <charconv>
 
 namespace vexroc {

@@ -6,7 +6,6 @@
 #include "cli/words/Numbers.h"
 #include "cli/words/VisibleText.h"
 
-#include <algorithm>
 #include <limits>
 #include <string_view>
 #include <vector>

@@ -3,10 +3,8 @@
 #include "cli/study/DataTable.h"
 #include "cli/study/Question.h"
 
-#include <deque>
 #include <span>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace vexroc {

@@ -39,7 +39,7 @@ std::vector<std::pair<std::string, long long>> RowCounts::reasons() const
 std::optional<std::string> reasonWithoutCurve(long long positive, long long negative)
 {
     constexpr int fewestCases = 3;
-    if (const std::optional<std::string> reason = missingState(positive, negative))
+    if (std::optional<std::string> reason = missingState(positive, negative))
         return reason;
     if (positive + negative < fewestCases)
         return "at least " + std::to_string(fewestCases) + " cases are needed";

@@ -3,7 +3,6 @@
 #include "cli/words/Numbers.h"
 #include "cli/words/VisibleText.h"
 
-#include <algorithm>
 #include <cmath>
 
 namespace vexroc {

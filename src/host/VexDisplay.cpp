@@ -48,6 +48,7 @@ void DisplayText(const long& /*level*/, const char* text) { writeLine(text != nu
 
 void DisplayText(const long& /*level*/, const std::string& text) { writeLine(text); }
 
+// NOLINTBEGIN(performance-unnecessary-value-param): the interface takes labels by value
 void DisplayB(std::string label, bool value) { writeLine(label, ' ', value ? "true" : "false"); }
 
 void DisplayD(std::string label, double value) { writeLine(label, ' ', value); }
@@ -60,5 +61,6 @@ void DisplayDV(std::string label, const std::vector<double>& values, bool /*flag
 }
 
 void DisplayIV(std::string label, const std::vector<int>& values) { writeLine(label, ' ', inBrackets(values)); }
+// NOLINTEND(performance-unnecessary-value-param)
 
 } // namespace VexDisplay_920

@@ -16,7 +16,8 @@ namespace ROCALG_920 {
 class Int256 {
 public:
     constexpr Int256() = default;
-    constexpr Int256(Int128 value) noexcept // any smaller integer is one of these
+    // NOLINTNEXTLINE(google-explicit-constructor): any smaller integer is one of these
+    constexpr Int256(Int128 value) noexcept
         : words_{static_cast<Word>(value), static_cast<Word>(value >> wordBits), static_cast<Word>(value < 0 ? -1 : 0),
                  static_cast<Word>(value < 0 ? -1 : 0)}
     {
