@@ -36,8 +36,8 @@ int ResultAssembly::run(VexCommon_920::MultiPassRecordIter& iter, Results& resul
     return statusCode::unexpected; // refused before any data was read
 }
 
-/// Notes which variables have ties and settles the assumption in effect; the code of a group without a case. One space with unequal counts takes the bi-negative
-/// exponential assumption from the whole run.
+/// Notes which variables have ties and settles the assumption in effect; the code of a group without a case. One space
+/// with unequal counts takes the bi-negative exponential assumption from the whole run.
 int ResultAssembly::settleAssumption()
 {
     const auto unequalCounts = [](const ROCSpace& s) { return s.getNegtiveCount() != s.getPositiveCount(); };

@@ -78,7 +78,7 @@ TEST_F(ResultDisplay, OfARecordShowsEveryPart)
 TEST_F(ResultDisplay, ShowsMissingValues)
 {
     ROCSpace positives = spaceOf({{true, 1}, {true, 2}});
-    FixedStats without(positives, {});
+    FixedStats without(positives);
     const std::string text = textOf(ROCOutBase(score, without, true));
     for (const char* line : {"Negative count:0 Positive count:2\n",
                              "changes to Nonparmetric? yes\nPositive or Negative count is zero (0)? yes\n",

@@ -186,13 +186,9 @@ static SEXP rows_of(const vexroc_analysis* analysis)
                                         "too_light",     "too_heavy",     "rounded"};
     vexroc_rows r = {.struct_size = sizeof r};
     require_ok(vexroc_analysis_rows(analysis, &r));
-    const long long values[7] = {r.missing_state,
-                                 r.missing_group,
-                                 r.other_group,
-                                 r.missing_weight,
-                                 r.unusable_weight - r.too_heavy,
-                                 r.too_heavy,
-                                 r.rounded_used};
+    const long long values[7] = {
+        r.missing_state, r.missing_group, r.other_group, r.missing_weight, r.unusable_weight - r.too_heavy,
+        r.too_heavy,     r.rounded_used};
     SEXP list = PROTECT(Rf_allocVector(VECSXP, 7));
     for (int i = 0; i < 7; ++i)
         SET_VECTOR_ELT(list, i, Rf_ScalarInteger((int)values[i])); /* columns have no more rows than an int counts */
