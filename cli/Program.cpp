@@ -7,7 +7,7 @@
 #include "cli/words/Failure.h"
 #include "cli/words/VisibleText.h"
 
-#include "version.h"
+#include "cli/words/version.h"
 
 #include <vexrocproc/version.h>
 

@@ -10,7 +10,7 @@
 #include "cli/system/OutputFile.h"
 #include "cli/system/Rasterizer.h"
 #include "cli/words/VisibleText.h"
-#include "version.h"
+#include "cli/words/version.h"
 
 #include <CLI/CLI.hpp>
 
@@ -24,7 +24,7 @@ namespace vexroc {
 
 namespace {
 
-std::string statusLine(const Warning& failure)
+std::string statusLine(const RunMessage& failure)
 {
     return "status " + std::to_string(failure.code) + " " + failure.name + ": " + failure.sentence;
 }
@@ -89,7 +89,7 @@ public:
     {
         Report report = reportOf(task_, document_);
         report.file.clear(); // written with the other files, or not at all
-        if (const std::optional<Warning> failure = analysis_.failure())
+        if (const std::optional<RunMessage> failure = analysis_.failure())
             report.error = statusLine(*failure);
         return report;
     }
@@ -149,7 +149,7 @@ private:
         for (const Document::Part& part : document_.parts)
             writeHtml(part.table, part.title, tables);
         std::vector<std::string> warnings;
-        for (const Warning& warning : document_.warnings)
+        for (const RunMessage& warning : document_.warnings)
             warnings.push_back(warning.line());
         return ReportPage{.command = surroundings.command,
                           .version = programVersion,

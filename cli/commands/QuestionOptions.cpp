@@ -121,7 +121,7 @@ Results answer(const Task& task, const Surroundings& surroundings)
 Report reportOf(const Task& task, const Document& document)
 {
     Report report{.text = spelled(document, task.form), .file = task.output, .notes = document.notes};
-    for (const Warning& warning : document.warnings)
+    for (const RunMessage& warning : document.warnings)
         report.warnings.push_back(warning.line());
     return report;
 }

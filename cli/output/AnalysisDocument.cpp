@@ -252,14 +252,14 @@ bool anyValue(const Analysis& analysis, auto holds)
 
 } // namespace
 
-std::optional<Warning> Analysis::failure() const
+std::optional<RunMessage> Analysis::failure() const
 {
     if (values.empty() || anyValue(*this, [](const Results& results) { return !results.failure; }))
         return std::nullopt;
-    const Warning& last = *values.back().results.failure;
+    const RunMessage& last = *values.back().results.failure;
     return question.by.empty()
         ? last
-        : Warning{last.code, last.name, "no value of " + inQuotes(question.by) + " gave a result"};
+        : RunMessage{last.code, last.name, "no value of " + inQuotes(question.by) + " gave a result"};
 }
 
 long long Analysis::cases(long long RowCounts::*state) const

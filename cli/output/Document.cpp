@@ -2,7 +2,7 @@
 
 #include "cli/output/Json.h"
 #include "cli/output/TableForms.h"
-#include "version.h"
+#include "cli/words/version.h"
 
 #include <nlohmann/json.hpp>
 
@@ -42,7 +42,7 @@ nlohmann::ordered_json questionOf(const Document& document)
     return question;
 }
 
-nlohmann::ordered_json listOf(const std::vector<Warning>& warnings)
+nlohmann::ordered_json listOf(const std::vector<RunMessage>& warnings)
 {
     nlohmann::ordered_json list = nlohmann::ordered_json::array();
     for (const auto& [code, name, sentence] : warnings)

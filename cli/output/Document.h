@@ -30,7 +30,7 @@ struct Document {
     std::vector<Part> parts = {};
     // For people, each a line of visible text.
     std::vector<std::string> notes = {};
-    std::vector<Warning> warnings = {};
+    std::vector<RunMessage> warnings = {};
 };
 
 /// Heading and tables for people, the tables as CSV, or one JSON document with the notes and warnings.

@@ -31,7 +31,7 @@ struct Analysis {
     std::vector<std::string> notesAfter = {};
 
     /// Why there is no result at all: of the last value that failed, when all did.
-    [[nodiscard]] std::optional<Warning> failure() const;
+    [[nodiscard]] std::optional<RunMessage> failure() const;
     /// The cases of one state of all values with a result.
     [[nodiscard]] long long cases(long long RowCounts::*state) const;
 };

@@ -2,10 +2,10 @@
 
 #include "cli/picture/Panels.h"
 #include "cli/picture/markup.h"
+#include "cli/picture/pageParts.h"
 #include "cli/words/Failure.h"
 #include "cli/words/Letters.h"
 #include "cli/words/VisibleText.h"
-#include "picture/pageParts.h"
 
 #include <charconv>
 

@@ -117,7 +117,7 @@ struct Difference {
 };
 
 /// A warning of the component in words, or why it came to no result.
-struct Warning {
+struct RunMessage {
     int code;
     std::string name;
     std::string sentence; ///< visible text
@@ -130,8 +130,8 @@ struct Results {
     RowCounts rows = {};
     std::vector<TestResult> tests = {};
     std::vector<Difference> differences = {};
-    std::vector<Warning> warnings = {};
-    std::optional<Warning> failure = {}; ///< why there is no result; then the tests tell their cases at most
+    std::vector<RunMessage> warnings = {};
+    std::optional<RunMessage> failure = {}; ///< why there is no result; then the tests tell their cases at most
 };
 
 /// The results of the rows with one value.

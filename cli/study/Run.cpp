@@ -163,9 +163,9 @@ private:
         return counts;
     }
 
-    [[nodiscard]] std::vector<Warning> warnings() const
+    [[nodiscard]] std::vector<RunMessage> warnings() const
     {
-        std::vector<Warning> warnings;
+        std::vector<RunMessage> warnings;
         for (int i = 0; i < vexroc_analysis_warning_count(handle_.get()); ++i) {
             const auto warning = told<vexroc_warning>(vexroc_analysis_warning, i);
             std::vector<std::string> tests;

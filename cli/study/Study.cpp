@@ -38,13 +38,10 @@ RunCases casesOf(const CaseColumns& columns, std::vector<std::string> tests)
     return cases;
 }
 
-/// A run for a test, or for two, of which little may be left: what a whole analysis calls no result is one without an
-/// area then.
-TestResult onlyResult(Results results)
+/// The result of a test that is alone in a run. What a whole analysis calls no result is one without an area then.
+TestResult resultOf(const RunCases& cases, const Question& question, const Watch& watch)
 {
-    TestResult only = std::move(results.tests.front());
-    only.area.leftOut = results.rows.read - only.area.positive - only.area.negative;
-    return only;
+    return std::move(run(cases, question, Comparison::none, watch).tests.front());
 }
 
 Difference differenceOf(const auc_comparison_res& r, const Area& first, const Area& second)
@@ -77,8 +74,8 @@ Results eachArea(const CaseColumns& columns, const Question& question, const Wat
         return run(casesOf(columns, question.tests), question, Comparison::none, watch);
     Results all;
     for (std::size_t t = 0; t < question.tests.size(); ++t)
-        all.tests.push_back(onlyResult(run(casesOf(columns, {question.tests[t]}), question, Comparison::none,
-                                           oneOf(watch, t, question.tests.size()))));
+        all.tests.push_back(
+            resultOf(casesOf(columns, {question.tests[t]}), question, oneOf(watch, t, question.tests.size())));
     return all;
 }
 
@@ -98,7 +95,7 @@ Area areaOfGroup(const CaseColumns& columns, const Question& question, const std
     Question ungrouped = question;
     ungrouped.grouping.reset();
     const RunCases cases{.state = states, .tests = {test}, .values = {ofGroup}};
-    Area area = onlyResult(run(cases, ungrouped, Comparison::none, watch)).area;
+    Area area = resultOf(cases, ungrouped, watch).area;
     area.group = question.grouping->column + " = " + columns.groupWords()[group];
     return area;
 }

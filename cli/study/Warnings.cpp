@@ -36,7 +36,7 @@ constexpr std::array adviceOnErrors{
 
 } // namespace
 
-Warning warningInWords(int code, const std::string& name, std::span<const std::string> tests)
+RunMessage warningInWords(int code, const std::string& name, std::span<const std::string> tests)
 {
     const auto sentence = [&]() -> std::string {
         switch (code) {
@@ -54,7 +54,7 @@ Warning warningInWords(int code, const std::string& name, std::span<const std::s
     return {code, name, sentence()};
 }
 
-Warning failureInWords(int code)
+RunMessage failureInWords(int code)
 {
     std::string name;
     ROCComponentDisplay::ParseErrCodeToStr(code, name);

@@ -10,9 +10,9 @@ namespace vexroc {
 // What the component answers in codes and positions, said in words and names.
 
 /// A warning of a run. `tests` are the names of the test variables that it is about.
-Warning warningInWords(int code, const std::string& name, std::span<const std::string> tests);
+RunMessage warningInWords(int code, const std::string& name, std::span<const std::string> tests);
 
 /// The status of a run that came to no result, with what to do about it.
-Warning failureInWords(int code);
+RunMessage failureInWords(int code);
 
 } // namespace vexroc
