@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <deque>
 #include <map>
 #include <optional>
 #include <utility>
@@ -150,24 +151,28 @@ public:
     }
 
 private:
-    /// The columns without the rows whose state is not known.
+    /// The columns without the rows whose state is not known: those of the table where all are, copies otherwise.
     struct KnownStates {
         KnownStates(const CaseColumns& columns, const std::vector<std::string>& tests)
         {
-            const auto known = [&](std::size_t row) { return !std::isnan(columns.state()[row]); };
+            const auto isUnknown = [](double state) { return std::isnan(state); };
+            const bool allKnown = std::ranges::none_of(columns.state(), isUnknown);
             const auto keep = [&](std::span<const double> column) {
-                std::vector<double> kept;
+                if (allKnown)
+                    return column;
+                std::vector<double>& kept = copies.emplace_back();
                 for (std::size_t row = 0; row < column.size(); ++row)
-                    if (known(row))
+                    if (!isUnknown(columns.state()[row]))
                         kept.push_back(column[row]);
-                return kept;
+                return std::span<const double>(kept);
             };
             states = keep(columns.state());
             for (const std::string& test : tests)
                 values.push_back(keep(columns.test(test)));
         }
-        std::vector<double> states;
-        std::vector<std::vector<double>> values; ///< of each test
+        std::deque<std::vector<double>> copies; ///< a deque: spans refer to its elements
+        std::span<const double> states;
+        std::vector<std::span<const double>> values; ///< of each test
     };
 
     [[nodiscard]] std::size_t tests() const noexcept { return question_.tests.size(); }
@@ -175,7 +180,7 @@ private:
     [[nodiscard]] std::vector<std::size_t> gapsOf(std::size_t test) const
     {
         std::vector<std::size_t> gaps;
-        const std::vector<double>& values = knownStates_.values[test];
+        const std::span<const double> values = knownStates_.values[test];
         for (std::size_t row = 0; row < values.size(); ++row)
             if (std::isnan(values[row]))
                 gaps.push_back(row);
@@ -184,8 +189,7 @@ private:
 
     void compareInOneRun(const std::vector<std::size_t>& which)
     {
-        RunCases cases{
-            .state = knownStates_.states, .group = {}, .weight = {}, .groupWords = {}, .tests = {}, .values = {}};
+        RunCases cases{.state = knownStates_.states};
         for (const std::size_t t : which) {
             cases.tests.push_back(question_.tests[t]);
             cases.values.emplace_back(knownStates_.values[t]);
@@ -203,7 +207,7 @@ private:
     {
         if (watch_.cancelRequested && watch_.cancelRequested())
             throw cancelled();
-        const auto& [states, values] = knownStates_;
+        const auto& [copies, states, values] = knownStates_;
         const auc_comparison_res r = auc_pairedcomparison(
             states.data(), values[first].data(), values[second].data(), static_cast<int>(states.size()), nullptr,
             question_.equalIsPositive ? "include" : "exclude", question_.positiveEnd(), question_.level);
@@ -214,7 +218,7 @@ private:
 
     [[nodiscard]] bool anyComplete(std::size_t first, std::size_t second) const
     {
-        const auto& [states, values] = knownStates_;
+        const auto& [copies, states, values] = knownStates_;
         for (std::size_t row = 0; row < states.size(); ++row)
             if (!std::isnan(values[first][row]) && !std::isnan(values[second][row]))
                 return true;
