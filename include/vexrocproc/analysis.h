@@ -21,6 +21,8 @@
  */
 #pragma once
 
+#include "vexrocproc/remarks.h"
+
 #include <stddef.h>
 
 #ifdef __cplusplus
@@ -29,7 +31,7 @@ extern "C" {
 #pragma GCC visibility push(default)
 
 /** Counts up with every addition to this header; what a program was compiled with. */
-#define VEXROC_ANALYSIS_VERSION 2
+#define VEXROC_ANALYSIS_VERSION 3
 
 /** The same of the library that is loaded. */
 int vexroc_analysis_version(void);
@@ -66,8 +68,12 @@ int vexroc_analysis_add_column(vexroc_analysis* analysis, const char* name, cons
                                int* column);
 
 /**
- * Gives a column its part: "state" (required), "test" (once per test variable, required; not the state), "group" or
- * "weight". A group also needs group_cut, group_first with group_second, or group_mid_point.
+ * Gives a column its part: "state" (required), "test" (once per test variable, required; not the state), "group",
+ * "weight" or "count". A group also needs group_cut, group_first with group_second, or group_mid_point.
+ *
+ * A weight moves the numbers of cases, not areas and errors. A count is the number of cases that the row stands for, a
+ * whole number from 0: all results are those of as many rows, to the bit. A row without a count is left out; a run
+ * with any other count, or with a weight beside it, is refused.
  *
  * @param column  -1 takes the part back: "test" from all its columns, "group" together with the way of grouping
  */
@@ -86,12 +92,37 @@ int vexroc_analysis_set_column(vexroc_analysis* analysis, const char* setting, i
 int vexroc_analysis_set_number(vexroc_analysis* analysis, const char* setting, double value);
 
 /**
+ * Adds a value of the negative state, never NaN, and sets the word "negative" to "listed": states that are neither
+ * positive nor listed are left out then. Setting the word to "all" takes the list back.
+ */
+int vexroc_analysis_add_negative(vexroc_analysis* analysis, double value);
+
+/**
+ * The direction of one test: "larger" or "smaller"; null takes it back, then the word setting "direction" holds for it.
+ * Cut-offs stay those of the test's own scale.
+ *
+ * @param column  of a test
+ */
+int vexroc_analysis_set_direction(vexroc_analysis* analysis, int column, const char* word);
+
+/** How texts of remarks name a value of a column, such as "female" for 1. The text is copied. */
+int vexroc_analysis_name_value(vexroc_analysis* analysis, int column, double value, const char* name);
+
+/**
  * Sets a word, in letters of either case; the first of each list is in force before:
  *   direction      larger, smaller: which end of the scale is positive
  *   cut_off        include, exclude: does a value equal to a cut-off count as positive?
  *   distribution   nonparam, bi-negative: assumption behind the standard error
  *   interpolation  davis-goadrich, keilwagen: of precision-recall points
  *   comparison     none, independent, paired: of each test between the groups, or of all pairs of tests
+ *   negative       all, listed: states other than the positive one, or those of vexroc_analysis_add_negative
+ *   cases          complete, pairwise: of a paired comparison; pairwise, every two tests are compared on the rows in
+ *                  which both are known, and each test has the record that it has without a comparison
+ *   interval       record, wald, wald-delong: standard error and interval of a record's area. record: those of the
+ *                  distribution, but DeLong's in a paired comparison of complete cases. wald: those of the
+ *                  distribution, wald-delong: DeLong's, always; with these, significance, ci_lower and ci_upper of a
+ *                  standard error of 0 are missing
+ *   weight_kind    unsaid, counts: that weights only count is meant, and needs no caution
  */
 int vexroc_analysis_set_word(vexroc_analysis* analysis, const char* setting, const char* word);
 
@@ -142,6 +173,9 @@ typedef struct vexroc_rows {
     long long rounded_weights; /**< of the rows with state, group and weight: the weight is not a whole number */
     long long rounded_used;    /**< of these: those used or incomplete */
     long long too_heavy;       /**< of unusable_weight: beyond the range of int */
+    long long other_state;     /**< neither the positive state nor a listed negative one; part of the sum as well */
+    long long missing_count;   /**< likewise: without a "count" */
+    long long given;           /**< rows of the columns; read counts each as often as its "count" says */
 } vexroc_rows;
 
 /** Fills the structure, also after a run that ended with an error or was cancelled: all rows are counted before. */
@@ -186,6 +220,11 @@ typedef struct vexroc_record {
     int curve_rows;           /**< rows of the ROC curve */
     int pr_rows;              /**< points of the precision-recall curve, interpolated ones included */
     int distribution_changed; /**< 1 when bi-negative was asked for and replaced, for the whole run */
+    int smaller_is_positive;  /**< direction of the test */
+    int distinct_values;      /**< different test values of its cases; 3 for three and more */
+    double p_value;           /**< two-sided: erfc(|z| / sqrt(2)) of z = (area - 0.5) / std_error, without a floor */
+    double log10_p;           /**< its decimal logarithm, also where p_value underflows to 0 */
+    const char* interval;     /**< "nonparam", "bi-negative" or "delong": what std_error is */
 } vexroc_record;
 
 /** Difference of two areas: first less second. */
@@ -199,12 +238,43 @@ typedef struct vexroc_comparison {
     double significance; /**< two-sided */
     double ci_lower;
     double ci_upper;
+    double p_value;     /**< two-sided: erfc(|z| / sqrt(2)), without a floor */
+    double log10_p;     /**< its decimal logarithm, also where p_value underflows to 0 */
+    long long positive; /**< cases that the difference is of: of both groups together in an independent comparison */
+    long long negative;
+    double first_area; /**< on these cases */
+    double first_std_error;
+    double second_area;
+    double second_std_error;
 } vexroc_comparison;
 
 /* Each fills the structure; VEXROC_INVALID for an index that is not there. */
 int vexroc_analysis_warning(const vexroc_analysis* analysis, int index, vexroc_warning* warning);
 int vexroc_analysis_record(const vexroc_analysis* analysis, int index, vexroc_record* record);
 int vexroc_analysis_comparison(const vexroc_analysis* analysis, int index, vexroc_comparison* comparison);
+
+/**
+ * What the last run has to say beside its numbers, with the spelling of this header. Cautions first.
+ *
+ * @param index  from 0 to vexroc_analysis_remark_count - 1
+ */
+int vexroc_analysis_remark_count(const vexroc_analysis* analysis);
+int vexroc_analysis_remark(const vexroc_analysis* analysis, int index, vexroc_remark* remark);
+
+/**
+ * Adds the remarks of the last run to a list, whose voice they take.
+ *
+ * @param prefix  stands before each subject, such as "site = A: "; null for none
+ */
+int vexroc_analysis_add_remarks(const vexroc_analysis* analysis, vexroc_remarks* remarks, const char* prefix);
+
+/**
+ * The two-sided p of a standard normal z, erfc(|z| / sqrt(2)), right to 1e-13 down to the smallest normal double.
+ *
+ * @param log10_p  receives its decimal logarithm, also where p underflows; may be null
+ * @return NaN for NaN
+ */
+double vexroc_two_sided_p(double z, double* log10_p);
 
 /**
  * The rows that a record is about: those of its group, or all without one. What is left of the usable ones beside its
