@@ -14,6 +14,7 @@ import sys
 LIBRARY = {  # ground first; nothing upward
     "numeric": [],
     "host": [],
+    "remarks": [],
     "summary": ["numeric"],
     "inference": ["summary", "host"],
     "space": ["inference"],
@@ -23,7 +24,7 @@ LIBRARY = {  # ground first; nothing upward
     "arraycalls": ["stats"],
     "driver": ["results", "settings"],
     "display": ["results", "settings"],
-    "calls": ["driver", "arraycalls"],
+    "calls": ["driver", "arraycalls", "remarks"],
 }
 PROGRAM = {  # what a page in a browser needs stands on words and study alone
     "words": [],
