@@ -3,8 +3,8 @@
 #include "calls/AnalysisHandle.h"
 #include "calls/guard.h"
 #include "calls/settingsByName.h"
+#include "calls/toldResults.h"
 #include "numeric/DefaultArithmetic.h"
-#include "numeric/NormalTail.h"
 #include "vexrocproc/ROCStatusCodes.h"
 
 #include <limits>

@@ -1,12 +1,20 @@
 #include "calls/toldResults.h"
 
-#include "numeric/NormalTail.h"
+#include "numeric/tails.h"
 
 #include <algorithm>
+#include <cmath>
+#include <numbers>
 
 namespace ROCALG_920::calls {
 
 using VexCommon_920::VexMV;
+
+TwoSidedP twoSidedP(double z) noexcept
+{
+    const Tail tail = normalUpperTail(std::abs(z));
+    return {2.0 * tail.probability, (tail.logarithm + std::numbers::ln2) * std::numbers::log10e};
+}
 
 vexroc_record toldRecord(const RunRecord& record)
 {

@@ -8,6 +8,13 @@
 /// Results in the form in which callers are told them.
 namespace ROCALG_920::calls {
 
+/// The chance that a standard normal variable lies at least as far from 0 as z, on either side; not a number for one.
+struct TwoSidedP {
+    double p;
+    double log10; ///< decimal logarithm, also where p underflows
+};
+[[nodiscard]] TwoSidedP twoSidedP(double z) noexcept;
+
 /// What the component says of a test in a group, but for columns, direction and the name of its interval.
 [[nodiscard]] vexroc_record toldRecord(const RunRecord& record);
 /// Another standard error of the same area, with the test and the interval that it makes.
