@@ -4,6 +4,12 @@ print.vexroc_others <- function(x, ...) cat("all other values\n")
 
 is_integer64 <- function(x) inherits(x, "integer64")
 
+#' A part keeps the class integer64 only where the package that it comes from is loaded.
+as_class_of <- function(whole, part) {
+  if (is_integer64(whole)) oldClass(part) <- "integer64"
+  part
+}
+
 #' Tests come before the state; response before predictor, as in other packages, would be computed the wrong way round.
 check_order <- function(x, state, positive) {
   if (is.list(state) && length(state) == 1) state <- state[[1]]
@@ -16,7 +22,7 @@ check_order <- function(x, state, positive) {
   if (length(values) > 10 && any(values != round(values)))
     fail("the state has ", length(values), " different numbers with fractions, as a test has: is the order wrong? ",
          "It is ", call_forms, "; a number is cut into states by an expression, such as marker >= 3")
-  if (alone && is.null(positive) && length(values) > 2 && length(unique(x[!is.na(x)])) == 2)
+  if (alone && !is_integer64(x) && is.null(positive) && length(values) > 2 && length(unique(x[!is.na(x)])) == 2)
     fail("the state has ", length(values), " values and the test two: is the order wrong? It is ", call_forms,
          "; if it is right, name the states with `positive` and `negative`")
 }
@@ -36,7 +42,7 @@ numeric_tests <- function(x) {
 columns_of <- function(column, name) {
   if (!is.matrix(column)) return(setNames(list(column), name))
   names <- if (is.null(colnames(column))) paste0(name, seq_len(ncol(column)), recycle0 = TRUE) else colnames(column)
-  setNames(lapply(seq_len(ncol(column)), function(i) column[, i]), names)
+  setNames(lapply(seq_len(ncol(column)), function(i) as_class_of(column, column[, i])), names)
 }
 
 #' Doubles of numbers or logical values.
@@ -93,6 +99,14 @@ label_column <- function(x, name) {
 read_labels <- function(column, missing, named = character(), choice = NULL, remarks = NULL)
   .Call(C_read_labels, column, missing, named, choice, remarks)
 
+#' Texts of the values that the argument `name` names.
+named_values <- function(values, name) {
+  if (is.null(values)) return(character())
+  if (!is.atomic(values) || anyNA(values))
+    fail("`", name, "` is one value or several, none of them NA, not ", shown(values))
+  texts_of(values)
+}
+
 listed <- function(values) paste(c(head(texts_of(values), 10), if (length(values) > 10) "..."), collapse = ", ")
 
 #' 0 for negative states, 1 for positive ones, 2 for others, NA where it is missing.
@@ -100,8 +114,8 @@ state_codes <- function(state, positive, negative, missing, remarks) {
   column <- label_column(state, "state")
   if (length(column$at) == 0) fail("there is no case: the state is empty")
   all_others <- inherits(negative, "vexroc_others")
-  negative <- if (all_others || is.null(negative)) character() else texts_of(negative)
-  positive <- if (is.null(positive)) default_positive(column, negative, missing) else texts_of(positive)
+  negative <- if (all_others) character() else named_values(negative, "negative")
+  positive <- if (is.null(positive)) default_positive(column, negative, missing) else named_values(positive, "positive")
   read <- read_labels(column, missing, c(positive, negative), list(positive, negative, all_others), remarks)
   codes <- c(0, 1, 2, NA)[read$state + 1][column$at]
   of <- function(code) paste(unique(read$values[read$value[read$state == code]]), collapse = ", ")
@@ -124,7 +138,7 @@ default_positive <- function(column, negative, missing) {
 #' 0 and 1 for the two groups, in the order in which they are named; 2 for others, NA for none.
 group_codes <- function(group, groups, missing, remarks) {
   column <- label_column(group, "group")
-  read <- read_labels(column, missing, if (is.null(groups)) character() else texts_of(groups), NULL, remarks)
+  read <- read_labels(column, missing, named_values(groups, "groups"), NULL, remarks)
   values <- read$values
   if (length(column$at) > 0 && length(values) < 2)
     fail("the group has ", if (length(values) == 0) "no value" else c("only the value ", values), "; groups are two")

@@ -11,7 +11,8 @@ plot.vexroc <- function(x, what = c("curve", "precision_recall"), legend = !add,
   names <- curve_names(x$areas)
   col <- rep_len(if (is.null(col)) palette_okabe_ito else col, length(names))
   for (i in seq_along(names)) lines(curves[[i]], col = col[i], lty = rep_len(lty, i)[i], lwd = rep_len(lwd, i)[i])
-  areas <- sprintf("%s: %.3f (%.3f to %.3f)", names, x$areas$area, x$areas$lower, x$areas$upper)
+  areas <- ifelse(is.na(x$areas$area), paste0(names, ": no curve"),
+                  sprintf("%s: %.3f (%.3f to %.3f)", names, x$areas$area, x$areas$lower, x$areas$upper))
   if (legend)
     graphics::legend(if (what == "curve") "bottomright" else "bottomleft", bty = "n", col = col, lty = lty, lwd = lwd,
                      legend = if (what == "curve") areas else names)

@@ -17,8 +17,8 @@ run_study <- function(study, comparison) {
   }
   result$left_out <- rows_left_out(result$rows)
   if (!is.null(result$status)) fail(status_sentence(result$status, result$name), left_out_sentence(result$left_out))
-  remarks <- rbind(study$remarks, as.data.frame(.Call(C_read_remarks, remarks)))
-  of <- function(rows) structure(remarks[rows, c("code", "count", "text")], row.names = seq_len(sum(rows)))
+  remarks <- Map(c, study$remarks, .Call(C_read_remarks, remarks))
+  of <- function(rows) frame_of(lapply(remarks[c("code", "count", "text")], `[`, rows))
   c(result, list(cautions = of(remarks$caution), notes = of(!remarks$caution)))
 }
 

@@ -46,7 +46,7 @@ vexroc.default <- function(x, state, positive = NULL, negative = NULL, group = N
                 group = if (!is.null(group)) group_codes(group, groups, missing, remarks),
                 weight = case_numbers(weight, "weight"), count = case_numbers(count, "count"),
                 settings = Filter(Negate(is.null), settings))
-  study$remarks <- as.data.frame(.Call(C_read_remarks, remarks))
+  study$remarks <- .Call(C_read_remarks, remarks)
   check_columns(study)
   result <- run_study(study, "none")
   warn(result$cautions)
@@ -80,7 +80,7 @@ formula_columns <- function(formula, data, group) {
 
 subset_study <- function(study, rows) {
   if (is.logical(rows)) rows <- rows & !is.na(rows)
-  pick <- function(column) if (is.matrix(column)) column[rows, , drop = FALSE] else column[rows]
+  pick <- function(column) as_class_of(column, if (is.matrix(column)) column[rows, , drop = FALSE] else column[rows])
   study$tests <- lapply(study$tests, pick)
   study[-1] <- lapply(study[-1], pick)
   study

@@ -49,8 +49,8 @@ curve <- subset(as.data.frame(fit, what = "curve"), test == "a")
 stopifnot(all.equal(curve$sensitivity, vapply(curve$cut_off, function(cut) mean(ill >= cut), 0)))
 points <- subset(as.data.frame(fit, what = "precision_recall"), test == "a")
 stopifnot(identical(is.na(points$cut_off), points$interpolated), any(points$interpolated),
-          all.equal(points$recall, ifelse(points$interpolated, points$recall,
-                                          vapply(points$cut_off, function(cut) mean(ill >= cut), 0))))
+          all.equal(points$recall[!points$interpolated],
+                    vapply(points$cut_off[!points$interpolated], function(cut) mean(ill >= cut), 0)))
 
 # The line of a test is the same in every question; its interval is the one that is asked for.
 three <- vexroc(state ~ a + b + c, study, direction = c(c = "smaller"))
@@ -77,7 +77,8 @@ if (requireNamespace("pROC", quietly = TRUE)) {
 # Far tails, and none where there is no error.
 far <- vexroc(c(1:400, 301:700), rep(0:1, each = 400))$areas
 z <- (far$area - 0.5) / far$std_error
-stopifnot(all.equal(far$log10_p, (pnorm(-abs(z), log.p = TRUE) + log(2)) / log(10)), far$p_value > 0, far$p_value < 1e-16)
+stopifnot(all.equal(far$log10_p, (pnorm(-abs(z), log.p = TRUE) + log(2)) / log(10)), far$p_value > 0,
+          far$p_value < 1e-16)
 apart <- quietly(vexroc(1:30, rep(0:1, each = 15)))
 stopifnot(apart$areas$std_error == 0, is.na(apart$areas$p_value), is.na(apart$areas$lower),
           apart$cautions$code == "zero-error")
@@ -155,13 +156,16 @@ errors <- list(
   "do not go together" = quote(vexroc(1:2, 0:1, weight = 1:2, count = 1:2)),
   "whole" = quote(vexroc(1:2, 0:1, count = c(1, 1.5))),
   "between 0 and 1" = quote(vexroc(state ~ a, study, level = 95)),
-  "one number" = quote(confint(fit, level = c(.9, .95))), "two names" = quote(compare(fit, level = .9, conf.level = .8)),
+  "one number" = quote(confint(fit, level = c(.9, .95))),
+  "two names" = quote(compare(fit, level = .9, conf.level = .8)),
   "\"larger\" or \"smaller\"" = quote(vexroc(state ~ a, study, direction = "up")),
   "names zz, which is no test" = quote(vexroc(state ~ a, study, direction = c(zz = "smaller"))),
-  "did you mean `level`" = quote(vexroc(state ~ a, study, levl = 0.9)), "interaction" = quote(vexroc(state ~ a * b, study)),
+  "did you mean `level`" = quote(vexroc(state ~ a, study, levl = 0.9)),
+  "interaction" = quote(vexroc(state ~ a * b, study)),
   "p values are two-sided" = quote(compare(fit, conf.level = .99, alternative = "less")),
   "print() does not know" = quote(print(fit, digitz = 3)), "summary() does not know" = quote(summary(fit, level = .9)),
-  "confint() does not know" = quote(confint(fit, metod = 1)), "plot() does not know `conf`" = quote(plot(fit, conf = 1)),
+  "confint() does not know" = quote(confint(fit, metod = 1)),
+  "plot() does not know `conf`" = quote(plot(fit, conf = 1)),
   "`parm` is zz" = quote(confint(fit, "zz")), "two tests" = quote(compare(vexroc(state ~ a, study))),
   "name two of them" = quote(vexroc(state ~ test | third, third, positive = "Ill")),
   "it is u, z" = quote(vexroc(state ~ test | third, third, positive = "Ill", groups = c("u", "z"))),
