@@ -118,7 +118,7 @@ void takeOutState(AnalyzeTask& task)
 void addAnalyzeOptions(CLI::App& command, AnalyzeOptions& options)
 {
     addQuestionOptions(command, options.question);
-    command.get_option("--test")->description("Test variables; or the word all: every column of numbers without "
+    command.get_option("--test")->description("Test columns; or the word all: every column of numbers without "
                                               "another part");
     addGroupOptions(command, options);
     command

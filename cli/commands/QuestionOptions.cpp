@@ -29,10 +29,10 @@ std::vector<std::string> parseTests(const std::vector<std::string>& lists)
 void addQuestionOptions(CLI::App& command, QuestionOptions& options)
 {
     addInputOptions(command, options.input);
-    command.add_option("--state", options.state, "State variable and the value of its positive cases")
+    command.add_option("--state", options.state, "State column and the value of its positive cases")
         ->type_name("COLUMN=VALUE")
         ->required();
-    command.add_option("--test", options.tests, "Test variables; one list, or the option repeated")
+    command.add_option("--test", options.tests, "Test columns; one list, or the option repeated")
         ->type_name("COLUMN[,COLUMN...]")
         ->allow_extra_args(false)
         ->required();

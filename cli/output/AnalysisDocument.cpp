@@ -12,9 +12,8 @@ namespace vexroc {
 namespace {
 
 constexpr TableColumn valueColumn{"by", "by", CellRole::name};
-constexpr TableColumn variableColumn{"variable", "variable", CellRole::name};
 constexpr TableColumn groupColumn{"group", "group", CellRole::name};
-constexpr std::array testColumns{variableColumn, groupColumn};
+constexpr std::array testColumns{testColumn, groupColumn};
 
 constexpr std::array caseColumns{
     TableColumn{"cases", "cases", CellRole::name},
@@ -30,17 +29,6 @@ constexpr std::array shapeColumns{
     TableColumn{"gini", "Gini index", CellRole::statistic},
     TableColumn{"max_ks", "maximum K-S", CellRole::statistic},
     TableColumn{"max_ks_cut_off", "at cut-off", CellRole::measure},
-};
-
-constexpr std::array pairColumns{
-    TableColumn{"variable1", "first", CellRole::name},
-    TableColumn{"variable2", "second", CellRole::name},
-};
-
-constexpr std::array groupPairColumns{
-    variableColumn,
-    TableColumn{"group1", "first", CellRole::name},
-    TableColumn{"group2", "second", CellRole::name},
 };
 
 constexpr std::array curveColumns{cutOffColumn, sensitivityColumn, specificityColumn};
@@ -155,7 +143,8 @@ Table areaTable(const Analysis& analysis)
 Table comparisonTable(const Analysis& analysis)
 {
     const bool paired = analysis.question.comparison == Comparison::paired;
-    const std::span<const TableColumn> names = paired ? std::span<const TableColumn>(pairColumns) : groupPairColumns;
+    const std::span<const TableColumn> names =
+        paired ? std::span<const TableColumn>(testPairColumns) : groupPairColumns;
     return tableOf(analysis, joined({names, differenceColumns}), [&](const Results& results, TableMaker& table) {
         for (const Difference& d : results.differences) {
             const std::initializer_list<double> numbers{d.difference,   d.stdError, d.z,

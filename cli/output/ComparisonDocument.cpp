@@ -8,15 +8,7 @@ namespace vexroc {
 
 namespace {
 
-constexpr std::array pairColumns{
-    TableColumn{"test1", "first", CellRole::name},
-    TableColumn{"test2", "second", CellRole::name},
-};
-
-constexpr std::array groupColumns{
-    testColumn,
-    TableColumn{"group1", "group 1", CellRole::name},
-    TableColumn{"group2", "group 2", CellRole::name},
+constexpr std::array groupCountColumns{
     TableColumn{"positive1", "positive 1", CellRole::count, 1},
     TableColumn{"negative1", "negative 1", CellRole::count, 1},
     TableColumn{"positive2", "positive 2", CellRole::count, 1},
@@ -46,7 +38,7 @@ Document pairedDocument(const Question& question, const Results& results)
                                   pairedErrorHeading(question.level)},
                       .question = questionFacts(question)};
     addInference(document.question, pairedErrorWord, question.level);
-    Table table(joined({pairColumns, inPanel(1, stateColumns), leftOutColumns, inPanel(1, twoAreaColumns),
+    Table table(joined({testPairColumns, inPanel(1, stateColumns), leftOutColumns, inPanel(1, twoAreaColumns),
                         inPanel(2, differenceColumns)}));
     for (const Difference& d : results.differences) {
         addRow(Row{d.first.test, d.second.test}, {double(d.first.positive), double(d.first.negative)}, d, table);
@@ -77,10 +69,11 @@ Document groupDocument(const Question& question, const Results& results)
                       .question = questionFacts(question)};
     document.question.emplace_back("group", grouping.column);
     addInference(document.question, standardErrorWord(question.biNegative), question.level);
-    Table table(joined({groupColumns, leftOutColumns, inPanel(2, twoAreaColumns), inPanel(3, differenceColumns)}));
+    Table table(joined({groupPairColumns, groupCountColumns, leftOutColumns, inPanel(2, twoAreaColumns),
+                        inPanel(3, differenceColumns)}));
     for (const Difference& d : results.differences) {
         addRow(
-            Row{d.first.test, grouping.selected[0], grouping.selected[1]},
+            Row{d.first.test, d.first.group, d.second.group},
             {double(d.first.positive), double(d.first.negative), double(d.second.positive), double(d.second.negative)},
             d, table);
         addGroupNotes(question, d.first, document.notes);

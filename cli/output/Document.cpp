@@ -6,6 +6,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <functional>
+
 namespace vexroc {
 
 namespace {
@@ -42,18 +44,19 @@ nlohmann::ordered_json questionOf(const Document& document)
     return question;
 }
 
-nlohmann::ordered_json listOf(const std::vector<RunMessage>& warnings)
+/// Remarks, each with its code, how often it was made, and its text.
+nlohmann::ordered_json remarksOf(const auto& remarks, const char* code, auto textOf)
 {
     nlohmann::ordered_json list = nlohmann::ordered_json::array();
-    for (const auto& [code, name, sentence] : warnings)
-        list.push_back({{"code", code}, {"name", name}, {"text", sentence}});
+    for (const auto& remark : remarks)
+        list.push_back({{"code", code}, {"count", 1}, {"text", std::invoke(textOf, remark)}});
     return list;
 }
 
 /// The tables are written row by row instead of as a tree: a curve has millions of points.
 std::string jsonOf(const Document& document)
 {
-    std::string text = "{\n\"schema_version\": 1,\n\"program\": ";
+    std::string text = "{\n\"schema_version\": 2,\n\"program\": ";
     text += json::dump({{"name", "vexroc"}, {"version", programVersion}});
     text += ",\n\"command\": " + json::string(document.command);
     text += ",\n\"question\": " + json::dump(questionOf(document)) + ",\n\"results\": {";
@@ -62,8 +65,9 @@ std::string jsonOf(const Document& document)
         text.append(std::exchange(separator, ",\n")) += json::string(part.member) + ": ";
         writeJson(part.table, text);
     }
-    text += "\n},\n\"notes\": " + json::dump(document.notes);
-    return text + ",\n\"warnings\": " + json::dump(listOf(document.warnings)) + "\n}\n";
+    text += "\n},\n\"notes\": " + json::dump(remarksOf(document.notes, "note", std::identity()));
+    return text + ",\n\"cautions\": " + json::dump(remarksOf(document.warnings, "caution", &RunMessage::sentence))
+        + "\n}\n";
 }
 
 } // namespace

@@ -14,8 +14,8 @@ namespace vexroc {
 /// The forms of a document. A page is another matter: see Page.h.
 enum class DocumentForm { text, csv, json };
 
-/// One part of the question that results answer, such as ("positive", "malignant").
-using Fact = std::pair<std::string_view, std::variant<std::string, double>>;
+/// One part of the question that results answer, such as ("state", "diagnosis") or ("positive", {"malignant"}).
+using Fact = std::pair<std::string_view, std::variant<std::string, double, std::vector<std::string>>>;
 
 /// The answer to a question, complete, before it is spelled in one form or several.
 struct Document {

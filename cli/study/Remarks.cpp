@@ -70,7 +70,7 @@ void addAreaCautions(const std::string& subject, const Area& area, bool largerIs
     constexpr double chance = 0.5;
     if (area.stdError == 0.0) // exact: complete separation, mostly
         notes.push_back(subject
-                        + ": the standard error is 0; significance and interval say nothing beyond these cases");
+                        + ": the standard error is 0; p value and interval say nothing beyond these cases");
     else if (area.upper < chance)
         notes.push_back(subject + ": the area is below 0.5, " + (largerIsPositive ? "smaller" : "larger")
                         + " values are more positive; "
@@ -81,7 +81,7 @@ void addDifferenceCautions(const std::string& subject, const Difference& differe
 {
     if (difference.stdError == 0.0) // exact
         notes.push_back(subject
-                        + ": the standard error of the difference is 0; significance and interval say nothing "
+                        + ": the standard error of the difference is 0; p value and interval say nothing "
                           "beyond these cases");
 }
 

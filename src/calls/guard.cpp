@@ -7,7 +7,7 @@ namespace ROCALG_920::calls {
 namespace {
 
 // A buffer of its own: to keep an error, a text that allocates could itself fail.
-thread_local char lastError[512] = "";
+thread_local char lastError[4096] = "";
 
 } // namespace
 

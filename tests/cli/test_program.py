@@ -43,7 +43,7 @@ def test_curves_are_those_of_the_definition_in_every_command(vexroc, tmp_path):
         written = [line.split(",") for line in (tmp_path / "curve.csv").read_text().splitlines()]
         points = [list(map(float, row[1:])) for row in tables(vexroc, f"curve {ON_INPUT} t {options}", data)[0]]
         assert points == expected, options
-        assert written[0] == ["variable", "group", "cut_off", "sensitivity", "specificity"]
+        assert written[0] == ["test", "group", "cut_off", "sensitivity", "specificity"]
         assert [[float(cut), 1 - float(specificity), float(sensitivity)]
                 for *_, cut, sensitivity, specificity in written[1:]] == points
 
@@ -120,7 +120,7 @@ def test_every_row_is_accounted_for(vexroc):
     data = (b"s,a,b,g,none\n1,1,1,x,\n1,2,NA,x,\n0,3,1,x,\n0,.,2,y,\n,5,5,y,\n0,1,1,,\n1,4,4,y,\n1,4,3,z,\n0,2,2,y,\n")
     for question, row in [("auc - --test a", "a,4,3,2"), ("auc - --test b", "b,3,4,2"),
                           ("auc - --test none", "none,0,0,9"), ("compare - --test a,b", "a,b,3,3,3"),
-                          ("compare - --test a --group g=x,y", "a,x,y,2,1,1,1,3")]:
+                          ("compare - --test a --group g=x,y", "a,g = x,g = y,2,1,1,1,3")]:
         assert ",".join(tables(vexroc, question + " --state s=1", data)[0][0]).startswith(row + ",")
     ends_as(vexroc, "", """
 compare - --state s=1 --test a --group g=x,y -> 0: rows in neither group, not part of the analysis: 1
@@ -247,7 +247,7 @@ compare - --state s=1 --test u,u -> 0: no standard error: at least 2 positive an
     ends_as(vexroc, "", """
 pr - --state s=1 --test t -> 0: at least 3 cases are needed
 analyze - --state s=1 --test t -> 0: t: no curve: at least 3 cases are needed
-auc - --state s=1 --test t -> 0: t: the standard error is 0; significance and interval say nothing
+auc - --state s=1 --test t -> 0: t: the standard error is 0; p value and interval say nothing
 """, b"s,t\n1,2\n0,3\n")
     ends_as(vexroc, f"auc {ON_INPUT} t", " -> 0: the area is below 0.5, smaller values are more positive; give "
             "--smaller", b"s,t\n1,1\n1,2\n1,3\n1,7\n0,4\n0,5\n0,6\n0,8\n0,9\n")
@@ -384,5 +384,5 @@ def test_files_are_written_completely_or_not_at_all(vexroc, tmp_path):
     vexroc.fails(4, "cannot write", *analyze, curve, "--pr-curve", too_long, cwd=DATA)
     assert curve.read_text() == "old"
     vexroc.done(*analyze, link, cwd=DATA)
-    assert curve.read_text().startswith("variable,group,") and link.is_symlink()
+    assert curve.read_text().startswith("test,group,") and link.is_symlink()
     assert curve.stat().st_mode & 0o777 == 0o640 and len(list(tmp_path.iterdir())) == 2
