@@ -4,6 +4,7 @@
 #include "summary/ValueWalk.h"
 
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace ROCALG_920 {
@@ -37,6 +38,15 @@ public:
         mirror.values_.reserve(values_.size());
         for (auto x = values_.rbegin(); x != values_.rend(); ++x)
             mirror.add({0.0 - x->value, x->positives, x->negatives});
+        return mirror;
+    }
+    /// The same sample seen from the other side: values negated and states exchanged.
+    [[nodiscard]] Summary exchanged() const
+    {
+        Summary mirror = negated();
+        for (DistinctValue& x : mirror.values_)
+            std::swap(x.positives, x.negatives);
+        std::swap(mirror.counts_.positives, mirror.counts_.negatives);
         return mirror;
     }
 
