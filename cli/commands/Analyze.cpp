@@ -151,7 +151,7 @@ private:
         std::vector<std::string> warnings;
         for (const RunMessage& warning : document_.warnings)
             warnings.push_back(warning.line());
-        return ReportPage{.command = surroundings.command,
+        return ReportPage{.command = surroundings.call.text(),
                           .version = programVersion,
                           .heading = heading,
                           .drawing = drawing(),

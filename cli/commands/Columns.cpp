@@ -49,7 +49,7 @@ Report runColumns(const ColumnsOptions& options, const Surroundings& surrounding
         if (facts.hasOtherDecimals() && input.kind == Input::Kind::delimited)
             document.notes.push_back(inQuotes(facts.name())
                                      + " holds numbers with the other decimal sign; read them with "
-                                     + (input.form.decimal == ',' ? "--decimal point" : "--decimal comma"));
+                                     + (input.form.numbers.decimal == ',' ? "--decimal point" : "--decimal comma"));
     }
     document.parts.push_back({"columns", "", std::move(table)});
     return {.text = spelled(document, form), .file = options.answer.output, .notes = document.notes};

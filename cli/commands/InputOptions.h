@@ -14,7 +14,11 @@ namespace vexroc {
 struct InputOptions {
     std::string file;
     std::string delimiter;
-    std::string decimal = "point";
+    std::string decimal;
+    std::string thousands;
+    std::string encoding;
+    bool header = false;
+    bool noHeader = false;
     std::string sqlite;
     std::string postgres;
     std::string table;

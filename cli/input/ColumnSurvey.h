@@ -17,7 +17,7 @@ namespace vexroc {
 class ColumnFacts {
 public:
     explicit ColumnFacts(std::string name) : name_(std::move(name)) {}
-    void take(const Cell& cell, char decimal);
+    void take(const Cell& cell, const NumberForm& form);
     /// Makes what was taken a set of distinct values.
     void settle();
 
@@ -69,7 +69,7 @@ public:
 
 private:
     std::string source_;
-    char decimal_ = '.';
+    NumberForm form_;
     std::vector<ColumnFacts> columns_;
 };
 

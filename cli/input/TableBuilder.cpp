@@ -27,17 +27,30 @@ Failure unknownColumn(const ColumnRequest& request, const InputHeader& header)
 
 } // namespace
 
+void DecimalDoubt::lookCloser(std::string_view text, const NumberForm& form)
+{
+    constexpr std::size_t groupLength = 3;
+    std::size_t decimals = 0; // behind the last sign; from the end, where it is found soonest
+    while (decimals < text.size() && text[text.size() - decimals - 1] != form.decimal)
+        ++decimals;
+    if (decimals == text.size()) {
+        wholeSeen_ = true;
+        return;
+    }
+    const auto grouped =
+        decimals == groupLength ? groupedNumber(text, static_cast<Thousands>(form.decimal)) : std::nullopt;
+    cleared_ = form.thousands != Thousands::notSaid || !grouped || !grouped->isDoubtful();
+    zeroSeen_ = zeroSeen_ || text.back() == '0';
+    if (first_.empty())
+        first_ = text;
+}
+
 bool ColumnFiller::append(const Cell& cell)
 {
     if (givenUp_)
         return true;
-    if (column_.request.kind == ColumnKind::labels) {
-        const auto* const text = std::get_if<std::string_view>(&cell);
-        column_.labels.push_back(isMissing(cell) ? DataColumn::missingLabel
-                                     : text      ? labelOf(*text)
-                                                 : labelOf(textOf(cell)));
-        return true;
-    }
+    if (column_.request.kind == ColumnKind::labels)
+        return appendLabel(cell);
     const bool fits = appendNumber(cell);
     if (fits || requested_)
         return fits;
@@ -45,12 +58,26 @@ bool ColumnFiller::append(const Cell& cell)
     return givenUp_ = true;
 }
 
+/// Whether a text is UTF-8 is looked at once for each different one.
+bool ColumnFiller::appendLabel(const Cell& cell)
+{
+    const auto* const text = std::get_if<std::string_view>(&cell);
+    const std::size_t known = column_.labelTexts.size();
+    const std::int32_t label = isMissing(cell) ? DataColumn::missingLabel
+        : text                                 ? labelOf(*text)
+                                               : labelOf(textOf(cell));
+    column_.labels.push_back(label);
+    return column_.labelTexts.size() == known || isUtf8(column_.labelTexts.back());
+}
+
 bool ColumnFiller::appendNumber(const Cell& cell)
 {
-    const std::optional<double> number = numberIn(cell, column_.decimal);
+    const std::optional<double> number = numberIn(cell, form_);
     if (!number && !isMissing(cell))
         return false;
     numberSeen_ = numberSeen_ || number.has_value();
+    if (const auto* const text = std::get_if<std::string_view>(&cell); text && number)
+        doubt_.look(*text, *number, form_);
     column_.numbers.push_back(number.value_or(std::numeric_limits<double>::quiet_NaN()));
     return true;
 }
@@ -87,7 +114,7 @@ std::vector<std::size_t> TableBuilder::begin(const InputHeader& header)
             fillersOf_[column].push_back(
                 &fillers_.emplace_back(ColumnRequest{header_.columns[column], ColumnKind::numbers}, false));
     for (ColumnFiller& filler : fillers_)
-        filler.setDecimal(header.decimal);
+        filler.setForm(header.numbers);
     std::vector<std::size_t> wanted;
     for (std::size_t column = 0; column < fillersOf_.size(); ++column)
         if (!fillersOf_[column].empty())
