@@ -29,10 +29,10 @@ std::vector<std::string> parseTests(const std::vector<std::string>& lists)
 void addQuestionOptions(CLI::App& command, QuestionOptions& options)
 {
     addInputOptions(command, options.input);
-    command.add_option("--state", options.state, "State variable and the value of its positive cases")
+    command.add_option("--state", options.state, "State column and the value of its positive cases")
         ->type_name("COLUMN=VALUE")
         ->required();
-    command.add_option("--test", options.tests, "Test variables; one list, or the option repeated")
+    command.add_option("--test", options.tests, "Test columns; one list, or the option repeated")
         ->type_name("COLUMN[,COLUMN...]")
         ->allow_extra_args(false)
         ->required();
@@ -120,10 +120,10 @@ Results answer(const Task& task, const Surroundings& surroundings)
 
 Report reportOf(const Task& task, const Document& document)
 {
-    Report report{.text = spelled(document, task.form), .file = task.output, .notes = document.notes};
-    for (const RunMessage& warning : document.warnings)
-        report.warnings.push_back(warning.line());
-    return report;
+    return {.text = spelled(document, task.remarks, task.form),
+            .file = task.output,
+            .notes = task.remarks.notes(),
+            .cautions = task.remarks.cautions()};
 }
 
 } // namespace vexroc

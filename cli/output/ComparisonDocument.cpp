@@ -1,22 +1,13 @@
 #include "cli/output/Documents.h"
 #include "cli/output/questionWords.h"
 #include "cli/output/resultColumns.h"
-#include "cli/study/Remarks.h"
 #include "cli/words/VisibleText.h"
 
 namespace vexroc {
 
 namespace {
 
-constexpr std::array pairColumns{
-    TableColumn{"test1", "first", CellRole::name},
-    TableColumn{"test2", "second", CellRole::name},
-};
-
-constexpr std::array groupColumns{
-    testColumn,
-    TableColumn{"group1", "group 1", CellRole::name},
-    TableColumn{"group2", "group 2", CellRole::name},
+constexpr std::array groupCountColumns{
     TableColumn{"positive1", "positive 1", CellRole::count, 1},
     TableColumn{"negative1", "negative 1", CellRole::count, 1},
     TableColumn{"positive2", "positive 2", CellRole::count, 1},
@@ -46,24 +37,12 @@ Document pairedDocument(const Question& question, const Results& results)
                                   pairedErrorHeading(question.level)},
                       .question = questionFacts(question)};
     addInference(document.question, pairedErrorWord, question.level);
-    Table table(joined({pairColumns, inPanel(1, stateColumns), leftOutColumns, inPanel(1, twoAreaColumns),
+    Table table(joined({testPairColumns, inPanel(1, stateColumns), leftOutColumns, inPanel(1, twoAreaColumns),
                         inPanel(2, differenceColumns)}));
-    for (const Difference& d : results.differences) {
+    for (const Difference& d : results.differences)
         addRow(Row{d.first.test, d.second.test}, {double(d.first.positive), double(d.first.negative)}, d, table);
-        const std::string subject = visible(d.first.test) + " and " + visible(d.second.test);
-        addAreaNotes(subject, d.first, document.notes);
-        addDifferenceCautions(subject, d, document.notes);
-    }
     document.parts.push_back({"comparisons", "", std::move(table)});
     return document;
-}
-
-void addGroupNotes(const Question& question, const Area& area, std::vector<std::string>& notes)
-{
-    const std::string subject = visible(area.test) + " where " + visible(area.group);
-    addAreaNotes(subject, area, notes);
-    if (question.biNegative)
-        addBiNegativeNotes(subject, area, notes);
 }
 
 Document groupDocument(const Question& question, const Results& results)
@@ -77,18 +56,13 @@ Document groupDocument(const Question& question, const Results& results)
                       .question = questionFacts(question)};
     document.question.emplace_back("group", grouping.column);
     addInference(document.question, standardErrorWord(question.biNegative), question.level);
-    Table table(joined({groupColumns, leftOutColumns, inPanel(2, twoAreaColumns), inPanel(3, differenceColumns)}));
-    for (const Difference& d : results.differences) {
+    Table table(joined({groupPairColumns, groupCountColumns, leftOutColumns, inPanel(2, twoAreaColumns),
+                        inPanel(3, differenceColumns)}));
+    for (const Difference& d : results.differences)
         addRow(
-            Row{d.first.test, grouping.selected[0], grouping.selected[1]},
+            Row{d.first.test, d.first.group, d.second.group},
             {double(d.first.positive), double(d.first.negative), double(d.second.positive), double(d.second.negative)},
             d, table);
-        addGroupNotes(question, d.first, document.notes);
-        addGroupNotes(question, d.second, document.notes);
-        addDifferenceCautions(visible(d.first.test), d, document.notes);
-    }
-    if (const long long others = results.rows.otherGroup; others > 0)
-        document.notes.push_back("rows in neither group, not part of the analysis: " + std::to_string(others));
     document.parts.push_back({"comparisons", "", std::move(table)});
     return document;
 }

@@ -42,18 +42,18 @@ nlohmann::ordered_json questionOf(const Document& document)
     return question;
 }
 
-nlohmann::ordered_json listOf(const std::vector<RunMessage>& warnings)
+nlohmann::ordered_json listOf(const std::vector<Remark>& remarks)
 {
     nlohmann::ordered_json list = nlohmann::ordered_json::array();
-    for (const auto& [code, name, sentence] : warnings)
-        list.push_back({{"code", code}, {"name", name}, {"text", sentence}});
+    for (const auto& [code, count, text] : remarks)
+        list.push_back({{"code", code}, {"count", count}, {"text", text}});
     return list;
 }
 
 /// The tables are written row by row instead of as a tree: a curve has millions of points.
-std::string jsonOf(const Document& document)
+std::string jsonOf(const Document& document, const Remarks& remarks)
 {
-    std::string text = "{\n\"schema_version\": 1,\n\"program\": ";
+    std::string text = "{\n\"schema_version\": 2,\n\"program\": ";
     text += json::dump({{"name", "vexroc"}, {"version", programVersion}});
     text += ",\n\"command\": " + json::string(document.command);
     text += ",\n\"question\": " + json::dump(questionOf(document)) + ",\n\"results\": {";
@@ -62,17 +62,17 @@ std::string jsonOf(const Document& document)
         text.append(std::exchange(separator, ",\n")) += json::string(part.member) + ": ";
         writeJson(part.table, text);
     }
-    text += "\n},\n\"notes\": " + json::dump(document.notes);
-    return text + ",\n\"warnings\": " + json::dump(listOf(document.warnings)) + "\n}\n";
+    text += "\n},\n\"notes\": " + json::dump(listOf(remarks.notes()));
+    return text + ",\n\"cautions\": " + json::dump(listOf(remarks.cautions())) + "\n}\n";
 }
 
 } // namespace
 
-std::string spelled(const Document& document, DocumentForm form)
+std::string spelled(const Document& document, const Remarks& remarks, DocumentForm form)
 {
     switch (form) {
     case DocumentForm::csv: return csvOf(document);
-    case DocumentForm::json: return jsonOf(document);
+    case DocumentForm::json: return jsonOf(document, remarks);
     case DocumentForm::text: break;
     }
     return textOf(document);

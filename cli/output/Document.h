@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/output/Table.h"
-#include "cli/study/Results.h"
+#include "cli/study/Remarks.h"
 
 #include <string>
 #include <string_view>
@@ -14,8 +14,8 @@ namespace vexroc {
 /// The forms of a document. A page is another matter: see Page.h.
 enum class DocumentForm { text, csv, json };
 
-/// One part of the question that results answer, such as ("positive", "malignant").
-using Fact = std::pair<std::string_view, std::variant<std::string, double>>;
+/// One part of the question that results answer, such as ("state", "diagnosis") or ("positive", {"malignant"}).
+using Fact = std::pair<std::string_view, std::variant<std::string, double, std::vector<std::string>>>;
 
 /// The answer to a question, complete, before it is spelled in one form or several.
 struct Document {
@@ -28,12 +28,9 @@ struct Document {
     std::vector<std::string> heading; ///< lines for people
     std::vector<Fact> question;       ///< the same for programs
     std::vector<Part> parts = {};
-    // For people, each a line of visible text.
-    std::vector<std::string> notes = {};
-    std::vector<RunMessage> warnings = {};
 };
 
-/// Heading and tables for people, the tables as CSV, or one JSON document with the notes and warnings.
-std::string spelled(const Document& document, DocumentForm form);
+/// Heading and tables for people, the tables as CSV, or one JSON document with the notes and cautions.
+std::string spelled(const Document& document, const Remarks& remarks, DocumentForm form);
 
 } // namespace vexroc

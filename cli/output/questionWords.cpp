@@ -16,7 +16,7 @@ std::vector<Fact> questionFacts(const Question& question)
 {
     return {{"input", question.input},
             {"state", question.state.column},
-            {"positive", question.state.values.front()},
+            {"positive", std::vector<std::string>{question.state.values.front()}},
             {"more_positive", question.positiveEnd()},
             {"equal_to_cut_off", question.equalIsPositive ? "positive" : "negative"}};
 }

@@ -16,6 +16,19 @@ inline constexpr TableColumn recallColumn{"recall", "recall", CellRole::statisti
 inline constexpr TableColumn precisionColumn{"precision", "precision", CellRole::statistic};
 inline constexpr TableColumn interpolatedColumn{"interpolated", "interpolated", CellRole::flag};
 
+/// Two tests that are compared.
+inline constexpr std::array testPairColumns{
+    TableColumn{"test1", "test 1", CellRole::name},
+    TableColumn{"test2", "test 2", CellRole::name},
+};
+
+/// A test that is compared between two groups.
+inline constexpr std::array groupPairColumns{
+    testColumn,
+    TableColumn{"group1", "group 1", CellRole::name},
+    TableColumn{"group2", "group 2", CellRole::name},
+};
+
 inline constexpr std::array stateColumns{
     TableColumn{"positive", "positive", CellRole::count},
     TableColumn{"negative", "negative", CellRole::count},
@@ -24,7 +37,7 @@ inline constexpr std::array stateColumns{
 inline constexpr std::array areaColumns{
     TableColumn{"area", "area", CellRole::statistic},
     TableColumn{"standard_error", "std. error", CellRole::statistic},
-    TableColumn{"significance", "significance", CellRole::significance},
+    TableColumn{"p_value", "p", CellRole::pValue},
     TableColumn{"lower", "lower", CellRole::statistic},
     TableColumn{"upper", "upper", CellRole::statistic},
 };
@@ -33,7 +46,7 @@ inline constexpr std::array differenceColumns{
     TableColumn{"difference", "difference", CellRole::statistic},
     TableColumn{"standard_error_difference", "std. error", CellRole::statistic},
     TableColumn{"z", "z", CellRole::statistic},
-    TableColumn{"significance", "significance", CellRole::significance},
+    TableColumn{"p_value", "p", CellRole::pValue},
     TableColumn{"lower", "lower", CellRole::statistic},
     TableColumn{"upper", "upper", CellRole::statistic},
 };

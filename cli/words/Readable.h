@@ -10,8 +10,8 @@ enum class CellRole {
     count,        ///< whole number
     flag,         ///< 1 or 0, for people yes or no
     statistic,    ///< four decimals
-    significance, ///< four decimals, or "<0.0001"
-    measure,      ///< on the scale of a test variable: eight significant digits
+    pValue,    ///< four decimals, or "<0.0001"
+    measure,      ///< on the scale of a test: eight significant digits
 };
 
 /// A number as people are shown it; NA for NaN.

@@ -12,7 +12,7 @@ namespace {
 constexpr std::array columns{
     TableColumn{"test", "test", CellRole::name},          TableColumn{"cases", "cases", CellRole::count, 1},
     TableColumn{"yes", "yes", CellRole::flag, 1},         TableColumn{"area", "area", CellRole::statistic, 2},
-    TableColumn{"sig", "sig", CellRole::significance, 2}, TableColumn{"cut", "cut", CellRole::measure, 2},
+    TableColumn{"sig", "sig", CellRole::pValue, 2}, TableColumn{"cut", "cut", CellRole::measure, 2},
 };
 
 /// The same table in one form: "more" stands where a number cannot be told.
