@@ -20,8 +20,7 @@ struct AnalysisFileNames {
 /// The options of analyze, as typed.
 struct AnalyzeOptions {
     QuestionOptions question;
-    std::string group;
-    std::string select;
+    GroupOptions groups;
     std::string cut;
     bool midPoint = false;
     std::string weight;
@@ -46,6 +45,9 @@ struct AnalyzeTask : Task {
     std::vector<std::string> notesBefore;
     std::vector<std::string> notesAfter;
 };
+
+/// The state among the tests is none of them; as --by it is a usage error.
+void keepStateApart(AnalyzeTask& task);
 
 /// Throws a usage error that names the options that do not fit.
 AnalyzeTask parseAnalyzeTask(const AnalyzeOptions& options);

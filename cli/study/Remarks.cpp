@@ -30,8 +30,9 @@ std::optional<std::string> missingState(long long positive, long long negative)
 std::vector<std::pair<std::string, long long>> RowCounts::reasons() const
 {
     std::vector<std::pair<std::string, long long>> reasons{
-        {"missing state", missingState},  {"missing group", missingGroup},     {"missing weight", missingWeight},
-        {"in neither group", otherGroup}, {"unusable weight", unusableWeight}, {"missing test", incomplete}};
+        {"missing state", missingState},   {"other state", otherState},      {"missing group", missingGroup},
+        {"missing weight", missingWeight}, {"in neither group", otherGroup}, {"unusable weight", unusableWeight},
+        {"missing test", incomplete}};
     std::erase_if(reasons, [](const auto& reason) { return reason.second == 0; });
     return reasons;
 }
@@ -69,8 +70,7 @@ void addAreaCautions(const std::string& subject, const Area& area, bool largerIs
 {
     constexpr double chance = 0.5;
     if (area.stdError == 0.0) // exact: complete separation, mostly
-        notes.push_back(subject
-                        + ": the standard error is 0; p value and interval say nothing beyond these cases");
+        notes.push_back(subject + ": the standard error is 0; p value and interval say nothing beyond these cases");
     else if (area.upper < chance)
         notes.push_back(subject + ": the area is below 0.5, " + (largerIsPositive ? "smaller" : "larger")
                         + " values are more positive; "
