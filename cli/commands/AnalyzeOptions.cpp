@@ -96,7 +96,7 @@ void askForParts(const AnalyzeOptions& options, AnalyzeTask& task)
     task.question.precisionRecall = options.pr || !options.files.precisionRecall.empty();
     task.question.points = drawn || !options.files.curve.empty() || !options.files.precisionRecall.empty();
     if (options.pr && options.files.precisionRecall.empty() && !drawn)
-        task.notesAfter.push_back("the points of --pr are drawn by --plot and --report and written by --pr-curve FILE");
+        task.remarks.add("points-elsewhere");
 }
 
 } // namespace
@@ -105,7 +105,7 @@ void keepStateApart(AnalyzeTask& task)
 {
     const std::string& state = task.question.state.column;
     if (std::erase(task.question.tests, state) > 0)
-        task.notesBefore.push_back(inQuotes(state) + " is the state; it is not also a test");
+        task.remarks.add("state-no-test", state);
     if (task.question.by == state)
         throw usageError("--by names the state column: every value would be one state; name another column");
 }

@@ -41,9 +41,6 @@ struct AnalyzeTask : Task {
     bool allTests = false; ///< every column of numbers without another part is a test
     bool bestTable = false;
     AnalysisFileNames files;
-    // What is to be said of the question itself.
-    std::vector<std::string> notesBefore;
-    std::vector<std::string> notesAfter;
 };
 
 /// The state among the tests is none of them; as --by it is a usage error.

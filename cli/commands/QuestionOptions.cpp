@@ -167,15 +167,16 @@ Results answer(Task& task, const Surroundings& surroundings)
     AnalysisWatch watch(surroundings, table.rows);
     Results results = study(table, task.question, watch.watch());
     watch.requireNotCancelled();
+    results.labels->addRemarks(task.remarks.handle());
     return results;
 }
 
 Report reportOf(const Task& task, const Document& document)
 {
-    Report report{.text = spelled(document, task.form), .file = task.output, .notes = document.notes};
-    for (const RunMessage& warning : document.warnings)
-        report.warnings.push_back(warning.line());
-    return report;
+    return {.text = spelled(document, task.remarks, task.form),
+            .file = task.output,
+            .notes = task.remarks.notes(),
+            .cautions = task.remarks.cautions()};
 }
 
 } // namespace vexroc

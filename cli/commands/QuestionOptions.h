@@ -4,6 +4,7 @@
 #include "cli/commands/Report.h"
 #include "cli/output/Document.h"
 #include "cli/study/Question.h"
+#include "cli/study/Remarks.h"
 #include "cli/study/Study.h"
 #include "cli/system/Surroundings.h"
 
@@ -50,6 +51,7 @@ struct Task {
     Question question = {};
     DocumentForm form = DocumentForm::text;
     std::string output = {}; ///< file of the answer; empty for standard output
+    Remarks remarks = {};    ///< what there is to say beside it
 };
 
 /// The task behind the options, checked as far as it can be without the data. Throws a usage error that names the
@@ -67,10 +69,10 @@ Grouping parseGroup(const GroupOptions& options);
 /// Throws a usage error for a confidence level outside (0, 1).
 void setInference(const InferenceOptions& options, Question& question);
 
-/// Reads the columns of the question, which then is settled, and studies them; progress is told, and an interrupt ends
-/// it.
+/// Reads the columns of the question, which then is settled, studies them, and remarks on their labels; progress is
+/// told, and an interrupt ends it.
 Results answer(Task& task, const Surroundings& surroundings);
-/// The document in the form of the task, with its notes and warnings.
+/// The document in the form of the task, with its notes and cautions.
 Report reportOf(const Task& task, const Document& document);
 
 } // namespace vexroc

@@ -1,8 +1,6 @@
 #include "cli/output/Documents.h"
 #include "cli/output/questionWords.h"
 #include "cli/output/resultColumns.h"
-#include "cli/study/Remarks.h"
-#include "cli/words/VisibleText.h"
 
 #include <limits>
 
@@ -25,8 +23,6 @@ Document pointsDocument(const Question& question, const Results& results, std::s
 {
     Document document{
         .command = command, .heading = std::move(heading), .question = questionFacts(question, *results.labels)};
-    for (const TestResult& test : results.tests)
-        addCurveNotes(visible(test.area.test), test.area, document.notes);
     document.parts.push_back({"points", "", std::move(points)});
     return document;
 }

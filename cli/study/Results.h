@@ -63,6 +63,8 @@ struct Area {
     double gini = notComputed;
     double ksMaximum = notComputed; ///< without a curve
     double ksCutOff = notComputed;
+    int distinctValues = 0; ///< different test values, as far as known: 0 not, 3 for three and more
+    bool largerIsPositive = true;
 };
 
 /// A cut-off with what it makes of the cases.
@@ -120,13 +122,17 @@ struct Difference {
     double upper = notComputed;
 };
 
-/// A warning of the component in words, or why it came to no result.
+/// Why the component came to no result, in words.
 struct RunMessage {
     int code;
     std::string name;
     std::string sentence; ///< visible text
+};
 
-    [[nodiscard]] std::string line() const { return sentence + " (" + std::to_string(code) + " " + name + ")"; }
+/// A warning of the component.
+struct RunWarning {
+    int code;
+    std::vector<std::string> tests; ///< those that it is about
 };
 
 /// What one analysis came to.
@@ -134,7 +140,7 @@ struct Results {
     RowCounts rows = {};
     std::vector<TestResult> tests = {};
     std::vector<Difference> differences = {};
-    std::vector<RunMessage> warnings = {};
+    std::vector<RunWarning> warnings = {};
     std::shared_ptr<const CaseLabels> labels = {}; ///< of the whole table
     std::optional<RunMessage> failure = {};        ///< why there is no result; then the tests tell their cases at most
 };

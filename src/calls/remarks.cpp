@@ -1,5 +1,6 @@
 #include "vexrocproc/remarks.h"
 
+#include "calls/RemarksHandle.h"
 #include "calls/guard.h"
 #include "remarks/areaRules.h"
 
@@ -7,12 +8,6 @@
 
 using namespace ROCALG_920;
 using namespace ROCALG_920::calls;
-
-/// What the opaque list of remarks.h points at.
-struct vexroc_remarks {
-    remarks::RemarkList list;
-    std::vector<std::string> handedOut = {}; ///< by index; empty when the list has changed
-};
 
 namespace {
 
@@ -100,6 +95,14 @@ int vexroc_remarks_difference(vexroc_remarks* remarks, const char* subject, doub
 {
     return guarded([&] {
         remarks::addDifferenceRemarks(orEmpty(subject), difference, std_error, changed(remarks));
+        return VEXROC_OK;
+    });
+}
+
+int vexroc_remarks_comparisons(vexroc_remarks* remarks, const char* subject, long long count)
+{
+    return guarded([&] {
+        remarks::addComparisonRemarks(orEmpty(subject), count, changed(remarks));
         return VEXROC_OK;
     });
 }
