@@ -4,6 +4,7 @@
 #include "cli/sources/DecodedSource.h"
 #include "cli/sources/PostgresServer.h"
 #include "cli/words/Failure.h"
+#include "cli/words/Lists.h"
 #include "cli/words/VisibleText.h"
 
 #include <CLI/CLI.hpp>
@@ -73,6 +74,19 @@ void requireText(const InputOptions& options)
             throw usageError(std::string(option) + " goes with delimited text, not a database");
 }
 
+/// The words beside the usual ones, or in their place behind a bare "none".
+std::shared_ptr<const MissingWords> parseMissing(const std::string& text)
+{
+    if (text.empty())
+        return std::make_shared<MissingWords>();
+    std::vector<ListItem> items = splitItems(text, "--missing");
+    const bool onlyThese = items.front().isWord("none");
+    std::vector<std::string> words;
+    for (std::size_t i = onlyThese ? 1 : 0; i < items.size(); ++i)
+        words.push_back(std::move(items[i].text));
+    return std::make_shared<MissingWords>(words, onlyThese);
+}
+
 void requireOneInput(const InputOptions& options)
 {
     const bool sqlite = !options.sqlite.empty();
@@ -124,6 +138,10 @@ void addInputOptions(CLI::App& command, InputOptions& options)
                     "Encoding of text, as iconv calls it; UTF-8 or what a mark in front says when not given")
         ->type_name("NAME");
     command
+        .add_option("--missing", options.missing,
+                    "More words for missing values; behind the bare word none in place of the usual ones")
+        ->type_name("WORD[,WORD...]");
+    command
         .add_option("--sqlite", options.sqlite, "Read this SQLite database instead of FILE; with --table or --query")
         ->type_name("FILE");
     command
@@ -146,6 +164,7 @@ Input parseInput(const InputOptions& options)
                              : options.noHeader     ? FirstRow::cases
                                                     : FirstRow::notSaid,
                          .encoding = parseEncoding(options.encoding)},
+                .missingWords = parseMissing(options.missing),
                 .table = options.table,
                 .query = options.query};
     if (!options.sqlite.empty()) {

@@ -19,6 +19,7 @@ struct InputOptions {
     std::string encoding;
     bool header = false;
     bool noHeader = false;
+    std::string missing;
     std::string sqlite;
     std::string postgres;
     std::string table;

@@ -162,11 +162,12 @@ private:
     /// Throws for a first row of numbers only.
     void requireNames(RowSplitter& first) const
     {
+        const MissingWords missing;
         bool anyNumber = false;
         for (std::size_t column = 0; column < first.cellCount(); ++column) {
             const bool isNumber = parseNumber(first.cell(column), dialect_.form.numbers).has_value();
             anyNumber = anyNumber || isNumber;
-            if (!isNumber && !isMissingWord(first.cell(column)))
+            if (!isNumber && !missing.inTest(first.cell(column)))
                 return;
         }
         if (anyNumber)

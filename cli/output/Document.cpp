@@ -21,6 +21,9 @@ std::string textOf(const Document& document)
             text.append(part.title) += '\n';
         writeText(part.table, text);
     }
+    text += document.closing.empty() ? "" : "\n";
+    for (const std::string& line : document.closing)
+        text += line + '\n';
     return text;
 }
 

@@ -28,6 +28,7 @@ struct Document {
     std::vector<std::string> heading; ///< lines for people
     std::vector<Fact> question;       ///< the same for programs
     std::vector<Part> parts = {};
+    std::vector<std::string> closing = {}; ///< lines for people behind the parts
 };
 
 /// Heading and tables for people, the tables as CSV, or one JSON document with the notes and cautions.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/words/MissingWords.h"
 #include "cli/words/Numbers.h"
 
 #include <cstddef>
@@ -18,9 +19,12 @@ using Cell = std::variant<std::monostate, std::string_view, double, std::int64_t
 // What a cell means, whatever its source. A text is missing, or a number, as words/Numbers.h says; NaN is missing;
 // true is 1.
 
-bool isMissing(const Cell& cell) noexcept;
-/// The number that the cell is, a text in that form; integers beyond 2^53 round to the nearest double, as their digits
-/// in a text do.
+/// Is it NULL or NaN, which no text stands for?
+bool hasNoText(const Cell& cell) noexcept;
+/// Is it missing in a column of numbers?
+bool isMissing(const Cell& cell, const MissingWords& words);
+/// The number that the cell is, a text in that form; integers beyond 2^53 round to the nearest double, as
+/// their digits in a text do.
 std::optional<double> numberIn(const Cell& cell, const NumberForm& form);
 /// The cell as a text: a number in its shortest digits, an integer in all of them, "true" or "false".
 std::string textOf(const Cell& cell);
