@@ -1,5 +1,6 @@
-#' Runs the analysis of a study. The result has its cautions and notes, those of the labels among them.
-run_study <- function(study, comparison) {
+#' Runs the analysis of a study. The result has its cautions and notes, those of the labels among them, and those of
+#' `codes`, which are about the whole.
+run_study <- function(study, comparison, codes = character()) {
   group <- study$group
   columns <- c(list(structure(study$state$codes, labels = c(study$state$negative, study$state$positive))), study$tests,
                if (!is.null(group)) list(structure(group$codes, labels = group$values)),
@@ -17,9 +18,17 @@ run_study <- function(study, comparison) {
   }
   result$left_out <- rows_left_out(result$rows)
   if (!is.null(result$status)) fail(status_sentence(result$status, result$name), left_out_sentence(result$left_out))
+  for (code in codes) .Call(C_add_remark, remarks, code)
   remarks <- Map(c, study$remarks, .Call(C_read_remarks, remarks))
   of <- function(rows) frame_of(lapply(remarks[c("code", "count", "text")], `[`, rows))
   c(result, list(cautions = of(remarks$caution), notes = of(!remarks$caution)))
+}
+
+#' The line of a remark about the whole.
+remark_line <- function(code) {
+  remarks <- .Call(C_new_remarks)
+  .Call(C_add_remark, remarks, code)
+  .Call(C_read_remarks, remarks)$text
 }
 
 #' A warning for each caution that was not given before.

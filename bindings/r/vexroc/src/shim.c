@@ -54,6 +54,13 @@ SEXP new_remarks(void)
     return pointer;
 }
 
+/* One occurrence of a remark about the whole. */
+SEXP add_remark(SEXP remarks, SEXP code)
+{
+    require_ok(vexroc_remarks_add(owned(remarks), CHAR(STRING_ELT(code, 0)), NULL, NULL));
+    return R_NilValue;
+}
+
 /* The lines of the list as columns. */
 SEXP read_remarks(SEXP remarks)
 {
