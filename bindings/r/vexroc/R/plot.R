@@ -6,7 +6,7 @@ plot.vexroc <- function(x, what = c("curve", "precision_recall"), legend = !add,
   what <- choice(what, "what", plot.vexroc)
   refuse_unknown_graphics(add, ...)
   curves <- lapply(curves_of(x, what), if (what == "curve") roc_points else pr_points)
-  if (sum(lengths(curves)) == 0) fail("there is no curve to draw: ", absent_state(x$areas))
+  if (all(vapply(curves, function(curve) length(curve$x), 0L) == 0)) fail("there is no curve to draw: ", absent_state(x$areas))
   if (!add) empty_plot(what, ...)
   names <- curve_names(x$areas)
   col <- rep_len(if (is.null(col)) palette_okabe_ito else col, length(names))
