@@ -127,7 +127,7 @@ state_codes <- function(state, positive, negative, missing, remarks) {
   read <- read_labels(column, missing, c(positive, negative), list(positive, negative, all_others), remarks)
   codes <- c(0, 1, 2, NA)[read$state + 1][column$at]
   of <- function(code) paste(unique(read$values[read$value[read$state == code]]), collapse = ", ")
-  list(name = column$name, codes = codes, negative = of(0), positive = of(1))
+  list(name = column$name, codes = codes, values = c(of(0), of(1)))
 }
 
 #' The positive state when it is not named: the one beside the negative ones, the last of two levels, or the larger of

@@ -77,7 +77,7 @@ confint.vexroc <- function(object, parm, level = object$study$settings$confidenc
 
 heading <- function(x, title) {
   study <- x$study
-  cat(title, "\nPositive: ", study$state$positive, "; negative: ", study$state$negative, "\n", sep = "")
+  cat(title, "\nPositive: ", study$state$values[2], "; negative: ", study$state$values[1], "\n", sep = "")
   cat(direction_sentence(names(study$tests), study$directions), "\n", sep = "")
   cat("Interval: ", study$settings$interval, " with ", paste(unique(error_names[x$areas$interval]), collapse = ", "),
       " standard error; confidence level ", study$settings$confidence_level, "\n\n", sep = "")

@@ -57,7 +57,7 @@ static const member row_members[] = {
     {"missing_weight", is_long, offsetof(vexroc_rows, missing_weight)},
     {"missing_count", is_long, offsetof(vexroc_rows, missing_count)},
     {"unusable_weight", is_long, offsetof(vexroc_rows, unusable_weight)},
-    {"too_heavy", is_long, offsetof(vexroc_rows, too_heavy)},
+    {"incomplete", is_long, offsetof(vexroc_rows, incomplete)},
 };
 
 enum {

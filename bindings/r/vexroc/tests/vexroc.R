@@ -105,8 +105,8 @@ stopifnot(close$areas$positive == 1, !duplicated(close$areas$group))
 rows <- data.frame(state = c(0, 1, NA, 0, 1, 0, 1, 0, 1), test = c(1:7, NA, 9),
                    group = c("b", "C", "b", NA, "x", "b", "C", "b", "C"), weight = c(1, 1, 1, 1, 1, NA, 0.4, 1.6, -1))
 counted <- quietly(vexroc(state ~ test | group, rows, groups = c("b", "C"), weight = weight))
-stopifnot(identical(counted$left_out, c("without state" = 1, "without group" = 1, "of other groups" = 1,
-                                        "without weight" = 1, "with a weight below 1" = 2)),
+stopifnot(identical(counted$left_out, c("missing state" = 1, "missing group" = 1, "other group" = 1,
+                                        "missing weight" = 1, "unusable weight" = 2)),
           counted$areas$left_out == c(1, 0), counted$areas$negative == c(1, 0), counted$areas$positive == c(0, 1))
 
 # Each caution is a warning, a row and a line; a comparison repeats no warning.
