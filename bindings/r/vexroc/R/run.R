@@ -32,7 +32,7 @@ remark_line <- function(code) {
 }
 
 #' A warning for each caution that was not given before.
-warn <- function(cautions, before = cautions[0, ]) {
+warn <- function(cautions, before = NULL) {
   for (i in which(!cautions$text %in% before$text))
     warning(structure(class = c("vexroc_caution", "warning", "condition"),
                       list(message = cautions$text[i], call = NULL, code = cautions$code[i])))
