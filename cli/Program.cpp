@@ -60,12 +60,13 @@ ProgressDisplay displayFor(const MessageOptions& options, const Terminal& termin
     return {};
 }
 
-void say(const Report& report, const Messages& messages)
+void say(const Report& report, bool quiet, const Messages& messages)
 {
-    for (const std::string& note : report.notes)
-        messages.note(note);
-    for (const std::string& warning : report.warnings)
-        messages.warning(warning);
+    for (const Remark& caution : report.cautions)
+        messages.caution(caution.text);
+    if (!quiet)
+        for (const Remark& note : report.notes)
+            messages.note(note.text);
 }
 
 /// The call in the words of a shell, as visible text.
@@ -99,12 +100,11 @@ int run(std::span<const std::string_view> args, std::istream& in, std::ostream& 
     const Report report =
         actions[asked.command]({in, line, displayFor(asked.messages, terminal, err), asked.messages.quiet});
     deliver(report, out);
-    if (!asked.messages.quiet)
-        say(report, Messages(err, terminal.colour));
+    say(report, asked.messages.quiet, Messages(err, terminal.colour));
     if (!report.error.empty())
         throw analysisError(report.error);
-    if (asked.messages.strict && !report.warnings.empty())
-        throw analysisError("--strict: the analysis has warnings");
+    if (asked.messages.strict && !report.cautions.empty())
+        throw analysisError("--strict: there is a caution");
     return exitDone;
 }
 

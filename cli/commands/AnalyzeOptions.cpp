@@ -102,7 +102,7 @@ void askForParts(const AnalyzeOptions& options, AnalyzeTask& task)
     task.question.precisionRecall = options.pr || !options.files.precisionRecall.empty();
     task.question.points = drawn || !options.files.curve.empty() || !options.files.precisionRecall.empty();
     if (options.pr && options.files.precisionRecall.empty() && !drawn)
-        task.notesAfter.push_back("the points of --pr are drawn by --plot and --report and written by --pr-curve FILE");
+        task.remarks.add("points-elsewhere");
 }
 
 /// The state among the tests is none of them.
@@ -110,7 +110,7 @@ void takeOutState(AnalyzeTask& task)
 {
     const std::string& state = task.question.state.column;
     if (std::erase(task.question.tests, state) > 0)
-        task.notesBefore.push_back(inQuotes(state) + " is the state; it is not also a test");
+        task.remarks.add("state-no-test", state);
 }
 
 } // namespace

@@ -42,9 +42,6 @@ struct AnalyzeTask : Task {
     bool allTests = false; ///< every column of numbers without another part is a test
     bool bestTable = false;
     AnalysisFileNames files;
-    // What is to be said of the question itself.
-    std::vector<std::string> notesBefore;
-    std::vector<std::string> notesAfter;
 };
 
 /// Throws a usage error that names the options that do not fit.

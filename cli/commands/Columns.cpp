@@ -40,6 +40,7 @@ Report runColumns(const ColumnsOptions& options, const Surroundings& surrounding
 
     Document document{
         .command = "columns", .heading = {"Columns of " + survey.source()}, .question = {{"input", survey.source()}}};
+    Remarks remarks;
     Table table(columns);
     for (const ColumnFacts& facts : survey.finish()) {
         const std::string more = std::string(">").append(std::to_string(facts.distinct()));
@@ -47,12 +48,11 @@ Report runColumns(const ColumnsOptions& options, const Surroundings& surrounding
         table.addRow({facts.name(), kindOf(facts), double(survey.rows()), double(facts.missing()), distinct,
                       facts.smallest(), facts.largest()});
         if (facts.hasOtherDecimals() && input.kind == Input::Kind::delimited)
-            document.notes.push_back(inQuotes(facts.name())
-                                     + " holds numbers with the other decimal sign; read them with "
-                                     + (input.form.decimal == ',' ? "--decimal point" : "--decimal comma"));
+            remarks.add("decimal-sign", facts.name(),
+                        std::string("read with --decimal ") + (input.form.decimal == ',' ? "point" : "comma"));
     }
     document.parts.push_back({"columns", "", std::move(table)});
-    return {.text = spelled(document, form), .file = options.answer.output, .notes = document.notes};
+    return {.text = spelled(document, remarks, form), .file = options.answer.output, .notes = remarks.notes()};
 }
 
 } // namespace

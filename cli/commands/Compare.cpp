@@ -1,6 +1,7 @@
 #include "cli/commands/Commands.h"
 #include "cli/commands/QuestionOptions.h"
 #include "cli/output/Documents.h"
+#include "cli/study/remarksOn.h"
 #include "cli/words/Failure.h"
 
 #include <CLI/CLI.hpp>
@@ -46,7 +47,9 @@ Report runCompare(const CompareOptions& options, const Surroundings& surrounding
         askPaired(task.question);
     else
         askIndependent(options, task.question);
-    return reportOf(task, comparisonDocument(task.question, answer(task, surroundings)));
+    const Results results = answer(task, surroundings);
+    remarkOnDifferences(task.question, results, task.remarks);
+    return reportOf(task, comparisonDocument(task.question, results));
 }
 
 } // namespace

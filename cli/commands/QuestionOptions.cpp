@@ -120,10 +120,10 @@ Results answer(const Task& task, const Surroundings& surroundings)
 
 Report reportOf(const Task& task, const Document& document)
 {
-    Report report{.text = spelled(document, task.form), .file = task.output, .notes = document.notes};
-    for (const RunMessage& warning : document.warnings)
-        report.warnings.push_back(warning.line());
-    return report;
+    return {.text = spelled(document, task.remarks, task.form),
+            .file = task.output,
+            .notes = task.remarks.notes(),
+            .cautions = task.remarks.cautions()};
 }
 
 } // namespace vexroc

@@ -4,6 +4,7 @@
 #include "cli/commands/Report.h"
 #include "cli/output/Document.h"
 #include "cli/study/Question.h"
+#include "cli/study/Remarks.h"
 #include "cli/study/Study.h"
 #include "cli/system/Surroundings.h"
 
@@ -49,6 +50,7 @@ struct Task {
     Question question = {};
     DocumentForm form = DocumentForm::text;
     std::string output = {}; ///< file of the answer; empty for standard output
+    Remarks remarks = {};    ///< what there is to say beside it
 };
 
 /// The task behind the options, checked as far as it can be without the data. Throws a usage error that names the
@@ -64,7 +66,7 @@ void setInference(const InferenceOptions& options, Question& question);
 
 /// Reads the columns of the question and studies them; progress is told, and an interrupt ends it.
 Results answer(const Task& task, const Surroundings& surroundings);
-/// The document in the form of the task, with its notes and warnings.
+/// The document in the form of the task, with its notes and cautions.
 Report reportOf(const Task& task, const Document& document);
 
 } // namespace vexroc

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "cli/study/Remarks.h"
+
 #include <string>
 #include <vector>
 
@@ -9,9 +11,9 @@ namespace vexroc {
 struct Report {
     std::string text;      ///< for standard output, or the file
     std::string file = {}; ///< empty for standard output
-    // For standard error, one line each, already visible text.
-    std::vector<std::string> notes = {};
-    std::vector<std::string> warnings = {};
+    // For standard error.
+    std::vector<Remark> notes = {};
+    std::vector<Remark> cautions = {};
     std::string error = {}; ///< why the analysis came to no result; the program then ends with exitNoResult
 };
 

@@ -1,8 +1,6 @@
 #include "cli/output/Documents.h"
 #include "cli/output/questionWords.h"
 #include "cli/output/resultColumns.h"
-#include "cli/study/Remarks.h"
-#include "cli/words/VisibleText.h"
 
 namespace vexroc {
 
@@ -21,14 +19,9 @@ Document areaDocument(const Question& question, const Results& results)
                       .question = questionFacts(question)};
     addInference(document.question, standardErrorWord(question.biNegative), question.level);
     Table table(joined({caseColumns, areaColumns}));
-    for (const auto& [area, roc, precisionRecall, best] : results.tests) {
+    for (const auto& [area, roc, precisionRecall, best] : results.tests)
         table.addRow({area.test, double(area.positive), double(area.negative), double(area.leftOut), area.area,
                       area.stdError, area.significance, area.lower, area.upper});
-        addAreaNotes(visible(area.test), area, document.notes);
-        addAreaCautions(visible(area.test), area, question.largerIsPositive, document.notes);
-        if (question.biNegative)
-            addBiNegativeNotes(visible(area.test), area, document.notes);
-    }
     document.parts.push_back({"areas", "", std::move(table)});
     return document;
 }

@@ -1,7 +1,6 @@
 #include "cli/output/Documents.h"
 #include "cli/output/questionWords.h"
 #include "cli/output/resultColumns.h"
-#include "cli/study/Remarks.h"
 #include "cli/words/VisibleText.h"
 
 namespace vexroc {
@@ -40,22 +39,10 @@ Document pairedDocument(const Question& question, const Results& results)
     addInference(document.question, pairedErrorWord, question.level);
     Table table(joined({testPairColumns, inPanel(1, stateColumns), leftOutColumns, inPanel(1, twoAreaColumns),
                         inPanel(2, differenceColumns)}));
-    for (const Difference& d : results.differences) {
+    for (const Difference& d : results.differences)
         addRow(Row{d.first.test, d.second.test}, {double(d.first.positive), double(d.first.negative)}, d, table);
-        const std::string subject = visible(d.first.test) + " and " + visible(d.second.test);
-        addAreaNotes(subject, d.first, document.notes);
-        addDifferenceCautions(subject, d, document.notes);
-    }
     document.parts.push_back({"comparisons", "", std::move(table)});
     return document;
-}
-
-void addGroupNotes(const Question& question, const Area& area, std::vector<std::string>& notes)
-{
-    const std::string subject = visible(area.test) + " where " + visible(area.group);
-    addAreaNotes(subject, area, notes);
-    if (question.biNegative)
-        addBiNegativeNotes(subject, area, notes);
 }
 
 Document groupDocument(const Question& question, const Results& results)
@@ -71,17 +58,11 @@ Document groupDocument(const Question& question, const Results& results)
     addInference(document.question, standardErrorWord(question.biNegative), question.level);
     Table table(joined({groupPairColumns, groupCountColumns, leftOutColumns, inPanel(2, twoAreaColumns),
                         inPanel(3, differenceColumns)}));
-    for (const Difference& d : results.differences) {
+    for (const Difference& d : results.differences)
         addRow(
             Row{d.first.test, d.first.group, d.second.group},
             {double(d.first.positive), double(d.first.negative), double(d.second.positive), double(d.second.negative)},
             d, table);
-        addGroupNotes(question, d.first, document.notes);
-        addGroupNotes(question, d.second, document.notes);
-        addDifferenceCautions(visible(d.first.test), d, document.notes);
-    }
-    if (const long long others = results.rows.otherGroup; others > 0)
-        document.notes.push_back("rows in neither group, not part of the analysis: " + std::to_string(others));
     document.parts.push_back({"comparisons", "", std::move(table)});
     return document;
 }

@@ -1,8 +1,6 @@
 #include "cli/output/Documents.h"
 #include "cli/output/questionWords.h"
 #include "cli/output/resultColumns.h"
-#include "cli/study/Remarks.h"
-#include "cli/words/VisibleText.h"
 
 #include <limits>
 
@@ -20,12 +18,10 @@ constexpr std::array rocColumns{
 constexpr std::array precisionRecallColumns{testColumn, cutOffColumn, recallColumn, precisionColumn,
                                             interpolatedColumn};
 
-Document pointsDocument(const Question& question, const Results& results, std::string_view command,
-                        std::vector<std::string> heading, Table points)
+Document pointsDocument(const Question& question, std::string_view command, std::vector<std::string> heading,
+                        Table points)
 {
     Document document{.command = command, .heading = std::move(heading), .question = questionFacts(question)};
-    for (const TestResult& test : results.tests)
-        addCurveNotes(visible(test.area.test), test.area, document.notes);
     document.parts.push_back({"points", "", std::move(points)});
     return document;
 }
@@ -52,7 +48,7 @@ Document curveDocument(const Question& question, const Results& results)
     for (const auto& [area, roc, precisionRecall, best] : results.tests)
         for (std::size_t i = 0; i < roc.size(); ++i)
             table.addRow({area.test, roc.cutOffs[i], 1.0 - roc.specificity[i], roc.sensitivity[i]});
-    return pointsDocument(question, results, "curve", {"ROC curve", questionHeading(question)}, std::move(table));
+    return pointsDocument(question, "curve", {"ROC curve", questionHeading(question)}, std::move(table));
 }
 
 Document precisionRecallDocument(const Question& question, const Results& results)
@@ -67,7 +63,7 @@ Document precisionRecallDocument(const Question& question, const Results& result
                 {test.area.test, cutOffs[i], curve.recall[i], curve.precision[i], double(curve.interpolated[i])});
     }
     Document document = pointsDocument(
-        question, results, "pr",
+        question, "pr",
         {"Precision-recall curve", questionHeading(question), std::string("Interpolation: ") + interpolation},
         std::move(table));
     document.question.emplace_back("interpolation", interpolation);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/output/Table.h"
-#include "cli/study/Results.h"
+#include "cli/study/Remarks.h"
 
 #include <string>
 #include <string_view>
@@ -28,12 +28,9 @@ struct Document {
     std::vector<std::string> heading; ///< lines for people
     std::vector<Fact> question;       ///< the same for programs
     std::vector<Part> parts = {};
-    // For people, each a line of visible text.
-    std::vector<std::string> notes = {};
-    std::vector<RunMessage> warnings = {};
 };
 
-/// Heading and tables for people, the tables as CSV, or one JSON document with the notes and warnings.
-std::string spelled(const Document& document, DocumentForm form);
+/// Heading and tables for people, the tables as CSV, or one JSON document with the notes and cautions.
+std::string spelled(const Document& document, const Remarks& remarks, DocumentForm form);
 
 } // namespace vexroc

@@ -24,12 +24,10 @@ Document precisionRecallDocument(const Question& question, const Results& result
 /// A whole analysis, of all rows or one for each value of a column.
 struct Analysis {
     const Question& question;
-    std::vector<ValueResults> values = {};     ///< with one value, the empty text, when the question has no column `by`
-    std::size_t missing = 0;                   ///< rows without a value
-    bool bestTable = false;                    ///< with the best cut-offs
-    std::vector<std::string> notesBefore = {}; ///< about the question, said once before the notes on results
-    std::vector<std::string> notesAfter = {};
+    std::vector<ValueResults> values = {}; ///< with one value, the empty text, when the question has no column `by`
+    bool bestTable = false;                ///< with the best cut-offs
 
+    [[nodiscard]] bool anyResult() const;
     /// Why there is no result at all: of the last value that failed, when all did.
     [[nodiscard]] std::optional<RunMessage> failure() const;
     /// The cases of one state of all values with a result.

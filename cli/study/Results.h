@@ -59,6 +59,8 @@ struct Area {
     double gini = notComputed;
     double ksMaximum = notComputed; ///< without a curve
     double ksCutOff = notComputed;
+    int distinctValues = 0; ///< different test values, as far as known: 0 not, 3 for three and more
+    bool largerIsPositive = true;
 };
 
 /// A cut-off with what it makes of the cases.
@@ -116,13 +118,17 @@ struct Difference {
     double upper = notComputed;
 };
 
-/// A warning of the component in words, or why it came to no result.
+/// Why the component came to no result, in words.
 struct RunMessage {
     int code;
     std::string name;
     std::string sentence; ///< visible text
+};
 
-    [[nodiscard]] std::string line() const { return sentence + " (" + std::to_string(code) + " " + name + ")"; }
+/// A warning of the component.
+struct RunWarning {
+    int code;
+    std::vector<std::string> tests; ///< those that it is about
 };
 
 /// What one analysis came to.
@@ -130,7 +136,7 @@ struct Results {
     RowCounts rows = {};
     std::vector<TestResult> tests = {};
     std::vector<Difference> differences = {};
-    std::vector<RunMessage> warnings = {};
+    std::vector<RunWarning> warnings = {};
     std::optional<RunMessage> failure = {}; ///< why there is no result; then the tests tell their cases at most
 };
 

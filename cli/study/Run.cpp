@@ -1,7 +1,7 @@
 #include "cli/study/Run.h"
 
 #include "cli/study/CaseColumns.h"
-#include "cli/study/Warnings.h"
+#include "cli/study/statusInWords.h"
 #include "cli/words/Failure.h"
 #include "cli/words/Numbers.h"
 #include "vexrocproc/ROCStatusCodes.h"
@@ -52,7 +52,7 @@ public:
             throw analysisError(ended == VEXROC_NO_MEMORY ? "not enough memory" : vexroc_last_error());
         Results results{.rows = rowCounts()};
         if (cases_.tests.empty()) {
-            results.failure = failureInWords(ROCALG_920::statusCode::noTestVar);
+            results.failure = statusInWords(ROCALG_920::statusCode::noTestVar);
             return results;
         }
         results.warnings = warnings();
@@ -163,9 +163,9 @@ private:
         return counts;
     }
 
-    [[nodiscard]] std::vector<RunMessage> warnings() const
+    [[nodiscard]] std::vector<RunWarning> warnings() const
     {
-        std::vector<RunMessage> warnings;
+        std::vector<RunWarning> warnings;
         for (int i = 0; i < vexroc_analysis_warning_count(handle_.get()); ++i) {
             const auto warning = told<vexroc_warning>(vexroc_analysis_warning, i);
             std::vector<std::string> tests;
@@ -173,7 +173,7 @@ private:
             for (const int column : std::span(warning.parameters, static_cast<std::size_t>(warning.parameter_count)))
                 if (named.insert(column).second)
                     tests.push_back(testOf_.at(column));
-            warnings.push_back(warningInWords(warning.code, warning.name, tests));
+            warnings.push_back({warning.code, std::move(tests)});
         }
         return warnings;
     }
@@ -183,7 +183,7 @@ private:
     {
         int code = 0;
         require(vexroc_analysis_status(handle_.get(), &code, nullptr));
-        results.failure = failureInWords(code);
+        results.failure = statusInWords(code);
         if (question_.grouping)
             return;
         std::map<std::string_view, const RowCounts::Gap*> gaps; // there may be tens of thousands of tests
@@ -245,7 +245,9 @@ private:
                                    .upper = record.ci_upper,
                                    .gini = record.gini,
                                    .ksMaximum = hasCurve ? record.ks_maximum : notComputed,
-                                   .ksCutOff = hasCurve ? record.ks_cut_off : notComputed}};
+                                   .ksCutOff = hasCurve ? record.ks_cut_off : notComputed,
+                                   .distinctValues = record.distinct_values,
+                                   .largerIsPositive = question_.largerIsPositive}};
         if (question_.points)
             addPoints(index, record, result);
         if (question_.bestCutOffs)

@@ -225,7 +225,7 @@ private:
         return false;
     }
 
-    static Area areaOf(const std::string& test, const auc_res& r)
+    [[nodiscard]] Area areaOf(const std::string& test, const auc_res& r) const
     {
         return {.test = test,
                 .positive = static_cast<long long>(r.posCount),
@@ -234,7 +234,8 @@ private:
                 .stdError = r.stdError,
                 .significance = r.asymptoticSig,
                 .lower = r.ciLower,
-                .upper = r.ciUpper};
+                .upper = r.ciUpper,
+                .largerIsPositive = question_.largerIsPositive};
     }
 
     /// Pairs in the order (0, 1), (0, 2), ... (1, 2), ...

@@ -78,6 +78,9 @@ int vexroc_remarks_area(vexroc_remarks* remarks, const char* subject, const vexr
  */
 int vexroc_remarks_difference(vexroc_remarks* remarks, const char* subject, double difference, double std_error);
 
+/** Adds "many-comparisons" for three comparisons or more. */
+int vexroc_remarks_comparisons(vexroc_remarks* remarks, const char* subject, long long count);
+
 #pragma GCC visibility pop
 #ifdef __cplusplus
 }

@@ -103,3 +103,11 @@ int vexroc_remarks_difference(vexroc_remarks* remarks, const char* subject, doub
         return VEXROC_OK;
     });
 }
+
+int vexroc_remarks_comparisons(vexroc_remarks* remarks, const char* subject, long long count)
+{
+    return guarded([&] {
+        remarks::addComparisonRemarks(orEmpty(subject), count, changed(remarks));
+        return VEXROC_OK;
+    });
+}

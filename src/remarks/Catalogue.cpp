@@ -24,8 +24,8 @@ constexpr std::array allKinds{
     Kind{"state-no-test", note, "the state is not also a test"},
     Kind{"points-elsewhere", note, "the points of --pr are not shown",
          "--plot and --report draw them, --pr-curve FILE writes them"},
-    Kind{"not-drawn", note, "curves not drawn"},
-    Kind{"thinned", note, "curves drawn with fewer points"},
+    Kind{"not-drawn", note, "pictures are limited"},
+    Kind{"decimal-sign", note, "numbers with the other decimal sign"},
 
     Kind{"no-result", caution, "no result"},
     Kind{"no-case", caution, "there is no case, so there is no area", "check which rows are left out"},

@@ -10,6 +10,7 @@ namespace {
 
 constexpr long long enoughCases = 10; ///< of either state
 constexpr double chance = 0.5;
+constexpr long long manyComparisons = 3;
 constexpr int valuesOfYesNoTest = 2;
 
 std::string casesOf(const vexroc_area_facts& facts)
@@ -64,6 +65,12 @@ void addDifferenceRemarks(std::string_view subject, double difference, double st
 {
     if (stdError == 0.0 && difference != 0.0 && !std::isnan(difference)) // exact
         list.add(*kindOf("zero-error-of-difference"), {.subject = subject});
+}
+
+void addComparisonRemarks(std::string_view subject, long long count, RemarkList& list)
+{
+    if (count >= manyComparisons)
+        list.add(*kindOf("many-comparisons"), {.subject = subject, .detail = std::to_string(count)});
 }
 
 } // namespace ROCALG_920::remarks

@@ -76,7 +76,8 @@ std::vector<std::string> saidOf(auto change)
 TEST(Remarks, OneLineOfAKindNamesFiveSubjectsOnceEachAndCautionsComeFirst)
 {
     Remarks remarks;
-    remarks.add("many-comparisons", "", "21 pairs");
+    vexroc_remarks_comparisons(remarks.list, "", 2);
+    vexroc_remarks_comparisons(remarks.list, "", 21);
     remarks.add("ties", "a");
     for (const char* test : {"a", "b", "a", "c", "d", "e", "f", "g"})
         remarks.add("few-cases", test, "8 positive, 9 negative");
@@ -86,8 +87,7 @@ TEST(Remarks, OneLineOfAKindNamesFiveSubjectsOnceEachAndCautionsComeFirst)
     EXPECT_EQ(few.caution, 1);
     EXPECT_EQ(few.count, 7);
     EXPECT_THAT(few.text, testing::EndsWith("e (8 positive, 9 negative) and 2 more"));
-    EXPECT_STREQ(remarks.get(2).text,
-                 "p values and intervals are not adjusted for the number of comparisons: 21 pairs");
+    EXPECT_STREQ(remarks.get(2).text, "p values and intervals are not adjusted for the number of comparisons: 21");
     EXPECT_EQ(vexroc_remarks_add(remarks.list, "no-such", "", ""), VEXROC_INVALID);
     EXPECT_THAT(vexroc_last_error(), HasSubstr("no-such"));
 }
