@@ -298,14 +298,15 @@ class _Reader:
                       self._precision_recall(index, r, roc) if r.pr_rows else None)
 
     def _area_in(self, pair: PairResult, area: float, std_error: float, record: Record) -> Area:
-        """The area of a record on the cases of a comparison; its own where these are the same."""
+        """The area of a record on the cases of a comparison; its own where these are the same, else with DeLong's
+        standard error."""
         whole = record.area
         if record.group is not None or (pair.n_positive, pair.n_negative) == (whole.n_positive, whole.n_negative):
             return whole
         half = _critical_value(self.asked.confidence_level) * std_error
         on_these = AreaResult(pair.n_positive, pair.n_negative, area, std_error, np.nan, area - half, area + half)
         omitted = whole.n_positive + whole.n_negative + whole.n_omitted - pair.n_positive - pair.n_negative
-        return area_of(on_these, omitted, self.asked, whole.distribution)
+        return area_of(on_these, omitted, self.asked._replace(interval="wald-delong"), "delong")
 
     def comparison(self, index: int, records: tuple[Record, ...]) -> tuple[Comparison, tuple[Record, Record]]:
         pair = self.handle.fetch("comparison", index, PairResult())

@@ -52,7 +52,7 @@ class _Cases:
         self.n_positive = int(np.count_nonzero(self.states))
         self.n_negative = len(self.states) - self.n_positive
         if self.n_omitted:
-            self.remarks.add("left-out", name, str(self.n_omitted))
+            self.remarks.add("left-out", "", f"{self.n_omitted} of {self.n_omitted + len(self.states)}")
 
     def arguments(self, *scores: Floats) -> list[int | None]:
         """Addresses, the number of cases, and null for the positive value: 1.0."""
