@@ -17,8 +17,8 @@ __version__ = "0.1.0"
 
 __all__ = [
     "OTHERS", "Analysis", "AnalysisError", "Area", "CautionWarning", "Comparison", "Group", "PrecisionRecallCurve",
-    "PrecisionRecallDisplay", "Record", "Remark", "RocCurve", "RocCurveDisplay", "analyze", "auc", "compare_independent",
-    "compare_paired", "library_path", "library_version", "pr_curve", "roc_curve",
+    "PrecisionRecallDisplay", "Record", "Remark", "RocCurve", "RocCurveDisplay", "analyze", "auc",
+    "compare_independent", "compare_paired", "library_path", "library_version", "pr_curve", "roc_curve",
 ]
 
 _library()  # a package without its library says so when it is imported

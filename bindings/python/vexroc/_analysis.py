@@ -29,7 +29,7 @@ WeightKind = Literal["unsaid", "counts"]
 Progress = Callable[[float, int], object]
 
 _REMEDIES = {
-    430004: "no case with a positive label is left; check pos_label and which cases are missing",
+    430004: "there is no positive case; check pos_label and which cases are missing",
     430006: "a paired comparison needs two tests or more; name them in tests=",
     430007: "an independent comparison needs two groups; name their column with group=",
     430010: "there is no case; check the filter before the analysis, or which cases are missing",
@@ -183,6 +183,7 @@ class _Request:
              remarks: RemarkList) -> None:
         """Reads the columns; with nan_policy "omit" the library leaves out what is missing."""
         check_order({self.texts[name]: self.values(name) for name in self.texts})
+        self.test_columns = {name: to_numbers(self.texts[name], self.values(name)) for name in self.tests}
         self.required: dict[str, Floats] = {}
         for part, name in self.parts.items():
             text, values = self.texts[name], self.values(name)
@@ -193,7 +194,6 @@ class _Request:
                 self.required[part], self.group_labels = to_groups(text, values, group_values, labels[2], remarks)
             else:
                 self.required[part] = to_numbers(text, values)
-        self.test_columns = {name: to_numbers(self.texts[name], self.values(name)) for name in self.tests}
         named = {self.texts[name]: column for name, column in self.test_columns.items()}
         required = {self.called(part): column for part, column in self.required.items()}
         check_lengths({**required, **named})
@@ -328,9 +328,9 @@ class _Reader:
                         *remarks.tell(), omitted)
 
 
-def analyze(data: Any, *, state: Any, tests: Any, pos_label: Any = None, neg_label: Any = None, missing: Any = None, group: Any = None,
-            group_values: Any = None, group_cut: float | None = None, group_mid_point: bool = False,
-            weight: Any = None, weight_kind: WeightKind = "unsaid", count: Any = None,
+def analyze(data: Any, *, state: Any, tests: Any, pos_label: Any = None, neg_label: Any = None, missing: Any = None,
+            group: Any = None, group_values: Any = None, group_cut: float | None = None,
+            group_mid_point: bool = False, weight: Any = None, weight_kind: WeightKind = "unsaid", count: Any = None,
             comparison: ComparisonKind = "none", cases: Cases = "pairwise", direction: Directions = "larger",
             cut_off: CutOff = "include", distribution: Distribution = "nonparam", interval: Interval = "wald",
             interpolation: Interpolation = "davis-goadrich", confidence_level: float = 0.95, roc: bool = True,

@@ -41,8 +41,9 @@ class _Cases:
         self.remarks = RemarkList() if remarks is None else remarks
         self.names, self.directions = list(scores), list(check_directions(direction, scores).values())
         check_order({name: states, **scores})
+        numbers = {test: to_numbers(test, values) for test, values in scores.items()}
         told = to_states(name, states, *labels, self.remarks)
-        columns = {name: told.column, **{test: to_numbers(test, values) for test, values in scores.items()}}
+        columns = {name: told.column, **numbers}
         check_lengths(columns)
         kept = complete_cases(columns, nan_policy, {name} if told.are_two else ())
         if told.have_others():
@@ -217,8 +218,8 @@ def pr_curve(y_true: Any, y_score: Any, *, pos_label: Any = None, neg_label: Any
     Returns
     -------
     PrecisionRecallCurve
-        precision, recall, thresholds (NaN for an interpolated point) and interpolated of shape (points,). Without points for fewer than 3 cases, or
-        when all of them have the same state.
+        precision, recall, thresholds (NaN for an interpolated point) and interpolated of shape (points,). Without
+        points for fewer than 3 cases, or when all of them have the same state.
 
     Raises
     ------
@@ -300,9 +301,9 @@ def auc(y_true: Any, y_score: Any, *, pos_label: Any = None, neg_label: Any = No
     return replace(area, cautions=cautions, notes=notes) if cautions or notes else area
 
 
-def compare_paired(y_true: Any, y_score_1: Any, y_score_2: Any, *, pos_label: Any = None, neg_label: Any = None, missing: Any = None,
-                   direction: Directions = "larger", interval: Interval = "wald", confidence_level: float = 0.95,
-                   nan_policy: NanPolicy = "raise") -> Comparison:
+def compare_paired(y_true: Any, y_score_1: Any, y_score_2: Any, *, pos_label: Any = None, neg_label: Any = None,
+                   missing: Any = None, direction: Directions = "larger", interval: Interval = "wald",
+                   confidence_level: float = 0.95, nan_policy: NanPolicy = "raise") -> Comparison:
     """Compares the areas of two test variables of the same cases (DeLong, DeLong and Clarke-Pearson 1988, Biometrics
     44, 837-845).
 
@@ -335,8 +336,8 @@ def compare_paired(y_true: Any, y_score_1: Any, y_score_2: Any, *, pos_label: An
     (0.4444, 1.4142, 0.1573)
     """
     asked = _asked(confidence_level, interval)
-    cases = _Cases(("y_true", y_true), {"y_score_1": y_score_1, "y_score_2": y_score_2}, (pos_label, neg_label, missing),
-                   direction, nan_policy)
+    cases = _Cases(("y_true", y_true), {"y_score_1": y_score_1, "y_score_2": y_score_2},
+                   (pos_label, neg_label, missing), direction, nan_policy)
     result = cases.difference(asked.confidence_level)
     results = (result.first, result.second) if interval == "wald-delong" else (
         cases.result(index, asked) for index in range(2))

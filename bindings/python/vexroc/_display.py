@@ -46,17 +46,17 @@ class RocCurveDisplay:
     line_: Any = field(default=None, repr=False)
 
     @classmethod
-    def from_predictions(cls, y_true: Any, y_score: Any, *, pos_label: Any = None, neg_label: Any = None, missing: Any = None,
-                         direction: Directions = "larger", cut_off: CutOff = "include",
+    def from_predictions(cls, y_true: Any, y_score: Any, *, pos_label: Any = None, neg_label: Any = None,
+                         missing: Any = None, direction: Directions = "larger", cut_off: CutOff = "include",
                          distribution: Distribution = "nonparam", interval: Interval = "wald",
                          confidence_level: float = 0.95, nan_policy: NanPolicy = "raise", name: str | None = None,
                          ax: Any = None, plot_chance_level: bool = True, **line: Any) -> RocCurveDisplay:
         """Computes and draws the curve, with area and interval in the legend. Parameters: roc_curve, auc, plot."""
-        curve = roc_curve(y_true, y_score, pos_label=pos_label, neg_label=neg_label, missing=missing, direction=direction,
-                          cut_off=cut_off, nan_policy=nan_policy)
-        area = auc(y_true, y_score, pos_label=pos_label, neg_label=neg_label, missing=missing, direction=direction,
-                   distribution=distribution, interval=interval, confidence_level=confidence_level,
-                   nan_policy=nan_policy)
+        cases: dict[str, Any] = {"pos_label": pos_label, "neg_label": neg_label, "missing": missing,
+                                 "direction": direction, "nan_policy": nan_policy}
+        curve = roc_curve(y_true, y_score, cut_off=cut_off, **cases)
+        area = auc(y_true, y_score, distribution=distribution, interval=interval, confidence_level=confidence_level,
+                   **cases)
         return cls(curve, area, name).plot(ax, plot_chance_level=plot_chance_level, **line)
 
     def plot(self, ax: Any = None, *, plot_chance_level: bool = True, **line: Any) -> RocCurveDisplay:
@@ -95,13 +95,14 @@ class PrecisionRecallDisplay:
     line_: Any = field(default=None, repr=False)
 
     @classmethod
-    def from_predictions(cls, y_true: Any, y_score: Any, *, pos_label: Any = None, neg_label: Any = None, missing: Any = None,
-                         direction: Directions = "larger", cut_off: CutOff = "include",
+    def from_predictions(cls, y_true: Any, y_score: Any, *, pos_label: Any = None, neg_label: Any = None,
+                         missing: Any = None, direction: Directions = "larger", cut_off: CutOff = "include",
                          interpolation: Interpolation = "davis-goadrich", nan_policy: NanPolicy = "raise",
-                         name: str | None = None, ax: Any = None, plot_chance_level: bool = True, **line: Any) -> PrecisionRecallDisplay:
+                         name: str | None = None, ax: Any = None, plot_chance_level: bool = True,
+                         **line: Any) -> PrecisionRecallDisplay:
         """Computes and draws the curve, interpolated points included. Parameters: pr_curve, plot."""
-        curve = pr_curve(y_true, y_score, pos_label=pos_label, neg_label=neg_label, missing=missing, direction=direction, cut_off=cut_off,
-                         interpolation=interpolation, nan_policy=nan_policy)
+        curve = pr_curve(y_true, y_score, pos_label=pos_label, neg_label=neg_label, missing=missing,
+                         direction=direction, cut_off=cut_off, interpolation=interpolation, nan_policy=nan_policy)
         return cls(curve, name).plot(ax, plot_chance_level=plot_chance_level, **line)
 
     def plot(self, ax: Any = None, *, plot_chance_level: bool = True, **line: Any) -> PrecisionRecallDisplay:

@@ -2,6 +2,7 @@
 from __future__ import annotations
 
 import decimal
+import math
 import numbers
 from collections.abc import Collection, Iterable, Mapping
 from collections.abc import Set as AbstractSet
@@ -173,15 +174,28 @@ def _check_long(name: str, given: npt.NDArray[np.longdouble], result: Floats) ->
                          f"{int(lost.argmax())}; round them, or give ranks")
 
 
+def _spells_number(value: Any) -> bool:
+    try:
+        return isinstance(value, str) and math.isfinite(float(value))
+    except ValueError:
+        return False
+
+
+def _refuse_strange(name: str, values: list[tuple[int, Any]]) -> None:
+    """Names, of values with their positions that are no numbers, one that does not even spell a number."""
+    for position, value in sorted(values, key=lambda pair: _spells_number(pair[1]))[:1]:
+        replace = isinstance(value, str) and not _spells_number(value)
+        raise TypeError(f"{name} has {value!r} ({type(value).__name__}) at position {position}; "
+                        + "replace it by a number or None, and " * replace + "convert the column to numbers first")
+
+
 def _objects_to_numbers(name: str, array: npt.NDArray[Any]) -> Floats:
     values = array.tolist()
     types = set(map(type, values))
     strange = tuple(kind for kind in types if not issubclass(kind, (numbers.Real, decimal.Decimal, np.bool_)))
     if strange:
-        for position, value in enumerate(values):
-            if isinstance(value, strange) and not is_missing(value):
-                raise TypeError(f"{name} has {value!r} ({type(value).__name__}) at position {position}; "
-                                "convert it to numbers first")
+        _refuse_strange(name, [(position, value) for position, value in enumerate(values)
+                               if isinstance(value, strange) and not is_missing(value)])
         values = [None if isinstance(value, strange) else value for value in values]
     try:
         with np.errstate(over="ignore"):  # of a longdouble, which is told below
@@ -214,7 +228,7 @@ def to_numbers(name: str, values: Any) -> Floats:
         return _categories_to_numbers(name, held)
     array = array_of(name, values)
     kind = array.dtype.kind
-    if kind == "O":
+    if kind in tuple("OU"):
         return _objects_to_numbers(name, array)
     if kind not in tuple("iufb"):
         raise TypeError(f"{name} holds {array.dtype}, not numbers; convert it first, for instance with float()")

@@ -122,9 +122,9 @@ class _Labels:
 
     def __init__(self, name: str, values: Any):
         self.name = name
-        self._codes, self.known = _factorized(name, values)
         self._library = library()
         self._address = ctypes.c_void_p()
+        self._codes, self.known = _factorized(name, values)
 
     def __del__(self) -> None:
         self._library.vexroc_labels_free(self._address)

@@ -3,7 +3,7 @@ from __future__ import annotations
 
 import math
 from collections.abc import Callable, Iterator
-from dataclasses import dataclass, field
+from dataclasses import dataclass, field, fields
 from typing import Any, NamedTuple, NoReturn
 
 import numpy as np
@@ -274,8 +274,10 @@ class Analysis:
         except ImportError as error:
             raise ImportError("to_frame needs pandas: install python3-pandas, or pandas from PyPI") from error
         shown = ("gini", "ks_maximum", "ks_threshold", "ties", "weighted_positive", "weighted_negative")
+        of_area = [one.name for one in fields(Area) if one.name not in ("cautions", "notes")]  # of the whole analysis
         return pandas.DataFrame([
-            {"test": record.test, "group": None if record.group is None else str(record.group), **{name: value for name, value in vars(record.area).items() if name not in ("cautions", "notes")},
+            {"test": record.test, "group": None if record.group is None else str(record.group),
+             **{name: getattr(record.area, name) for name in of_area},
              **{name: getattr(record, name) for name in shown}} for record in self.records])
 
     def __repr__(self) -> str:
