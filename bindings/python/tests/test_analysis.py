@@ -107,7 +107,7 @@ def test_cases_left_out_are_counted_by_reason():
     assert used == [400 - 2 - 3 - 4 - 1 - 1, 400 - 2 - 3 - 1 - 1]
     assert {caution.code for caution in result.cautions} == {"weight-counts-only", "weights-rounded", "weights-dropped"}
     for n in ([*TABLE["n"][:-1], 1.5], [*TABLE["n"][:-1], -1]):
-        with pytest.raises(ValueError, match="weight n has . values .* nan_policy='omit'"):
+        with pytest.raises(ValueError, match="weight n has .* at position 399.* nan_policy='omit'"):
             vexroc.analyze({**TABLE, "n": n}, tests="a", weight="n", **OPTIONS)
 
 

@@ -14,7 +14,7 @@ import numpy as np
 
 from ._arraycalls import (CUT_OFFS, DISTRIBUTIONS, INTERPOLATIONS, INTERVALS, CutOff, Directions, Distribution,
                           Interpolation, Interval)
-from ._inputs import (Floats, NanPolicy, check_directions, check_lengths, check_level, check_number, check_order,
+from ._inputs import (MAX_CASES, Floats, NanPolicy, check_directions, check_lengths, check_level, check_number, check_order,
                       check_word, complete_cases, is_hashable, to_numbers)
 from ._labels import to_groups, to_states
 from ._library import (NO_RESULT, PROGRESS, AreaResult, PairResult, RecordResult, RowsResult, check, library,
@@ -200,6 +200,8 @@ class _Request:
         if nan_policy != "omit":
             complete_cases(required, nan_policy)
             complete_cases(named, nan_policy)
+            if "weight" in self.parts:
+                _check_weights(self.called("weight"), self.required["weight"])
 
     def called(self, part: str) -> str:
         """How messages call the column that plays the part."""
@@ -232,11 +234,13 @@ class _Request:
             counts[reason] += number_of_rows
         return +counts  # what there is
 
-    def check_weights(self, rows: RowsResult) -> None:
-        if rows.unusable_weight or rows.rounded_used:
-            raise ValueError(f"{self.called('weight')} has {rows.unusable_weight} values that are no number of cases "
-                             f"from 1 to 2147483647 and {rows.rounded_used} that are not whole; correct them, or call "
-                             "with nan_policy='omit', which leaves out the first and rounds the others")
+def _check_weights(name: str, weights: Floats) -> None:
+    wrong = (weights < 0) | (weights != np.rint(weights)) | (weights > MAX_CASES)
+    if wrong.any():
+        position = int(wrong.argmax())
+        raise ValueError(f"{name} has {weights[position]:g} at position {position}, which is no number of cases "
+                         f"({int(wrong.sum())} such values); correct them, or call with nan_policy='omit', which rounds "
+                         "halves up and leaves out what is less than 1 or too large")
 
 
 def _split(request: _Request, handle: _Handle, group_cut: float | None, group_mid_point: bool) -> None:
@@ -415,6 +419,4 @@ def analyze(data: Any, *, state: Any, tests: Any, pos_label: Any = None, neg_lab
     handle.call("set_number", b"pr", 1.0 if precision_recall else 0.0)
     _split(request, handle, cut, group_mid_point)
     handle.run(progress)
-    if nan_policy == "raise":
-        request.check_weights(handle.rows())
     return _Reader(handle, request, names, asked, roc).analysis(remarks)

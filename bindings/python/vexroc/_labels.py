@@ -45,9 +45,11 @@ def _text(label: Any) -> str | None:
     """What the label is for the library; None for one that equals itself only."""
     if isinstance(label, np.datetime64):
         return str(np.datetime_as_string(label, unit="auto"))
+    if isinstance(label, np.generic):
+        label = label.item()
     if isinstance(label, datetime.date):
         return str(label).removesuffix(" 00:00:00")
-    if isinstance(label, (bool, np.bool_)):
+    if isinstance(label, bool):
         return str(int(label))
     return str(label) if isinstance(label, (str, numbers.Real)) else None
 
@@ -152,7 +154,7 @@ class _Labels:
 
     def _given(self, label: Any) -> bytes:
         """The text of a label that the caller gives; a text may name a date."""
-        if isinstance(label, str) and self.known and isinstance(self.known[0], np.datetime64):
+        if isinstance(label, (str, datetime.date)) and self.known and isinstance(self.known[0], np.datetime64):
             try:
                 label = np.datetime64(label)
             except ValueError:

@@ -147,9 +147,9 @@ class Area:
     def __repr__(self) -> str:
         assumption = " (nonparam, not bi-negative)" if self.distribution_changed else (
             "" if self.distribution == "nonparam" else f" ({self.distribution})")
-        return (f"<area {self.area:.4f}, standard error {self.std_error:.4f}{assumption}, {_p(self.p_value)}, "
-                f"{_interval(self.confidence_level, self.ci_lower, self.ci_upper)}; "
-                f"{self.cases}>")
+        inference = "no p value and interval" if math.isnan(self.p_value) else (
+            f"{_p(self.p_value)}, {_interval(self.confidence_level, self.ci_lower, self.ci_upper)}")
+        return f"<area {self.area:.4f}, standard error {self.std_error:.4f}{assumption}, {inference}; {self.cases}>"
 
     @property
     def cases(self) -> str:
