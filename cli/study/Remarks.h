@@ -26,8 +26,8 @@ public:
 
     /// One of the library's codes; docs/remarks.md lists them. Subject and detail are texts as the data spell them.
     void add(const char* code, const std::string& subject = "", const std::string& detail = "");
-    /// What there is to say of an area that is shown with its error and, perhaps, its interval. `prefix` tells the value
-    /// that the analysis is of.
+    /// What there is to say of an area that is shown with its error and, perhaps, its interval. `prefix` tells the
+    /// value that the analysis is of.
     void addArea(const std::string& prefix, const Area& area, bool intervalShown = true);
     /// What there is to say of the cases alone that an area or a curve is of.
     void addCases(const std::string& prefix, const Area& area);

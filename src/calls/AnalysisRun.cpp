@@ -75,10 +75,7 @@ public:
 private:
     [[nodiscard]] bool isBiNegative() const { return request_.distribution() == BiNegativeExponential; }
     /// In one run, a test with unequal counts takes the assumption from the others.
-    [[nodiscard]] bool settlesAlone() const
-    {
-        return isBiNegative() && request_.interval() != IntervalKind::record;
-    }
+    [[nodiscard]] bool settlesAlone() const { return isBiNegative() && request_.interval() != IntervalKind::record; }
 
     [[nodiscard]] bool pairsFitOneRun(const RowTally& rows) const
     {
@@ -167,8 +164,7 @@ private:
         const bool isDeLong = request_.isPaired() && plan_.comparesInOneRun();
         const bool wantsDeLong = request_.interval() == IntervalKind::waldDelong
             || (request_.interval() == IntervalKind::record && rule_.needsAllTests);
-        const bool isNonparam =
-            isDeLong || told.distribution_changed != 0 || request_.distribution() == NonParametric;
+        const bool isNonparam = isDeLong || told.distribution_changed != 0 || request_.distribution() == NonParametric;
         told.interval = wantsDeLong ? "delong" : isNonparam ? "nonparam" : "bi-negative";
         if (isDeLong != wantsDeLong && record.triples()) {
             const double stdError = wantsDeLong ? stdErrorOfVariance(deLongVariance(record, told.test))
@@ -308,6 +304,25 @@ AnalysisRun::AnalysisRun(const AnalysisRequest& request, const RunCallbacks& cal
     request.check();
     Assembly(*this, request, callbacks).work();
     statusName_ = nameOf(statusCode_);
+    remark(request);
+}
+
+void AnalysisRun::remark(const AnalysisRequest& request)
+{
+    remarks_.emplace(request, rows_);
+    std::vector<vexroc_record> told;
+    for (const Record& record : records_) {
+        remarks_->addRecord(request, record.told);
+        told.push_back(record.told);
+    }
+    for (const vexroc_comparison& comparison : comparisons_)
+        remarks_->addComparison(request, told, comparison);
+    if (std::ranges::find(warnings_, statusCode::groupIgnored, &RunWarning::code) != warnings_.end())
+        remarks_->add("groups-ignored", "");
+    remarks::RemarkList list(VEXROC_VOICE_C);
+    remarks_->sayTo(list);
+    for (std::size_t i = 0; i < list.size(); ++i)
+        remarkLines_.push_back(list.line(i));
 }
 
 } // namespace ROCALG_920::calls
