@@ -5,7 +5,6 @@
 #include "cli/system/Messages.h"
 #include "cli/system/OutputFile.h"
 #include "cli/words/Failure.h"
-#include "cli/words/VisibleText.h"
 
 #include "cli/words/version.h"
 
@@ -69,15 +68,6 @@ void say(const Report& report, bool quiet, const Messages& messages)
             messages.note(note.text);
 }
 
-/// The call in the words of a shell, as visible text.
-std::string inShell(std::span<const std::string_view> args)
-{
-    std::string line = "vexroc";
-    for (const std::string_view arg : args)
-        line.append(" ").append(shellWord(arg));
-    return line;
-}
-
 int run(std::span<const std::string_view> args, std::istream& in, std::ostream& out, std::ostream& err,
         const Terminal& terminal)
 {
@@ -96,9 +86,8 @@ int run(std::span<const std::string_view> args, std::istream& in, std::ostream& 
     }
     for (const std::string& path : asked.written)
         OutputFile::requirePlace(path);
-    const std::string line = inShell(args);
     const Report report =
-        actions[asked.command]({in, line, displayFor(asked.messages, terminal, err), asked.messages.quiet});
+        actions[asked.command]({in, CallLine(args), displayFor(asked.messages, terminal, err), asked.messages.quiet});
     deliver(report, out);
     say(report, asked.messages.quiet, Messages(err, terminal.colour));
     if (!report.error.empty())

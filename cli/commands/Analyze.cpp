@@ -34,12 +34,16 @@ std::string statusLine(const RunMessage& failure)
 DataTable readAnalysisTable(AnalyzeTask& task, const Surroundings& surroundings)
 {
     Question& question = task.question;
+    question.call = surroundings.call;
     const std::vector<ColumnRequest> requests = question.columns();
     DataTable table =
         readTable(task.input, surroundings, requests, task.allTests ? OtherColumns::numeric : OtherColumns::skipped);
+    question.settleState(table);
+    keepStateApart(task);
     if (task.allTests)
         for (const DataColumn& column : table.columns)
-            if (std::ranges::find(requests, column.request) == requests.end())
+            if (column.request.kind == ColumnKind::numbers
+                && std::ranges::find(requests, column.request) == requests.end())
                 question.tests.push_back(column.request.name);
     return table;
 }
@@ -59,10 +63,12 @@ Analysis analyze(AnalyzeTask& task, DataTable table, AnalysisWatch& watch)
     std::size_t missing = 0;
     if (task.question.by.empty()) {
         analysis.values.push_back({"", study(table, task.question, watch.watch())});
+        analysis.labels = analysis.values.front().results.labels;
     } else {
         StudyByValue byValue = studyByValue(std::move(table), task.question, watch.watch());
         analysis.values = std::move(byValue.values);
         missing = byValue.missing;
+        analysis.labels = byValue.labels;
     }
     watch.endProgress();
     for (const ValueResults& value : analysis.values)
@@ -140,7 +146,7 @@ private:
     {
         Drawing drawing{.curves = curves_,
                         .level = task_.question.level,
-                        .question = questionHeading(task_.question),
+                        .question = questionHeading(task_.question, *analysis_.labels),
                         .notes = {"Dot: maximum Kolmogorov-Smirnov distance, the largest Youden index"}};
         if (const std::string note = thinningNote(curves_); !note.empty())
             drawing.notes.push_back("Thinned: " + note);
@@ -159,7 +165,7 @@ private:
         std::string tables;
         for (const Document::Part& part : document_.parts)
             writeHtml(part.table, part.title, tables);
-        return ReportPage{.command = surroundings.command,
+        return ReportPage{.command = surroundings.call.text(),
                           .version = programVersion,
                           .heading = heading,
                           .drawing = drawing(),

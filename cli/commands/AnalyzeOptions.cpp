@@ -14,14 +14,9 @@ namespace vexroc {
 
 namespace {
 
-void addGroupOptions(CLI::App& command, AnalyzeOptions& options)
+void addSplitOptions(CLI::App& command, AnalyzeOptions& options)
 {
-    command
-        .add_option("--group", options.group,
-                    "Column that splits the cases in two groups; needs no more when it holds two values")
-        ->type_name("COLUMN");
-    command.add_option("--select", options.select, "The two values of the group column, in this order")
-        ->type_name("VALUE,VALUE");
+    addGroupOptions(command, options.groups);
     command.add_option("--cut", options.cut, "Groups below this value of the group column, and from it on")
         ->type_name("VALUE");
     command.add_flag("--mid-point", options.midPoint, "Groups below and from the middle of the group column's range");
@@ -48,15 +43,16 @@ void addResultOptions(CLI::App& command, AnalyzeOptions& options)
 
 void requireFit(const AnalyzeOptions& options)
 {
-    const bool split = options.midPoint || !options.select.empty() || !options.cut.empty();
+    const bool selects = !options.groups.select.empty();
+    const bool split = options.midPoint || selects || !options.cut.empty();
     const bool readsCurve = options.best || !options.files.curve.empty() || options.files.drawn();
     const struct {
         bool wrong;
         const char* message;
     } rules[] = {
-        {split && options.group.empty(),
+        {split && options.groups.group.empty(),
          "--select, --cut and --mid-point split the cases by a column: name it with --group"},
-        {int(options.midPoint) + int(!options.select.empty()) + int(!options.cut.empty()) > 1,
+        {int(options.midPoint) + int(selects) + int(!options.cut.empty()) > 1,
          "--select, --cut and --mid-point are three ways to split the cases: give one of them"},
         {options.inference.biNegative && options.compare == "paired",
          "--bi-negative does not go with --compare paired: tests on the same cases have DeLong standard errors"},
@@ -72,9 +68,12 @@ void requireFit(const AnalyzeOptions& options)
 
 std::optional<Grouping> parseGrouping(const AnalyzeOptions& options)
 {
-    if (options.group.empty())
+    if (options.groups.group.empty())
         return std::nullopt;
-    Grouping grouping{.column = options.group, .by = Grouping::By::twoValues};
+    Grouping grouping = parseGroup(options.groups);
+    const bool splitsNumbers = options.midPoint || !options.cut.empty();
+    if (splitsNumbers && grouping.by == Grouping::By::selected)
+        throw usageError("--cut and --mid-point split numbers: give --group without values");
     if (options.midPoint) {
         grouping.by = Grouping::By::midPoint;
     } else if (!options.cut.empty()) {
@@ -83,11 +82,6 @@ std::optional<Grouping> parseGrouping(const AnalyzeOptions& options)
         if (!cut)
             throw usageError("--cut " + inQuotes(options.cut) + ": expected a number");
         grouping.cut = *cut;
-    } else if (!options.select.empty()) {
-        grouping.by = Grouping::By::selected;
-        grouping.selected = parseValues(options.select, "--select");
-        if (grouping.selected.size() != 2)
-            throw usageError("--select " + inQuotes(options.select) + ": expected two values, such as female,male");
     }
     return grouping;
 }
@@ -105,22 +99,23 @@ void askForParts(const AnalyzeOptions& options, AnalyzeTask& task)
         task.remarks.add("points-elsewhere");
 }
 
-/// The state among the tests is none of them.
-void takeOutState(AnalyzeTask& task)
+} // namespace
+
+void keepStateApart(AnalyzeTask& task)
 {
     const std::string& state = task.question.state.column;
     if (std::erase(task.question.tests, state) > 0)
         task.remarks.add("state-no-test", state);
+    if (task.question.by == state)
+        throw usageError("--by names the state column: every value would be one state; name another column");
 }
-
-} // namespace
 
 void addAnalyzeOptions(CLI::App& command, AnalyzeOptions& options)
 {
     addQuestionOptions(command, options.question);
     command.get_option("--test")->description("Test columns; or the word all: every column of numbers without "
                                               "another part");
-    addGroupOptions(command, options);
+    addSplitOptions(command, options);
     command
         .add_option("--weight", options.weight,
                     "Column with the number of cases that a row stands for; changes the weighted counts only")
@@ -155,10 +150,8 @@ AnalyzeTask parseAnalyzeTask(const AnalyzeOptions& options)
     task.allTests = question.tests == std::vector<std::string>{"all"};
     if (task.allTests)
         question.tests.clear();
-    takeOutState(task);
+    keepStateApart(task);
     askForParts(options, task);
-    if (options.by == question.state.column)
-        throw usageError("--by names the state column: every value would be one state; name another column");
     return task;
 }
 

@@ -20,8 +20,7 @@ struct AnalysisFileNames {
 /// The options of analyze, as typed.
 struct AnalyzeOptions {
     QuestionOptions question;
-    std::string group;
-    std::string select;
+    GroupOptions groups;
     std::string cut;
     bool midPoint = false;
     std::string weight;
@@ -43,6 +42,9 @@ struct AnalyzeTask : Task {
     bool bestTable = false;
     AnalysisFileNames files;
 };
+
+/// The state among the tests is none of them; as --by it is a usage error.
+void keepStateApart(AnalyzeTask& task);
 
 /// Throws a usage error that names the options that do not fit.
 AnalyzeTask parseAnalyzeTask(const AnalyzeOptions& options);

@@ -34,8 +34,8 @@ const char* kindOf(const ColumnFacts& facts)
 Report runColumns(const ColumnsOptions& options, const Surroundings& surroundings)
 {
     const DocumentForm form = parseForm(options.answer.format);
-    ColumnSurvey survey;
     const Input input = parseInput(options.input);
+    ColumnSurvey survey(input.missingWords);
     readInput(input, surroundings, survey);
 
     Document document{

@@ -14,7 +14,7 @@ namespace {
 
 struct CompareOptions {
     QuestionOptions question;
-    std::string group;
+    GroupOptions groups;
     InferenceOptions inference;
 };
 
@@ -33,9 +33,7 @@ void askPaired(Question& question)
 /// Each test between two groups of cases.
 void askIndependent(const CompareOptions& options, Question& question)
 {
-    ValueChoice groups = parseValueChoice(options.group, "--group", 2);
-    question.grouping = Grouping{
-        .column = std::move(groups.column), .by = Grouping::By::selected, .selected = std::move(groups.values)};
+    question.grouping = parseGroup(options.groups);
     question.comparison = Comparison::independent;
 }
 
@@ -43,7 +41,9 @@ Report runCompare(const CompareOptions& options, const Surroundings& surrounding
 {
     Task task = parseTask(options.question);
     setInference(options.inference, task.question);
-    if (options.group.empty())
+    if (options.groups.group.empty() && !options.groups.select.empty())
+        throw usageError("--select names two values of a column: name it with --group");
+    if (options.groups.group.empty())
         askPaired(task.question);
     else
         askIndependent(options, task.question);
@@ -58,8 +58,10 @@ Action addCompare(CLI::App& command)
 {
     const auto options = std::make_shared<CompareOptions>();
     addQuestionOptions(command, options->question);
-    command.add_option("--group", options->group, "Compare each test between these two groups of cases")
-        ->type_name("COLUMN=VALUE,VALUE");
+    addGroupOptions(command, options->groups);
+    command.get_option("--group")->description(
+        "Compare each test between two groups of cases: those of these values, or "
+        "of the two that the column holds");
     addInferenceOptions(command, options->inference);
     command.footer("Example: vexroc compare data.csv --state diagnosis=malignant --test radius_mean,texture_mean\n"
                    "         vexroc compare data.csv --state disease=1 --test marker --group sex=female,male");

@@ -3,6 +3,7 @@
 #include "cli/options/Offer.h"
 #include "cli/sources/PostgresServer.h"
 #include "cli/words/Failure.h"
+#include "cli/words/Lists.h"
 #include "cli/words/VisibleText.h"
 
 #include <CLI/CLI.hpp>
@@ -29,6 +30,19 @@ std::optional<char> parseDelimiter(const std::string& text)
         if (text == candidate.name)
             return candidate.delimiter;
     throw usageError("--delimiter " + inQuotes(text) + ": expected comma, tab or semicolon");
+}
+
+/// The words beside the usual ones, or in their place behind a bare "none".
+std::shared_ptr<const MissingWords> parseMissing(const std::string& text)
+{
+    if (text.empty())
+        return std::make_shared<MissingWords>();
+    std::vector<ListItem> items = splitItems(text, "--missing");
+    const bool onlyThese = items.front().isWord("none");
+    std::vector<std::string> words;
+    for (std::size_t i = onlyThese ? 1 : 0; i < items.size(); ++i)
+        words.push_back(std::move(items[i].text));
+    return std::make_shared<MissingWords>(words, onlyThese);
 }
 
 void requireOneInput(const InputOptions& options)
@@ -72,6 +86,10 @@ void addInputOptions(CLI::App& command, InputOptions& options)
     addChoice(command, "--decimal", options.decimal, {"point", "comma"},
               "Decimal sign of the numbers in text; a point when not given");
     command
+        .add_option("--missing", options.missing,
+                    "More words for missing values; behind the bare word none in place of the usual ones")
+        ->type_name("WORD[,WORD...]");
+    command
         .add_option("--sqlite", options.sqlite, "Read this SQLite database instead of FILE; with --table or --query")
         ->type_name("FILE");
     command
@@ -89,6 +107,7 @@ Input parseInput(const InputOptions& options)
     Input input{.kind = Input::Kind::delimited,
                 .place = options.file,
                 .form = {parseDelimiter(options.delimiter), options.decimal == "comma" ? ',' : '.'},
+                .missingWords = parseMissing(options.missing),
                 .table = options.table,
                 .query = options.query};
     if (!options.sqlite.empty()) {

@@ -15,6 +15,7 @@ struct InputOptions {
     std::string file;
     std::string delimiter;
     std::string decimal = "point";
+    std::string missing;
     std::string sqlite;
     std::string postgres;
     std::string table;

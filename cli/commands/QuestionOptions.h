@@ -34,6 +34,7 @@ struct InferenceOptions {
 struct QuestionOptions {
     InputOptions input;
     std::string state;
+    std::string negative;
     std::vector<std::string> tests;
     AnswerOptions answer;
     bool smaller = false;
@@ -57,15 +58,20 @@ struct Task {
 /// option at fault.
 Task parseTask(const QuestionOptions& options);
 DocumentForm parseForm(const std::string& format);
-/// COLUMN=VALUE[,VALUE...] with exactly `count` values that can occur in a column.
-ValueChoice parseValueChoice(const std::string& text, const std::string& option, std::size_t count);
-/// VALUE[,VALUE...], each a value that can occur in a column.
-std::vector<std::string> parseValues(std::string_view list, const std::string& option);
+/// Two groups of cases, as typed: a column, with or without the two of its values that are meant.
+struct GroupOptions {
+    std::string group;
+    std::string select;
+};
+void addGroupOptions(CLI::App& command, GroupOptions& options);
+/// The group is there. Throws a usage error for other than two values, or for values that are given twice.
+Grouping parseGroup(const GroupOptions& options);
 /// Throws a usage error for a confidence level outside (0, 1).
 void setInference(const InferenceOptions& options, Question& question);
 
-/// Reads the columns of the question and studies them; progress is told, and an interrupt ends it.
-Results answer(const Task& task, const Surroundings& surroundings);
+/// Reads the columns of the question, which then is settled, and studies them; progress is told, and an interrupt ends
+/// it.
+Results answer(Task& task, const Surroundings& surroundings);
 /// The document in the form of the task, with its notes and cautions.
 Report reportOf(const Task& task, const Document& document);
 

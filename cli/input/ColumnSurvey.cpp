@@ -7,12 +7,13 @@
 
 namespace vexroc {
 
-void ColumnFacts::take(const Cell& cell, char decimal)
+void ColumnFacts::take(const Cell& cell, char decimal, const MissingWords& words)
 {
-    if (const std::optional<double> number = numberIn(cell, decimal))
-        takeNumber(*number);
-    else if (isMissing(cell))
+    const std::optional<double> number = numberIn(cell, decimal);
+    if ((!number || words.holdNumbers()) && isMissing(cell, words))
         ++missing_;
+    else if (number)
+        takeNumber(*number);
     else
         takeText(textOf(cell), decimal);
 }
@@ -66,7 +67,7 @@ std::vector<std::size_t> ColumnSurvey::begin(const InputHeader& header)
 
 bool ColumnSurvey::take(std::size_t column, const Cell& cell)
 {
-    columns_[column].take(cell, decimal_);
+    columns_[column].take(cell, decimal_, *words_);
     return true;
 }
 

@@ -1,6 +1,7 @@
 #include "cli/input/TableBuilder.h"
 
 #include "cli/words/Failure.h"
+#include "cli/words/Letters.h"
 #include "cli/words/Lists.h"
 #include "cli/words/NearWords.h"
 #include "cli/words/VisibleText.h"
@@ -27,32 +28,46 @@ Failure unknownColumn(const ColumnRequest& request, const InputHeader& header)
 
 } // namespace
 
-bool ColumnFiller::append(const Cell& cell)
+bool ColumnFiller::append(const Cell& cell, const MissingWords& words)
 {
     if (givenUp_)
         return true;
-    if (column_.request.kind == ColumnKind::labels) {
-        const auto* const text = std::get_if<std::string_view>(&cell);
-        column_.labels.push_back(isMissing(cell) ? DataColumn::missingLabel
-                                     : text      ? labelOf(*text)
-                                                 : labelOf(textOf(cell)));
-        return true;
-    }
-    const bool fits = appendNumber(cell);
+    if (column_.request.kind == ColumnKind::labels)
+        return appendLabel(cell);
+    const bool fits = appendNumber(cell, words);
     if (fits || requested_)
         return fits;
     column_.numbers = {};
     return givenUp_ = true;
 }
 
-bool ColumnFiller::appendNumber(const Cell& cell)
+bool ColumnFiller::appendLabel(const Cell& cell)
+{
+    const auto* const text = std::get_if<std::string_view>(&cell);
+    column_.labels.push_back(text                  ? labelOf(*text)
+                                 : hasNoText(cell) ? DataColumn::missingLabel
+                                                   : labelOf(textOf(cell)));
+    return true;
+}
+
+bool ColumnFiller::appendNumber(const Cell& cell, const MissingWords& words)
 {
     const std::optional<double> number = numberIn(cell, column_.decimal);
-    if (!number && !isMissing(cell))
+    const bool missing = (!number || words.holdNumbers()) && isMissing(cell, words);
+    if (!number && !missing)
         return false;
-    numberSeen_ = numberSeen_ || number.has_value();
-    column_.numbers.push_back(number.value_or(std::numeric_limits<double>::quiet_NaN()));
+    if (missing && !hasNoText(cell))
+        noteMissing(textOf(cell));
+    numberSeen_ = numberSeen_ || !missing;
+    column_.numbers.push_back(missing ? std::numeric_limits<double>::quiet_NaN() : *number);
     return true;
+}
+
+/// Empty cells are no words.
+void ColumnFiller::noteMissing(const std::string& text)
+{
+    if (const std::string_view word = trimmed(text); !word.empty())
+        ++column_.missingCells[std::string(word)];
 }
 
 std::int32_t ColumnFiller::labelOf(std::string_view text)
@@ -67,7 +82,9 @@ std::int32_t ColumnFiller::labelOf(std::string_view text)
     return lastLabel_;
 }
 
-TableBuilder::TableBuilder(std::span<const ColumnRequest> requests, OtherColumns others) : others_(others)
+TableBuilder::TableBuilder(std::span<const ColumnRequest> requests, OtherColumns others,
+                           std::shared_ptr<const MissingWords> words)
+    : others_(others), words_(std::move(words))
 {
     for (const ColumnRequest& request : requests)
         if (std::ranges::find(fillers_, request, &ColumnFiller::request) == fillers_.end())
@@ -81,7 +98,7 @@ std::vector<std::size_t> TableBuilder::begin(const InputHeader& header)
         ++places_.try_emplace(header_.columns[column], Place{.position = column}).first->second.count;
     fillersOf_.resize(header_.columns.size());
     for (ColumnFiller& filler : fillers_)
-        fillersOf_[positionOf(filler.request())].push_back(&filler);
+        fillersOf_[positionOf(filler)].push_back(&filler);
     for (std::size_t column = 0; others_ == OtherColumns::numeric && column < header_.columns.size(); ++column)
         if (fillersOf_[column].empty())
             fillersOf_[column].push_back(
@@ -99,7 +116,7 @@ bool TableBuilder::take(std::size_t column, const Cell& cell)
 {
     bool fits = true;
     for (ColumnFiller* const filler : fillersOf_[column])
-        fits = filler->append(cell) && fits;
+        fits = filler->append(cell, *words_) && fits;
     return fits;
 }
 
@@ -112,7 +129,7 @@ void TableBuilder::endRow()
 
 DataTable TableBuilder::finish()
 {
-    DataTable table{.source = header_.source, .rows = rows()};
+    DataTable table{.source = header_.source, .rows = rows(), .missingWords = words_};
     for (ColumnFiller& filler : fillers_) {
         if (!filler.isKept())
             continue;
@@ -123,8 +140,11 @@ DataTable TableBuilder::finish()
     return table;
 }
 
-std::size_t TableBuilder::positionOf(const ColumnRequest& request) const
+std::size_t TableBuilder::positionOf(ColumnFiller& filler) const
 {
+    if (const ColumnRequest& request = filler.request(); !places_.contains(request.name) && !request.orElse.empty())
+        filler.rename(std::string(request.orElse));
+    const ColumnRequest& request = filler.request();
     const auto found = places_.find(request.name);
     if (found == places_.end())
         throw unknownColumn(request, header_);

@@ -4,6 +4,7 @@
 #include "cli/study/RowSink.h"
 
 #include <deque>
+#include <memory>
 #include <span>
 #include <string>
 #include <unordered_map>
@@ -27,10 +28,11 @@ public:
 
     /// False, and nothing is stored, for a cell that the column's kind does not allow. A column that nobody requested
     /// takes such a cell and is given up.
-    bool append(const Cell& cell);
+    bool append(const Cell& cell, const MissingWords& words);
     [[nodiscard]] bool isKept() const noexcept { return requested_ || (!givenUp_ && numberSeen_); }
     [[nodiscard]] bool isRequested() const noexcept { return requested_; }
     [[nodiscard]] const ColumnRequest& request() const noexcept { return column_.request; }
+    void rename(const std::string& name) { column_.request.name = name; }
     void setDecimal(char decimal) noexcept { column_.decimal = decimal; }
     DataColumn take() { return std::move(column_); }
 
@@ -40,7 +42,9 @@ private:
         std::size_t operator()(std::string_view text) const noexcept { return std::hash<std::string_view>{}(text); }
     };
 
-    bool appendNumber(const Cell& cell);
+    bool appendLabel(const Cell& cell);
+    bool appendNumber(const Cell& cell, const MissingWords& words);
+    void noteMissing(const std::string& text);
     std::int32_t labelOf(std::string_view text);
 
     DataColumn column_;
@@ -56,7 +60,8 @@ private:
 /// Memory: the columns kept, or still candidates: 8 bytes for a number, 4 for a label, and each distinct label once.
 class TableBuilder final : public RowSink {
 public:
-    TableBuilder(std::span<const ColumnRequest> requests, OtherColumns others);
+    TableBuilder(std::span<const ColumnRequest> requests, OtherColumns others,
+                 std::shared_ptr<const MissingWords> words = std::make_shared<MissingWords>());
 
     std::vector<std::size_t> begin(const InputHeader& header) override;
     bool take(std::size_t column, const Cell& cell) override;
@@ -71,10 +76,11 @@ private:
         std::size_t position;
         std::size_t count = 0;
     };
-    [[nodiscard]] std::size_t positionOf(const ColumnRequest& request) const;
+    [[nodiscard]] std::size_t positionOf(ColumnFiller& filler) const;
     void requireOnce(const std::string& name, const std::string& place) const;
 
     OtherColumns others_;
+    std::shared_ptr<const MissingWords> words_;
     InputHeader header_;
     std::unordered_map<std::string_view, Place> places_; ///< of the header's names; there may be tens of thousands
     std::deque<ColumnFiller> fillers_;                   ///< a deque: fillersOf_ points into it

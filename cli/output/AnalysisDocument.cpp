@@ -167,9 +167,9 @@ Table bestCutOffTable(const Analysis& analysis)
     });
 }
 
-std::vector<std::string> headingOf(const Question& question)
+std::vector<std::string> headingOf(const Question& question, const CaseLabels& labels)
 {
-    std::vector<std::string> lines{"ROC analysis", questionHeading(question)};
+    std::vector<std::string> lines{"ROC analysis", questionHeading(question, labels)};
     if (!question.by.empty())
         lines.push_back("One analysis by value of " + visible(question.by));
     if (isWeighted(question))
@@ -181,9 +181,9 @@ std::vector<std::string> headingOf(const Question& question)
     return lines;
 }
 
-std::vector<Fact> factsOf(const Question& question)
+std::vector<Fact> factsOf(const Question& question, const CaseLabels& labels)
 {
-    std::vector<Fact> facts = questionFacts(question);
+    std::vector<Fact> facts = questionFacts(question, labels);
     if (question.grouping)
         facts.emplace_back("group", question.grouping->column);
     if (!question.by.empty())
@@ -230,7 +230,9 @@ long long Analysis::cases(long long RowCounts::*state) const
 Document analysisDocument(const Analysis& analysis)
 {
     const Question& question = analysis.question;
-    Document document{.command = "analyze", .heading = headingOf(question), .question = factsOf(question)};
+    Document document{.command = "analyze",
+                      .heading = headingOf(question, *analysis.labels),
+                      .question = factsOf(question, *analysis.labels)};
     document.parts.push_back({"cases", "Cases", caseTable(analysis)});
     if (anyValue(analysis, [](const Results& results) { return !results.tests.empty(); }))
         document.parts.push_back({"areas", "Areas under the ROC curves", areaTable(analysis)});

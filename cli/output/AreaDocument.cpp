@@ -14,9 +14,9 @@ constexpr std::array caseColumns{testColumn, stateColumns[0], stateColumns[1],
 Document areaDocument(const Question& question, const Results& results)
 {
     Document document{.command = "auc",
-                      .heading = {"Area under the ROC curve", questionHeading(question),
+                      .heading = {"Area under the ROC curve", questionHeading(question, *results.labels),
                                   standardErrorHeading(question.biNegative, question.level)},
-                      .question = questionFacts(question)};
+                      .question = questionFacts(question, *results.labels)};
     addInference(document.question, standardErrorWord(question.biNegative), question.level);
     Table table(joined({caseColumns, areaColumns}));
     for (const auto& [area, roc, precisionRecall, best] : results.tests)

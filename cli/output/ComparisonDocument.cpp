@@ -33,9 +33,9 @@ void addRow(Row row, std::initializer_list<double> counts, const Difference& d, 
 Document pairedDocument(const Question& question, const Results& results)
 {
     Document document{.command = "compare",
-                      .heading = {"Areas under the ROC curves of the same cases, compared", questionHeading(question),
-                                  pairedErrorHeading(question.level)},
-                      .question = questionFacts(question)};
+                      .heading = {"Areas under the ROC curves of the same cases, compared",
+                                  questionHeading(question, *results.labels), pairedErrorHeading(question.level)},
+                      .question = questionFacts(question, *results.labels)};
     addInference(document.question, pairedErrorWord, question.level);
     Table table(joined({testPairColumns, inPanel(1, stateColumns), leftOutColumns, inPanel(1, twoAreaColumns),
                         inPanel(2, differenceColumns)}));
@@ -52,8 +52,9 @@ Document groupDocument(const Question& question, const Results& results)
                       .heading = {"Areas under the ROC curves of two independent groups, compared",
                                   "Groups: " + visible(grouping.column) + " = " + visible(grouping.selected[0])
                                       + " and " + visible(grouping.selected[1]),
-                                  questionHeading(question), standardErrorHeading(question.biNegative, question.level)},
-                      .question = questionFacts(question)};
+                                  questionHeading(question, *results.labels),
+                                  standardErrorHeading(question.biNegative, question.level)},
+                      .question = questionFacts(question, *results.labels)};
     document.question.emplace_back("group", grouping.column);
     addInference(document.question, standardErrorWord(question.biNegative), question.level);
     Table table(joined({groupPairColumns, groupCountColumns, leftOutColumns, inPanel(2, twoAreaColumns),

@@ -18,10 +18,11 @@ constexpr std::array rocColumns{
 constexpr std::array precisionRecallColumns{testColumn, cutOffColumn, recallColumn, precisionColumn,
                                             interpolatedColumn};
 
-Document pointsDocument(const Question& question, std::string_view command, std::vector<std::string> heading,
-                        Table points)
+Document pointsDocument(const Question& question, const Results& results, std::string_view command,
+                        std::vector<std::string> heading, Table points)
 {
-    Document document{.command = command, .heading = std::move(heading), .question = questionFacts(question)};
+    Document document{
+        .command = command, .heading = std::move(heading), .question = questionFacts(question, *results.labels)};
     document.parts.push_back({"points", "", std::move(points)});
     return document;
 }
@@ -48,7 +49,8 @@ Document curveDocument(const Question& question, const Results& results)
     for (const auto& [area, roc, precisionRecall, best] : results.tests)
         for (std::size_t i = 0; i < roc.size(); ++i)
             table.addRow({area.test, roc.cutOffs[i], 1.0 - roc.specificity[i], roc.sensitivity[i]});
-    return pointsDocument(question, "curve", {"ROC curve", questionHeading(question)}, std::move(table));
+    return pointsDocument(question, results, "curve", {"ROC curve", questionHeading(question, *results.labels)},
+                          std::move(table));
 }
 
 Document precisionRecallDocument(const Question& question, const Results& results)
@@ -62,10 +64,10 @@ Document precisionRecallDocument(const Question& question, const Results& result
             table.addRow(
                 {test.area.test, cutOffs[i], curve.recall[i], curve.precision[i], double(curve.interpolated[i])});
     }
-    Document document = pointsDocument(
-        question, "pr",
-        {"Precision-recall curve", questionHeading(question), std::string("Interpolation: ") + interpolation},
-        std::move(table));
+    Document document = pointsDocument(question, results, "pr",
+                                       {"Precision-recall curve", questionHeading(question, *results.labels),
+                                        std::string("Interpolation: ") + interpolation},
+                                       std::move(table));
     document.question.emplace_back("interpolation", interpolation);
     return document;
 }

@@ -34,7 +34,7 @@ void readInput(const Input& input, const Surroundings& surroundings, RowSink& si
 DataTable readTable(const Input& input, const Surroundings& surroundings, std::span<const ColumnRequest> requests,
                     OtherColumns others)
 {
-    TableBuilder builder(requests, others);
+    TableBuilder builder(requests, others, input.missingWords);
     readInput(input, surroundings, builder);
     return builder.finish();
 }

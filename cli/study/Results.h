@@ -3,12 +3,15 @@
 #include "host/VexMV.h"
 
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace vexroc {
+
+class CaseLabels;
 
 /// For what cannot be computed, or was not: a NaN.
 constexpr double notComputed = VexCommon_920::VexMV::Missing();
@@ -17,6 +20,7 @@ constexpr double notComputed = VexCommon_920::VexMV::Missing();
 struct RowCounts {
     long long read = 0;
     long long missingState = 0;
+    long long otherState = 0; ///< neither positive nor negative
     long long missingGroup = 0;
     long long missingWeight = 0;
     long long otherGroup = 0;     ///< in neither of the groups
@@ -137,7 +141,8 @@ struct Results {
     std::vector<TestResult> tests = {};
     std::vector<Difference> differences = {};
     std::vector<RunWarning> warnings = {};
-    std::optional<RunMessage> failure = {}; ///< why there is no result; then the tests tell their cases at most
+    std::shared_ptr<const CaseLabels> labels = {}; ///< of the whole table
+    std::optional<RunMessage> failure = {};        ///< why there is no result; then the tests tell their cases at most
 };
 
 /// The results of the rows with one value.

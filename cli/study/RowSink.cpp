@@ -21,13 +21,17 @@ std::string decimalHint(std::string_view cell, std::optional<char> decimal)
 
 } // namespace
 
-bool isMissing(const Cell& cell) noexcept
+bool hasNoText(const Cell& cell) noexcept
+{
+    const auto* const number = std::get_if<double>(&cell);
+    return std::holds_alternative<std::monostate>(cell) || (number && std::isnan(*number));
+}
+
+bool isMissing(const Cell& cell, const MissingWords& words)
 {
     if (const auto* const text = std::get_if<std::string_view>(&cell))
-        return isMissingWord(*text);
-    if (const auto* const number = std::get_if<double>(&cell))
-        return std::isnan(*number);
-    return std::holds_alternative<std::monostate>(cell);
+        return words.inTest(*text);
+    return hasNoText(cell) || (words.holdNumbers() && words.inTest(textOf(cell)));
 }
 
 std::optional<double> numberIn(const Cell& cell, char decimal) noexcept

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "cli/words/MissingWords.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -16,7 +18,10 @@ using Cell = std::variant<std::monostate, std::string_view, double, std::int64_t
 // What a cell means, whatever its source. A text is missing, or a number, as words/Numbers.h says; NaN is missing;
 // true is 1.
 
-bool isMissing(const Cell& cell) noexcept;
+/// Is it NULL or NaN, which no text stands for?
+bool hasNoText(const Cell& cell) noexcept;
+/// Is it missing in a column of numbers?
+bool isMissing(const Cell& cell, const MissingWords& words);
 /// The number that the cell is, a text with that decimal sign; integers beyond 2^53 round to the nearest double, as
 /// their digits in a text do.
 std::optional<double> numberIn(const Cell& cell, char decimal) noexcept;

@@ -105,6 +105,7 @@ private:
     void setOptions(Comparison comparison)
     {
         setNumber("confidence_level", question_.level);
+        require(vexroc_analysis_add_negative(handle_.get(), CaseColumns::negativeState));
         setNumber("roc", question_.rocCurve);
         setNumber("pr", question_.precisionRecall);
         setWord("direction", question_.positiveEnd());
@@ -144,6 +145,7 @@ private:
         const auto rows = told<vexroc_rows>(vexroc_analysis_rows);
         RowCounts counts{.read = rows.read,
                          .missingState = rows.missing_state,
+                         .otherState = rows.other_state,
                          .missingGroup = rows.missing_group,
                          .missingWeight = rows.missing_weight,
                          .otherGroup = rows.other_group,

@@ -155,7 +155,9 @@ private:
     struct KnownStates {
         KnownStates(const CaseColumns& columns, const std::vector<std::string>& tests)
         {
-            const auto isUnknown = [](double state) { return std::isnan(state); };
+            const auto isUnknown = [](double state) {
+                return std::isnan(state) || state == CaseColumns::otherState; // exact
+            };
             const bool allKnown = std::ranges::none_of(columns.state(), isUnknown);
             const auto keep = [&](std::span<const double> column) {
                 if (allKnown)
@@ -253,9 +255,11 @@ private:
 
 } // namespace
 
-Results study(const DataTable& table, const Question& question, const Watch& watch)
+namespace {
+
+Results study(const DataTable& table, const CaseLabels& labels, const Question& question, const Watch& watch)
 {
-    const CaseColumns columns(table, question);
+    const CaseColumns columns(table, labels, question);
     switch (question.rule) {
     case CaseRule::eachTest:
         return question.comparison == Comparison::independent ? eachDifference(columns, question, watch)
@@ -266,13 +270,24 @@ Results study(const DataTable& table, const Question& question, const Watch& wat
     return run(casesOf(columns, question.tests), question, question.comparison, watch);
 }
 
+} // namespace
+
+Results study(const DataTable& table, const Question& question, const Watch& watch)
+{
+    const auto labels = std::make_shared<const CaseLabels>(table, question);
+    Results results = study(table, *labels, question, watch);
+    results.labels = labels;
+    return results;
+}
+
 StudyByValue studyByValue(DataTable table, const Question& question, const Watch& watch)
 {
-    const RowsByValue rows(std::move(table), question.by);
-    StudyByValue all{.missing = rows.missing()};
+    const auto labels = std::make_shared<const CaseLabels>(table, question);
+    const RowsByValue rows(std::move(table), *labels->by());
+    StudyByValue all{.missing = rows.missing(), .labels = labels};
     for (std::size_t v = 0; v < rows.values().size(); ++v)
         all.values.push_back(
-            {rows.values()[v], study(rows.rowsOf(v), question, oneOf(watch, v, rows.values().size()))});
+            {rows.values()[v], study(rows.rowsOf(v), *labels, question, oneOf(watch, v, rows.values().size()))});
     return all;
 }
 

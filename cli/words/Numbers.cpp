@@ -35,16 +35,6 @@ bool endsAsInfinityDoes(std::string_view text) noexcept
 
 } // namespace
 
-bool isMissingWord(std::string_view cell) noexcept
-{
-    std::string_view word = trimmed(cell);
-    if (word.empty() || word == "." || equalIgnoringCase(word, "na"))
-        return true;
-    if (word.front() == '-' || word.front() == '+')
-        word.remove_prefix(1);
-    return equalIgnoringCase(word, "nan");
-}
-
 std::optional<double> parseNumber(std::string_view text, char decimal) noexcept
 {
     const std::optional<double> number = spelledNumber(text, decimal);

@@ -6,10 +6,6 @@
 
 namespace vexroc {
 
-/// Is the cell one of the words for a missing value: empty, ".", NA or NaN? Letter case, the sign of NaN and blanks
-/// around the word do not count.
-bool isMissingWord(std::string_view cell) noexcept;
-
 /// The number that the whole text spells, blanks around it aside: decimal or scientific with that decimal sign, or an
 /// infinity in words. Nothing for other text, and for finite spellings beyond the range of a double.
 std::optional<double> parseNumber(std::string_view text, char decimal = '.') noexcept;
