@@ -34,6 +34,19 @@ std::optional<char> parseDelimiter(const std::string& text)
     throw usageError("--delimiter " + inQuotes(text) + ": expected comma, tab or semicolon");
 }
 
+/// The words beside the usual ones, or in their place behind a bare "none".
+std::shared_ptr<const MissingWords> parseMissing(const std::string& text)
+{
+    if (text.empty())
+        return std::make_shared<MissingWords>();
+    std::vector<ListItem> items = splitItems(text, "--missing");
+    const bool onlyThese = items.front().isWord("none");
+    std::vector<std::string> words;
+    for (std::size_t i = onlyThese ? 1 : 0; i < items.size(); ++i)
+        words.push_back(std::move(items[i].text));
+    return std::make_shared<MissingWords>(words, onlyThese);
+}
+
 char decimalOf(const InputOptions& options)
 {
     return options.decimal == "comma" || (options.decimal.empty() && options.thousands == "point") ? ',' : '.';
@@ -72,19 +85,6 @@ void requireText(const InputOptions& options)
     for (const auto& [option, isGiven] : given)
         if (isGiven)
             throw usageError(std::string(option) + " goes with delimited text, not a database");
-}
-
-/// The words beside the usual ones, or in their place behind a bare "none".
-std::shared_ptr<const MissingWords> parseMissing(const std::string& text)
-{
-    if (text.empty())
-        return std::make_shared<MissingWords>();
-    std::vector<ListItem> items = splitItems(text, "--missing");
-    const bool onlyThese = items.front().isWord("none");
-    std::vector<std::string> words;
-    for (std::size_t i = onlyThese ? 1 : 0; i < items.size(); ++i)
-        words.push_back(std::move(items[i].text));
-    return std::make_shared<MissingWords>(words, onlyThese);
 }
 
 void requireOneInput(const InputOptions& options)

@@ -17,9 +17,9 @@ struct InputOptions {
     std::string decimal;
     std::string thousands;
     std::string encoding;
+    std::string missing;
     bool header = false;
     bool noHeader = false;
-    std::string missing;
     std::string sqlite;
     std::string postgres;
     std::string table;

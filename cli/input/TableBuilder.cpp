@@ -78,9 +78,9 @@ bool ColumnFiller::appendNumber(const Cell& cell, const MissingWords& words)
         return false;
     if (missing && !hasNoText(cell))
         noteMissing(textOf(cell));
+    numberSeen_ = numberSeen_ || !missing;
     if (const auto* const text = std::get_if<std::string_view>(&cell); text && !missing)
         doubt_.look(*text, *number, form_);
-    numberSeen_ = numberSeen_ || !missing;
     column_.numbers.push_back(missing ? std::numeric_limits<double>::quiet_NaN() : *number);
     return true;
 }

@@ -23,8 +23,8 @@ using Cell = std::variant<std::monostate, std::string_view, double, std::int64_t
 bool hasNoText(const Cell& cell) noexcept;
 /// Is it missing in a column of numbers?
 bool isMissing(const Cell& cell, const MissingWords& words);
-/// The number that the cell is, a text in that form; integers beyond 2^53 round to the nearest double, as
-/// their digits in a text do.
+/// The number that the cell is, a text in that form; integers beyond 2^53 round to the nearest double, as their digits
+/// in a text do.
 std::optional<double> numberIn(const Cell& cell, const NumberForm& form);
 /// The cell as a text: a number in its shortest digits, an integer in all of them, "true" or "false".
 std::string textOf(const Cell& cell);

@@ -3,6 +3,7 @@
 #include "cli/words/Readable.h"
 #include "vexrocproc/ROCStatusCodes.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace vexroc {
@@ -57,17 +58,37 @@ void addDifference(const Question& question, const Difference& difference, Remar
     remarks.addDifference(subjectOf(difference), difference);
 }
 
-void addWarnings(const std::string& prefix, const std::string& value, const Results& results, Remarks& remarks)
+void addWarnings(const std::string& value, const Results& results, Remarks& remarks)
 {
-    for (const auto& [code, tests] : results.warnings) {
-        if (code == statusCode::tiesExist)
-            for (const std::string& test : tests)
-                remarks.add("ties", prefix + test);
+    for (const int code : results.warnings) {
         if (code == statusCode::distributionChanged)
             remarks.add("distribution-changed", value);
         if (code == statusCode::groupIgnored)
             remarks.add("groups-ignored", value);
     }
+}
+
+/// The test whose missing values keep most rows out of comparisons.
+void addCostlyTest(const Question& question, const std::string& prefix, const RowCounts& rows, Remarks& remarks)
+{
+    if (question.comparison != Comparison::paired || rows.gaps.empty())
+        return;
+    const auto most = std::ranges::max_element(rows.gaps, {}, &RowCounts::Gap::rows);
+    remarks.add("costly-test", prefix + most->test, "missing in " + std::to_string(most->rows()));
+}
+
+/// Why the rows with one value came to no result.
+void addFailure(const std::string& value, const Results& results, Remarks& remarks)
+{
+    if (results.rows.leftOut() > 0)
+        remarks.add("left-out", value, leftOutDetail(results.rows));
+    if (value.empty()) // it is the error that ends the program
+        return;
+    const Area rows{.test = value, .positive = results.rows.positive, .negative = results.rows.negative};
+    if (hasBothStates(rows))
+        remarks.add("no-result", value, results.failure->sentence);
+    else
+        remarks.addCases("", rows);
 }
 
 void addWeights(const Question& question, const std::string& value, const RowCounts& rows, Remarks& remarks)
@@ -118,13 +139,8 @@ void remarkOnAnalysis(const Question& question, const ValueResults& value, Remar
     const std::string subject = question.by.empty() ? "" : question.by + " = " + value.value;
     const std::string prefix = subject.empty() ? "" : subject + ": ";
     addWeights(question, subject, results.rows, remarks);
-    if (results.failure) {
-        if (results.rows.leftOut() > 0)
-            remarks.add("left-out", subject, leftOutDetail(results.rows));
-        if (!subject.empty()) // else it is the error that ends the program
-            remarks.add("no-result", subject, results.failure->sentence);
-        return;
-    }
+    if (results.failure)
+        return addFailure(subject, results, remarks);
     for (const TestResult& test : results.tests) {
         remarks.addArea(prefix, test.area);
         if (question.rocCurve)
@@ -135,7 +151,8 @@ void remarkOnAnalysis(const Question& question, const ValueResults& value, Remar
     for (const Difference& difference : results.differences)
         remarks.addDifference(prefix + subjectOf(difference), difference);
     remarks.addComparisons(subject, results.differences.size());
-    addWarnings(prefix, subject, results, remarks);
+    addCostlyTest(question, prefix, results.rows, remarks);
+    addWarnings(subject, results, remarks);
 }
 
 } // namespace vexroc
