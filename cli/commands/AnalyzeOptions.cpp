@@ -14,19 +14,6 @@ namespace vexroc {
 
 namespace {
 
-void addGroupOptions(CLI::App& command, AnalyzeOptions& options)
-{
-    command
-        .add_option("--group", options.group,
-                    "Column that splits the cases in two groups; needs no more when it holds two values")
-        ->type_name("COLUMN");
-    command.add_option("--select", options.select, "The two values of the group column, in this order")
-        ->type_name("VALUE,VALUE");
-    command.add_option("--cut", options.cut, "Groups below this value of the group column, and from it on")
-        ->type_name("VALUE");
-    command.add_flag("--mid-point", options.midPoint, "Groups below and from the middle of the group column's range");
-}
-
 void addResultOptions(CLI::App& command, AnalyzeOptions& options)
 {
     command.add_flag("--pr", options.pr, "Precision-recall curves");
@@ -48,20 +35,16 @@ void addResultOptions(CLI::App& command, AnalyzeOptions& options)
 
 void requireFit(const AnalyzeOptions& options)
 {
-    const bool split = options.midPoint || !options.select.empty() || !options.cut.empty();
-    const bool readsCurve = options.best || !options.files.curve.empty() || options.files.drawn();
+    const bool readsCurve =
+        options.best || !options.files.curve.empty() || !options.files.precisionRecall.empty() || options.files.drawn();
     const struct {
         bool wrong;
         const char* message;
     } rules[] = {
-        {split && options.group.empty(),
-         "--select, --cut and --mid-point split the cases by a column: name it with --group"},
-        {int(options.midPoint) + int(!options.select.empty()) + int(!options.cut.empty()) > 1,
-         "--select, --cut and --mid-point are three ways to split the cases: give one of them"},
         {options.inference.biNegative && options.compare == "paired",
          "--bi-negative does not go with --compare paired: tests on the same cases have DeLong standard errors"},
         {options.noCurve && readsCurve,
-         "--best, --curve, --plot and --report need the curve that --no-curve leaves out"},
+         "--best, --curve, --pr-curve, --plot and --report need the curve that --no-curve leaves out"},
         {options.keilwagen && !options.pr && options.files.precisionRecall.empty(),
          "--keilwagen says how precision-recall points are interpolated: ask for them with --pr or --pr-curve FILE"},
     };
@@ -70,35 +53,13 @@ void requireFit(const AnalyzeOptions& options)
             throw usageError(message);
 }
 
-std::optional<Grouping> parseGrouping(const AnalyzeOptions& options)
-{
-    if (options.group.empty())
-        return std::nullopt;
-    Grouping grouping{.column = options.group, .by = Grouping::By::twoValues};
-    if (options.midPoint) {
-        grouping.by = Grouping::By::midPoint;
-    } else if (!options.cut.empty()) {
-        grouping.by = Grouping::By::cut;
-        const std::optional<double> cut = parseNumber(options.cut);
-        if (!cut)
-            throw usageError("--cut " + inQuotes(options.cut) + ": expected a number");
-        grouping.cut = *cut;
-    } else if (!options.select.empty()) {
-        grouping.by = Grouping::By::selected;
-        grouping.selected = parseValues(options.select, "--select");
-        if (grouping.selected.size() != 2)
-            throw usageError("--select " + inQuotes(options.select) + ": expected two values, such as female,male");
-    }
-    return grouping;
-}
-
 /// What is to be computed and kept, for the tables and the files that are asked for.
 void askForParts(const AnalyzeOptions& options, AnalyzeTask& task)
 {
     const bool drawn = options.files.drawn();
     task.bestTable = options.best;
     task.question.rocCurve = !options.noCurve;
-    task.question.bestCutOffs = options.best || drawn;
+    task.question.bestCutOffs = !options.noCurve; // the maximum is one of them
     task.question.precisionRecall = options.pr || !options.files.precisionRecall.empty();
     task.question.points = drawn || !options.files.curve.empty() || !options.files.precisionRecall.empty();
     if (options.pr && options.files.precisionRecall.empty() && !drawn)
@@ -120,7 +81,8 @@ void addAnalyzeOptions(CLI::App& command, AnalyzeOptions& options)
     addQuestionOptions(command, options.question);
     command.get_option("--test")->description("Test columns; or the word all: every column of numbers without "
                                               "another part");
-    addGroupOptions(command, options);
+    addGroupOptions(command, options.groups);
+    addGroupRangeOptions(command, options.groups);
     command
         .add_option("--weight", options.weight,
                     "Column with the number of cases that a row stands for; changes the weighted counts only")
@@ -141,6 +103,8 @@ AnalyzeTask parseAnalyzeTask(const AnalyzeOptions& options)
     requireFit(options);
     AnalyzeTask task;
     static_cast<Task&>(task) = parseTask(options.question);
+    if (task.form == DocumentForm::csv)
+        throw severalTables();
     task.files = options.files;
     Question& question = task.question;
     question.rule = CaseRule::together;
@@ -148,7 +112,7 @@ AnalyzeTask parseAnalyzeTask(const AnalyzeOptions& options)
     question.comparison = options.compare == "paired" ? Comparison::paired
         : options.compare.empty()                     ? Comparison::none
                                                       : Comparison::independent;
-    question.grouping = parseGrouping(options);
+    question.grouping = parseGrouping(options.groups);
     question.weight = options.weight;
     question.by = options.by;
     question.alongFalsePositives = options.keilwagen;

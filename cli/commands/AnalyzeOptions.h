@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/commands/GroupOptions.h"
 #include "cli/commands/QuestionOptions.h"
 
 #include <string>
@@ -20,10 +21,7 @@ struct AnalysisFileNames {
 /// The options of analyze, as typed.
 struct AnalyzeOptions {
     QuestionOptions question;
-    std::string group;
-    std::string select;
-    std::string cut;
-    bool midPoint = false;
+    GroupOptions groups;
     std::string weight;
     std::string by;
     std::string compare;

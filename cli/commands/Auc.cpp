@@ -19,7 +19,7 @@ Report runAuc(const AucOptions& options, const Surroundings& surroundings)
 {
     Task task = parseTask(options.question);
     setInference(options.inference, task.question);
-    return reportOf(task, areaDocument(task.question, answer(task, surroundings)));
+    return reportOf(task, areaDocument(task.question, answer(task, surroundings)), surroundings);
 }
 
 } // namespace

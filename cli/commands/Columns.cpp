@@ -33,9 +33,11 @@ const char* kindOf(const ColumnFacts& facts)
 
 Report runColumns(const ColumnsOptions& options, const Surroundings& surroundings)
 {
-    const DocumentForm form = parseForm(options.answer.format);
     ColumnSurvey survey;
-    const Input input = parseInput(options.input);
+    Task task;
+    task.input = parseInput(options.input);
+    setAnswer(options.answer, task);
+    const Input& input = task.input;
     readInput(input, surroundings, survey);
 
     Document document{
@@ -52,7 +54,7 @@ Report runColumns(const ColumnsOptions& options, const Surroundings& surrounding
                                      + (input.form.decimal == ',' ? "--decimal point" : "--decimal comma"));
     }
     document.parts.push_back({"columns", "", std::move(table)});
-    return {.text = spelled(document, form), .file = options.answer.output, .notes = document.notes};
+    return reportOf(task, document, surroundings);
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "cli/commands/Commands.h"
+#include "cli/commands/GroupOptions.h"
 #include "cli/commands/QuestionOptions.h"
 #include "cli/output/Documents.h"
 #include "cli/words/Failure.h"
@@ -13,7 +14,7 @@ namespace {
 
 struct CompareOptions {
     QuestionOptions question;
-    std::string group;
+    GroupOptions groups;
     InferenceOptions inference;
 };
 
@@ -29,24 +30,16 @@ void askPaired(Question& question)
     question.rule = CaseRule::pairwise;
 }
 
-/// Each test between two groups of cases.
-void askIndependent(const CompareOptions& options, Question& question)
-{
-    ValueChoice groups = parseValueChoice(options.group, "--group", 2);
-    question.grouping = Grouping{
-        .column = std::move(groups.column), .by = Grouping::By::selected, .selected = std::move(groups.values)};
-    question.comparison = Comparison::independent;
-}
-
 Report runCompare(const CompareOptions& options, const Surroundings& surroundings)
 {
     Task task = parseTask(options.question);
     setInference(options.inference, task.question);
-    if (options.group.empty())
-        askPaired(task.question);
+    task.question.grouping = parseGrouping(options.groups);
+    if (task.question.grouping)
+        task.question.comparison = Comparison::independent;
     else
-        askIndependent(options, task.question);
-    return reportOf(task, comparisonDocument(task.question, answer(task, surroundings)));
+        askPaired(task.question);
+    return reportOf(task, comparisonDocument(task.question, answer(task, surroundings)), surroundings);
 }
 
 } // namespace
@@ -55,8 +48,7 @@ Action addCompare(CLI::App& command)
 {
     const auto options = std::make_shared<CompareOptions>();
     addQuestionOptions(command, options->question);
-    command.add_option("--group", options->group, "Compare each test between these two groups of cases")
-        ->type_name("COLUMN=VALUE,VALUE");
+    addGroupOptions(command, options->groups);
     addInferenceOptions(command, options->inference);
     command.footer("Example: vexroc compare data.csv --state diagnosis=malignant --test radius_mean,texture_mean\n"
                    "         vexroc compare data.csv --state disease=1 --test marker --group sex=female,male");

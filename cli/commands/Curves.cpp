@@ -19,7 +19,7 @@ Report runRoc(const QuestionOptions& options, const Surroundings& surroundings)
 {
     Task task = parseTask(options);
     task.question.rocCurve = task.question.points = true;
-    return reportOf(task, curveDocument(task.question, answer(task, surroundings)));
+    return reportOf(task, curveDocument(task.question, answer(task, surroundings)), surroundings);
 }
 
 Report runPr(const PrOptions& options, const Surroundings& surroundings)
@@ -27,7 +27,7 @@ Report runPr(const PrOptions& options, const Surroundings& surroundings)
     Task task = parseTask(options.question);
     task.question.rocCurve = task.question.precisionRecall = task.question.points = true;
     task.question.alongFalsePositives = options.keilwagen;
-    return reportOf(task, precisionRecallDocument(task.question, answer(task, surroundings)));
+    return reportOf(task, precisionRecallDocument(task.question, answer(task, surroundings)), surroundings);
 }
 
 } // namespace

@@ -21,6 +21,7 @@ namespace vexroc {
 struct AnswerOptions {
     std::string format = "text";
     std::string output; ///< empty for standard output
+    std::string tables; ///< folder; empty for none
 };
 
 /// What intervals and standard errors are made with, as typed.
@@ -49,12 +50,13 @@ struct Task {
     Question question = {};
     DocumentForm form = DocumentForm::text;
     std::string output = {}; ///< file of the answer; empty for standard output
+    std::string tables = {}; ///< folder of the tables as CSV; empty for none
 };
 
 /// The task behind the options, checked as far as it can be without the data. Throws a usage error that names the
 /// option at fault.
 Task parseTask(const QuestionOptions& options);
-DocumentForm parseForm(const std::string& format);
+void setAnswer(const AnswerOptions& options, Task& task);
 /// COLUMN=VALUE[,VALUE...] with exactly `count` values that can occur in a column.
 ValueChoice parseValueChoice(const std::string& text, const std::string& option, std::size_t count);
 /// VALUE[,VALUE...], each a value that can occur in a column.
@@ -64,7 +66,7 @@ void setInference(const InferenceOptions& options, Question& question);
 
 /// Reads the columns of the question and studies them; progress is told, and an interrupt ends it.
 Results answer(const Task& task, const Surroundings& surroundings);
-/// The document in the form of the task, with its notes and warnings.
-Report reportOf(const Task& task, const Document& document);
+/// The document in the form of the task, and its tables for their folder, with its notes and warnings.
+Report reportOf(const Task& task, const Document& document, const Surroundings& surroundings);
 
 } // namespace vexroc

@@ -1,17 +1,10 @@
 #include "cli/output/Documents.h"
 #include "cli/output/questionWords.h"
-#include "cli/output/resultColumns.h"
+#include "cli/output/resultTables.h"
 #include "cli/study/Remarks.h"
 #include "cli/words/VisibleText.h"
 
 namespace vexroc {
-
-namespace {
-
-constexpr std::array caseColumns{testColumn, stateColumns[0], stateColumns[1],
-                                 TableColumn{"left_out", "left out", CellRole::count}};
-
-} // namespace
 
 Document areaDocument(const Question& question, const Results& results)
 {
@@ -20,10 +13,11 @@ Document areaDocument(const Question& question, const Results& results)
                                   standardErrorHeading(question.biNegative, question.level)},
                       .question = questionFacts(question)};
     addInference(document.question, standardErrorWord(question.biNegative), question.level);
-    Table table(joined({caseColumns, areaColumns}));
+    Table table(joined({std::span(&testColumn, 1), areaColumns(false)}));
     for (const auto& [area, roc, precisionRecall, best] : results.tests) {
-        table.addRow({area.test, double(area.positive), double(area.negative), double(area.leftOut), area.area,
-                      area.stdError, area.significance, area.lower, area.upper});
+        std::vector<Table::Value> row{area.test};
+        addAreaCells(area, false, row);
+        table.addRow(row);
         addAreaNotes(visible(area.test), area, document.notes);
         addAreaCautions(visible(area.test), area, question.largerIsPositive, document.notes);
         if (question.biNegative)

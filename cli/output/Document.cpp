@@ -2,6 +2,7 @@
 
 #include "cli/output/Json.h"
 #include "cli/output/TableForms.h"
+#include "cli/words/Failure.h"
 #include "cli/words/version.h"
 
 #include <nlohmann/json.hpp>
@@ -12,7 +13,7 @@ namespace vexroc {
 
 namespace {
 
-std::string textOf(const Document& document)
+std::string textOf(const Document& document, std::size_t width)
 {
     std::string text;
     for (const std::string& line : document.heading)
@@ -20,19 +21,18 @@ std::string textOf(const Document& document)
     for (const Document::Part& part : document.parts) {
         text += '\n';
         if (!part.title.empty())
-            text.append(part.title) += '\n';
-        writeText(part.table, text);
+            text += part.title + '\n';
+        writeText(part.table, width, text);
     }
     return text;
 }
 
 std::string csvOf(const Document& document)
 {
+    if (document.parts.size() > 1)
+        throw severalTables();
     std::string text;
-    for (const Document::Part& part : document.parts) {
-        text += text.empty() ? "" : "\n";
-        writeCsv(part.table, text);
-    }
+    writeCsv(document.parts.front().table, text);
     return text;
 }
 
@@ -72,14 +72,20 @@ std::string jsonOf(const Document& document)
 
 } // namespace
 
-std::string spelled(const Document& document, DocumentForm form)
+Failure severalTables()
+{
+    return usageError("--format csv is one table, and the answer has several: --tables FOLDER writes each of them to a "
+                      "file of its own as CSV, --format json holds all");
+}
+
+std::string spelled(const Document& document, DocumentForm form, std::size_t width)
 {
     switch (form) {
     case DocumentForm::csv: return csvOf(document);
     case DocumentForm::json: return jsonOf(document);
     case DocumentForm::text: break;
     }
-    return textOf(document);
+    return textOf(document, width);
 }
 
 } // namespace vexroc

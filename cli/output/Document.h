@@ -2,6 +2,7 @@
 
 #include "cli/output/Table.h"
 #include "cli/study/Results.h"
+#include "cli/words/Failure.h"
 
 #include <string>
 #include <string_view>
@@ -21,7 +22,7 @@ using Fact = std::pair<std::string_view, std::variant<std::string, double, std::
 struct Document {
     struct Part {
         std::string_view member; ///< in JSON
-        std::string_view title;  ///< for people; empty where the heading says it
+        std::string title;       ///< for people; empty where the heading says it
         Table table;
     };
     std::string_view command;
@@ -33,7 +34,11 @@ struct Document {
     std::vector<RunMessage> warnings = {};
 };
 
-/// Heading and tables for people, the tables as CSV, or one JSON document with the notes and warnings.
-std::string spelled(const Document& document, DocumentForm form);
+/// The usage error for several tables as CSV.
+Failure severalTables();
+
+/// Heading and tables for people in lines of so many places, the table as CSV, or one JSON document with the notes and
+/// warnings. Throws a usage error for several tables as CSV.
+std::string spelled(const Document& document, DocumentForm form, std::size_t width);
 
 } // namespace vexroc

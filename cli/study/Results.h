@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/study/CutOffReading.h"
 #include "host/VexMV.h"
 
 #include <cstddef>
@@ -59,6 +60,7 @@ struct Area {
     double gini = notComputed;
     double ksMaximum = notComputed; ///< without a curve
     double ksCutOff = notComputed;
+    CutOffReading reading = {}; ///< of the cut-offs between the ends
 };
 
 /// A cut-off with what it makes of the cases.
@@ -101,6 +103,9 @@ struct TestResult {
     RocCurve roc = {};                         ///< empty where it was not asked for, or is not there
     PrecisionRecallCurve precisionRecall = {}; ///< likewise
     std::vector<CutOff> best = {};             ///< those of the largest Youden index, ascending
+
+    /// How one of its cut-offs reads.
+    [[nodiscard]] CutOffReading readingOf(const CutOff& cutOff) const;
 };
 
 /// The difference of two areas: first less second.

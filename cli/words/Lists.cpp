@@ -44,6 +44,11 @@ std::string takeItem(std::string_view& text, char separator, std::string_view op
     return item;
 }
 
+Failure unexpected(std::string_view text, std::string_view option, std::string_view form)
+{
+    return usageError(std::string(option).append(" ").append(inQuotes(text)).append(": expected ").append(form));
+}
+
 } // namespace
 
 std::string listed(std::span<const std::string> words, std::size_t most)
@@ -71,13 +76,22 @@ std::vector<std::string> splitList(std::string_view text, std::string_view optio
 
 Assignment splitAssignment(std::string_view text, std::string_view option, std::string_view form)
 {
+    Assignment assignment = splitColumn(text, option, form);
+    if (assignment.values.empty())
+        throw unexpected(text, option, form);
+    return assignment;
+}
+
+Assignment splitColumn(std::string_view text, std::string_view option, std::string_view form)
+{
     std::string_view rest = text;
     std::string column = takeItem(rest, '=', option);
-    if (!rest.empty())
+    const bool assigns = !rest.empty();
+    if (assigns)
         rest.remove_prefix(1);
     rest = trimmed(rest);
-    if (column.empty() || rest.empty())
-        throw usageError(std::string(option).append(" ").append(inQuotes(text)).append(": expected ").append(form));
+    if (column.empty() || (assigns && rest.empty()))
+        throw unexpected(text, option, form);
     return {std::move(column), rest};
 }
 

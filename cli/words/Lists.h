@@ -21,5 +21,7 @@ struct Assignment {
     std::string_view values; ///< not yet taken apart; points into the text given
 };
 Assignment splitAssignment(std::string_view text, std::string_view option, std::string_view form);
+/// The same where the values may be left out, with the equal sign.
+Assignment splitColumn(std::string_view text, std::string_view option, std::string_view form);
 
 } // namespace vexroc
