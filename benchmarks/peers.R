@@ -29,7 +29,7 @@ for (n in 10^(3:5)) {
   pair <- function() compare(vexroc(study[-1], state = y))
   pair_peer <- function() roc.test(roc_of(a), roc_of(b), method = "delong")
   stopifnot(all.equal(area()$areas$area, as.numeric(area_peer())[2]),
-            all.equal(pair()$comparisons$significance, pair_peer()$p.value))
+            all.equal(pair()$comparisons$p_value, pair_peer()$p.value))
   rounds <- if (n < 1e5) 11 else 5
   repeats <- max(1, 2e4 / n)
   for (row in list(list("area, interval, curve", area, area_peer), list("paired comparison", pair, pair_peer))) {

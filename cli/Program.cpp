@@ -5,7 +5,6 @@
 #include "cli/system/Messages.h"
 #include "cli/system/OutputFiles.h"
 #include "cli/words/Failure.h"
-#include "cli/words/VisibleText.h"
 
 #include "cli/words/version.h"
 
@@ -63,21 +62,13 @@ ProgressDisplay displayFor(const MessageOptions& options, const Terminal& termin
     return {};
 }
 
-void say(const Report& report, const Messages& messages)
+void say(const Report& report, bool quiet, const Messages& messages)
 {
-    for (const std::string& note : report.notes)
-        messages.note(note);
-    for (const std::string& warning : report.warnings)
-        messages.warning(warning);
-}
-
-/// The call in the words of a shell, as visible text.
-std::string inShell(std::span<const std::string_view> args)
-{
-    std::string line = "vexroc";
-    for (const std::string_view arg : args)
-        line.append(" ").append(shellWord(arg));
-    return line;
+    for (const Remark& caution : report.cautions)
+        messages.caution(caution.text);
+    if (!quiet)
+        for (const Remark& note : report.notes)
+            messages.note(note.text);
 }
 
 int run(std::span<const std::string_view> args, std::istream& in, std::ostream& out, std::ostream& err,
@@ -98,16 +89,14 @@ int run(std::span<const std::string_view> args, std::istream& in, std::ostream& 
     }
     for (const std::string& path : asked.written)
         OutputFile::requirePlace(path);
-    const std::string line = inShell(args);
     const Report report = actions[asked.command](
-        {in, line, displayFor(asked.messages, terminal, err), asked.messages.quiet, terminal.lineWidth});
+        {in, CallLine(args), displayFor(asked.messages, terminal, err), asked.messages.quiet, terminal.lineWidth});
     deliver(report, out);
-    if (!asked.messages.quiet)
-        say(report, Messages(err, terminal.colour));
+    say(report, asked.messages.quiet, Messages(err, terminal.colour));
     if (!report.error.empty())
         throw analysisError(report.error);
-    if (asked.messages.strict && !report.warnings.empty())
-        throw analysisError("--strict: the analysis has warnings");
+    if (asked.messages.strict && !report.cautions.empty())
+        throw analysisError("--strict: there is a caution");
     return exitDone;
 }
 

@@ -14,6 +14,8 @@ import sys
 LIBRARY = {  # ground first; nothing upward
     "numeric": [],
     "host": [],
+    "labels": [],
+    "remarks": [],
     "summary": ["numeric"],
     "inference": ["summary", "host"],
     "space": ["inference"],
@@ -23,7 +25,7 @@ LIBRARY = {  # ground first; nothing upward
     "arraycalls": ["stats"],
     "driver": ["results", "settings"],
     "display": ["results", "settings"],
-    "calls": ["driver", "arraycalls"],
+    "calls": ["driver", "arraycalls", "labels", "remarks"],
 }
 PROGRAM = {  # what a page in a browser needs stands on words and study alone
     "words": [],

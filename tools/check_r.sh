@@ -26,5 +26,8 @@ if [ -n "$check" ]; then
 else
     mkdir library
     R CMD INSTALL --library=library vexroc_*.tar.gz >install.log 2>&1 || { cat install.log; exit 1; }
-    R_LIBS=$work/library Rscript "$package/tests/vexroc.R"
+    export R_LIBS=$work/library
+    Rscript "$package/tests/vexroc.R"
+    PYTHONDONTWRITEBYTECODE=1 /usr/bin/python3 -m pytest -q -p no:cacheprovider --door=r \
+        "$package/../../../tests/misleading/test_misleading.py"
 fi

@@ -7,6 +7,7 @@
 #include "cli/picture/Picture.h"
 #include "cli/picture/ReportPage.h"
 #include "cli/picture/curvesOf.h"
+#include "cli/study/remarksOn.h"
 #include "cli/system/OutputFiles.h"
 #include "cli/system/Rasterizer.h"
 #include "cli/words/VisibleText.h"
@@ -32,30 +33,47 @@ std::string statusLine(const RunMessage& failure)
 DataTable readAnalysisTable(AnalyzeTask& task, const Surroundings& surroundings)
 {
     Question& question = task.question;
+    question.call = surroundings.call;
     const std::vector<ColumnRequest> requests = question.columns();
     DataTable table =
         readTable(task.input, surroundings, requests, task.allTests ? OtherColumns::numeric : OtherColumns::skipped);
+    question.settleState(table);
+    keepStateApart(task);
     if (task.allTests)
         for (const DataColumn& column : table.columns)
-            if (std::ranges::find(requests, column.request) == requests.end())
+            if (column.request.kind == ColumnKind::numbers
+                && std::ranges::find(requests, column.request) == requests.end())
                 question.tests.push_back(column.request.name);
     return table;
 }
 
-Analysis analyze(const AnalyzeTask& task, DataTable table, AnalysisWatch& watch)
+/// What there is to say of all values together.
+void remarkOnWhole(const Analysis& analysis, std::size_t missing, Remarks& remarks)
 {
-    Analysis analysis{.question = task.question,
-                      .bestTable = task.bestTable,
-                      .notesBefore = task.notesBefore,
-                      .notesAfter = task.notesAfter};
+    if (analysis.bestTable && analysis.anyResult())
+        remarks.add("best-on-same-data");
+    if (missing > 0)
+        remarks.add("left-out", "", std::to_string(missing) + " without a value of " + analysis.question.by);
+}
+
+Analysis analyze(AnalyzeTask& task, DataTable table, AnalysisWatch& watch)
+{
+    Analysis analysis{.question = task.question, .bestTable = task.bestTable};
+    std::size_t missing = 0;
     if (task.question.by.empty()) {
         analysis.values.push_back({"", study(table, task.question, watch.watch())});
+        analysis.labels = analysis.values.front().results.labels;
     } else {
         StudyByValue byValue = studyByValue(std::move(table), task.question, watch.watch());
         analysis.values = std::move(byValue.values);
-        analysis.missing = byValue.missing;
+        missing = byValue.missing;
+        analysis.labels = byValue.labels;
     }
     watch.endProgress();
+    analysis.labels->addRemarks(task.remarks.handle());
+    for (const ValueResults& value : analysis.values)
+        remarkOnAnalysis(task.question, value, task.remarks);
+    remarkOnWhole(analysis, missing, task.remarks);
     return analysis;
 }
 
@@ -72,14 +90,14 @@ std::vector<DrawnCurve> curvesOf(const Analysis& analysis)
 /// Turns an analysis into texts and files.
 class AnalysisFiles {
 public:
-    AnalysisFiles(const AnalyzeTask& task, const Analysis& analysis, const std::optional<Rasterizer>& rasterizer)
+    AnalysisFiles(AnalyzeTask& task, const Analysis& analysis, const std::optional<Rasterizer>& rasterizer)
         : task_(task), analysis_(analysis), rasterizer_(rasterizer), document_(analysisDocument(analysis))
     {
         if (task.files.drawn()) {
             curves_ = curvesOf(analysis);
             notDrawn_ = prepareForDrawing(curves_);
             if (!notDrawn_.empty())
-                document_.notes.push_back(notDrawn_);
+                task.remarks.add("not-drawn", "", notDrawn_);
         }
     }
 
@@ -127,7 +145,7 @@ private:
     {
         Drawing drawing{.curves = curves_,
                         .level = task_.question.level,
-                        .question = questionHeading(task_.question),
+                        .question = questionHeading(task_.question, *analysis_.labels),
                         .notes = {"Dot: maximum Kolmogorov-Smirnov distance, the largest Youden index"}};
         if (const std::string note = thinningNote(curves_); !note.empty())
             drawing.notes.push_back("Thinned: " + note);
@@ -146,16 +164,13 @@ private:
         std::string tables;
         for (const Document::Part& part : document_.parts)
             writeHtml(part.table, part.title, tables);
-        std::vector<std::string> warnings;
-        for (const RunMessage& warning : document_.warnings)
-            warnings.push_back(warning.line());
-        return ReportPage{.command = surroundings.command,
+        return ReportPage{.command = surroundings.call.text(),
                           .version = programVersion,
                           .heading = heading,
                           .drawing = drawing(),
                           .tables = tables,
-                          .warnings = warnings,
-                          .notes = document_.notes}
+                          .cautions = task_.remarks.cautions(),
+                          .notes = task_.remarks.notes()}
             .html();
     }
 

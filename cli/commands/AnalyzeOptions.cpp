@@ -14,6 +14,14 @@ namespace vexroc {
 
 namespace {
 
+void addSplitOptions(CLI::App& command, AnalyzeOptions& options)
+{
+    addGroupOptions(command, options.groups);
+    command.add_option("--cut", options.cut, "Groups below this value of the group column, and from it on")
+        ->type_name("VALUE");
+    command.add_flag("--mid-point", options.midPoint, "Groups below and from the middle of the group column's range");
+}
+
 void addResultOptions(CLI::App& command, AnalyzeOptions& options)
 {
     command.add_flag("--pr", options.pr, "Precision-recall curves");
@@ -35,12 +43,18 @@ void addResultOptions(CLI::App& command, AnalyzeOptions& options)
 
 void requireFit(const AnalyzeOptions& options)
 {
+    const bool selects = !options.groups.select.empty();
+    const bool split = options.midPoint || selects || !options.cut.empty();
     const bool readsCurve =
         options.best || !options.files.curve.empty() || !options.files.precisionRecall.empty() || options.files.drawn();
     const struct {
         bool wrong;
         const char* message;
     } rules[] = {
+        {split && options.groups.group.empty(),
+         "--select, --cut and --mid-point split the cases by a column: name it with --group"},
+        {int(options.midPoint) + int(selects) + int(!options.cut.empty()) > 1,
+         "--select, --cut and --mid-point are three ways to split the cases: give one of them"},
         {options.inference.biNegative && options.compare == "paired",
          "--bi-negative does not go with --compare paired: tests on the same cases have DeLong standard errors"},
         {options.noCurve && readsCurve,
@@ -53,6 +67,26 @@ void requireFit(const AnalyzeOptions& options)
             throw usageError(message);
 }
 
+std::optional<Grouping> parseGrouping(const AnalyzeOptions& options)
+{
+    if (options.groups.group.empty())
+        return std::nullopt;
+    Grouping grouping = parseGroup(options.groups);
+    const bool splitsNumbers = options.midPoint || !options.cut.empty();
+    if (splitsNumbers && grouping.by == Grouping::By::selected)
+        throw usageError("--cut and --mid-point split numbers: give --group without values");
+    if (options.midPoint) {
+        grouping.by = Grouping::By::midPoint;
+    } else if (!options.cut.empty()) {
+        grouping.by = Grouping::By::cut;
+        const std::optional<double> cut = parseNumber(options.cut);
+        if (!cut)
+            throw usageError("--cut " + inQuotes(options.cut) + ": expected a number");
+        grouping.cut = *cut;
+    }
+    return grouping;
+}
+
 /// What is to be computed and kept, for the tables and the files that are asked for.
 void askForParts(const AnalyzeOptions& options, AnalyzeTask& task)
 {
@@ -63,26 +97,26 @@ void askForParts(const AnalyzeOptions& options, AnalyzeTask& task)
     task.question.precisionRecall = options.pr || !options.files.precisionRecall.empty();
     task.question.points = drawn || !options.files.curve.empty() || !options.files.precisionRecall.empty();
     if (options.pr && options.files.precisionRecall.empty() && !drawn)
-        task.notesAfter.push_back("the points of --pr are drawn by --plot and --report and written by --pr-curve FILE");
-}
-
-/// The state among the tests is none of them.
-void takeOutState(AnalyzeTask& task)
-{
-    const std::string& state = task.question.state.column;
-    if (std::erase(task.question.tests, state) > 0)
-        task.notesBefore.push_back(inQuotes(state) + " is the state; it is not also a test");
+        task.remarks.add("points-elsewhere");
 }
 
 } // namespace
+
+void keepStateApart(AnalyzeTask& task)
+{
+    const std::string& state = task.question.state.column;
+    if (std::erase(task.question.tests, state) > 0)
+        task.remarks.add("state-no-test", state);
+    if (task.question.by == state)
+        throw usageError("--by names the state column: every value would be one state; name another column");
+}
 
 void addAnalyzeOptions(CLI::App& command, AnalyzeOptions& options)
 {
     addQuestionOptions(command, options.question);
     command.get_option("--test")->description("Test columns; or the word all: every column of numbers without "
                                               "another part");
-    addGroupOptions(command, options.groups);
-    addGroupRangeOptions(command, options.groups);
+    addSplitOptions(command, options);
     command
         .add_option("--weight", options.weight,
                     "Column with the number of cases that a row stands for; changes the weighted counts only")
@@ -112,17 +146,15 @@ AnalyzeTask parseAnalyzeTask(const AnalyzeOptions& options)
     question.comparison = options.compare == "paired" ? Comparison::paired
         : options.compare.empty()                     ? Comparison::none
                                                       : Comparison::independent;
-    question.grouping = parseGrouping(options.groups);
+    question.grouping = parseGrouping(options);
     question.weight = options.weight;
     question.by = options.by;
     question.alongFalsePositives = options.keilwagen;
     task.allTests = question.tests == std::vector<std::string>{"all"};
     if (task.allTests)
         question.tests.clear();
-    takeOutState(task);
+    keepStateApart(task);
     askForParts(options, task);
-    if (options.by == question.state.column)
-        throw usageError("--by names the state column: every value would be one state; name another column");
     return task;
 }
 

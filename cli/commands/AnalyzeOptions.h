@@ -1,6 +1,5 @@
 #pragma once
 
-#include "cli/commands/GroupOptions.h"
 #include "cli/commands/QuestionOptions.h"
 
 #include <string>
@@ -22,6 +21,8 @@ struct AnalysisFileNames {
 struct AnalyzeOptions {
     QuestionOptions question;
     GroupOptions groups;
+    std::string cut;
+    bool midPoint = false;
     std::string weight;
     std::string by;
     std::string compare;
@@ -40,10 +41,10 @@ struct AnalyzeTask : Task {
     bool allTests = false; ///< every column of numbers without another part is a test
     bool bestTable = false;
     AnalysisFileNames files;
-    // What is to be said of the question itself.
-    std::vector<std::string> notesBefore;
-    std::vector<std::string> notesAfter;
 };
+
+/// The state among the tests is none of them; as --by it is a usage error.
+void keepStateApart(AnalyzeTask& task);
 
 /// Throws a usage error that names the options that do not fit.
 AnalyzeTask parseAnalyzeTask(const AnalyzeOptions& options);

@@ -1,6 +1,7 @@
 #include "cli/commands/Commands.h"
 #include "cli/commands/QuestionOptions.h"
 #include "cli/output/Documents.h"
+#include "cli/study/remarksOn.h"
 
 #include <CLI/CLI.hpp>
 
@@ -19,7 +20,9 @@ Report runAuc(const AucOptions& options, const Surroundings& surroundings)
 {
     Task task = parseTask(options.question);
     setInference(options.inference, task.question);
-    return reportOf(task, areaDocument(task.question, answer(task, surroundings)), surroundings);
+    const Results results = answer(task, surroundings);
+    remarkOnAreas(task.question, results, task.remarks);
+    return reportOf(task, areaDocument(task.question, results), surroundings);
 }
 
 } // namespace

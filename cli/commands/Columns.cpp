@@ -33,11 +33,12 @@ const char* kindOf(const ColumnFacts& facts)
 
 Report runColumns(const ColumnsOptions& options, const Surroundings& surroundings)
 {
-    ColumnSurvey survey;
     Task task;
     task.input = parseInput(options.input);
     setAnswer(options.answer, task);
     const Input& input = task.input;
+    Remarks& remarks = task.remarks;
+    ColumnSurvey survey(input.missingWords);
     readInput(input, surroundings, survey);
 
     Document document{
@@ -49,9 +50,8 @@ Report runColumns(const ColumnsOptions& options, const Surroundings& surrounding
         table.addRow({facts.name(), kindOf(facts), double(survey.rows()), double(facts.missing()), distinct,
                       facts.smallest(), facts.largest()});
         if (facts.hasOtherDecimals() && input.kind == Input::Kind::delimited)
-            document.notes.push_back(inQuotes(facts.name())
-                                     + " holds numbers with the other decimal sign; read them with "
-                                     + (input.form.decimal == ',' ? "--decimal point" : "--decimal comma"));
+            remarks.add("decimal-sign", facts.name(),
+                        std::string("read with --decimal ") + (input.form.numbers.decimal == ',' ? "point" : "comma"));
     }
     document.parts.push_back({"columns", "", std::move(table)});
     return reportOf(task, document, surroundings);

@@ -1,7 +1,7 @@
 #include "cli/commands/Commands.h"
-#include "cli/commands/GroupOptions.h"
 #include "cli/commands/QuestionOptions.h"
 #include "cli/output/Documents.h"
+#include "cli/study/remarksOn.h"
 #include "cli/words/Failure.h"
 
 #include <CLI/CLI.hpp>
@@ -30,16 +30,26 @@ void askPaired(Question& question)
     question.rule = CaseRule::pairwise;
 }
 
+/// Each test between two groups of cases.
+void askIndependent(const CompareOptions& options, Question& question)
+{
+    question.grouping = parseGroup(options.groups);
+    question.comparison = Comparison::independent;
+}
+
 Report runCompare(const CompareOptions& options, const Surroundings& surroundings)
 {
     Task task = parseTask(options.question);
     setInference(options.inference, task.question);
-    task.question.grouping = parseGrouping(options.groups);
-    if (task.question.grouping)
-        task.question.comparison = Comparison::independent;
-    else
+    if (options.groups.group.empty() && !options.groups.select.empty())
+        throw usageError("--select names two values of a column: name it with --group");
+    if (options.groups.group.empty())
         askPaired(task.question);
-    return reportOf(task, comparisonDocument(task.question, answer(task, surroundings)), surroundings);
+    else
+        askIndependent(options, task.question);
+    const Results results = answer(task, surroundings);
+    remarkOnDifferences(task.question, results, task.remarks);
+    return reportOf(task, comparisonDocument(task.question, results), surroundings);
 }
 
 } // namespace
@@ -49,6 +59,9 @@ Action addCompare(CLI::App& command)
     const auto options = std::make_shared<CompareOptions>();
     addQuestionOptions(command, options->question);
     addGroupOptions(command, options->groups);
+    command.get_option("--group")->description(
+        "Compare each test between two groups of cases: those of these values, or "
+        "of the two that the column holds");
     addInferenceOptions(command, options->inference);
     command.footer("Example: vexroc compare data.csv --state diagnosis=malignant --test radius_mean,texture_mean\n"
                    "         vexroc compare data.csv --state disease=1 --test marker --group sex=female,male");

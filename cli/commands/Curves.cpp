@@ -1,6 +1,7 @@
 #include "cli/commands/Commands.h"
 #include "cli/commands/QuestionOptions.h"
 #include "cli/output/Documents.h"
+#include "cli/study/remarksOn.h"
 
 #include <CLI/CLI.hpp>
 
@@ -19,7 +20,9 @@ Report runRoc(const QuestionOptions& options, const Surroundings& surroundings)
 {
     Task task = parseTask(options);
     task.question.rocCurve = task.question.points = true;
-    return reportOf(task, curveDocument(task.question, answer(task, surroundings)), surroundings);
+    const Results results = answer(task, surroundings);
+    remarkOnCurves(task.question, results, task.remarks);
+    return reportOf(task, curveDocument(task.question, results), surroundings);
 }
 
 Report runPr(const PrOptions& options, const Surroundings& surroundings)
@@ -27,7 +30,9 @@ Report runPr(const PrOptions& options, const Surroundings& surroundings)
     Task task = parseTask(options.question);
     task.question.rocCurve = task.question.precisionRecall = task.question.points = true;
     task.question.alongFalsePositives = options.keilwagen;
-    return reportOf(task, precisionRecallDocument(task.question, answer(task, surroundings)), surroundings);
+    const Results results = answer(task, surroundings);
+    remarkOnCurves(task.question, results, task.remarks);
+    return reportOf(task, precisionRecallDocument(task.question, results), surroundings);
 }
 
 } // namespace

@@ -10,6 +10,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <optional>
 
 namespace vexroc {
@@ -25,14 +26,54 @@ std::vector<std::string> parseTests(const std::vector<std::string>& lists)
     return tests;
 }
 
+/// The negative values, or all others.
+void parseNegative(const std::string& list, StateChoice& choice)
+{
+    if (list.empty())
+        return;
+    std::vector<ListItem> items = splitItems(list, "--negative");
+    choice.others = std::ranges::any_of(items, [](const ListItem& item) { return item.isWord("others"); });
+    if (choice.others && items.size() > 1)
+        throw usageError("--negative " + inQuotes(list)
+                         + ": the word others stands alone; for the value of that name put it in double quotes");
+    for (std::size_t i = 0; !choice.others && i < items.size(); ++i)
+        choice.negative.push_back(std::move(items[i].text));
+}
+
+StateQuestion parseState(const QuestionOptions& options)
+{
+    StateQuestion state;
+    parseNegative(options.negative, state.choice);
+    std::optional<CutText> cut = splitCut(options.state, "--state");
+    if (cut && !cut->isAssignment) {
+        state.column = std::move(cut->column);
+        state.choice.sign = std::move(cut->sign);
+        state.choice.bound = std::move(cut->bound);
+        return state;
+    }
+    Assignment assignment = splitAssignment(options.state, "--state", "COLUMN=VALUE[,VALUE...], or COLUMN>=NUMBER");
+    state.column = std::move(assignment.column);
+    state.choice.positive = splitList(assignment.values, "--state");
+    if (cut)
+        state.otherwise = {std::move(cut->column), std::move(cut->sign), std::move(cut->bound)};
+    return state;
+}
+
 } // namespace
 
 void addQuestionOptions(CLI::App& command, QuestionOptions& options)
 {
     addInputOptions(command, options.input);
-    command.add_option("--state", options.state, "State column and the value of its positive cases")
-        ->type_name("COLUMN=VALUE")
+    command
+        .add_option("--state", options.state,
+                    "State column and the values of its positive cases; or a side of a number, such as 'grade>=3'")
+        ->type_name("COLUMN=VALUE[,VALUE...]")
         ->required();
+    command
+        .add_option("--negative", options.negative,
+                    "Values of the negative cases; the bare word others: all that are not positive. Needed where the "
+                    "column holds more than two values")
+        ->type_name("VALUE[,VALUE...]");
     command.add_option("--test", options.tests, "Test columns; one list, or the option repeated")
         ->type_name("COLUMN[,COLUMN...]")
         ->allow_extra_args(false)
@@ -71,7 +112,7 @@ Task parseTask(const QuestionOptions& options)
     task.input = parseInput(options.input);
     setAnswer(options.answer, task);
     task.question.input = task.input.place;
-    task.question.state = parseValueChoice(options.state, "--state", 1);
+    task.question.state = parseState(options);
     task.question.tests = parseTests(options.tests);
     task.question.largerIsPositive = !options.smaller;
     task.question.equalIsPositive = !options.exclude;
@@ -87,24 +128,33 @@ void setAnswer(const AnswerOptions& options, Task& task)
     task.tables = options.tables;
 }
 
-ValueChoice parseValueChoice(const std::string& text, const std::string& option, std::size_t count)
+void addGroupOptions(CLI::App& command, GroupOptions& options)
 {
-    const std::string form = count == 2 ? "COLUMN=VALUE,VALUE" : "COLUMN=VALUE";
-    Assignment assignment = splitAssignment(text, option, form);
-    std::vector<std::string> values = parseValues(assignment.values, option);
-    if (values.size() != count)
-        throw usageError(option + " " + inQuotes(text) + ": expected " + form
-                         + "; put a value that holds a comma in double quotes");
-    return {std::move(assignment.column), std::move(values)};
+    command
+        .add_option("--group", options.group,
+                    "Column that splits the cases in two groups; its two values need no naming when it holds no more")
+        ->type_name("COLUMN[=VALUE,VALUE]");
+    command.add_option("--select", options.select, "The two values of the group column, in this order")
+        ->type_name("VALUE,VALUE");
 }
 
-std::vector<std::string> parseValues(std::string_view list, const std::string& option)
+Grouping parseGroup(const GroupOptions& options)
 {
-    std::vector<std::string> values = splitList(list, option);
-    for (const std::string& value : values)
-        if (isMissingWord(value))
-            throw usageError(option + ": " + inQuotes(value) + " stands for a missing value and cannot be chosen");
-    return values;
+    Assignment assignment = splitColumn(options.group, "--group");
+    if (!assignment.values.empty() && !options.select.empty())
+        throw usageError("--select and the values behind --group both name the two groups: give one of them");
+    Grouping grouping{.column = std::move(assignment.column)};
+    const std::string_view list = assignment.values.empty() ? options.select : assignment.values;
+    if (list.empty())
+        return grouping;
+    const std::string option = options.select.empty() ? "--group" : "--select";
+    grouping.by = Grouping::By::selected;
+    grouping.selected = splitList(list, option);
+    if (grouping.selected.size() != 2)
+        throw usageError(option + " " + inQuotes(options.select.empty() ? options.group : options.select)
+                         + ": expected two values, such as female,male; put a value that holds a comma in double "
+                           "quotes");
+    return grouping;
 }
 
 void setInference(const InferenceOptions& options, Question& question)
@@ -116,30 +166,33 @@ void setInference(const InferenceOptions& options, Question& question)
     question.biNegative = options.biNegative;
 }
 
-Results answer(const Task& task, const Surroundings& surroundings)
+Results answer(Task& task, const Surroundings& surroundings)
 {
+    task.question.call = surroundings.call;
     // Nothing is there to tidy up while the data are read: until then, an interrupt just ends the program.
     const DataTable table = readTable(task.input, surroundings, task.question.columns());
+    task.question.settleState(table);
     AnalysisWatch watch(surroundings, table.rows);
     Results results = study(table, task.question, watch.watch());
     watch.requireNotCancelled();
+    results.labels->addRemarks(task.remarks.handle());
     return results;
 }
 
 Report reportOf(const Task& task, const Document& document, const Surroundings& surroundings)
 {
-    Report report{.text = spelled(document, task.form, task.output.empty() ? surroundings.lineWidth : usualLineWidth),
+    Report report{.text = spelled(document, task.remarks, task.form,
+                                  task.output.empty() ? surroundings.lineWidth : usualLineWidth),
                   .file = task.output,
                   .folder = task.tables,
-                  .notes = document.notes};
+                  .notes = task.remarks.notes(),
+                  .cautions = task.remarks.cautions()};
     for (const Document::Part& part : document.parts) {
         if (task.tables.empty())
             break;
         report.tables.push_back({std::string(part.member), ""});
         writeCsv(part.table, report.tables.back().csv);
     }
-    for (const RunMessage& warning : document.warnings)
-        report.warnings.push_back(warning.line());
     return report;
 }
 

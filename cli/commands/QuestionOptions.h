@@ -4,6 +4,7 @@
 #include "cli/commands/Report.h"
 #include "cli/output/Document.h"
 #include "cli/study/Question.h"
+#include "cli/study/Remarks.h"
 #include "cli/study/Study.h"
 #include "cli/system/Surroundings.h"
 
@@ -34,6 +35,7 @@ struct InferenceOptions {
 struct QuestionOptions {
     InputOptions input;
     std::string state;
+    std::string negative;
     std::vector<std::string> tests;
     AnswerOptions answer;
     bool smaller = false;
@@ -51,22 +53,28 @@ struct Task {
     DocumentForm form = DocumentForm::text;
     std::string output = {}; ///< file of the answer; empty for standard output
     std::string tables = {}; ///< folder of the tables as CSV; empty for none
+    Remarks remarks = {};    ///< what there is to say beside it
 };
 
 /// The task behind the options, checked as far as it can be without the data. Throws a usage error that names the
 /// option at fault.
 Task parseTask(const QuestionOptions& options);
 void setAnswer(const AnswerOptions& options, Task& task);
-/// COLUMN=VALUE[,VALUE...] with exactly `count` values that can occur in a column.
-ValueChoice parseValueChoice(const std::string& text, const std::string& option, std::size_t count);
-/// VALUE[,VALUE...], each a value that can occur in a column.
-std::vector<std::string> parseValues(std::string_view list, const std::string& option);
+/// Two groups of cases, as typed: a column, with or without the two of its values that are meant.
+struct GroupOptions {
+    std::string group;
+    std::string select;
+};
+void addGroupOptions(CLI::App& command, GroupOptions& options);
+/// The group is there. Throws a usage error for other than two values, or for values that are given twice.
+Grouping parseGroup(const GroupOptions& options);
 /// Throws a usage error for a confidence level outside (0, 1).
 void setInference(const InferenceOptions& options, Question& question);
 
-/// Reads the columns of the question and studies them; progress is told, and an interrupt ends it.
-Results answer(const Task& task, const Surroundings& surroundings);
-/// The document in the form of the task, and its tables for their folder, with its notes and warnings.
+/// Reads the columns of the question, which then is settled, studies them, and remarks on their labels; progress is
+/// told, and an interrupt ends it.
+Results answer(Task& task, const Surroundings& surroundings);
+/// The document in the form of the task, and its tables for their folder, with its notes and cautions.
 Report reportOf(const Task& task, const Document& document, const Surroundings& surroundings);
 
 } // namespace vexroc

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "cli/study/Remarks.h"
+
 #include <string>
 #include <vector>
 
@@ -19,9 +21,9 @@ struct Report {
     };
     std::string folder = {}; ///< of the tables; empty where none is asked for
     std::vector<Table> tables = {};
-    // For standard error, one line each, already visible text.
-    std::vector<std::string> notes = {};
-    std::vector<std::string> warnings = {};
+    // For standard error.
+    std::vector<Remark> notes = {};
+    std::vector<Remark> cautions = {};
     std::string error = {}; ///< why the analysis came to no result; the program then ends with exitNoResult
 
     /// The tables as files of their folder. Throws an output error where that holds tables of another answer.

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <limits>
+#include <memory>
 #include <string>
 #include <unordered_set>
 #include <vector>
@@ -17,7 +18,7 @@ namespace vexroc {
 class ColumnFacts {
 public:
     explicit ColumnFacts(std::string name) : name_(std::move(name)) {}
-    void take(const Cell& cell, char decimal);
+    void take(const Cell& cell, const NumberForm& form, const MissingWords& words);
     /// Makes what was taken a set of distinct values.
     void settle();
 
@@ -60,6 +61,8 @@ private:
 /// Looks at all columns of an input and keeps nothing of it but the facts.
 class ColumnSurvey final : public RowSink {
 public:
+    explicit ColumnSurvey(std::shared_ptr<const MissingWords> words) : words_(std::move(words)) {}
+
     std::vector<std::size_t> begin(const InputHeader& header) override;
     bool take(std::size_t column, const Cell& cell) override;
 
@@ -68,8 +71,9 @@ public:
     const std::vector<ColumnFacts>& finish();
 
 private:
+    std::shared_ptr<const MissingWords> words_;
     std::string source_;
-    char decimal_ = '.';
+    NumberForm form_;
     std::vector<ColumnFacts> columns_;
 };
 

@@ -51,8 +51,9 @@ void CommandLine::addGeneralOptions()
     app_.get_option("--version")->group("General options")->configurable(false);
     app_.config_formatter(std::make_shared<ConfigFile>(app_));
     app_.set_config("--config", "", "File of options, for what the arguments do not say")->type_name("FILE");
-    app_.add_flag("--quiet", messages_.quiet, "No notes, warnings and progress; errors only");
-    app_.add_flag("--strict", messages_.strict, "A warning ends the program with exit code 1");
+    app_.add_flag("--quiet", messages_.quiet, "No notes and progress; cautions and errors only");
+    app_.add_flag("--strict", messages_.strict,
+                  "A caution, or a result that is missing, ends the program with exit code 1");
     addChoice(app_, "--progress", progress_, {"auto", "never", "always"}, "When progress is told on standard error");
     app_.option_defaults()->group("Options"); // of the commands
 }

@@ -18,7 +18,7 @@ enum class ProgressMode {
 
 /// The options about what is said beside the results.
 struct MessageOptions {
-    bool quiet = false;  ///< neither notes, warnings nor progress
+    bool quiet = false;  ///< neither notes nor progress
     bool strict = false; ///< a warning becomes exitNoResult
     ProgressMode progress = ProgressMode::automatic;
 };

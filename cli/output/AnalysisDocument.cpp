@@ -1,12 +1,10 @@
 #include "cli/output/Documents.h"
 #include "cli/output/questionWords.h"
 #include "cli/output/resultTables.h"
-#include "cli/study/Remarks.h"
 #include "cli/words/VisibleText.h"
 
 #include <algorithm>
 #include <array>
-#include <iterator>
 
 namespace vexroc {
 
@@ -140,9 +138,9 @@ Table bestCutOffTable(const Analysis& analysis)
     });
 }
 
-std::vector<std::string> headingOf(const Question& question)
+std::vector<std::string> headingOf(const Question& question, const CaseLabels& labels)
 {
-    std::vector<std::string> lines{"ROC analysis", questionHeading(question)};
+    std::vector<std::string> lines{"ROC analysis", questionHeading(question, labels)};
     if (!question.by.empty())
         lines.push_back("One analysis by value of " + visible(question.by));
     if (isWeighted(question))
@@ -154,9 +152,9 @@ std::vector<std::string> headingOf(const Question& question)
     return lines;
 }
 
-std::vector<Fact> factsOf(const Question& question)
+std::vector<Fact> factsOf(const Question& question, const CaseLabels& labels)
 {
-    std::vector<Fact> facts = questionFacts(question);
+    std::vector<Fact> facts = questionFacts(question, labels);
     if (question.grouping)
         facts.emplace_back("group", question.grouping->column);
     if (!question.by.empty())
@@ -170,41 +168,6 @@ std::vector<Fact> factsOf(const Question& question)
     return facts;
 }
 
-void addTestNotes(const Question& question, const Area& area, std::vector<std::string>& notes)
-{
-    const std::string subject = visible(area.test) + (area.group.empty() ? "" : " where " + visible(area.group));
-    addAreaNotes(subject, area, notes);
-    addAreaCautions(subject, area, question.largerIsPositive, notes);
-    const std::optional<std::string> reason = reasonWithoutCurve(area.positive, area.negative);
-    if (reason && area.positive > 0 && area.negative > 0 && question.rocCurve)
-        notes.push_back(subject + ": no curve: " + *reason);
-}
-
-std::vector<std::string> notesOf(const Question& question, const Results& results)
-{
-    if (results.failure)
-        return {rowNote(results.rows)};
-    std::vector<std::string> notes;
-    if (const long long rounded = results.rows.roundedWeights; rounded > 0)
-        notes.push_back("weights that are not whole numbers, rounded with halves up: " + std::to_string(rounded));
-    for (const TestResult& test : results.tests)
-        addTestNotes(question, test.area, notes);
-    return notes;
-}
-
-/// What is said of the results of one value, behind its name where there are several.
-void addWords(const Question& question, const ValueResults& value, Document& document)
-{
-    const bool one = question.by.empty();
-    const std::string subject = one ? "" : visible(question.by) + " = " + visible(value.value) + ": ";
-    for (const std::string& note : notesOf(question, value.results))
-        document.notes.push_back(subject + note);
-    for (const auto& [code, name, sentence] : value.results.warnings)
-        document.warnings.push_back({code, name, subject + sentence});
-    if (const auto& failure = value.results.failure; failure && !one)
-        document.warnings.push_back({failure->code, failure->name, subject + "no result: " + failure->sentence});
-}
-
 bool anyValue(const Analysis& analysis, auto holds)
 {
     return std::ranges::any_of(analysis.values, [&](const ValueResults& value) { return holds(value.results); });
@@ -212,9 +175,14 @@ bool anyValue(const Analysis& analysis, auto holds)
 
 } // namespace
 
+bool Analysis::anyResult() const
+{
+    return anyValue(*this, [](const Results& results) { return !results.failure; });
+}
+
 std::optional<RunMessage> Analysis::failure() const
 {
-    if (values.empty() || anyValue(*this, [](const Results& results) { return !results.failure; }))
+    if (values.empty() || anyResult())
         return std::nullopt;
     const RunMessage& last = *values.back().results.failure;
     return question.by.empty()
@@ -233,22 +201,17 @@ long long Analysis::cases(long long RowCounts::*state) const
 Document analysisDocument(const Analysis& analysis)
 {
     const Question& question = analysis.question;
-    Document document{.command = "analyze", .heading = headingOf(question), .question = factsOf(question)};
+    Document document{.command = "analyze",
+                      .heading = headingOf(question, *analysis.labels),
+                      .question = factsOf(question, *analysis.labels)};
     document.parts.push_back({"cases", "Cases", caseTable(analysis)});
     if (anyValue(analysis, [](const Results& results) { return !results.tests.empty(); }))
         document.parts.push_back({"areas", "Areas under the ROC curves", areaTable(analysis)});
     if (anyValue(analysis, [](const Results& results) { return !results.differences.empty(); }))
         document.parts.push_back(comparisonPart(analysis));
-    if (analysis.bestTable && anyValue(analysis, [](const Results& results) { return !results.failure; }))
+    if (analysis.bestTable && analysis.anyResult())
         document.parts.push_back({"best_cut_offs", "Best cut-offs by Youden's index: sensitivity + specificity - 1",
                                   bestCutOffTable(analysis)});
-    document.notes = analysis.notesBefore;
-    for (const ValueResults& value : analysis.values)
-        addWords(question, value, document);
-    std::ranges::copy(analysis.notesAfter, std::back_inserter(document.notes));
-    if (analysis.missing > 0)
-        document.notes.push_back("rows with a missing " + inQuotes(question.by)
-                                 + ", in no analysis: " + std::to_string(analysis.missing));
     return document;
 }
 

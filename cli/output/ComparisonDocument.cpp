@@ -1,7 +1,6 @@
 #include "cli/output/Documents.h"
 #include "cli/output/questionWords.h"
 #include "cli/output/resultTables.h"
-#include "cli/study/Remarks.h"
 #include "cli/words/VisibleText.h"
 
 namespace vexroc {
@@ -11,27 +10,15 @@ namespace {
 Document pairedDocument(const Question& question, const Results& results)
 {
     Document document{.command = "compare",
-                      .heading = {"Areas under the ROC curves of the same cases, compared", questionHeading(question),
-                                  pairedErrorHeading(question.level)},
-                      .question = questionFacts(question)};
+                      .heading = {"Areas under the ROC curves of the same cases, compared",
+                                  questionHeading(question, *results.labels), pairedErrorHeading(question.level)},
+                      .question = questionFacts(question, *results.labels)};
     addInference(document.question, pairedErrorWord, question.level);
     TableMaker table(question, comparisonColumns(question, true));
-    for (const Difference& d : results.differences) {
-        addComparison(question, d, table);
-        const std::string subject = visible(d.first.test) + " and " + visible(d.second.test);
-        addAreaNotes(subject, d.first, document.notes);
-        addDifferenceCautions(subject, d, document.notes);
-    }
+    for (const Difference& difference : results.differences)
+        addComparison(question, difference, table);
     document.parts.push_back({"comparisons", "", table.take()});
     return document;
-}
-
-void addGroupNotes(const Question& question, const Area& area, std::vector<std::string>& notes)
-{
-    const std::string subject = visible(area.test) + " where " + visible(area.group);
-    addAreaNotes(subject, area, notes);
-    if (question.biNegative)
-        addBiNegativeNotes(subject, area, notes);
 }
 
 Document groupDocument(const Question& question, const Results& results)
@@ -40,19 +27,14 @@ Document groupDocument(const Question& question, const Results& results)
     Document document{.command = "compare",
                       .heading = {"Areas under the ROC curves of two independent groups, compared",
                                   "Groups: 1, " + visible(any.first.group) + "; 2, " + visible(any.second.group),
-                                  questionHeading(question), standardErrorHeading(question.biNegative, question.level)},
-                      .question = questionFacts(question)};
+                                  questionHeading(question, *results.labels),
+                                  standardErrorHeading(question.biNegative, question.level)},
+                      .question = questionFacts(question, *results.labels)};
     document.question.emplace_back("group", question.grouping->column);
     addInference(document.question, standardErrorWord(question.biNegative), question.level);
     TableMaker table(question, comparisonColumns(question, true));
-    for (const Difference& d : results.differences) {
-        addComparison(question, d, table);
-        addGroupNotes(question, d.first, document.notes);
-        addGroupNotes(question, d.second, document.notes);
-        addDifferenceCautions(visible(d.first.test), d, document.notes);
-    }
-    if (const long long others = results.rows.otherGroup; others > 0)
-        document.notes.push_back("rows in neither group, not part of the analysis: " + std::to_string(others));
+    for (const Difference& difference : results.differences)
+        addComparison(question, difference, table);
     document.parts.push_back({"comparisons", "", table.take()});
     return document;
 }

@@ -1,8 +1,6 @@
 #include "cli/output/Documents.h"
 #include "cli/output/questionWords.h"
 #include "cli/output/resultTables.h"
-#include "cli/study/Remarks.h"
-#include "cli/words/VisibleText.h"
 
 #include <array>
 
@@ -23,9 +21,8 @@ constexpr std::array precisionRecallColumns{testColumn, cutOffColumn, recallColu
 Document pointsDocument(const Question& question, const Results& results, std::string_view command,
                         std::vector<std::string> heading, Table points)
 {
-    Document document{.command = command, .heading = std::move(heading), .question = questionFacts(question)};
-    for (const TestResult& test : results.tests)
-        addCurveNotes(visible(test.area.test), test.area, document.notes);
+    Document document{
+        .command = command, .heading = std::move(heading), .question = questionFacts(question, *results.labels)};
     document.parts.push_back({"points", "", std::move(points)});
     return document;
 }
@@ -40,7 +37,8 @@ Document curveDocument(const Question& question, const Results& results)
             const CutOff point = test.roc.at(i);
             table.addRow({test.area.test, cutOffCell(test, point), 1.0 - point.specificity, point.sensitivity});
         }
-    return pointsDocument(question, results, "curve", {"ROC curve", questionHeading(question)}, std::move(table));
+    return pointsDocument(question, results, "curve", {"ROC curve", questionHeading(question, *results.labels)},
+                          std::move(table));
 }
 
 Document precisionRecallDocument(const Question& question, const Results& results)
@@ -53,10 +51,10 @@ Document precisionRecallDocument(const Question& question, const Results& result
             table.addRow({test.area.test, precisionRecallCutOff(test, i), curve.recall[i], curve.precision[i],
                           double(curve.interpolated[i])});
     }
-    Document document = pointsDocument(
-        question, results, "pr",
-        {"Precision-recall curve", questionHeading(question), std::string("Interpolation: ") + interpolation},
-        std::move(table));
+    Document document = pointsDocument(question, results, "pr",
+                                       {"Precision-recall curve", questionHeading(question, *results.labels),
+                                        std::string("Interpolation: ") + interpolation},
+                                       std::move(table));
     document.question.emplace_back("interpolation", interpolation);
     return document;
 }

@@ -7,8 +7,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include <functional>
-
 namespace vexroc {
 
 namespace {
@@ -44,17 +42,16 @@ nlohmann::ordered_json questionOf(const Document& document)
     return question;
 }
 
-/// Remarks, each with its code, how often it was made, and its text.
-nlohmann::ordered_json remarksOf(const auto& remarks, const char* code, auto textOf)
+nlohmann::ordered_json listOf(const std::vector<Remark>& remarks)
 {
     nlohmann::ordered_json list = nlohmann::ordered_json::array();
-    for (const auto& remark : remarks)
-        list.push_back({{"code", code}, {"count", 1}, {"text", std::invoke(textOf, remark)}});
+    for (const auto& [code, count, text] : remarks)
+        list.push_back({{"code", code}, {"count", count}, {"text", text}});
     return list;
 }
 
 /// The tables are written row by row instead of as a tree: a curve has millions of points.
-std::string jsonOf(const Document& document)
+std::string jsonOf(const Document& document, const Remarks& remarks)
 {
     std::string text = "{\n\"schema_version\": 2,\n\"program\": ";
     text += json::dump({{"name", "vexroc"}, {"version", programVersion}});
@@ -65,9 +62,8 @@ std::string jsonOf(const Document& document)
         text.append(std::exchange(separator, ",\n")) += json::string(part.member) + ": ";
         writeJson(part.table, text);
     }
-    text += "\n},\n\"notes\": " + json::dump(remarksOf(document.notes, "note", std::identity()));
-    return text + ",\n\"cautions\": " + json::dump(remarksOf(document.warnings, "caution", &RunMessage::sentence))
-        + "\n}\n";
+    text += "\n},\n\"notes\": " + json::dump(listOf(remarks.notes()));
+    return text + ",\n\"cautions\": " + json::dump(listOf(remarks.cautions())) + "\n}\n";
 }
 
 } // namespace
@@ -78,11 +74,11 @@ Failure severalTables()
                       "file of its own as CSV, --format json holds all");
 }
 
-std::string spelled(const Document& document, DocumentForm form, std::size_t width)
+std::string spelled(const Document& document, const Remarks& remarks, DocumentForm form, std::size_t width)
 {
     switch (form) {
     case DocumentForm::csv: return csvOf(document);
-    case DocumentForm::json: return jsonOf(document);
+    case DocumentForm::json: return jsonOf(document, remarks);
     case DocumentForm::text: break;
     }
     return textOf(document, width);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/output/Table.h"
-#include "cli/study/Results.h"
+#include "cli/study/Remarks.h"
 #include "cli/words/Failure.h"
 
 #include <string>
@@ -29,16 +29,13 @@ struct Document {
     std::vector<std::string> heading; ///< lines for people
     std::vector<Fact> question;       ///< the same for programs
     std::vector<Part> parts = {};
-    // For people, each a line of visible text.
-    std::vector<std::string> notes = {};
-    std::vector<RunMessage> warnings = {};
 };
 
 /// The usage error for several tables as CSV.
 Failure severalTables();
 
 /// Heading and tables for people in lines of so many places, the table as CSV, or one JSON document with the notes and
-/// warnings. Throws a usage error for several tables as CSV.
-std::string spelled(const Document& document, DocumentForm form, std::size_t width);
+/// cautions. Throws a usage error for several tables as CSV.
+std::string spelled(const Document& document, const Remarks& remarks, DocumentForm form, std::size_t width);
 
 } // namespace vexroc

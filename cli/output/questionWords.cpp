@@ -6,19 +6,78 @@
 
 namespace vexroc {
 
-std::string questionHeading(const Question& question)
+namespace {
+
+/// The values of a state as they are spelled first.
+std::vector<std::string> valuesOf(const CaseLabels& labels, vexroc_state state)
 {
-    return "Positive: " + visible(question.state.column) + " = " + visible(question.state.values.front()) + "; "
-        + question.positiveEnd() + " values are more positive";
+    std::vector<std::string> texts;
+    for (const ColumnLabels::Value& value : labels.state().values())
+        if (value.state == state)
+            texts.push_back(value.text);
+    return texts;
 }
 
-std::vector<Fact> questionFacts(const Question& question)
+/// "malignant (212), suspect (3)", with the rows that hold them.
+std::string withRows(const CaseLabels& labels, vexroc_state state)
 {
-    return {{"input", question.input},
-            {"state", question.state.column},
-            {"positive", std::vector<std::string>{question.state.values.front()}},
-            {"more_positive", question.positiveEnd()},
-            {"equal_to_cut_off", question.equalIsPositive ? "positive" : "negative"}};
+    constexpr int most = 5;
+    std::string list;
+    int count = 0;
+    for (const ColumnLabels::Value& value : labels.state().values())
+        if (value.state == state && ++count <= most)
+            list += (list.empty() ? "" : ", ") + visible(value.text) + " (" + std::to_string(value.rows) + ')';
+    return count > most ? list + " and " + std::to_string(count - most) + " more" : list;
+}
+
+std::string rowsOf(const CaseLabels& labels, vexroc_state state)
+{
+    long long rows = 0;
+    for (const ColumnLabels::Value& value : labels.state().values())
+        rows += value.state == state ? value.rows : 0;
+    return " (" + std::to_string(rows) + ')';
+}
+
+/// "Positive: grade >= 3 (12); negative: grade < 3 (24)".
+std::string cutHeading(const StateQuestion& state, const CaseLabels& labels)
+{
+    const std::string& sign = state.choice.sign;
+    const std::string otherSign = sign == ">=" ? "<" : sign == ">" ? "<=" : sign == "<=" ? ">" : ">=";
+    const auto side = [&](const std::string& s) { return visible(state.column + ' ' + s + ' ' + state.choice.bound); };
+    return "Positive: " + side(sign) + rowsOf(labels, VEXROC_STATE_POSITIVE) + "; negative: " + side(otherSign)
+        + rowsOf(labels, VEXROC_STATE_NEGATIVE);
+}
+
+std::string statesHeading(const StateQuestion& state, const CaseLabels& labels)
+{
+    if (!state.choice.sign.empty())
+        return cutHeading(state, labels);
+    const std::string negative = withRows(labels, VEXROC_STATE_NEGATIVE);
+    const std::string others = withRows(labels, VEXROC_STATE_OTHER);
+    return "Positive: " + visible(state.column) + " = " + withRows(labels, VEXROC_STATE_POSITIVE)
+        + "; negative: " + (negative.empty() ? "none" : negative) + (others.empty() ? "" : "; left out: " + others);
+}
+
+} // namespace
+
+std::string questionHeading(const Question& question, const CaseLabels& labels)
+{
+    return statesHeading(question.state, labels) + "; " + question.positiveEnd() + " values are more positive";
+}
+
+std::vector<Fact> questionFacts(const Question& question, const CaseLabels& labels)
+{
+    const StateChoice& choice = question.state.choice;
+    std::vector<Fact> facts{{"input", question.input}, {"state", question.state.column}};
+    if (choice.sign.empty()) {
+        facts.emplace_back("positive", valuesOf(labels, VEXROC_STATE_POSITIVE));
+        facts.emplace_back("negative", valuesOf(labels, VEXROC_STATE_NEGATIVE));
+    } else {
+        facts.emplace_back("state_cut", choice.sign + choice.bound);
+    }
+    facts.emplace_back("more_positive", question.positiveEnd());
+    facts.emplace_back("equal_to_cut_off", question.equalIsPositive ? "positive" : "negative");
+    return facts;
 }
 
 void addInference(std::vector<Fact>& facts, const char* standardError, double level)

@@ -10,7 +10,7 @@ namespace vexroc {
 
 // The parts of a question as documents say them.
 
-std::vector<Fact> questionFacts(const Question& question);
+std::vector<Fact> questionFacts(const Question& question, const CaseLabels& labels);
 /// Adds which standard error and which confidence level the results have.
 void addInference(std::vector<Fact>& facts, const char* standardError, double level);
 /// The word for programs: "nonparametric" or "bi-negative exponential".

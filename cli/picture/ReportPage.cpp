@@ -79,13 +79,13 @@ std::string legend(const Drawing& drawing)
     return html + "</tbody>\n</table></div>\n";
 }
 
-std::string list(const char* title, const std::vector<std::string>& lines)
+std::string list(const char* title, const std::vector<Remark>& remarks)
 {
-    if (lines.empty())
+    if (remarks.empty())
         return "";
     std::string html = std::string("<h2>") + title + "</h2>\n<ul>\n";
-    for (const std::string& line : lines)
-        html += "<li>" + htmlText(line) + "</li>\n";
+    for (const Remark& remark : remarks)
+        html += "<li>" + htmlText(remark.text) + "</li>\n";
     return html + "</ul>\n";
 }
 
@@ -100,7 +100,7 @@ std::string ReportPage::html() const
     for (const std::string& note : drawing.notes)
         page += "<p class=\"note\">" + htmlText(note) + ".</p>\n";
     page += tables;
-    page += list("Warnings", warnings) + list("Notes", notes) + "<h2>How this page was made</h2>\n<pre>"
+    page += list("Cautions", cautions) + list("Notes", notes) + "<h2>How this page was made</h2>\n<pre>"
         + htmlText(command) + "</pre>\n<p>vexroc " + htmlText(version) + "</p>\n</main>\n"
         + "<div id=\"tip\" role=\"status\" hidden></div>\n<script>";
     return page.append(pageScript.text) + "</script>\n</body>\n</html>\n";

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/picture/DrawnCurve.h"
+#include "cli/study/Remarks.h"
 
 #include <string>
 #include <string_view>
@@ -17,8 +18,8 @@ struct ReportPage {
     const std::vector<std::string>& heading; ///< its first line is the title
     const Drawing& drawing;
     std::string_view tables; ///< as HTML
-    const std::vector<std::string>& warnings;
-    const std::vector<std::string>& notes;
+    const std::vector<Remark>& cautions;
+    const std::vector<Remark>& notes;
 
     [[nodiscard]] std::string html() const;
 

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "cli/study/ColumnLabels.h"
 #include "cli/study/DataTable.h"
-#include "cli/study/ValueChoice.h"
+#include "cli/words/CallLine.h"
 
 #include <optional>
 #include <string>
@@ -21,6 +22,21 @@ struct Grouping {
     By by = By::twoValues;
     std::vector<std::string> selected = {}; ///< two for By::selected
     double cut = 0.0;                       ///< for By::cut
+
+    [[nodiscard]] bool isOfWords() const noexcept { return by == By::twoValues || by == By::selected; }
+};
+
+/// The state column, and which of its values are positive and negative.
+struct StateQuestion {
+    std::string column;
+    StateChoice choice;
+    /// What "grade>=3" may mean as well: a column grade, cut at 3. It holds where there is no column `column`.
+    struct Cut {
+        std::string column;
+        std::string sign;
+        std::string bound;
+    };
+    std::optional<Cut> otherwise = {};
 };
 
 enum class Comparison {
@@ -38,8 +54,9 @@ enum class CaseRule {
 
 /// What is asked of a table, whichever command asks it.
 struct Question {
-    std::string input;              ///< where the data are, as the user calls it
-    ValueChoice state;              ///< one value: that of the positive cases
+    std::string input;          ///< where the data are, as the user calls it
+    CallLine call = CallLine(); ///< how it is asked, for messages
+    StateQuestion state;
     std::vector<std::string> tests; ///< as named, repeats included
     std::optional<Grouping> grouping;
     std::string weight; ///< column; empty for none
@@ -59,6 +76,8 @@ struct Question {
 
     /// The columns to read, of the tests those that are named.
     [[nodiscard]] std::vector<ColumnRequest> columns() const;
+    /// Settles what the state is, once the columns are read.
+    void settleState(const DataTable& table);
     /// "larger" or "smaller": which test values are more positive.
     [[nodiscard]] const char* positiveEnd() const noexcept { return largerIsPositive ? "larger" : "smaller"; }
 };

@@ -1,108 +1,119 @@
 #include "cli/study/Remarks.h"
 
+#include "cli/words/Failure.h"
 #include "cli/words/VisibleText.h"
+#include "vexrocproc/analysis.h"
 
-#include <cmath>
+#include <algorithm>
 #include <utility>
 
 namespace vexroc {
 
 namespace {
 
-std::string counted(long long count, const char* singular, const char* plural)
+void require(int result)
 {
-    return std::to_string(count) + ' ' + (count == 1 ? singular : plural);
+    if (result != VEXROC_OK)
+        throw analysisError(vexroc_last_error());
 }
 
-/// Why no curve and no area exist; nothing when both states occur.
-std::optional<std::string> missingState(long long positive, long long negative)
+/// Without area, error and interval: nothing is said of these.
+vexroc_area_facts casesOf(const Area& area)
 {
-    if (positive > 0 && negative > 0)
-        return std::nullopt;
-    const std::string needed = "; positive and negative cases are needed";
-    if (positive + negative == 0)
-        return "no case is left" + needed;
-    return "every case is " + std::string(positive > 0 ? "positive" : "negative") + needed;
+    vexroc_area_facts facts{};
+    facts.struct_size = sizeof facts;
+    facts.positive = area.positive;
+    facts.negative = area.negative;
+    facts.area = facts.std_error = facts.lower = facts.upper = notComputed;
+    facts.smaller_is_positive = area.largerIsPositive ? 0 : 1;
+    facts.distinct_values = area.distinctValues;
+    facts.ties = area.ties ? 1 : 0;
+    facts.test = area.test.c_str();
+    return facts;
 }
 
 } // namespace
 
+void Remarks::Free::operator()(vexroc_remarks* list) const noexcept { vexroc_remarks_free(list); }
+
+Remarks::Remarks()
+{
+    vexroc_remarks* list = nullptr;
+    require(vexroc_remarks_new(VEXROC_VOICE_PROGRAM, &list));
+    list_.reset(list);
+}
+
+void Remarks::add(const char* code, const std::string& subject, const std::string& detail)
+{
+    require(vexroc_remarks_add(handle(), code, subject.c_str(), detail.c_str()));
+}
+
+void Remarks::addArea(const std::string& prefix, const Area& area, bool intervalShown)
+{
+    vexroc_area_facts facts = casesOf(area);
+    facts.area = area.area;
+    facts.std_error = area.stdError;
+    // An interval that nobody sees may still lie below one half.
+    facts.lower = intervalShown ? area.lower : std::max(area.lower, 0.0);
+    facts.upper = intervalShown ? area.upper : std::min(area.upper, 1.0);
+    require(vexroc_remarks_area(handle(), (prefix + subjectOf(area)).c_str(), &facts));
+}
+
+void Remarks::addCases(const std::string& prefix, const Area& area)
+{
+    vexroc_area_facts facts = casesOf(area);
+    facts.ties = 0; // count in areas alone
+    require(vexroc_remarks_area(handle(), (prefix + subjectOf(area)).c_str(), &facts));
+}
+
+void Remarks::addDifference(const std::string& subject, const Difference& difference)
+{
+    require(vexroc_remarks_difference(handle(), subject.c_str(), difference.difference, difference.stdError));
+}
+
+void Remarks::addComparisons(const std::string& subject, std::size_t count)
+{
+    require(vexroc_remarks_comparisons(handle(), subject.c_str(), static_cast<long long>(count)));
+}
+
+std::vector<Remark> Remarks::linesOf(bool caution) const
+{
+    std::vector<Remark> lines;
+    for (int i = 0; i < vexroc_remarks_count(list_.get()); ++i) {
+        vexroc_remark remark{};
+        remark.struct_size = sizeof remark;
+        require(vexroc_remarks_get(list_.get(), i, &remark));
+        if ((remark.caution != 0) == caution)
+            lines.push_back({remark.code, remark.count, visible(remark.text)});
+    }
+    return lines;
+}
+
+std::string subjectOf(const Area& area) { return area.test + (area.group.empty() ? "" : " where " + area.group); }
+
+std::string subjectOf(const Difference& difference)
+{
+    const auto& [first, second] = std::pair(difference.first.test, difference.second.test);
+    return first == second ? first : first + " and " + second;
+}
+
 std::vector<std::pair<std::string, long long>> RowCounts::reasons() const
 {
     std::vector<std::pair<std::string, long long>> reasons{
-        {"missing state", missingState},  {"missing group", missingGroup},     {"missing weight", missingWeight},
-        {"in neither group", otherGroup}, {"unusable weight", unusableWeight}, {"missing test", incomplete}};
+        {"missing state", missingState},   {"other state", otherState},      {"missing group", missingGroup},
+        {"missing weight", missingWeight}, {"in neither group", otherGroup}, {"unusable weight", unusableWeight},
+        {"missing test", incomplete}};
     std::erase_if(reasons, [](const auto& reason) { return reason.second == 0; });
     return reasons;
 }
 
-std::optional<std::string> reasonWithoutCurve(long long positive, long long negative)
+std::string leftOutDetail(const RowCounts& rows)
 {
-    constexpr int fewestCases = 3;
-    if (std::optional<std::string> reason = missingState(positive, negative))
-        return reason;
-    if (positive + negative < fewestCases)
-        return "at least " + std::to_string(fewestCases) + " cases are needed";
-    return std::nullopt;
-}
-
-void addCurveNotes(const std::string& subject, const Area& area, std::vector<std::string>& notes)
-{
-    std::string note = subject + ": " + std::to_string(area.positive) + " positive and "
-        + counted(area.negative, "negative case", "negative cases") + ", " + counted(area.leftOut, "row", "rows")
-        + " left out";
-    if (const std::optional<std::string> reason = reasonWithoutCurve(area.positive, area.negative))
-        note += "; no curve: " + *reason;
-    notes.push_back(note);
-}
-
-void addAreaNotes(const std::string& subject, const Area& area, std::vector<std::string>& notes)
-{
-    if (const std::optional<std::string> reason = missingState(area.positive, area.negative))
-        notes.push_back(subject + ": no area: " + *reason);
-    else if (!std::isnan(area.area) && std::isnan(area.stdError))
-        notes.push_back(subject + ": no standard error: at least 2 positive and 2 negative cases are needed");
-}
-
-void addAreaCautions(const std::string& subject, const Area& area, bool largerIsPositive,
-                     std::vector<std::string>& notes)
-{
-    constexpr double chance = 0.5;
-    if (area.stdError == 0.0) // exact: complete separation, mostly
-        notes.push_back(subject
-                        + ": the standard error is 0; p value and interval say nothing beyond these cases");
-    else if (area.upper < chance)
-        notes.push_back(subject + ": the area is below 0.5, " + (largerIsPositive ? "smaller" : "larger")
-                        + " values are more positive; "
-                        + (largerIsPositive ? "give --smaller" : "leave out --smaller"));
-}
-
-void addDifferenceCautions(const std::string& subject, const Difference& difference, std::vector<std::string>& notes)
-{
-    if (difference.stdError == 0.0) // exact
-        notes.push_back(subject
-                        + ": the standard error of the difference is 0; p value and interval say nothing "
-                          "beyond these cases");
-}
-
-void addBiNegativeNotes(const std::string& subject, const Area& area, std::vector<std::string>& notes)
-{
-    if (area.positive > 0 && area.negative > 0 && area.positive != area.negative)
-        notes.push_back(subject + ": nonparametric standard error, because --bi-negative needs as many positive as "
-                        + "negative cases (" + std::to_string(area.positive) + " and " + std::to_string(area.negative)
-                        + " here)");
-}
-
-std::string rowNote(const RowCounts& rows)
-{
-    std::string note = counted(rows.read, "row", "rows") + " read, " + std::to_string(rows.leftOut()) + " left out";
-    const char* separator = " (";
+    std::string text = std::to_string(rows.leftOut()) + " of " + std::to_string(rows.read);
+    const char* separator = ": ";
     for (const auto& [reason, count] : rows.reasons())
-        note += std::exchange(separator, ", ") + reason + ": " + std::to_string(count);
-    note += rows.reasons().empty() ? "" : ")";
-    for (const RowCounts::Gap& gap : rows.gaps)
-        note += ", " + inQuotes(gap.test) + " missing in " + std::to_string(gap.rows());
-    return note;
+        text += std::exchange(separator, ", ") + reason + ' ' + std::to_string(count);
+    return text;
 }
 
 } // namespace vexroc

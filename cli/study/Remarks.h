@@ -2,29 +2,57 @@
 
 #include "cli/study/Results.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
+struct vexroc_remarks;
+
 namespace vexroc {
 
-// What is said beside numbers, one line each. `subject` is visible text: a test, a test in a group.
+/// A note or a caution as it is shown: one line, visible text.
+struct Remark {
+    std::string code;
+    long long count; ///< of its subjects
+    std::string text;
+};
 
-/// Why there is no curve of so many cases; nothing when there is one.
-std::optional<std::string> reasonWithoutCurve(long long positive, long long negative);
-/// Says which cases a curve stands on, and why it is empty when it is.
-void addCurveNotes(const std::string& subject, const Area& area, std::vector<std::string>& notes);
-/// Says why an area or its standard error is not there.
-void addAreaNotes(const std::string& subject, const Area& area, std::vector<std::string>& notes);
-/// Says what a reader may overlook: nothing but the sample stands behind an interval without width, and an area clearly
-/// below 0.5 asks for the other direction.
-void addAreaCautions(const std::string& subject, const Area& area, bool largerIsPositive,
-                     std::vector<std::string>& notes);
-/// The same for the difference of two areas.
-void addDifferenceCautions(const std::string& subject, const Difference& difference, std::vector<std::string>& notes);
-/// Says where a standard error is not the bi-negative exponential one that was asked for.
-void addBiNegativeNotes(const std::string& subject, const Area& area, std::vector<std::string>& notes);
-/// "12 rows read, 3 left out (missing state: 3), 'marker' missing in 2"
-std::string rowNote(const RowCounts& rows);
+/// What is said beside the numbers. The program collects what it is about; which rule holds, and the words for it, are
+/// the library's. A subject of a kind that is there already changes nothing.
+class Remarks {
+public:
+    Remarks();
+
+    /// One of the library's codes; docs/remarks.md lists them. Subject and detail are texts as the data spell them.
+    void add(const char* code, const std::string& subject = "", const std::string& detail = "");
+    /// What there is to say of an area that is shown with its error and, perhaps, its interval. `prefix` tells the
+    /// value that the analysis is of.
+    void addArea(const std::string& prefix, const Area& area, bool intervalShown = true);
+    /// What there is to say of the cases alone that an area or a curve is of.
+    void addCases(const std::string& prefix, const Area& area);
+    void addDifference(const std::string& subject, const Difference& difference);
+    void addComparisons(const std::string& subject, std::size_t count);
+
+    [[nodiscard]] std::vector<Remark> notes() const { return linesOf(false); }
+    [[nodiscard]] std::vector<Remark> cautions() const { return linesOf(true); }
+    /// For calls that add to it.
+    [[nodiscard]] vexroc_remarks* handle() noexcept { return list_.get(); }
+
+private:
+    struct Free {
+        void operator()(vexroc_remarks* list) const noexcept;
+    };
+    [[nodiscard]] std::vector<Remark> linesOf(bool caution) const;
+
+    std::unique_ptr<vexroc_remarks, Free> list_;
+};
+
+/// A test, in its group if it has one: "marker where sex = female".
+std::string subjectOf(const Area& area);
+/// "a and b" for two tests, else the test of two groups.
+std::string subjectOf(const Difference& difference);
+/// "3 of 12: missing state 2, missing test 1"
+std::string leftOutDetail(const RowCounts& rows);
 
 } // namespace vexroc

@@ -4,12 +4,15 @@
 #include "host/VexMV.h"
 
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace vexroc {
+
+class CaseLabels;
 
 /// For what cannot be computed, or was not: a NaN.
 constexpr double notComputed = VexCommon_920::VexMV::Missing();
@@ -18,6 +21,7 @@ constexpr double notComputed = VexCommon_920::VexMV::Missing();
 struct RowCounts {
     long long read = 0;
     long long missingState = 0;
+    long long otherState = 0; ///< neither positive nor negative
     long long missingGroup = 0;
     long long missingWeight = 0;
     long long otherGroup = 0;     ///< in neither of the groups
@@ -61,6 +65,9 @@ struct Area {
     double ksMaximum = notComputed; ///< without a curve
     double ksCutOff = notComputed;
     CutOffReading reading = {}; ///< of the cut-offs between the ends
+    int distinctValues = 0; ///< different test values, as far as known: 0 not, 3 for three and more
+    bool ties = false;      ///< positive and negative cases share a test value
+    bool largerIsPositive = true;
 };
 
 /// A cut-off with what it makes of the cases.
@@ -121,13 +128,11 @@ struct Difference {
     double upper = notComputed;
 };
 
-/// A warning of the component in words, or why it came to no result.
+/// Why the component came to no result, in words.
 struct RunMessage {
     int code;
     std::string name;
     std::string sentence; ///< visible text
-
-    [[nodiscard]] std::string line() const { return sentence + " (" + std::to_string(code) + " " + name + ")"; }
 };
 
 /// What one analysis came to.
@@ -135,8 +140,9 @@ struct Results {
     RowCounts rows = {};
     std::vector<TestResult> tests = {};
     std::vector<Difference> differences = {};
-    std::vector<RunMessage> warnings = {};
-    std::optional<RunMessage> failure = {}; ///< why there is no result; then the tests tell their cases at most
+    std::vector<int> warnings = {}; ///< codes of the component
+    std::shared_ptr<const CaseLabels> labels = {}; ///< of the whole table
+    std::optional<RunMessage> failure = {};        ///< why there is no result; then the tests tell their cases at most
 };
 
 /// The results of the rows with one value.

@@ -1,7 +1,7 @@
 #include "cli/study/Run.h"
 
 #include "cli/study/CaseColumns.h"
-#include "cli/study/Warnings.h"
+#include "cli/study/statusInWords.h"
 #include "cli/words/Failure.h"
 #include "cli/words/Numbers.h"
 #include "vexrocproc/ROCStatusCodes.h"
@@ -9,7 +9,6 @@
 
 #include <map>
 #include <memory>
-#include <set>
 
 namespace vexroc {
 
@@ -52,7 +51,7 @@ public:
             throw analysisError(ended == VEXROC_NO_MEMORY ? "not enough memory" : vexroc_last_error());
         Results results{.rows = rowCounts()};
         if (cases_.tests.empty()) {
-            results.failure = failureInWords(ROCALG_920::statusCode::noTestVar);
+            results.failure = statusInWords(ROCALG_920::statusCode::noTestVar);
             return results;
         }
         results.warnings = warnings();
@@ -105,6 +104,7 @@ private:
     void setOptions(Comparison comparison)
     {
         setNumber("confidence_level", question_.level);
+        require(vexroc_analysis_add_negative(handle_.get(), CaseColumns::negativeState));
         setNumber("roc", question_.rocCurve);
         setNumber("pr", question_.precisionRecall);
         setWord("direction", question_.positiveEnd());
@@ -144,6 +144,7 @@ private:
         const auto rows = told<vexroc_rows>(vexroc_analysis_rows);
         RowCounts counts{.read = rows.read,
                          .missingState = rows.missing_state,
+                         .otherState = rows.other_state,
                          .missingGroup = rows.missing_group,
                          .missingWeight = rows.missing_weight,
                          .otherGroup = rows.other_group,
@@ -163,19 +164,12 @@ private:
         return counts;
     }
 
-    [[nodiscard]] std::vector<RunMessage> warnings() const
+    [[nodiscard]] std::vector<int> warnings() const
     {
-        std::vector<RunMessage> warnings;
-        for (int i = 0; i < vexroc_analysis_warning_count(handle_.get()); ++i) {
-            const auto warning = told<vexroc_warning>(vexroc_analysis_warning, i);
-            std::vector<std::string> tests;
-            std::set<int> named;
-            for (const int column : std::span(warning.parameters, static_cast<std::size_t>(warning.parameter_count)))
-                if (named.insert(column).second)
-                    tests.push_back(testOf_.at(column));
-            warnings.push_back(warningInWords(warning.code, warning.name, tests));
-        }
-        return warnings;
+        std::vector<int> codes;
+        for (int i = 0; i < vexroc_analysis_warning_count(handle_.get()); ++i)
+            codes.push_back(told<vexroc_warning>(vexroc_analysis_warning, i).code);
+        return codes;
     }
 
     /// Without a result the tests still tell their cases, unless it takes groups to know them.
@@ -183,7 +177,7 @@ private:
     {
         int code = 0;
         require(vexroc_analysis_status(handle_.get(), &code, nullptr));
-        results.failure = failureInWords(code);
+        results.failure = statusInWords(code);
         if (question_.grouping)
             return;
         std::map<std::string_view, const RowCounts::Gap*> gaps; // there may be tens of thousands of tests
@@ -253,7 +247,10 @@ private:
                                    .upper = record.ci_upper,
                                    .gini = record.gini,
                                    .ksMaximum = hasCurve ? record.ks_maximum : notComputed,
-                                   .ksCutOff = hasCurve ? record.ks_cut_off : notComputed}};
+                                   .ksCutOff = hasCurve ? record.ks_cut_off : notComputed,
+                                   .distinctValues = record.distinct_values,
+                                   .ties = record.ties != 0,
+                                   .largerIsPositive = question_.largerIsPositive}};
         if (question_.points)
             addPoints(index, record, result);
         if (question_.bestCutOffs)

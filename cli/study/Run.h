@@ -18,7 +18,7 @@ struct Watch {
 
 /// The cases of one run of the component, as parallel columns that outlive it; NaN where a value is missing.
 struct RunCases {
-    std::span<const double> state;                ///< 1 positive
+    std::span<const double> state;                ///< 1 positive, 0 negative; others take no part
     std::span<const double> group = {};           ///< empty without groups
     std::span<const double> weight = {};          ///< empty without weights
     std::span<const std::string> groupWords = {}; ///< what codes of the group stand for; empty where it holds numbers

@@ -157,7 +157,9 @@ private:
     struct KnownStates {
         KnownStates(const CaseColumns& columns, const std::vector<std::string>& tests)
         {
-            const auto isUnknown = [](double state) { return std::isnan(state); };
+            const auto isUnknown = [](double state) {
+                return std::isnan(state) || state == CaseColumns::otherState; // exact
+            };
             const bool allKnown = std::ranges::none_of(columns.state(), isUnknown);
             const auto keep = [&](std::span<const double> column) {
                 if (allKnown)
@@ -227,7 +229,7 @@ private:
         return false;
     }
 
-    static Area areaOf(const std::string& test, const auc_res& r)
+    [[nodiscard]] Area areaOf(const std::string& test, const auc_res& r) const
     {
         return {.test = test,
                 .positive = static_cast<long long>(r.posCount),
@@ -236,7 +238,8 @@ private:
                 .stdError = r.stdError,
                 .significance = r.asymptoticSig,
                 .lower = r.ciLower,
-                .upper = r.ciUpper};
+                .upper = r.ciUpper,
+                .largerIsPositive = question_.largerIsPositive};
     }
 
     /// Pairs in the order (0, 1), (0, 2), ... (1, 2), ...
@@ -252,7 +255,6 @@ private:
     std::vector<std::optional<Difference>> differences_;
 };
 
-/// The cases under the rule of the question.
 Results studyCases(const CaseColumns& columns, const Question& question, const Watch& watch)
 {
     switch (question.rule) {
@@ -266,6 +268,17 @@ Results studyCases(const CaseColumns& columns, const Question& question, const W
 }
 
 bool isWholeOrMissing(double value) { return std::isnan(value) || value == std::trunc(value); }
+
+Results study(const DataTable& table, const CaseLabels& labels, const Question& question, const Watch& watch)
+{
+    const CaseColumns columns(table, labels, question);
+    Results results = studyCases(columns, question, watch);
+    for (auto& [area, roc, precisionRecall, best] : results.tests)
+        area.reading = {.largerIsPositive = area.largerIsPositive,
+                        .equalIsPositive = question.equalIsPositive,
+                        .wholeNumbers = std::ranges::all_of(columns.test(area.test), isWholeOrMissing)};
+    return results;
+}
 
 } // namespace
 
@@ -281,22 +294,20 @@ CutOffReading TestResult::readingOf(const CutOff& cutOff) const
 
 Results study(const DataTable& table, const Question& question, const Watch& watch)
 {
-    const CaseColumns columns(table, question);
-    Results results = studyCases(columns, question, watch);
-    for (TestResult& test : results.tests)
-        test.area.reading = {.largerIsPositive = question.largerIsPositive,
-                             .equalIsPositive = question.equalIsPositive,
-                             .wholeNumbers = std::ranges::all_of(columns.test(test.area.test), isWholeOrMissing)};
+    const auto labels = std::make_shared<const CaseLabels>(table, question);
+    Results results = study(table, *labels, question, watch);
+    results.labels = labels;
     return results;
 }
 
 StudyByValue studyByValue(DataTable table, const Question& question, const Watch& watch)
 {
-    const RowsByValue rows(std::move(table), question.by);
-    StudyByValue all{.missing = rows.missing()};
+    const auto labels = std::make_shared<const CaseLabels>(table, question);
+    const RowsByValue rows(std::move(table), *labels->by());
+    StudyByValue all{.missing = rows.missing(), .labels = labels};
     for (std::size_t v = 0; v < rows.values().size(); ++v)
         all.values.push_back(
-            {rows.values()[v], study(rows.rowsOf(v), question, oneOf(watch, v, rows.values().size()))});
+            {rows.values()[v], study(rows.rowsOf(v), *labels, question, oneOf(watch, v, rows.values().size()))});
     return all;
 }
 

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "cli/study/CaseLabels.h"
 #include "cli/study/DataTable.h"
 #include "cli/study/Question.h"
 #include "cli/study/Results.h"
 #include "cli/study/Run.h"
 
+#include <memory>
 #include <vector>
 
 namespace vexroc {
@@ -21,6 +23,7 @@ Results study(const DataTable& table, const Question& question, const Watch& wat
 struct StudyByValue {
     std::vector<ValueResults> values = {}; ///< ascending
     std::size_t missing = 0;               ///< rows without a value, in no analysis
+    std::shared_ptr<const CaseLabels> labels = {};
 };
 /// The same question for the rows of each value of its column `by`.
 StudyByValue studyByValue(DataTable table, const Question& question, const Watch& watch);

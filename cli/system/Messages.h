@@ -5,13 +5,13 @@
 
 namespace vexroc {
 
-/// What the program says to people beside its results: "vexroc: warning: ...", one line each.
+/// What the program says to people beside its results: "vexroc: caution: ...", one line each.
 class Messages {
 public:
     Messages(std::ostream& err, bool colour) : err_(err), colour_(colour) {}
 
     void note(std::string_view text) const { say("note", "36", text); }
-    void warning(std::string_view text) const { say("warning", "33", text); }
+    void caution(std::string_view text) const { say("caution", "33", text); }
     void error(std::string_view text) const { say("error", "1;31", text); }
 
 private:

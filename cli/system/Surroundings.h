@@ -1,10 +1,10 @@
 #pragma once
 
 #include "cli/system/Progress.h"
+#include "cli/words/CallLine.h"
 
 #include <cstddef>
 #include <iosfwd>
-#include <string_view>
 
 namespace vexroc {
 
@@ -14,7 +14,7 @@ constexpr std::size_t usualLineWidth = 80;
 /// What a subcommand may use of its surroundings.
 struct Surroundings {
     std::istream& standardInput;
-    std::string_view command; ///< what was called, as typed in a shell, visible text
+    CallLine call; ///< of the program
     ProgressDisplay progress;
     bool quiet = false;                     ///< errors only
     std::size_t lineWidth = usualLineWidth; ///< of results on standard output

@@ -36,7 +36,7 @@ typedef struct vexroc_remark {
     size_t struct_size;
     const char* code; /**< stable, such as "few-cases" */
     int caution;      /**< 1 for a caution, 0 for a note */
-    long long count;  /**< how often it was added */
+    long long count;  /**< different subjects that it was added for; at least 1 */
     const char* text; /**< one line of UTF-8, without full stop; lives until the list changes */
 } vexroc_remark;
 
@@ -46,7 +46,7 @@ int vexroc_remarks_count(const vexroc_remarks* remarks);
 int vexroc_remarks_get(vexroc_remarks* remarks, int index, vexroc_remark* remark);
 
 /**
- * Adds one occurrence of a remark by its code.
+ * Adds one occurrence of a remark by its code. A subject that the remark has already changes nothing.
  *
  * @param subject  what it is about: a test, a column, a pair; null or "" for the whole analysis
  * @param detail   what stands in the text beside the subject, such as the values that are spelled alike; or null
@@ -63,11 +63,13 @@ typedef struct vexroc_area_facts {
     double lower, upper;     /**< of the interval; missing where there is none */
     int smaller_is_positive; /**< 1: smaller test values are more positive */
     int distinct_values;     /**< different test values, as far as they are known: 0 not, 3 for three and more */
+    const char* test;        /**< name of the test, for what to do about it; null or "": spelled as NAME */
+    int ties;                /**< 1 when positive and negative cases share a test value */
 } vexroc_area_facts;
 
 /**
  * Adds what there is to say of an area: "no-positive", "no-negative", "no-case", "no-error", "few-cases", "zero-error",
- * "bound-outside", "below-chance", "two-values".
+ * "bound-outside", "below-chance", "two-values", "ties".
  */
 int vexroc_remarks_area(vexroc_remarks* remarks, const char* subject, const vexroc_area_facts* facts);
 
@@ -76,6 +78,9 @@ int vexroc_remarks_area(vexroc_remarks* remarks, const char* subject, const vexr
  * standard error 0.
  */
 int vexroc_remarks_difference(vexroc_remarks* remarks, const char* subject, double difference, double std_error);
+
+/** Adds "many-comparisons" for three comparisons or more. */
+int vexroc_remarks_comparisons(vexroc_remarks* remarks, const char* subject, long long count);
 
 #pragma GCC visibility pop
 #ifdef __cplusplus

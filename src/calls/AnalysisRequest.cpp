@@ -38,6 +38,35 @@ void AnalysisRequest::splitInTheMiddle(bool on)
         split_.midPoint = false;
 }
 
+void AnalysisRequest::listNegatives(bool on)
+{
+    if (!on)
+        negativeValues_.reset();
+    else if (!negativeValues_)
+        negativeValues_.emplace();
+}
+
+void AnalysisRequest::addNegative(double value)
+{
+    listNegatives(true);
+    negativeValues_->push_back(value);
+}
+
+void AnalysisRequest::setDirection(int column, std::optional<ROCConst_920::Direction> direction)
+{
+    if (direction)
+        directions_[column] = *direction;
+    else
+        directions_.erase(column);
+}
+
+void AnalysisRequest::check() const
+{
+    checkParts();
+    checkStates();
+    checkSplit();
+}
+
 void AnalysisRequest::checkParts() const
 {
     if (state_ == none)
@@ -45,8 +74,24 @@ void AnalysisRequest::checkParts() const
     if (tests_.empty())
         throw InvalidArgument("no test: set the column \"test\" for each test variable");
     if (std::ranges::find(tests_, state_) != tests_.end())
-        throw InvalidArgument("test: column " + quoted(columns_[static_cast<std::size_t>(state_)].name)
-                              + " is the state; a test is another column");
+        throw InvalidArgument("test: column " + quoted(nameOf(state_)) + " is the state; a test is another column");
+    for (const auto& [column, direction] : directions_)
+        if (std::ranges::find(tests_, column) == tests_.end())
+            throw InvalidArgument("direction: column " + quoted(nameOf(column))
+                                  + " is no test; take it back with null");
+    if (count_ != none && weight_ != none)
+        throw InvalidArgument("count and weight: a run takes one of them; \"count\" is the number of cases that a row "
+                              "stands for in all results, \"weight\" in the numbers of cases alone");
+}
+
+void AnalysisRequest::checkStates() const
+{
+    if (!negativeValues_)
+        return;
+    if (negativeValues_->empty())
+        throw InvalidArgument("negative: no state is listed; add each with vexroc_analysis_add_negative");
+    if (std::ranges::find(*negativeValues_, positiveValue_) != negativeValues_->end())
+        throw InvalidArgument("negative: " + shortest(positiveValue_) + " is the positive state as well");
 }
 
 void AnalysisRequest::checkSplit() const
@@ -61,54 +106,57 @@ void AnalysisRequest::checkSplit() const
         throw InvalidArgument("group_first and group_second are the same value; give two");
 }
 
-void AnalysisRequest::setGroup(ROCSetting& setting) const
+void AnalysisRequest::setGroup(ROCSetting& setting, int index) const
 {
-    if (group_ == none)
-        return;
     if (split_.cut)
-        setting.setCutOffGroupVar(group_, *split_.cut);
+        setting.setCutOffGroupVar(index, *split_.cut);
     else if (split_.midPoint)
-        setting.setMidPointGroupVar(group_);
+        setting.setMidPointGroupVar(index);
     else
-        setting.setSelectGroupVar(group_, *split_.first, *split_.second);
+        setting.setSelectGroupVar(index, *split_.first, *split_.second);
 }
 
-ROCSetting AnalysisRequest::setting() const
+bool AnalysisRequest::isPaired() const noexcept
 {
-    checkParts();
-    checkSplit();
-    ROCSetting setting = options_;
-    setting.setStateVar(state_, positiveValue_);
-    setting.setTestVars(tests_);
-    setting.setFrequencyWeightVar(weight_);
-    setGroup(setting);
-    return setting;
+    return options_.getComparisonType() == ROCConst_920::PairedComparison;
+}
+
+ROCConst_920::Direction AnalysisRequest::directionOf(int test) const
+{
+    const auto found = directions_.find(test);
+    if (found != directions_.end())
+        return found->second;
+    return options_.isLargerTestMorePositive() ? ROCConst_920::LargerMorePositive : ROCConst_920::SmallerMorePositive;
+}
+
+bool AnalysisRequest::hasOneDirection() const
+{
+    return std::ranges::all_of(tests_, [this](int test) { return directionOf(test) == directionOf(tests_.front()); });
+}
+
+std::string AnalysisRequest::valueInWords(int column, double value) const
+{
+    const auto found = valueNames_.find({column, value});
+    return found != valueNames_.end() ? found->second : shortest(value);
 }
 
 RowRule AnalysisRequest::rowRule() const
 {
-    const bool paired = options_.getComparisonType() == ROCConst_920::PairedComparison;
     RowRule rule;
     rule.state = state_;
     rule.positiveState = positiveValue_;
+    rule.negativeStates = negativeValues_;
     rule.group = group_;
     rule.weight = weight_;
+    rule.count = count_;
     rule.tests = tests_;
     rule.needsParts = true;
-    rule.needsAllTests = paired;
-    if (split_.first && split_.second && !paired) // a paired comparison has no groups
+    rule.needsAllTests = isPaired() && pairedRows_ == PairedRows::complete;
+    if (split_.first && split_.second && !isPaired()) // a paired comparison has no groups
         rule.groups.values = {*split_.first, *split_.second};
     std::ranges::sort(rule.tests);
     rule.tests.erase(std::unique(rule.tests.begin(), rule.tests.end()), rule.tests.end());
     return rule;
-}
-
-VexXML_920::VexVarList AnalysisRequest::variables() const
-{
-    VexXML_920::VexVarList variables;
-    for (const Column& column : columns_)
-        variables.AddContinuous(column.name);
-    return variables;
 }
 
 std::vector<std::span<const double>> AnalysisRequest::columns() const

@@ -4,16 +4,23 @@
 #include "summary/RowRule.h"
 #include "vexrocproc/ROCSetting.h"
 
+#include <map>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace ROCALG_920::calls {
 
-/// What a caller asks for: columns, the parts that they play, and options. What does not go together is refused when
-/// the settings are made of it; only then is everything said.
+/// Which rows a paired comparison is of.
+enum class PairedRows { complete, pairwise };
+/// Where the standard error and the interval of an area come from.
+enum class IntervalKind { record, wald, waldDelong };
+
+/// What a caller asks for: columns, the parts that they play, and options. What does not go together is refused by
+/// check; only then is everything said.
 class AnalysisRequest {
 public:
     static constexpr int none = RowRule::none; ///< instead of a column: takes its part back
@@ -21,6 +28,8 @@ public:
     /// Index of the new column, whose values stay the caller's.
     int addColumn(std::string_view name, std::span<const double> values);
     [[nodiscard]] std::size_t columnCount() const noexcept { return columns_.size(); }
+    [[nodiscard]] const std::string& nameOf(int column) const { return at(column).name; }
+    [[nodiscard]] std::vector<std::span<const double>> columns() const;
 
     void setState(int column) { state_ = column; }
     /// One more test; none takes all back.
@@ -28,21 +37,54 @@ public:
     /// None takes back the way of grouping as well.
     void setGroup(int column);
     void setWeight(int column) { weight_ = column; }
+    void setCount(int column) { count_ = column; }
     void setPositiveValue(double value) { positiveValue_ = value; }
+    /// Negative states are listed, or all others.
+    void listNegatives(bool on);
+    void addNegative(double value);
+    /// None: the direction of all tests.
+    void setDirection(int column, std::optional<ROCConst_920::Direction> direction);
+    void nameValue(int column, double value, std::string_view name) { valueNames_[{column, value}] = name; }
     // The last way of grouping that was set is in force.
     void splitAtCut(double value) { split_ = {.cut = value}; }
     void selectFirst(double value) { split_ = {.first = value, .second = split_.second}; }
     void selectSecond(double value) { split_ = {.first = split_.first, .second = value}; }
     void splitInTheMiddle(bool on);
+    void setPairedRows(PairedRows rows) { pairedRows_ = rows; }
+    void setInterval(IntervalKind interval) { interval_ = interval; }
+    void setWeightIsCount(bool said) { weightIsCount_ = said; }
     /// What needs no other setting.
     [[nodiscard]] ROCSetting& options() noexcept { return options_; }
 
     /// Throws where settings do not go together.
-    [[nodiscard]] ROCSetting setting() const;
-    /// Who takes part: rows without state, group or weight do not.
+    void check() const;
+
+    [[nodiscard]] int state() const noexcept { return state_; }
+    [[nodiscard]] const std::vector<int>& tests() const noexcept { return tests_; }
+    [[nodiscard]] int group() const noexcept { return group_; }
+    [[nodiscard]] int weight() const noexcept { return weight_; }
+    /// Of the column of counts; empty without one.
+    [[nodiscard]] std::string_view countName() const { return count_ == none ? std::string_view() : nameOf(count_); }
+    [[nodiscard]] double positiveValue() const noexcept { return positiveValue_; }
+    [[nodiscard]] bool listsNegatives() const noexcept { return negativeValues_.has_value(); }
+    [[nodiscard]] const ROCSetting& options() const noexcept { return options_; }
+    [[nodiscard]] bool isPaired() const noexcept;
+    [[nodiscard]] PairedRows pairedRows() const noexcept { return pairedRows_; }
+    [[nodiscard]] IntervalKind interval() const noexcept { return interval_; }
+    [[nodiscard]] bool weightIsCount() const noexcept { return weightIsCount_; }
+    [[nodiscard]] ROCConst_920::Direction directionOf(int test) const;
+    [[nodiscard]] bool hasOneDirection() const;
+    /// Behind the standard errors of areas that are none of DeLong's.
+    [[nodiscard]] ROCConst_920::Distribution distribution() const noexcept
+    {
+        return interval_ == IntervalKind::waldDelong ? ROCConst_920::NonParametric : options_.getDistribution();
+    }
+    /// As the caller named it, else the number.
+    [[nodiscard]] std::string valueInWords(int column, double value) const;
+    /// Who takes part: rows without a part do not.
     [[nodiscard]] RowRule rowRule() const;
-    [[nodiscard]] VexXML_920::VexVarList variables() const;
-    [[nodiscard]] std::vector<std::span<const double>> columns() const;
+    /// Sets the group, by its index among the columns of a run.
+    void setGroup(ROCSetting& setting, int index) const;
 
 private:
     struct Column {
@@ -58,17 +100,25 @@ private:
         friend bool operator==(const Split&, const Split&) = default;
     };
 
+    [[nodiscard]] const Column& at(int column) const { return columns_[static_cast<std::size_t>(column)]; }
     void checkParts() const;
+    void checkStates() const;
     void checkSplit() const;
-    void setGroup(ROCSetting& setting) const;
 
     std::vector<Column> columns_;
     std::vector<int> tests_;
     int state_ = none;
     int group_ = none;
     int weight_ = none;
+    int count_ = none;
     double positiveValue_ = 1.0;
+    std::optional<std::vector<double>> negativeValues_; ///< none: all states that are not positive
+    std::map<int, ROCConst_920::Direction> directions_; ///< by column, where it is not that of all
+    std::map<std::pair<int, double>, std::string> valueNames_;
     Split split_;
+    PairedRows pairedRows_ = PairedRows::complete;
+    IntervalKind interval_ = IntervalKind::record;
+    bool weightIsCount_ = false;
     ROCSetting options_;
 };
 

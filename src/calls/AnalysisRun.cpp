@@ -1,20 +1,25 @@
 #include "calls/AnalysisRun.h"
 
-#include "driver/RunFailure.h"
-#include "host/ColumnRecordIter.h"
-#include "host/FunctionListener.h"
-#include "host/VexQueryCancel.h"
+#include "calls/TestPairs.h"
+#include "calls/toldResults.h"
+#include "inference/PlacementSums.h"
 #include "numeric/DefaultArithmetic.h"
-#include "results/RunRecord.h"
-#include "vexrocproc/ROCOutputs.h"
+#include "summary/SortedObservations.h"
 #include "vexrocproc/ROCStatusCodes.h"
 
+#include <algorithm>
+#include <cmath>
 #include <map>
+#include <new>
+#include <numeric>
+#include <unordered_map>
 #include <utility>
 
 namespace ROCALG_920::calls {
 
 namespace {
+
+using namespace ROCConst_920;
 
 /// As the library displays it; it has no names for the ends that are no fault of the settings or the data.
 std::string nameOf(int code)
@@ -28,97 +33,296 @@ std::string nameOf(int code)
     return name;
 }
 
-class CancelCallback final : public VexCommon_920::VexQueryCancel {
+/// Is a case with this value one of the record's group?
+bool isMember(const ROCOutBase& record, double groupValue)
+{
+    switch (record.getGroupValueOperation()) {
+    case Equal: return groupValue == record.getGroupValue();
+    case GreaterOrEqual: return groupValue >= record.getGroupValue();
+    case Less: return groupValue < record.getGroupValue();
+    }
+    return false; // no such operation
+}
+
+/// Which runs of the component answer a request.
+class RunPlan {
 public:
-    CancelCallback(vexroc_cancel callback, void* user) : callback_(callback), user_(user) {}
-    bool IsCancelRequested() override { return callback_(user_) != 0; }
+    RunPlan(const AnalysisRequest& request, const RowTally& rows)
+        : request_(request), comparesInOneRun_(!request.isPaired() || pairsFitOneRun(rows))
+    {
+    }
+
+    /// Are all comparisons those of the component?
+    [[nodiscard]] bool comparesInOneRun() const noexcept { return comparesInOneRun_; }
+    [[nodiscard]] std::vector<FacadeRun::Plan> runs() const
+    {
+        const ComparisonType comparison = comparesInOneRun_ ? request_.options().getComparisonType() : NoComparison;
+        std::map<std::size_t, FacadeRun::Plan> runs; // by their first test
+        std::map<Direction, std::size_t> firstOf;
+        for (std::size_t test = 0; test < request_.tests().size(); ++test) {
+            const std::size_t first = settlesAlone()
+                ? test
+                : firstOf.try_emplace(request_.directionOf(request_.tests()[test]), test).first->second;
+            runs.try_emplace(first, FacadeRun::Plan{{}, comparison, comparesInOneRun_})
+                .first->second.tests.push_back(test);
+        }
+        std::vector<FacadeRun::Plan> list;
+        for (auto& [first, plan] : runs)
+            list.push_back(std::move(plan));
+        return list;
+    }
 
 private:
-    vexroc_cancel callback_;
-    void* user_;
+    [[nodiscard]] bool isBiNegative() const { return request_.distribution() == BiNegativeExponential; }
+    /// In one run, a test with unequal counts takes the assumption from the others.
+    [[nodiscard]] bool settlesAlone() const { return isBiNegative() && request_.interval() != IntervalKind::record; }
+
+    [[nodiscard]] bool pairsFitOneRun(const RowTally& rows) const
+    {
+        const bool complete = request_.pairedRows() == PairedRows::complete;
+        const bool sameRows = complete || rows.gapsAreEqual();
+        const bool knowsErrors = !isBiNegative() || (complete && request_.interval() == IntervalKind::record);
+        return request_.tests().size() < 2 || (request_.hasOneDirection() && sameRows && knowsErrors);
+    }
+
+    const AnalysisRequest& request_;
+    bool comparesInOneRun_;
 };
 
 } // namespace
 
-AnalysisRun::AnalysisRun(const AnalysisRequest& request, const Callbacks& callbacks) : variables_(request.variables())
+/// The making of a run.
+class AnalysisRun::Assembly {
+public:
+    Assembly(AnalysisRun& run, const AnalysisRequest& request, const RunCallbacks& callbacks)
+        : run_(run), request_(request), rule_(request.rowRule()),
+          selection_(request.columns(), rule_, request.countName()), plan_(request, selection_.counts()),
+          zCritical_(criticalValue(request.options().getConfidienceLevel())),
+          watch_(callbacks, static_cast<double>(request.tests().size()) * (plan_.comparesInOneRun() ? 1 : 2))
+    {
+        run.rows_ = selection_.counts();
+        if (!plan_.comparesInOneRun() && rule_.needsAllTests)
+            selection_.blankIncomplete(rule_);
+    }
+
+    /// Leaves the status of the first part that does not end well.
+    void work()
+    {
+        for (const FacadeRun::Plan& plan : plan_.runs()) {
+            watch_.beginPart(static_cast<double>(plan.tests.size()));
+            const FacadeRun& part = run_.runs_.emplace_back(request_, plan, selection_.columns(), watch_);
+            run_.statusCode_ = part.statusCode();
+            run_.ranOutOfMemory_ = part.ranOutOfMemory();
+            if (part.statusCode() != statusCode::noError) {
+                addWarnings(part, [](int) { return true; });
+                return;
+            }
+        }
+        listRecords();
+        if (plan_.comparesInOneRun())
+            listComparisons();
+        else
+            comparePairs();
+        listWarnings();
+        if (run_.statusCode_ != statusCode::noError) {
+            run_.records_.clear();
+            run_.comparisons_.clear();
+        }
+    }
+
+private:
+    /// In the order of the tests, whatever runs they were in.
+    void listRecords()
+    {
+        std::vector<std::span<ROCOutBase* const>> ofTest(request_.tests().size());
+        for (const FacadeRun& part : run_.runs_) {
+            const std::vector<std::size_t>& tests = part.plan().tests;
+            const std::size_t groups = part.records().size() / tests.size();
+            for (std::size_t i = 0; i < tests.size(); ++i)
+                ofTest[tests[i]] = part.records().subspan(i * groups, groups);
+        }
+        for (std::size_t test = 0; test < ofTest.size(); ++test)
+            for (const ROCOutBase* const record : ofTest[test])
+                addRecord(request_.tests()[test], RunRecord::of(*record));
+    }
+
+    void addRecord(int test, const RunRecord& record)
+    {
+        indexOf_[&record] = static_cast<int>(run_.records_.size());
+        vexroc_record told = toldRecord(record);
+        told.test = test;
+        told.group = record.getGroupVarInd() < 0 ? AnalysisRequest::none : request_.group();
+        told.smaller_is_positive = request_.directionOf(test) == SmallerMorePositive;
+        settleInterval(record, told);
+        setP(told);
+        run_.records_.push_back({&record, told, rowsOf(record), record.bestCutOffs()});
+    }
+
+    /// Gives the area the standard error that was asked for, where the component made another.
+    void settleInterval(const RunRecord& record, vexroc_record& told) const
+    {
+        const bool isDeLong = request_.isPaired() && plan_.comparesInOneRun();
+        const bool wantsDeLong = request_.interval() == IntervalKind::waldDelong
+            || (request_.interval() == IntervalKind::record && rule_.needsAllTests);
+        const bool isNonparam = isDeLong || told.distribution_changed != 0 || request_.distribution() == NonParametric;
+        told.interval = wantsDeLong ? "delong" : isNonparam ? "nonparam" : "bi-negative";
+        if (isDeLong != wantsDeLong && record.triples()) {
+            const double stdError = wantsDeLong ? stdErrorOfVariance(deLongVariance(record, told.test))
+                                                : stdErrorOfArea(*record.triples(), NonParametric);
+            setArea(testArea(told.area, stdError, zCritical_), told);
+        }
+        if (request_.interval() != IntervalKind::record)
+            dropWithoutError(told);
+    }
+
+    /// Over the cases of the record, ordered anew.
+    [[nodiscard]] double deLongVariance(const RunRecord& record, int test) const
+    {
+        const auto& columns = selection_.columns();
+        Observations cases;
+        for (std::size_t i = 0; i < columns[static_cast<std::size_t>(test)].size(); ++i) {
+            const RowOf<std::vector<std::span<const double>>> row{columns, i};
+            const RowPart part = rule_.of(row);
+            const bool isCase = isUsable(part.fate) && !std::isnan(row[test])
+                && (record.getGroupVarInd() < 0 || isMember(record, row[rule_.group]));
+            if (isCase)
+                cases.add(part.positive, row[test]);
+        }
+        return withWalk(cases, [&](const auto& walk) { return placementSums(walk, cases.counts()).variance(); });
+    }
+
+    [[nodiscard]] GroupRows rowsOf(const ROCOutBase& record)
+    {
+        if (record.getGroupVarInd() < 0)
+            return {run_.rows_.rows.read, run_.rows_.usable()};
+        const auto [rows, isNew] = groupRows_.try_emplace({record.getGroupValueOperation(), record.getGroupValue()});
+        if (isNew)
+            rows->second =
+                countMembers(request_.columns(), rule_, [&](double value) { return isMember(record, value); });
+        return rows->second;
+    }
+
+    /// Those of the component, in the order of the tests.
+    void listComparisons()
+    {
+        for (const FacadeRun& part : run_.runs_)
+            for (const ROCComparisonOutStats* const found : part.comparisons())
+                addComparison(*found);
+        std::ranges::stable_sort(run_.comparisons_, {}, &vexroc_comparison::first);
+    }
+
+    void addComparison(const ROCComparisonOutStats& found)
+    {
+        vexroc_comparison out = toldComparison(found);
+        out.first = indexOf_.at(found.getCompare1Stats());
+        out.second = indexOf_.at(found.getCompare2Stats());
+        const vexroc_record& first = run_.records_[static_cast<std::size_t>(out.first)].told;
+        const vexroc_record& second = run_.records_[static_cast<std::size_t>(out.second)].told;
+        const bool paired = request_.isPaired(); // then both are of the same cases, with DeLong's standard errors
+        out.positive = first.positive + (paired ? 0 : second.positive);
+        out.negative = first.negative + (paired ? 0 : second.negative);
+        out.first_area = first.area;
+        out.second_area = second.area;
+        out.first_std_error = paired ? found.getCompare1Stats()->getStdError() : first.std_error;
+        out.second_std_error = paired ? found.getCompare2Stats()->getStdError() : second.std_error;
+        if (!paired && request_.interval() == IntervalKind::waldDelong)
+            setDifference(independentStdError(first.std_error, second.std_error), zCritical_, out);
+        run_.comparisons_.push_back(out);
+    }
+
+    /// Stopped by a callback or by lack of memory, it ends as a run of the component does.
+    void comparePairs()
+    {
+        const auto keep = [this](const vexroc_comparison& pair) { run_.comparisons_.push_back(pair); };
+        try {
+            watch_.beginPart(static_cast<double>(request_.tests().size()));
+            if (!TestPairs(request_, selection_.columns(), rule_).compareAll(watch_, keep))
+                run_.statusCode_ = statusCode::cancelled;
+        } catch (const std::bad_alloc&) {
+            run_.statusCode_ = statusCode::unexpected;
+            run_.ranOutOfMemory_ = true;
+        } catch (...) {
+            run_.statusCode_ = statusCode::unexpected;
+        }
+    }
+
+    /// What is true of the whole once, with the tests that have ties: the component knows these only with a curve.
+    void listWarnings()
+    {
+        if (!plan_.comparesInOneRun() && request_.group() != AnalysisRequest::none)
+            addWarning(statusCode::groupIgnored, {});
+        const auto isLate = [](int code) { return code == statusCode::distributionChanged; };
+        const auto isEarly = [&](int code) { return !isLate(code) && code != statusCode::tiesExist; };
+        for (const FacadeRun& part : run_.runs_)
+            addWarnings(part, isEarly);
+        std::vector<int> tied;
+        for (const int test : request_.tests())
+            if (std::ranges::any_of(run_.records_, [test](const Record& record) {
+                    return record.told.test == test && record.told.ties != 0;
+                }))
+                tied.push_back(test);
+        if (!tied.empty())
+            addWarning(statusCode::tiesExist, std::move(tied));
+        for (const FacadeRun& part : run_.runs_)
+            addWarnings(part, isLate);
+    }
+
+    /// Those that hold, and are not listed yet.
+    template <class Holds>
+    void addWarnings(const FacadeRun& part, Holds&& holds)
+    {
+        const VexCommon_920::VexWarnings& warnings = part.warnings();
+        for (int i = 0; i < warnings.GetCount(); ++i) {
+            const int code = static_cast<int>(warnings.GetStatus(i).GetErrorCode());
+            if (!holds(code) || std::ranges::find(run_.warnings_, code, &RunWarning::code) != run_.warnings_.end())
+                continue;
+            std::vector<int> columns;
+            for (const auto& parameter : warnings.GetParameters(i))
+                columns.push_back(part.columnOf(parameter.GetInt()));
+            addWarning(code, std::move(columns));
+        }
+    }
+    void addWarning(int code, std::vector<int> columns)
+    {
+        run_.warnings_.push_back({code, nameOf(code), std::move(columns)});
+    }
+
+    AnalysisRun& run_;
+    const AnalysisRequest& request_;
+    RowRule rule_;
+    RowSelection selection_;
+    RunPlan plan_;
+    double zCritical_;
+    RunWatch watch_;
+    std::unordered_map<const ROCOutBase*, int> indexOf_;    ///< of each record
+    std::map<std::pair<int, double>, GroupRows> groupRows_; ///< by operation and value: there are two groups at most
+};
+
+AnalysisRun::AnalysisRun(const AnalysisRequest& request, const RunCallbacks& callbacks)
 {
     const DefaultArithmetic arithmetic;
-    ROCSetting setting = request.setting();
-    algorithm_ = std::make_unique<RocAlgorithm>(setting, variables_);
-    const RowSelection selection(request.columns(), request.rowRule());
-    rows_ = selection.counts();
-    VexCommon_920::ColumnRecordIter records(selection.columns());
-    build(records, callbacks);
-    noteWarnings();
-    noteRecords(request);
-}
-
-void AnalysisRun::build(VexCommon_920::MultiPassRecordIter& records, const Callbacks& callbacks)
-{
-    CancelCallback cancel(callbacks.cancel, callbacks.cancelUser);
-    VexCommon_920::FunctionListener listener([&callbacks](VexCommon_920::ProgressReport& report) {
-        callbacks.progress(report.ScaleMeasure("percentage"), report.DiscreteMeasure("records"),
-                           callbacks.progressUser);
-    });
-    algorithm_->SetCancelPtr(callbacks.cancel != nullptr ? &cancel : nullptr);
-    algorithm_->SetProgressListener(callbacks.progress != nullptr ? &listener : nullptr);
-    statusCode_ = static_cast<int>(algorithm_->BuildModel(records).GetErrorCode());
-    algorithm_->SetCancelPtr(nullptr);
-    algorithm_->SetProgressListener(nullptr);
-    ranOutOfMemory_ = RunFailure::ranOutOfMemory(*algorithm_);
+    request.check();
+    Assembly(*this, request, callbacks).work();
     statusName_ = nameOf(statusCode_);
+    remark(request);
 }
 
-void AnalysisRun::noteWarnings()
+void AnalysisRun::remark(const AnalysisRequest& request)
 {
-    const VexCommon_920::VexWarnings& warnings = algorithm_->GetWarningMessages();
-    for (int i = 0; i < warnings.GetCount(); ++i) {
-        const int code = static_cast<int>(warnings.GetStatus(i).GetErrorCode());
-        warnings_.push_back({code, nameOf(code), {}});
-        for (const auto& parameter : warnings.GetParameters(i))
-            warnings_.back().parameters.push_back(parameter.GetInt());
+    remarks_.emplace(request, rows_);
+    std::vector<vexroc_record> told;
+    for (const Record& record : records_) {
+        remarks_->addRecord(request, record.told);
+        told.push_back(record.told);
     }
-}
-
-void AnalysisRun::noteRecords(const AnalysisRequest& request)
-{
-    std::map<std::pair<int, double>, GroupRows> known; // by operation and value: there are two groups at most
-    for (const ROCOutBase* const record : records()) {
-        bestCutOffs_.push_back(RunRecord::of(*record).bestCutOffs());
-        const double value = record->getGroupVarInd() < 0 ? 0.0 : record->getGroupValue();
-        const auto [rows, isNew] = known.try_emplace({record->getGroupValueOperation(), value});
-        if (isNew)
-            rows->second = rowsOf(*record, request);
-        groupRows_.push_back(rows->second);
-    }
-}
-
-GroupRows AnalysisRun::rowsOf(const ROCOutBase& record, const AnalysisRequest& request) const
-{
-    if (record.getGroupVarInd() < 0)
-        return {rows_.rows.read, rows_.rows.positive + rows_.rows.negative + rows_.rows.incomplete};
-    return countMembers(request.columns(), request.rowRule(), [&](double value) {
-        switch (record.getGroupValueOperation()) {
-        case ROCConst_920::Equal: return value == record.getGroupValue();
-        case ROCConst_920::GreaterOrEqual: return value >= record.getGroupValue();
-        case ROCConst_920::Less: return value < record.getGroupValue();
-        }
-        return false; // no such operation
-    });
-}
-
-std::span<ROCOutBase* const> AnalysisRun::records() const noexcept
-{
-    const ROCOutputs* const outputs = algorithm_->GetOutputStats();
-    return outputs != nullptr ? std::span<ROCOutBase* const>(outputs->getROCBaseStats())
-                              : std::span<ROCOutBase* const>();
-}
-
-std::span<ROCComparisonOutStats* const> AnalysisRun::comparisons() const noexcept
-{
-    const ROCOutputs* const outputs = algorithm_->GetOutputStats();
-    return outputs != nullptr ? std::span<ROCComparisonOutStats* const>(outputs->getROCComparisonStats())
-                              : std::span<ROCComparisonOutStats* const>();
+    for (const vexroc_comparison& comparison : comparisons_)
+        remarks_->addComparison(request, told, comparison);
+    if (std::ranges::find(warnings_, statusCode::groupIgnored, &RunWarning::code) != warnings_.end())
+        remarks_->add("groups-ignored", "");
+    remarks::RemarkList list(VEXROC_VOICE_C);
+    remarks_->sayTo(list);
+    for (std::size_t i = 0; i < list.size(); ++i)
+        remarkLines_.push_back(list.line(i));
 }
 
 } // namespace ROCALG_920::calls

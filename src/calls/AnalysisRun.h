@@ -1,20 +1,26 @@
 #pragma once
 
 #include "calls/AnalysisRequest.h"
+#include "calls/FacadeRun.h"
 #include "calls/RowSelection.h"
-#include "host/MultiPassRecordIter.h"
+#include "calls/RunRemarks.h"
+#include "calls/RunWatch.h"
 #include "inference/OperatingPoint.h"
-#include "vexrocproc/RocAlgorithm.h"
+#include "inference/TestAndInterval.h"
 #include "vexrocproc/analysis.h"
 
-#include <memory>
-#include <span>
+#include <deque>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace ROCALG_920::calls {
 
 /// A run that has ended, with all that a caller may ask of it.
+///
+/// A request that says no more than one run of the component can be told is that run. Else the records come from runs
+/// without a paired comparison, one for the tests of each direction, so that every record is the one of such a run to
+/// the bit; and the pairs of tests are formed beside them.
 class AnalysisRun {
 public:
     struct RunWarning {
@@ -22,42 +28,41 @@ public:
         std::string name;
         std::vector<int> parameters;
     };
-    struct Callbacks {
-        vexroc_progress progress = nullptr;
-        void* progressUser = nullptr;
-        vexroc_cancel cancel = nullptr;
-        void* cancelUser = nullptr;
+    /// A test in a group.
+    struct Record {
+        const RunRecord* curve; ///< of the component; its area may be told with another standard error
+        vexroc_record told;
+        GroupRows rows;
+        std::vector<OperatingPoint> bestCutOffs;
     };
 
-    AnalysisRun(const AnalysisRequest& request, const Callbacks& callbacks);
+    AnalysisRun(const AnalysisRequest& request, const RunCallbacks& callbacks);
 
     [[nodiscard]] int statusCode() const noexcept { return statusCode_; }
     [[nodiscard]] bool ranOutOfMemory() const noexcept { return ranOutOfMemory_; }
     [[nodiscard]] const std::string& statusName() const noexcept { return statusName_; }
     [[nodiscard]] const std::vector<RunWarning>& warnings() const noexcept { return warnings_; }
     [[nodiscard]] const RowTally& rows() const noexcept { return rows_; }
-    [[nodiscard]] std::span<ROCOutBase* const> records() const noexcept;
-    [[nodiscard]] std::span<ROCComparisonOutStats* const> comparisons() const noexcept;
-    /// Of each record.
-    [[nodiscard]] const std::vector<GroupRows>& groupRows() const noexcept { return groupRows_; }
-    /// Of each record.
-    [[nodiscard]] const std::vector<std::vector<OperatingPoint>>& bestCutOffs() const noexcept { return bestCutOffs_; }
+    [[nodiscard]] const std::vector<Record>& records() const noexcept { return records_; }
+    [[nodiscard]] const std::vector<vexroc_comparison>& comparisons() const noexcept { return comparisons_; }
+    [[nodiscard]] const RunRemarks& remarks() const noexcept { return *remarks_; }
+    /// The same in the spelling of the header.
+    [[nodiscard]] const std::vector<remarks::RemarkList::Line>& remarkLines() const noexcept { return remarkLines_; }
 
 private:
-    void build(VexCommon_920::MultiPassRecordIter& records, const Callbacks& callbacks);
-    void noteWarnings();
-    void noteRecords(const AnalysisRequest& request);
-    [[nodiscard]] GroupRows rowsOf(const ROCOutBase& record, const AnalysisRequest& request) const;
+    class Assembly;
+    void remark(const AnalysisRequest& request);
 
-    VexXML_920::VexVarList variables_;
-    std::unique_ptr<RocAlgorithm> algorithm_;
     int statusCode_ = 0;
     bool ranOutOfMemory_ = false;
     std::string statusName_;
+    std::deque<FacadeRun> runs_; ///< which own the curves
     std::vector<RunWarning> warnings_;
     RowTally rows_;
-    std::vector<GroupRows> groupRows_;
-    std::vector<std::vector<OperatingPoint>> bestCutOffs_;
+    std::vector<Record> records_;
+    std::vector<vexroc_comparison> comparisons_;
+    std::optional<RunRemarks> remarks_;
+    std::vector<remarks::RemarkList::Line> remarkLines_;
 };
 
 } // namespace ROCALG_920::calls

@@ -1,6 +1,10 @@
 #include "calls/RowSelection.h"
 
+#include "calls/guard.h"
+
 #include <cmath>
+#include <limits>
+#include <string>
 #include <utility>
 
 namespace ROCALG_920::calls {
@@ -10,16 +14,13 @@ namespace {
 using Columns = std::vector<std::span<const double>>;
 using Row = RowOf<Columns>;
 
-bool hasParts(RowFate fate)
-{
-    return fate != RowFate::missingState && fate != RowFate::missingGroup && fate != RowFate::missingWeight;
-}
-
 /// Where rows that end so are counted; those that are used are counted by their state.
 long long& placeOf(const RowPart& part, vexroc_rows& rows)
 {
     switch (part.fate) {
+    case RowFate::missingCount: return rows.missing_count;
     case RowFate::missingState: return rows.missing_state;
+    case RowFate::otherState: return rows.other_state;
     case RowFate::missingGroup: return rows.missing_group;
     case RowFate::missingWeight: return rows.missing_weight;
     case RowFate::otherGroup: return rows.other_group;
@@ -30,7 +31,7 @@ long long& placeOf(const RowPart& part, vexroc_rows& rows)
     return part.positive ? rows.positive : rows.negative;
 }
 
-/// Takes rows one by one, each with what the rule makes of it.
+/// Takes rows one by one, each with what the rule makes of it and how often it counts.
 class RowCounter {
 public:
     explicit RowCounter(const RowRule& rule) : rule_(rule)
@@ -39,17 +40,20 @@ public:
             counts_.gaps.push_back({test, 0, 0});
     }
 
-    void take(const Row& row, const RowPart& part)
+    void take(const Row& row, const RowPart& part, std::int64_t times)
     {
         vexroc_rows& rows = counts_.rows;
-        ++rows.read;
-        ++placeOf(part, rows);
+        ++rows.given;
+        rows.read += times;
+        placeOf(part, rows) += times;
         countWeight(row, part);
         if (part.fate == RowFate::used)
-            (part.positive ? rows.weighted_positive : rows.weighted_negative) += part.cases;
+            (part.positive ? rows.weighted_positive : rows.weighted_negative) +=
+                part.cases * static_cast<double>(times);
         if (isUsable(part.fate))
-            for (RowTally::UnknownTest& gap : counts_.gaps)
-                (part.positive ? gap.positive : gap.negative) += std::isnan(row[gap.column]) ? 1 : 0;
+            countGaps(row, part, times);
+        if (times > 0 && part.fate > RowFate::otherState && !part.positive)
+            noteState(row[rule_.state]);
     }
     [[nodiscard]] RowTally counts() && { return std::move(counts_); }
 
@@ -64,36 +68,106 @@ private:
         counts_.rows.too_heavy += part.fate == RowFate::unusableWeight && row[rule_.weight] > 1.0 ? 1 : 0;
     }
 
+    void countGaps(const Row& row, const RowPart& part, std::int64_t times)
+    {
+        bool anyGap = false;
+        for (RowTally::UnknownTest& gap : counts_.gaps) {
+            const bool isGap = std::isnan(row[gap.column]);
+            (part.positive ? gap.positive : gap.negative) += isGap ? times : 0;
+            anyGap = anyGap || isGap;
+        }
+        counts_.lackingSomeTest += anyGap ? times : 0;
+    }
+
+    void noteState(double negative)
+    {
+        counts_.moreThanTwoStates =
+            counts_.moreThanTwoStates || (!std::isnan(negativeState_) && negativeState_ != negative);
+        negativeState_ = negative;
+    }
+
     const RowRule& rule_;
     RowTally counts_;
+    double negativeState_ = std::numeric_limits<double>::quiet_NaN(); ///< the last; NaN before
+};
+
+/// Adds up counts and refuses those that are none.
+class CountCheck {
+public:
+    explicit CountCheck(std::string_view column) : column_(column) {}
+
+    void take(std::size_t row, double count)
+    {
+        if (std::isnan(count))
+            return;
+        if (count < 0 || count != std::floor(count))
+            throw fault(row, " holds " + shortest(count) + "; a count is a whole number from 0");
+        constexpr double most = std::numeric_limits<int>::max();
+        if ((total_ += count) > most)
+            throw fault(row, " brings the cases to more than 2147483647, the most that there may be");
+    }
+
+private:
+    [[nodiscard]] InvalidArgument fault(std::size_t row, const std::string& what) const
+    {
+        return InvalidArgument("count: row " + std::to_string(row + 1) + " of column " + quoted(column_) + what);
+    }
+
+    std::string_view column_;
+    double total_ = 0.0; // exact up to its limit
 };
 
 } // namespace
 
-RowSelection::RowSelection(Columns columns, const RowRule& rule) : columns_(std::move(columns))
+RowSelection::RowSelection(Columns columns, const RowRule& rule, std::string_view countName)
+    : columns_(std::move(columns))
 {
-    std::vector<bool> keep(columns_.front().size());
+    std::vector<std::int32_t> times(columns_.front().size()); // how often each row is kept
+    CountCheck check(countName);
     RowCounter counter(rule);
-    for (std::size_t i = 0; i < keep.size(); ++i) {
+    for (std::size_t i = 0; i < times.size(); ++i) {
         const Row row{columns_, i};
+        if (rule.count >= 0)
+            check.take(i, row[rule.count]);
         const RowPart part = rule.of(row);
-        counter.take(row, part);
-        keep[i] = hasParts(part.fate);
+        const std::int64_t repeats = rule.repeats(row);
+        counter.take(row, part, repeats);
+        times[i] = hasParts(part.fate) ? static_cast<std::int32_t>(repeats) : 0;
     }
     counts_ = std::move(counter).counts();
-    if (counts_.withoutParts() > 0)
-        copyRows(keep);
+    if (counts_.withoutParts() > 0 || rule.count >= 0)
+        copyRows(times);
 }
 
-void RowSelection::copyRows(const std::vector<bool>& keep)
+void RowSelection::copyRows(const std::vector<std::int32_t>& times)
 {
-    for (std::span<const double>& column : columns_) {
-        std::vector<double>& copy = copies_.emplace_back();
-        copy.reserve(keep.size() - static_cast<std::size_t>(counts_.withoutParts()));
-        for (std::size_t row = 0; row < keep.size(); ++row)
-            if (keep[row])
-                copy.push_back(column[row]);
-        column = copy;
+    const auto kept = static_cast<std::size_t>(counts_.rows.read - counts_.withoutParts());
+    copies_.resize(columns_.size());
+    for (std::size_t c = 0; c < columns_.size(); ++c) {
+        copies_[c].reserve(kept);
+        for (std::size_t row = 0; row < times.size(); ++row)
+            for (std::int32_t left = times[row]; left > 0; --left)
+                copies_[c].push_back(columns_[c][row]);
+        columns_[c] = copies_[c];
+    }
+}
+
+void RowSelection::blankIncomplete(const RowRule& rule)
+{
+    if (counts_.lackingSomeTest == 0)
+        return;
+    std::vector<bool> lacking(columns_.front().size());
+    for (std::size_t i = 0; i < lacking.size(); ++i)
+        lacking[i] = rule.lacksTest(Row{columns_, i});
+    copies_.resize(columns_.size());
+    for (const int test : rule.tests) {
+        const auto c = static_cast<std::size_t>(test);
+        if (copies_[c].empty())
+            copies_[c].assign(columns_[c].begin(), columns_[c].end());
+        for (std::size_t i = 0; i < lacking.size(); ++i)
+            if (lacking[i])
+                copies_[c][i] = std::numeric_limits<double>::quiet_NaN();
+        columns_[c] = copies_[c];
     }
 }
 

@@ -3,27 +3,39 @@
 #include "summary/RowRule.h"
 #include "vexrocproc/analysis.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <span>
+#include <string_view>
 #include <vector>
 
 namespace ROCALG_920::calls {
 
-/// What became of the rows of columns, as callers are told it.
+/// What became of the rows of columns, as callers are told it. A row counts as often as its count says.
 struct RowTally {
     /// Usable rows that lack the value of one test.
     struct UnknownTest {
         int column;
         long long positive;
         long long negative;
+        [[nodiscard]] long long rows() const noexcept { return positive + negative; }
     };
     vexroc_rows rows{};
     std::vector<UnknownTest> gaps; ///< one per test, ascending by column
+    long long lackingSomeTest = 0; ///< usable rows
+    bool moreThanTwoStates = false;
 
-    /// Rows without state, group or weight.
+    /// Rows without state, group, weight or count, or in another state.
     [[nodiscard]] long long withoutParts() const noexcept
     {
-        return rows.missing_state + rows.missing_group + rows.missing_weight;
+        return rows.missing_state + rows.missing_group + rows.missing_weight + rows.missing_count + rows.other_state;
+    }
+    [[nodiscard]] long long usable() const noexcept { return rows.positive + rows.negative + rows.incomplete; }
+    /// Is every test missing in the same rows?
+    [[nodiscard]] bool gapsAreEqual() const noexcept
+    {
+        return std::ranges::all_of(gaps, [this](const UnknownTest& gap) { return gap.rows() == lackingSomeTest; });
     }
 };
 
@@ -43,29 +55,31 @@ template <class IsMember>
         const RowOf<std::vector<std::span<const double>>> row{columns, i};
         if (!isMember(row[rule.group]))
             continue;
-        ++rows.read;
-        rows.usable += isUsable(rule.of(row).fate) ? 1 : 0;
+        rows.read += rule.repeats(row);
+        rows.usable += isUsable(rule.of(row).fate) ? rule.repeats(row) : 0;
     }
     return rows;
 }
 
-/// Counts rows by what becomes of them, and keeps those that have state, group and weight: what the analysis is given.
-/// Copies the columns only when rows are left out.
+/// Counts rows by what becomes of them, and keeps those that have all their parts, as often as their count says: what
+/// the analysis is given. Copies the columns only when rows are left out or repeated.
 class RowSelection {
 public:
-    /// The columns must outlive the object.
-    RowSelection(std::vector<std::span<const double>> columns, const RowRule& rule);
+    /// The columns must outlive the object. Throws where a count is none.
+    RowSelection(std::vector<std::span<const double>> columns, const RowRule& rule, std::string_view countName);
     RowSelection(const RowSelection&) = delete;
     RowSelection& operator=(const RowSelection&) = delete;
 
     [[nodiscard]] const RowTally& counts() const noexcept { return counts_; }
     [[nodiscard]] const std::vector<std::span<const double>>& columns() const noexcept { return columns_; }
+    /// From here on the tests of a row that lacks one of them are all missing.
+    void blankIncomplete(const RowRule& rule);
 
 private:
-    void copyRows(const std::vector<bool>& keep);
+    void copyRows(const std::vector<std::int32_t>& times);
 
     std::vector<std::span<const double>> columns_;
-    std::vector<std::vector<double>> copies_;
+    std::vector<std::vector<double>> copies_; ///< of columns, where they are not those of the caller
     RowTally counts_;
 };
 

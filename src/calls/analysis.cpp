@@ -3,6 +3,8 @@
 #include "calls/AnalysisHandle.h"
 #include "calls/guard.h"
 #include "calls/settingsByName.h"
+#include "calls/toldResults.h"
+#include "numeric/DefaultArithmetic.h"
 #include "vexrocproc/ROCStatusCodes.h"
 
 #include <limits>
@@ -82,10 +84,38 @@ int vexroc_analysis_set_word(vexroc_analysis* analysis, const char* setting, con
     });
 }
 
+int vexroc_analysis_add_negative(vexroc_analysis* analysis, double value)
+{
+    return guarded([&] {
+        requireNumber("negative", value);
+        idle(analysis).request.addNegative(value);
+        return VEXROC_OK;
+    });
+}
+
+int vexroc_analysis_set_direction(vexroc_analysis* analysis, int column, const char* word)
+{
+    return guarded([&] {
+        setDirection(idle(analysis).request, column, word);
+        return VEXROC_OK;
+    });
+}
+
+int vexroc_analysis_name_value(vexroc_analysis* analysis, int column, double value, const char* name)
+{
+    return guarded([&] {
+        AnalysisRequest& request = idle(analysis).request;
+        requireColumn(request, "name_value", column);
+        requireNumber("name_value", value);
+        request.nameValue(column, value, &required(name, "the name of the value"));
+        return VEXROC_OK;
+    });
+}
+
 int vexroc_analysis_on_progress(vexroc_analysis* analysis, vexroc_progress callback, void* user)
 {
     return guarded([&] {
-        AnalysisRun::Callbacks& callbacks = idle(analysis).callbacks;
+        RunCallbacks& callbacks = idle(analysis).callbacks;
         callbacks.progress = callback;
         callbacks.progressUser = user;
         return VEXROC_OK;
@@ -95,7 +125,7 @@ int vexroc_analysis_on_progress(vexroc_analysis* analysis, vexroc_progress callb
 int vexroc_analysis_on_cancel(vexroc_analysis* analysis, vexroc_cancel callback, void* user)
 {
     return guarded([&] {
-        AnalysisRun::Callbacks& callbacks = idle(analysis).callbacks;
+        RunCallbacks& callbacks = idle(analysis).callbacks;
         callbacks.cancel = callback;
         callbacks.cancelUser = user;
         return VEXROC_OK;
@@ -125,4 +155,12 @@ int vexroc_analysis_run(vexroc_analysis* analysis)
                         ("the analysis ended with " + std::to_string(code) + ' ' + handle.run->statusName()).c_str());
         return VEXROC_OK;
     });
+}
+
+double vexroc_two_sided_p(double z, double* log10_p)
+{
+    const DefaultArithmetic arithmetic;
+    const TwoSidedP p = twoSidedP(z);
+    put(log10_p, 0, p.log10);
+    return p.p;
 }

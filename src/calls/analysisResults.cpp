@@ -1,7 +1,6 @@
 #include "calls/AnalysisHandle.h"
+#include "calls/RemarksHandle.h"
 #include "calls/guard.h"
-#include "results/RunRecord.h"
-#include "vexrocproc/ROCComparisonOutStats.h"
 #include "vexrocproc/analysis.h"
 
 #include <algorithm>
@@ -30,36 +29,9 @@ int numberOf(const vexroc_analysis* analysis, Number number) noexcept
     return hasRun ? static_cast<int>(number(*analysis->run)) : 0;
 }
 
-vexroc_record toC(const ROCOutBase& record)
-{
-    const auto [ksMaximum, ksCutOff] = record.getKolmogorovSmirnov();
-    vexroc_record out{};
-    out.test = record.getTestVarInd();
-    out.group = record.getGroupVarInd();
-    out.group_operation = record.getGroupValueOperation();
-    out.ties = record.existTies();
-    out.group_value = record.getGroupValue();
-    out.positive = record.getPositiveCount();
-    out.negative = record.getNegativeCount();
-    out.weighted_positive = record.getPosFreqCount();
-    out.weighted_negative = record.getNegFreqCount();
-    out.area = record.getArea();
-    out.std_error = record.getStdError();
-    out.significance = record.getAsymptoticSig();
-    out.ci_lower = record.getCILower();
-    out.ci_upper = record.getCIUpper();
-    out.gini = record.getGiniIndex();
-    out.ks_maximum = ksMaximum;
-    out.ks_cut_off = ksCutOff;
-    out.curve_rows = static_cast<int>(record.getSensitivitySpecificity().size());
-    out.pr_rows = static_cast<int>(record.getPrecisionRecallDraw().size());
-    out.distribution_changed = record.isDistrbutionChanged();
-    return out;
-}
-
 const RunRecord& recordOf(const vexroc_analysis* analysis, int index)
 {
-    return RunRecord::of(*at(lastRun(analysis).records(), index, "record"));
+    return *at(lastRun(analysis).records(), index, "record").curve;
 }
 
 vexroc_cut_off toC(const OperatingPoint& point)
@@ -146,13 +118,13 @@ int vexroc_analysis_warning(const vexroc_analysis* analysis, int index, vexroc_w
 
 int vexroc_analysis_record(const vexroc_analysis* analysis, int index, vexroc_record* record)
 {
-    return guarded([&] { return deliver(toC(recordOf(analysis, index)), record); });
+    return guarded([&] { return deliver(at(lastRun(analysis).records(), index, "record").told, record); });
 }
 
 int vexroc_analysis_record_rows(const vexroc_analysis* analysis, int record, long long* read, long long* usable)
 {
     return guarded([&] {
-        const GroupRows& rows = at(lastRun(analysis).groupRows(), record, "record");
+        const GroupRows& rows = at(lastRun(analysis).records(), record, "record").rows;
         put(read, 0, rows.read);
         put(usable, 0, rows.usable);
         return VEXROC_OK;
@@ -161,24 +133,7 @@ int vexroc_analysis_record_rows(const vexroc_analysis* analysis, int record, lon
 
 int vexroc_analysis_comparison(const vexroc_analysis* analysis, int index, vexroc_comparison* comparison)
 {
-    return guarded([&] {
-        const AnalysisRun& run = lastRun(analysis);
-        const ROCComparisonOutStats& found = *at(run.comparisons(), index, "comparison");
-        const auto records = run.records();
-        const auto indexOf = [&](const ROCOutBase* record) {
-            return static_cast<int>(std::ranges::find(records, record) - records.begin());
-        };
-        vexroc_comparison out{};
-        out.first = indexOf(found.getCompare1Stats());
-        out.second = indexOf(found.getCompare2Stats());
-        out.difference = found.getAUCDiff();
-        out.std_error = found.getStdErrorDiff();
-        out.z = found.getZStats();
-        out.significance = found.getAsymptoticSig();
-        out.ci_lower = found.getCILower();
-        out.ci_upper = found.getCIUpper();
-        return deliver(out, comparison);
-    });
+    return guarded([&] { return deliver(at(lastRun(analysis).comparisons(), index, "comparison"), comparison); });
 }
 
 int vexroc_analysis_curve(const vexroc_analysis* analysis, int record, double* cut_offs, double* sensitivity,
@@ -212,18 +167,16 @@ int vexroc_analysis_curve_counts(const vexroc_analysis* analysis, int record, lo
 
 int vexroc_analysis_best_cut_off_count(const vexroc_analysis* analysis, int record)
 {
-    return numberOf(analysis, [&](const AnalysisRun& run) {
-        const auto& best = run.bestCutOffs();
-        return record >= 0 && static_cast<std::size_t>(record) < best.size()
-            ? best[static_cast<std::size_t>(record)].size()
-            : 0;
+    return numberOf(analysis, [&](const AnalysisRun& run) -> std::size_t {
+        const auto i = static_cast<std::size_t>(record);
+        return record >= 0 && i < run.records().size() ? run.records()[i].bestCutOffs.size() : 0;
     });
 }
 
 int vexroc_analysis_best_cut_off(const vexroc_analysis* analysis, int record, int index, vexroc_cut_off* cut_off)
 {
     return guarded([&] {
-        const std::vector<OperatingPoint>& best = at(lastRun(analysis).bestCutOffs(), record, "record");
+        const std::vector<OperatingPoint>& best = at(lastRun(analysis).records(), record, "record").bestCutOffs;
         return deliver(toC(at(best, index, "best cut-off")), cut_off);
     });
 }
@@ -251,6 +204,34 @@ int vexroc_analysis_precision_recall_rows(const vexroc_analysis* analysis, int r
         int measured = 0; // points so far, one per row of the curve
         for (std::size_t i = 0; i < found.getPrecisionRecallDraw().size(); ++i)
             put(curve_rows, i, hasCurve && !found.isInterpolated(i) ? measured++ : -1);
+        return VEXROC_OK;
+    });
+}
+
+int vexroc_analysis_remark_count(const vexroc_analysis* analysis)
+{
+    return numberOf(analysis, [](const AnalysisRun& run) { return run.remarkLines().size(); });
+}
+
+int vexroc_analysis_remark(const vexroc_analysis* analysis, int index, vexroc_remark* remark)
+{
+    return guarded([&] {
+        const remarks::RemarkList::Line& line = at(lastRun(analysis).remarkLines(), index, "remark");
+        return deliver({.struct_size = 0,
+                        .code = line.kind.code.data(), // a literal
+                        .caution = line.kind.caution,
+                        .count = line.count,
+                        .text = line.text.c_str()},
+                       remark);
+    });
+}
+
+int vexroc_analysis_add_remarks(const vexroc_analysis* analysis, vexroc_remarks* remarks, const char* prefix)
+{
+    return guarded([&] {
+        vexroc_remarks& all = required(remarks, "the list of remarks");
+        lastRun(analysis).remarks().sayTo(all.list, prefix != nullptr ? prefix : "");
+        all.handedOut.clear();
         return VEXROC_OK;
     });
 }

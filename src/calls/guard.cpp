@@ -1,5 +1,6 @@
 #include "calls/guard.h"
 
+#include <charconv>
 #include <new>
 
 namespace ROCALG_920::calls {
@@ -7,7 +8,7 @@ namespace ROCALG_920::calls {
 namespace {
 
 // A buffer of its own: to keep an error, a text that allocates could itself fail.
-thread_local char lastError[512] = "";
+thread_local char lastError[4096] = "";
 
 } // namespace
 
@@ -32,6 +33,12 @@ int failWithException() noexcept
     } catch (...) {
         return fail(VEXROC_FAILED, "an unknown exception");
     }
+}
+
+std::string shortest(double value)
+{
+    char digits[32];
+    return {digits, std::to_chars(digits, digits + sizeof digits, value).ptr};
 }
 
 std::string quoted(std::string_view text) { return '"' + std::string(text) + '"'; }

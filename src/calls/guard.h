@@ -39,6 +39,9 @@ int guarded(Work&& work) noexcept
 /// The text in quotation marks, for messages.
 std::string quoted(std::string_view text);
 
+/// The number with the fewest digits that read back the same.
+std::string shortest(double value);
+
 /// What the pointer points at; throws with the name of the thing when there is none.
 template <class T>
 T& required(T* pointer, const char* what)

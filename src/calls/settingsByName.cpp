@@ -4,6 +4,7 @@
 #include "vexrocproc/optionwords.h"
 
 #include <cmath>
+#include <optional>
 #include <string>
 
 namespace ROCALG_920::calls {
@@ -20,11 +21,16 @@ void setConfidenceLevel(Request& request, double level)
     request.options().setConfidenceLevel(level);
 }
 
+constexpr NamedSetting directionOfAll{"direction", NamedSetting::Word{{"larger", "smaller"}, [](Request& r, int i) {
+                                                                          r.options().setDirection(Direction(i));
+                                                                      }}};
+
 constexpr NamedSetting settings[] = {
     {"state", [](Request& r, int column) { r.setState(column); }},
     {"test", [](Request& r, int column) { r.addTest(column); }},
     {"group", [](Request& r, int column) { r.setGroup(column); }},
     {"weight", [](Request& r, int column) { r.setWeight(column); }},
+    {"count", [](Request& r, int column) { r.setCount(column); }},
 
     {"positive_value", [](Request& r, double value) { r.setPositiveValue(value); }},
     {"confidence_level", setConfidenceLevel},
@@ -35,8 +41,7 @@ constexpr NamedSetting settings[] = {
     {"roc", [](Request& r, double value) { r.options().setNeedROC(value != 0.0); }},
     {"pr", [](Request& r, double value) { r.options().setNeedPR(value != 0.0); }},
 
-    {"direction",
-     NamedSetting::Word{{"larger", "smaller"}, [](Request& r, int i) { r.options().setDirection(Direction(i)); }}},
+    directionOfAll,
     {"cut_off",
      NamedSetting::Word{{"include", "exclude"},
                         [](Request& r, int i) { r.options().setClassification(Classification(i)); }}},
@@ -49,6 +54,11 @@ constexpr NamedSetting settings[] = {
     {"comparison",
      NamedSetting::Word{{"none", "independent", "paired"},
                         [](Request& r, int i) { r.options().setComparisonType(ComparisonType(i)); }}},
+    {"negative", NamedSetting::Word{{"all", "listed"}, [](Request& r, int i) { r.listNegatives(i == 1); }}},
+    {"cases", NamedSetting::Word{{"complete", "pairwise"}, [](Request& r, int i) { r.setPairedRows(PairedRows(i)); }}},
+    {"interval",
+     NamedSetting::Word{{"record", "wald", "wald-delong"}, [](Request& r, int i) { r.setInterval(IntervalKind(i)); }}},
+    {"weight_kind", NamedSetting::Word{{"unsaid", "counts"}, [](Request& r, int i) { r.setWeightIsCount(i == 1); }}},
 };
 
 /// Appends to a list in words.
@@ -77,32 +87,56 @@ const Kind& find(std::string_view name, const char* kind)
 
 std::span<const NamedSetting> namedSettings() noexcept { return settings; }
 
+void requireColumn(const AnalysisRequest& request, std::string_view setting, int column)
+{
+    if (column < 0 || static_cast<std::size_t>(column) >= request.columnCount())
+        throw InvalidArgument(std::string(setting) + ": no column " + std::to_string(column) + "; there are "
+                              + std::to_string(request.columnCount()));
+}
+
+void requireNumber(std::string_view setting, double value)
+{
+    if (std::isnan(value))
+        throw InvalidArgument(std::string(setting) + ": NaN is missing and no number; give one");
+}
+
 void setColumn(AnalysisRequest& request, std::string_view setting, int column)
 {
-    const std::size_t count = request.columnCount();
-    if (column < Request::none || (column >= 0 && static_cast<std::size_t>(column) >= count))
-        throw InvalidArgument(std::string(setting) + ": no column " + std::to_string(column) + "; there are "
-                              + std::to_string(count));
+    if (column != Request::none)
+        requireColumn(request, setting, column);
     find<NamedSetting::Column>(setting, "column")(request, column);
 }
 
 void setNumber(AnalysisRequest& request, std::string_view setting, double value)
 {
-    if (std::isnan(value))
-        throw InvalidArgument(std::string(setting) + ": NaN is missing and no number; give one");
+    requireNumber(setting, value);
     find<NamedSetting::Number>(setting, "number")(request, value);
+}
+
+int positionOf(std::string_view word, std::span<const std::string_view> words, std::string_view setting)
+{
+    std::string all;
+    for (std::size_t i = 0; i < words.size() && !words[i].empty(); ++i) {
+        if (compareIgnoreCase(std::string(word), std::string(words[i])))
+            return static_cast<int>(i);
+        enlist(all, quoted(words[i]));
+    }
+    throw InvalidArgument(std::string(setting) + ": no word " + quoted(word) + "; the words are " + all);
 }
 
 void setWord(AnalysisRequest& request, std::string_view setting, std::string_view word)
 {
     const auto& [words, set] = find<NamedSetting::Word>(setting, "word");
-    std::string all;
-    for (std::size_t i = 0; i < words.size() && !words[i].empty(); ++i) {
-        if (compareIgnoreCase(std::string(word), std::string(words[i])))
-            return set(request, static_cast<int>(i));
-        enlist(all, quoted(words[i]));
-    }
-    throw InvalidArgument(std::string(setting) + ": no word " + quoted(word) + "; the words are " + all);
+    set(request, positionOf(word, words, setting));
+}
+
+void setDirection(AnalysisRequest& request, int column, const char* word)
+{
+    requireColumn(request, "direction", column);
+    std::optional<Direction> direction;
+    if (word != nullptr)
+        direction = Direction(positionOf(word, std::get<NamedSetting::Word>(directionOfAll.set).words, "direction"));
+    request.setDirection(column, direction);
 }
 
 } // namespace ROCALG_920::calls

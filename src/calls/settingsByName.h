@@ -31,5 +31,12 @@ void setColumn(AnalysisRequest& request, std::string_view setting, int column);
 void setNumber(AnalysisRequest& request, std::string_view setting, double value);
 /// The case of the word's letters does not matter.
 void setWord(AnalysisRequest& request, std::string_view setting, std::string_view word);
+/// The direction of one test; null takes it back.
+void setDirection(AnalysisRequest& request, int column, const char* word);
+
+/// Throws where there is no such column.
+void requireColumn(const AnalysisRequest& request, std::string_view setting, int column);
+/// Throws for NaN.
+void requireNumber(std::string_view setting, double value);
 
 } // namespace ROCALG_920::calls

@@ -39,6 +39,14 @@ double covarianceOf(const CentredSums& sums, const StateCounts& cases)
 
 } // namespace
 
+/// With a and c the negatives and positives at a value, b the positives above it: a * (2b + c)^2 is four thirds of
+/// a * (c^2 + 3bc + 3b^2), the sum of triples, less a * c^2 / 3; likewise for the positives.
+OrderedTriples PlacementSums::triples() const noexcept
+{
+    return {cases_, pairs(), (3 * squares_.negatives + ties_.negatives) / 4,
+            (3 * squares_.positives + ties_.positives) / 4, values_};
+}
+
 double PlacementSums::variance() const noexcept { return covarianceOf(centred(squares_, *this, *this), cases_); }
 
 /// The variance of the difference is that of the case-by-case differences: squares of both minus twice the products.

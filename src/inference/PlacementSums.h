@@ -1,6 +1,7 @@
 #pragma once
 
 #include "inference/OrderedPairs.h"
+#include "inference/OrderedTriples.h"
 #include "numeric/Int128.h"
 #include "summary/ValueWalk.h"
 
@@ -48,9 +49,12 @@ public:
         const std::int64_t twiceBelow = 2 * seen_.negatives + x.negatives;
         const std::int64_t twiceAbove = 2 * (cases_.positives - seen_.positives) - x.positives;
         seen_.add(x);
+        values_.add(x);
         twiceOrdered_ += Int128{x.positives} * twiceBelow;
         squares_.positives += Int128{x.positives} * twiceBelow * twiceBelow;
         squares_.negatives += Int128{x.negatives} * twiceAbove * twiceAbove;
+        if (x.positives > 0 && x.negatives > 0)
+            addTie(x);
         return {twiceBelow, twiceAbove};
     }
 
@@ -61,14 +65,24 @@ public:
     }
     /// Products of the twice counts with themselves, over the cases of each state.
     [[nodiscard]] const StateSums& squares() const noexcept { return squares_; }
+    /// The same sums as triples, for the standard errors that are made of those.
+    [[nodiscard]] OrderedTriples triples() const noexcept;
     /// Variance of the area; not a number when a state has a single case.
     [[nodiscard]] double variance() const noexcept;
 
 private:
+    void addTie(const DistinctValue& x) noexcept
+    {
+        ties_.positives += Int128{x.negatives} * x.negatives * x.positives;
+        ties_.negatives += Int128{x.positives} * x.positives * x.negatives;
+    }
+
     StateCounts cases_;
     StateCounts seen_;
     Int128 twiceOrdered_ = 0;
     StateSums squares_;
+    StateSums ties_; ///< over the tied cases, the square of the number of others at their value
+    ValueTally values_;
 };
 
 /// The placements of a whole sample in these states.

@@ -6,6 +6,7 @@
 #include "vexrocproc/ROCOutBase.h"
 
 #include <cstddef>
+#include <optional>
 #include <vector>
 
 namespace ROCALG_920 {
@@ -15,13 +16,14 @@ namespace ROCALG_920 {
 class RunRecord final : public ROCOutBase {
 public:
     RunRecord(int testVarInd, ROCStats& stats, bool distributionChanged)
-        : ROCOutBase(testVarInd, stats, distributionChanged), counts_(SpaceSummary(stats.getROCSpace()).takeCounts())
+        : ROCOutBase(testVarInd, stats, distributionChanged), counts_(SpaceSummary(stats.getROCSpace()).takeCounts()),
+          triples_(SpaceSummary(stats.getROCSpace()).triples())
     {
     }
     RunRecord(int testVarInd, int groupVarInd, ROCConst_920::Operation op, double groupValue, ROCStats& stats,
               bool distributionChanged)
         : ROCOutBase(testVarInd, groupVarInd, op, groupValue, stats, distributionChanged),
-          counts_(SpaceSummary(stats.getROCSpace()).takeCounts())
+          counts_(SpaceSummary(stats.getROCSpace()).takeCounts()), triples_(SpaceSummary(stats.getROCSpace()).triples())
     {
     }
 
@@ -37,9 +39,12 @@ public:
     [[nodiscard]] std::vector<OperatingPoint> bestCutOffs() const;
     /// Is the point i of getPrecisionRecallDraw() interpolated? The others are measured, one per cut-off, in order.
     [[nodiscard]] bool isInterpolated(std::size_t i) const noexcept;
+    /// How its cases are ordered, also without a curve; none without both states.
+    [[nodiscard]] const std::optional<OrderedTriples>& triples() const noexcept { return triples_; }
 
 private:
     std::vector<ClassifiedPositive> counts_; ///< parallel to getSensitivitySpecificity()
+    std::optional<OrderedTriples> triples_;
 };
 
 } // namespace ROCALG_920

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "inference/OrderedTriples.h"
 #include "space/ROCBitSet.h"
 #include "space/ROCData.h"
 #include "summary/SortedObservations.h"
@@ -114,6 +115,7 @@ private:
     Observations observations_;
     std::optional<valuesort::SortedValues> sorted_; ///< with a curve
     std::optional<DistinctSummary> distinct_;       ///< made on demand
+    std::optional<OrderedTriples> triples_;         ///< once statistics ordered the observations
 
     std::vector<ROCData> data_;              ///< what getROCData() shows, made on demand in order_
     CurveLists lists_;                       ///< made on demand

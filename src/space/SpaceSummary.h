@@ -2,6 +2,7 @@
 
 #include "space/ROCSpace.h"
 
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -30,6 +31,10 @@ public:
     [[nodiscard]] CurveLists takeCurve() { return space_.takeCurve(); }
     /// Hands over the counts behind sensitivities and specificities, parallel to them; once per making of the lists.
     [[nodiscard]] std::vector<ClassifiedPositive> takeCounts() { return std::exchange(space_.counts_, {}); }
+
+    /// Statistics that ordered the observations leave what they found for the record; without both states nothing.
+    void keepTriples(const OrderedTriples& triples) { space_.triples_ = triples; }
+    [[nodiscard]] const std::optional<OrderedTriples>& triples() const noexcept { return space_.triples_; }
 
 private:
     ROCSpace& space_;

@@ -16,6 +16,7 @@ ROCIndependentStats::ROCIndependentStats(ROCSpace& space, ROCConst_920::Distribu
     const OrderedTriples triples =
         summary.withWalk([&](const auto& walk) { return orderedTriples(walk, summary.counts()); });
     summary.orderByState();
+    summary.keepTriples(triples);
     test_ = testArea(triples.pairs.area(largerTestMorePositive), stdErrorOfArea(triples, distribution),
                      criticalValue(confidenceLevel));
 }

@@ -15,6 +15,7 @@ ROCPairedStats::ROCPairedStats(ROCSpace& space, bool largerTestMorePositive, dou
     if (!summary.counts().bothStates())
         return;
     const PlacementSums& placements = components_.placements();
+    summary.keepTriples(placements.triples());
     variance_ = placements.variance();
     test_ = testArea(placements.pairs().area(largerTestMorePositive), stdErrorOfVariance(variance_),
                      criticalValue(confidenceLevel));

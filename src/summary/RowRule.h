@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <limits>
+#include <optional>
 #include <vector>
 
 /// Who takes part in an analysis, and as what: the one rule for every road that rows of columns come by.
@@ -50,7 +52,20 @@ struct GroupValues {
 };
 
 /// Why a row does not take part, in the order in which the reasons are looked for; the first one counts.
-enum class RowFate { missingState, missingGroup, missingWeight, otherGroup, unusableWeight, incomplete, used };
+enum class RowFate {
+    missingCount,
+    missingState,
+    otherState,
+    missingGroup,
+    missingWeight,
+    otherGroup,
+    unusableWeight,
+    incomplete,
+    used
+};
+
+/// Has the row all that decides on it: state, group, weight and count, and a state that is one of the two?
+[[nodiscard]] inline bool hasParts(RowFate fate) noexcept { return fate > RowFate::missingWeight; }
 
 /// Does the row take part as far as state, group and weight decide?
 [[nodiscard]] inline bool isUsable(RowFate fate) noexcept
@@ -75,12 +90,14 @@ struct RowRule {
     static constexpr int none = -1; ///< instead of a column
 
     int state = none;
-    double positiveState = 1.0; ///< compared exactly
+    double positiveState = 1.0;                        ///< compared exactly
+    std::optional<std::vector<double>> negativeStates; ///< none: all others; else compared exactly
     int group = none;
     GroupValues groups;
     int weight = none;
+    int count = none; ///< the row stands for as many rows as this column says
     std::vector<int> tests;
-    bool needsParts = false;    ///< a row without state, group or weight is left out for it
+    bool needsParts = false;    ///< a row without state, group, weight or count is left out for it
     bool needsAllTests = false; ///< a row takes part in all tests or in none
 
     template <class Row>
@@ -94,13 +111,34 @@ struct RowRule {
         return part;
     }
 
+    /// As how many rows the row counts; one without a count, as one that is left out.
+    template <class Row>
+    [[nodiscard]] std::int64_t repeats(const Row& row) const
+    {
+        return count < 0 || std::isnan(row[count]) ? 1 : static_cast<std::int64_t>(row[count]);
+    }
+    template <class Row>
+    [[nodiscard]] bool lacksTest(const Row& row) const
+    {
+        return std::ranges::any_of(tests, [&](int test) { return std::isnan(row[test]); });
+    }
+
 private:
+    [[nodiscard]] bool isListed(double value) const
+    {
+        return !negativeStates || std::ranges::find(*negativeStates, value) != negativeStates->end();
+    }
+
     template <class Row>
     [[nodiscard]] RowFate fateOf(const Row& row, const RowPart& part) const
     {
         const auto isMissing = [&](int column) { return column >= 0 && std::isnan(row[column]); };
+        if (needsParts && isMissing(count))
+            return RowFate::missingCount;
         if (needsParts && isMissing(state))
             return RowFate::missingState;
+        if (!part.positive && !isListed(row[state]))
+            return RowFate::otherState;
         if (needsParts && isMissing(group))
             return RowFate::missingGroup;
         if (needsParts && isMissing(weight))
@@ -109,7 +147,7 @@ private:
             return RowFate::otherGroup;
         if (part.cases == 0)
             return RowFate::unusableWeight;
-        return needsAllTests && std::ranges::any_of(tests, isMissing) ? RowFate::incomplete : RowFate::used;
+        return needsAllTests && lacksTest(row) ? RowFate::incomplete : RowFate::used;
     }
 };
 

@@ -117,7 +117,7 @@ def test_every_row_is_accounted_for(vexroc):
         "left out: missing weight,1", "left out: in neither group,1", "left out: unusable weight,3", "used,6",
         "positive,3", "negative,3", "weighted positive,7", "weighted negative,3", "missing: a,2", "missing: b,3"]
     assert areas[0][:7] == ["a", "g = x", "2", "1", "3", "4", "1"]
-    ends_as(vexroc, f"analyze {ON_INPUT} a,b --weight w", " -> 0: not whole numbers, rounded with halves up: 3", data)
+    ends_as(vexroc, f"analyze {ON_INPUT} a,b --weight w", " -> 0: whole numbers are rounded, halves up: 3 rows", data)
     counts, areas, _ = tables(vexroc, f"analyze {ON_INPUT} a,b --compare paired", data)
     assert [",".join(row) for row in counts] == [
         "rows read,13", "left out,5", "left out: missing state,1", "left out: missing test,4", "used,8", "positive,5",
@@ -130,8 +130,8 @@ def test_every_row_is_accounted_for(vexroc):
                           ("compare - --test a --group g=x,y", "a,g = x,g = y,2,1,1,1,3")]:
         assert ",".join(tables(vexroc, question + " --state s=1", data)[0][0]).startswith(row + ",")
     ends_as(vexroc, "", """
-compare - --state s=1 --test a --group g=x,y -> 0: rows in neither group, not part of the analysis: 1
-curve - --state s=1 --test a -> 0: a: 4 positive and 3 negative cases, 2 rows left out
+compare - --state s=1 --test a --group g=x,y -> 0: note: rows left out: 1 in neither group
+curve - --state s=1 --test a -> 0: note: rows left out: a (2 of 9)
 """, data)
 
 
@@ -170,8 +170,8 @@ def test_one_analysis_by_value_is_that_of_its_rows(vexroc, tmp_path):
                              for line in file.read_text().splitlines()]
     for options in "--group g --compare independent", "--compare paired", "--weight u --pr":
         said, together = written(options + " --by site", data)
-        for part in ("warning: site = x: no result: no row with the positive state is left",
-                     "rows with a missing 'site', in no analysis: 1\n", "warning: site = 9: ties"):
+        for part in ("site = x; check --state", "counts one half: site = 9: ",
+                     "rows left out: 1 without a value of site"):
             assert part in said
         for value, rows in ("9", nine), ("10", ten):
             alone = written(options, header + rows)[1]
@@ -183,7 +183,7 @@ def test_one_analysis_by_value_is_that_of_its_rows(vexroc, tmp_path):
     for code, message, rows in [
             (3, "'id' holds 1001 different values; --by takes 1000 at most", [[1, 2, i] for i in range(1001)]),
             (3, "column 'id' holds missing cells only", [[1, 2, ""]]),
-            (0, "id = a: t: no area: every case is positive", [[1, 2, "a"], [1, 3, "b"]]),
+            (0, "there is no negative case, so there is no area: id = a: t", [[1, 2, "a"], [1, 3, "b"]]),
             (1, "no value of 'id' gave a result", [[0, 2, "a"], [1, 3, ""]])]:
         ends_as(vexroc, by_id, f" -> {code}: {message}", as_csv(["s", "t", "id"], *rows))
     none_ill = b"s,t,u,id\n1,2,1,a\n0,1,1,a\n1,3,2,a\n0,5,,b\n0,6,7,b\n"  # among b
@@ -200,19 +200,21 @@ def test_all_tests_are_the_numbers_without_another_part(vexroc):
         vexroc.fails(code, "", "analyze", "-", "--state", "s=1", "--test", "all", data=data)
 
 
-def test_warnings_notes_and_refusals_say_what_to_do(vexroc):
+def test_notes_cautions_and_refusals_say_what_to_do(vexroc):
     ends_as(vexroc, f"analyze {ON_INPUT}", """
-t,u,t -> 0: share test values in 't'; each such pair counts one half (430102 WARN_TieExist)
-t,u --compare paired --group g -> 0: a paired comparison uses all cases (430104 WARN_GROUP_IGNORE)
-u --bi-negative -> 0: positive as negative cases, for every test and group (430103 WARN_DIST_CHANGE)
-u,s -> 0: note: 's' is the state; it is not also a test
-u --pr -> 0: drawn by --plot and --report and written by --pr-curve FILE
-u --group u --cut 2 -> 0: u where u < 2: no area: every case is positive
-t,one --compare paired -> 0: one: no standard error: at least 2 positive
+t,u,t -> 0: note: positive and negative cases share test values; each such pair counts one half: t
+t,u --compare paired --group g -> 0: caution: the groups are not used: a paired comparison takes all cases
+u --bi-negative -> 0: caution: the standard error is nonparametric
+u,s -> 0: note: the state is not also a test: s
+u --pr -> 0: note: the points of --pr are not shown; --plot and --report draw them, --pr-curve FILE writes
+u --group u --cut 2 -> 0: there is no negative case, so there is no area: u where u < 2
+t,one --compare paired -> 0: so there is no standard error, p value and interval: t (1 positive, 1 negative), one
+t --best -> 0: note: best cut-offs are chosen on the data
+t --weight u -> 0: numbers of cases only, not areas, errors and curves: u; for cases per row give --count COLUMN; if
 """, b"s,t,u,g,one\n1,2,1,x,7\n0,2,2,x,\n1,3,3,y,\n0,1,4,y,8\n1,4,5,y,\n")
     ends_as(vexroc, f"analyze {ON_INPUT}", """
-t --group g -> 1: 2 left out (missing group: 2)
-t --group g -> 1: vexroc: error: status 430004 Setting_Error_StateValue_NotExist: no row with the positive
+t --group g -> 1: note: rows left out: 2 of 4: missing group 2
+t --group g -> 1: vexroc: error: status 430004 Setting_Error_StateValue_NotExist: there is no positive
 s -> 1: vexroc: error: status 430005 Setting_Error_TestVar: no test is left; name columns of numbers other than
 t --compare paired -> 1: 430006 Setting_Error_AtLeast2Test: a paired comparison needs two tests; name them with --test
 t --compare independent -> 1: 430007 Setting_Error_Group_Required: an independent comparison needs two groups
@@ -244,21 +246,22 @@ t --curve /no/such/place.csv -> 4: cannot write /no/such/place.csv: No such file
 t --curve / -> 4: cannot write /: Is a directory
 """, b"s,t,g,n\n1,2,x,5\n0,1,y,7\n1,3,z,8\n0,2,z,9\n")
     ends_as(vexroc, f"auc {ON_INPUT}", """
-positive -> 0: positive: no area: every case is positive
-none -> 0: none: no area: no case is left
-t --bi-negative -> 0: needs as many positive as negative cases (1 and 2
+positive -> 0: caution: there is no negative case, so there is no area: positive
+negative -> 0: caution: there is no positive case, so there is no area: negative
+none -> 0: caution: there is no case, so there is no area: none
+t --bi-negative -> 0: as many positive as negative cases: t (1 and 2)
 """, b"s,t,positive,negative,none\n1,2,2,,\n0,1,,1,\n0,3,,3,\n")
     ends_as(vexroc, "", """
-curve - --state s=1 --test t -> 0: no curve: every case is negative
-compare - --state s=1 --test u,u -> 0: no standard error: at least 2 positive and 2 negative
+curve - --state s=1 --test t -> 0: there is no positive case, so there is no area: t
+compare - --state s=1 --test u,u -> 0: fewer than 2 cases of a state, so there is no standard error
 """, b"s,t,u\n1,NA,2\n0,3,1\n0,4,3\n0,5,NA\n")
     ends_as(vexroc, "", """
-pr - --state s=1 --test t -> 0: at least 3 cases are needed
-analyze - --state s=1 --test t -> 0: t: no curve: at least 3 cases are needed
-auc - --state s=1 --test t -> 0: t: the standard error is 0; p value and interval say nothing
+pr - --state s=1 --test t -> 0: fewer than 3 cases, so there is no curve: t
+analyze - --state s=1 --test t -> 0: fewer than 3 cases, so there is no curve: t
+auc - --state s=1 --test t -> 0: the standard error is 0, so p value and interval say nothing
 """, b"s,t\n1,2\n0,3\n")
-    ends_as(vexroc, f"auc {ON_INPUT} t", " -> 0: the area is below 0.5, smaller values are more positive; give "
-            "--smaller", b"s,t\n1,1\n1,2\n1,3\n1,7\n0,4\n0,5\n0,6\n0,8\n0,9\n")
+    ends_as(vexroc, f"auc {ON_INPUT} t", " -> 0: the area is clearly below 0.5: t; if smaller values are more "
+            "positive, give --test t:smaller", b"s,t\n1,1\n1,2\n1,3\n1,7\n0,4\n0,5\n0,6\n0,8\n0,9\n")
 
 
 def test_misuse_ends_with_what_is_wrong_and_what_to_do(vexroc):
@@ -300,7 +303,7 @@ auc {RADIUS} --config nothing.toml -> 3: file nothing.toml: no such file
 columns - -> 3: standard input is empty: a header row with column names and rows of data are expected
 """)
     assert vexroc("columns", "-", data=b"x;y;z\n1,5;1,5;2\n2;a;3\n").err == (
-        "vexroc: note: 'x' holds numbers with the other decimal sign; read them with --decimal comma\n")
+        "vexroc: note: numbers with the other decimal sign: x (read with --decimal comma)\n")
 
 
 def test_help_names_every_command_and_its_options(vexroc):
@@ -310,13 +313,29 @@ def test_help_names_every_command_and_its_options(vexroc):
         assert vexroc.done("help", command) == vexroc.done(command, "--help")
 
 
-def test_quiet_says_nothing_and_strict_takes_warnings_for_errors(vexroc):
-    question, tied = ["analyze", "-", "--state", "s=1", "--test", "t"], b"s,t\n1,1\n0,1\n1,2\n"
-    plain = vexroc(*question, data=tied)
-    assert "warning: ties" in plain.err and plain.code == 0
+def test_quiet_drops_notes_and_strict_fails_on_cautions(vexroc):
+    question = ["analyze", "-", "--state", "s=1", "--test", "t"]
+    tied = as_csv("st", *([row % 2, row // 2 + 3 * (row % 2)] for row in range(20)))
+    plain = vexroc(*question, "--strict", data=tied)
+    assert plain.code == 0 and plain.err.count("\n") == 1 and "note: positive and negative cases share" in plain.err
     assert vexroc(*question, "--quiet", "--progress", "always", data=tied) == (0, plain.out, "")
-    assert vexroc(*question, "--strict", data=tied)[:2] == (1, plain.out)  # nothing is lost
-    vexroc.done(*question, "--strict", data=b"s,t\n1,1\n0,3\n1,2\n")
+    few = as_csv("st", [1, 1], [0, 1], [1, 2], [0, 0])
+    plain = vexroc(*question, data=few)
+    quiet = vexroc(*question, "--quiet", data=few)
+    assert "caution: fewer than 10 cases" in quiet.err and "note:" not in quiet.err and plain.err.startswith(quiet.err)
+    strict = vexroc(*question, "--strict", data=few)  # nothing is lost
+    assert strict == (1, plain.out, plain.err + "vexroc: error: --strict: there is a caution\n")
+    missing = vexroc("auc", *question[1:], "--strict", data=b"s,t\n1,1\n1,2\n")
+    assert missing.code == 1 and "there is no negative case" in missing.err
+
+
+def test_each_remark_is_one_line_that_json_tells_with_code_and_count(vexroc):
+    tests = [f"t{i}" for i in range(7)]
+    data = as_csv(["s", *tests], *([row % 2, *(row % (3 + i) for i in range(7))] for row in range(12)))
+    document = vexroc.json("compare", "-", "--state", "s=1", "--test", ",".join(tests), data=data)
+    remarks = {remark["code"]: remark for remark in document["notes"] + document["cautions"]}
+    assert remarks["many-comparisons"]["text"].endswith(": 21")
+    assert remarks["few-cases"]["count"] == 7 and remarks["few-cases"]["text"].endswith("and more, 7 in all")
 
 
 def test_a_config_file_fills_in_what_the_arguments_do_not_say(vexroc, tmp_path):

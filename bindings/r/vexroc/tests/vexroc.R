@@ -5,12 +5,28 @@ expect_error <- function(expression, message) {
   if (!grepl(message, said, fixed = TRUE)) stop("expected '", message, "', got '", said, "'")
 }
 
-# Published: Hanley and McNeil (1982), ratings 1 to 5 of 58 normal and 51 abnormal images.
-normal <- rep(1:5, c(33, 6, 6, 11, 2))
-abnormal <- rep(1:5, c(3, 2, 2, 11, 33))
-rating <- data.frame(state = rep(c("normal", "abnormal"), c(58, 51)), rating = c(normal, abnormal))
+#' Codes of the cautions of which an expression warns; its value is lost.
+cautions_of <- function(expression) {
+  codes <- character()
+  withCallingHandlers(expression, vexroc_caution = function(caution) {
+    codes <<- c(codes, caution$code)
+    invokeRestart("muffleWarning")
+  })
+  codes
+}
+
+quietly <- function(expression) suppressWarnings(expression, classes = "vexroc_caution")
+
+# Published: Hanley and McNeil (1982), ratings 1 to 5 of 58 normal and 51 abnormal images, a row each or counted.
+normal <- c(33, 6, 6, 11, 2)
+abnormal <- c(3, 2, 2, 11, 33)
+rating <- data.frame(state = rep(c("normal", "abnormal"), c(58, 51)), rating = c(rep(1:5, normal), rep(1:5, abnormal)))
 published <- vexroc(state ~ rating, rating, positive = "abnormal")
-stopifnot(round(published$areas$area, 3) == 0.893, round(published$areas$std_error, 3) == 0.032)
+stopifnot(round(published$areas$area, 3) == 0.893, round(published$areas$standard_error, 3) == 0.032,
+          nrow(published$cautions) == 0, identical(published$notes$code, "ties"))
+counts <- data.frame(state = rep(c("normal", "abnormal"), each = 5), rating = rep(1:5, 2), cases = c(normal, abnormal))
+counted <- vexroc(state ~ rating, counts, positive = "abnormal", count = cases)
+stopifnot(identical(counted$areas, published$areas))
 
 set.seed(7)
 n <- 200
@@ -18,88 +34,154 @@ study <- data.frame(state = factor(sample(c("well", "ill"), n, TRUE), c("well", 
                     sex = sample(c("f", "m"), n, TRUE))
 study$a <- round(rnorm(n) + (study$state == "ill"), 1)
 study$b <- study$a + rnorm(n)
-study$b[3] <- NA
+study$c <- -study$b + rnorm(n)
+study$b[3:30] <- NA
 study$state[5] <- NA
 fit <- vexroc(state ~ a + b, study, pr = TRUE)
-stopifnot(fit$left_out == 1, fit$areas$left_out == 0:1, fit$areas$positive + fit$areas$negative == c(n - 1, n - 2),
-          nrow(confint(fit)) == 2)
-pair <- as.data.frame(compare(fit))
-groups <- as.data.frame(compare(vexroc(state ~ a + b | sex, study)))
-stopifnot(nrow(pair) == 1, nrow(groups) == 2, groups$first == "f")
+stopifnot(fit$left_out == 1, fit$areas$left_out == c(0, 27), nrow(confint(fit)) == 2, nrow(fit$cautions) == 0)
 
-# The area is the share of pairs in the right order, the curve counts them.
+# The area is the share of pairs in the right order, the curve counts them, and only measured points have cut-offs.
 known <- !is.na(study$state)
 ill <- study$a[known & study$state == "ill"]
 well <- study$a[known & study$state == "well"]
 stopifnot(all.equal(fit$areas$area[1], mean(outer(ill, well, ">") + outer(ill, well, "==") / 2), tolerance = 1e-14))
 curve <- subset(as.data.frame(fit, what = "curve"), test == "a")
 stopifnot(all.equal(curve$sensitivity, vapply(curve$cut_off, function(cut) mean(ill >= cut), 0)))
+points <- subset(as.data.frame(fit, what = "precision_recall"), test == "a")
+stopifnot(identical(is.na(points$cut_off), points$interpolated), any(points$interpolated),
+          all.equal(points$recall[!points$interpolated],
+                    vapply(points$cut_off[!points$interpolated], function(cut) mean(ill >= cut), 0)))
+
+# The line of a test is the same in every question; its interval is the one that is asked for.
+three <- vexroc(state ~ a + b + c, study, direction = c(c = "smaller"))
+pairs <- compare(three)
+complete <- compare(three, cases = "complete")
+stopifnot(identical(pairs$areas, three$areas[names(pairs$areas)]), identical(three$areas[1:2, ], fit$areas),
+          identical(pairs$comparisons$positive + pairs$comparisons$negative, c(172, 199, 172)),
+          complete$areas$positive + complete$areas$negative == 172, complete$areas$ties[1], three$areas$area > 0.5)
+groups <- as.data.frame(compare(vexroc(state ~ a + b | sex, study), conf.level = 0.99))
+stopifnot(nrow(groups) == 2, groups$group1 == "f",
+          all.equal(groups$upper - groups$lower, 2 * qnorm(0.995) * groups$standard_error_difference))
 
 if (requireNamespace("pROC", quietly = TRUE)) {
-  complete <- study[known & !is.na(study$b), ]
-  a <- pROC::roc(complete$state, complete$a, levels = c("well", "ill"), direction = "<", quiet = TRUE)
-  b <- pROC::roc(complete$state, complete$b, levels = c("well", "ill"), direction = "<", quiet = TRUE)
-  test <- pROC::roc.test(a, b, method = "delong")
-  stopifnot(all.equal(pair$area1, as.numeric(a$auc)), all.equal(pair$z, unname(test$statistic)),
-            all.equal(pair$significance, test$p.value))
+  both <- study[known & !is.na(study$b), ]
+  roc <- function(test) pROC::roc(both$state, test, levels = c("well", "ill"), direction = "<")
+  peer <- pROC::roc.test(roc(both$b), roc(-both$c), method = "delong")
+  pair <- subset(pairs$comparisons, test1 == "b" & test2 == "c")
+  delong <- vexroc(list(b = both$b), both$state, interval = "wald-delong")$areas
+  stopifnot(all.equal(c(pair$area1, pair$area2), unname(peer$estimate)),
+            all.equal(pair$z, unname(peer$statistic)), all.equal(pair$p_value, peer$p.value),
+            all.equal(delong$standard_error, sqrt(pROC::var(roc(both$b), method = "delong"))))
 }
 
-one <- vexroc(c(1, 2, 3), state = c(1, 1, 1), positive = 1)
-stopifnot(is.na(one$areas$area), is.null(as.data.frame(one, what = "curve")))
+# Far tails, and none where there is no error.
+far <- vexroc(c(1:100, 61:160), rep(0:1, each = 100))$areas
+z <- (far$area - 0.5) / far$standard_error
+stopifnot(all.equal(far$log10_p, (pnorm(-abs(z), log.p = TRUE) + log(2)) / log(10)), far$p_value > 0,
+          far$p_value < 1e-50)
+apart <- quietly(vexroc(1:30, rep(0:1, each = 15)))
+stopifnot(apart$areas$standard_error == 0, is.na(apart$areas$p_value), is.na(apart$areas$lower),
+          identical(apart$cautions$code, "zero-error"))
+
+# States and groups by the library's rule, from every kind of column.
+words <- data.frame(state = c("ill", "ill", "well", "well", "N/A", "NULL", "unknown"), test = c(3, 4, 1, 2, 9, 8, 7))
+named <- quietly(vexroc(state ~ test, words, positive = "ill", negative = "well"))
+stopifnot(named$areas$area == 1, named$left_out == c(2, 1), "missing-words" %in% named$notes$code,
+          quietly(vexroc(state ~ test, words, positive = "ill", negative = others()))$areas$negative == 3,
+          quietly(vexroc(state ~ test, words, positive = "ill", missing = "Unknown"))$areas$negative == 2)
+labels <- list(c(0, 1, 1, 0), c(FALSE, TRUE, TRUE, FALSE), factor(c("b", "a", "a", "b"), c("b", "a")),
+               structure(c(0, 2, 2, 0) * 2^-1074, class = "integer64"))
+for (state in labels) stopifnot(quietly(vexroc(1:4, state))$areas$area == 0.5)
+exact <- structure(c(-1, -2, 3, NA), class = "integer64") # the bits are not those of whole numbers
+expect_error(vexroc(exact, c(0, 1, 0, 1)), "beyond 2^53")
+for (locale in c("C", "C.UTF-8", "de_DE.UTF-8")) {
+  suppressWarnings(Sys.setlocale("LC_COLLATE", locale))
+  stopifnot(quietly(vexroc(1:4, c(0, 1, 0, 1), group = c("b", "b", "C", "C")))$areas$group == c("C", "b"))
+}
+close <- quietly(vexroc(1:4, c(FALSE, TRUE, FALSE, TRUE), group = c(0.3, 0.3, 0.1 + 0.2, 0.1 + 0.2)))
+stopifnot(close$areas$positive == 1, !duplicated(close$areas$group))
 
 # Every row that does not enter is counted, under one reason.
 rows <- data.frame(state = c(0, 1, NA, 0, 1, 0, 1, 0, 1), test = c(1:7, NA, 9),
                    group = c("b", "C", "b", NA, "x", "b", "C", "b", "C"), weight = c(1, 1, 1, 1, 1, NA, 0.4, 1.6, -1))
-counted <- vexroc(state ~ test | group, rows, groups = c("b", "C"), weight = weight)
-stopifnot(identical(counted$left_out, c("without state" = 1L, "without group" = 1L, "of other groups" = 1L,
-                                        "without weight" = 1L, "with a weight below 1" = 2L)),
+counted <- quietly(vexroc(state ~ test | group, rows, groups = c("b", "C"), weight = weight))
+stopifnot(identical(counted$left_out, c("missing state" = 1, "missing group" = 1, "other group" = 1,
+                                        "missing weight" = 1, "unusable weight" = 2)),
           counted$areas$left_out == c(1, 0), counted$areas$negative == c(1, 0), counted$areas$positive == c(0, 1))
-shown <- capture.output(summary(vexroc(state ~ a, study, distribution = "bi-negative")), compare(fit),
-                        vexroc(state ~ test, rows, weight = weight))
-for (text in c("Standard error: nonparametric;", "are nonparametric \\(430103", "b\\s+[0-9]+\\s+[0-9]+\\s+1 0",
-               "1 without weight", "rounded with halves up: 1"))
-  stopifnot(any(grepl(text, shown)))
 
-# Formulas mean what they mean in lm; groups have one order in every locale and are told apart to the last bit.
-same <- function(a, b) stopifnot(all.equal(a$areas, b$areas, check.attributes = FALSE))
-same(vexroc(state ~ a + b + sex - sex, study), fit)
-same(vexroc(state ~ . - sex, study), fit)
-same(vexroc(state ~ cbind(a, b), study), fit)
-same(vexroc(as.matrix(study[c("a", "b")]), study$state), fit)
-same(vexroc(state ~ a, study, subset = b > 0, weight = 1 + (a > 0)),
-     with(subset(study, b > 0), vexroc(list(a = a), state, weight = 1 + (a > 0))))
-for (locale in c("C", "C.UTF-8", "de_DE.UTF-8")) {
-  suppressWarnings(Sys.setlocale("LC_COLLATE", locale))
-  stopifnot(vexroc(1:4, c(0, 1, 0, 1), group = c("b", "b", "C", "C"))$areas$group == c("C", "b"))
+# Each caution is a warning, a row and a line; a comparison repeats no warning.
+says <- function(codes, ...) {
+  said <- setdiff(cautions_of(...), "few-cases")
+  if (!identical(said, codes)) stop("expected ", listed(codes), "; got ", listed(said))
 }
-close <- vexroc(1:4, c(FALSE, TRUE, FALSE, TRUE), positive = 1, group = c(0.3, 0.3, 0.1 + 0.2, 0.1 + 0.2))
-stopifnot(close$areas$positive == 1, !duplicated(close$areas$group))
-stopifnot(vexroc(list(a = 1:2, 3:4), 0:1)$areas$test == c("a", "test2"))
+listed <- function(codes) paste(c("the cautions", codes), collapse = " ")
+few <- quietly(vexroc(list(a = c(1, 4, 2, 3, 5), b = c(1, 3, 2, 4, 5)), c(0, 1, 0, 1, 1)))
+stopifnot("few-cases" %in% few$cautions$code, !"few-cases" %in% cautions_of(compare(few)))
+below <- quietly(vexroc(state ~ c, study))
+stopifnot(grepl("direction = c(c = \"smaller\")", below$cautions$text, fixed = TRUE), nrow(below$cautions) == 1)
+grouped <- vexroc(state ~ a + b | sex, study)
+says("no-negative", vexroc(1:3, c(1, 1, 1), positive = 1))
+says("weight-counts-only", vexroc(state ~ a, study, weight = rep(2, n)))
+says(character(), vexroc(state ~ a, study, weight = rep(2, n), weight_kind = "counts"))
+says("distribution-changed", vexroc(state ~ a, study, distribution = "bi-negative"))
+says("groups-ignored", compare(grouped, "paired"))
+shown <- capture.output(quietly(summary(vexroc(state ~ a, study, distribution = "bi-negative"))), pairs,
+                        quietly(vexroc(state ~ test, rows, weight = weight)))
+for (text in c("nonparametric standard error", "^caution: the standard error is nonparametric", "^note: ",
+               "smaller ones of c", "b\\s+[0-9]+\\s+[0-9]+\\s+27 0", "missing weight 1"))
+  if (!any(grepl(text, shown))) stop("not printed: ", text)
 
-few <- data.frame(state = c("Ill", "control", "Ill"), test = 1:3, third = c("u", "v", "w"))
+# Formulas mean what they mean in lm.
+same <- function(a, b) stopifnot(all.equal(a$areas, b$areas, check.attributes = FALSE))
+two <- vexroc(state ~ a + b, study)
+same(vexroc(state ~ a + b + sex - sex, study), two)
+same(vexroc(state ~ . - sex - c, study), two)
+same(vexroc(state ~ cbind(a, b), study), two)
+same(vexroc(as.matrix(study[c("a", "b")]), study["state"]), two)
+same(vexroc(state ~ a, study, subset = b > 0, count = 1 + (a > 0)),
+     with(subset(study, b > 0), vexroc(list(a = a), state, count = 1 + (a > 0))))
+stopifnot(quietly(vexroc(list(a = 1:2, 3:4), 0:1))$areas$test == c("a", "test2"))
+
 pdf(NULL)
+third <- data.frame(state = c("Ill", "control", "Ill"), test = 1:3, third = c("u", "v", "w"))
+one <- quietly(vexroc(c(1, 2, 3), state = c(1, 1, 1), positive = 1))
+stopifnot(is.na(one$areas$area), is.null(as.data.frame(one, what = "curve")))
 errors <- list(
-  "tests are numbers" = quote(vexroc(state ~ sex, study)), "name the positive one" = quote(vexroc(study$a, study$a)),
-  "has the values Ill, control: name the positive one" = quote(vexroc(state ~ test, few)),
-  "the state is never sick; it is well, ill" = quote(vexroc(study$a, study$state, positive = "sick")),
+  "positive = \"ill\", negative = others()" = quote(vexroc(state ~ test, words, positive = "ill")),
+  "\"well\" (2)" = quote(vexroc(state ~ test, words, positive = "ill")),
+  "never holds \"sick\"" = quote(vexroc(study$a, study$state, positive = "sick")),
+  "are positive is not said" = quote(vexroc(state ~ test, third)),
+  "is 1 in every case" = quote(vexroc(1:3, c(1, 1, 1))), "every case is missing" = quote(vexroc(1:2, c(NA, NA))),
+  "different numbers with fractions" = quote(vexroc(study$a > 0, study$a, positive = 2.1)),
+  "class factor, and tests are numbers: is it the state" = quote(vexroc(study$state, study$a)),
+  "is the order wrong" = quote(vexroc(c(0, 1, 0, 1), c(3, 5, 8, 9))),
+  "the tests come first" = quote(vexroc(response = study$state, predictor = study$a)),
+  "class character; it has to be numbers" = quote(vexroc(state ~ sex, study)),
   "has 3 values; the state has 2" = quote(vexroc(1:3, c(0, 1))),
   "has 3 values; the state" = quote(vexroc(1:2, 0:1, weight = 1:3)),
+  "do not go together" = quote(vexroc(1:2, 0:1, weight = 1:2, count = 1:2)),
+  "whole" = quote(vexroc(1:2, 0:1, count = c(1, 1.5))),
   "between 0 and 1" = quote(vexroc(state ~ a, study, level = 95)),
   "one number" = quote(confint(fit, level = c(.9, .95))),
+  "two names" = quote(compare(fit, level = .9, conf.level = .8)),
   "\"larger\" or \"smaller\"" = quote(vexroc(state ~ a, study, direction = "up")),
-  "unknown argument: levl" = quote(vexroc(state ~ a, study, levl = 0.9)),
+  "names zz, which is no test" = quote(vexroc(state ~ a, study, direction = c(zz = "smaller"))),
+  "did you mean `level`" = quote(vexroc(state ~ a, study, levl = 0.9)),
   "interaction" = quote(vexroc(state ~ a * b, study)),
+  "p values are two-sided" = quote(compare(fit, conf.level = .99, alternative = "less")),
+  "print() does not know" = quote(print(fit, digitz = 3)), "summary() does not know" = quote(summary(fit, level = .9)),
+  "confint() does not know" = quote(confint(fit, metod = 1)),
+  "plot() does not know `conf`" = quote(plot(fit, conf = 1)),
   "`parm` is zz" = quote(confint(fit, "zz")), "two tests" = quote(compare(vexroc(state ~ a, study))),
-  "name two of them" = quote(vexroc(state ~ test | third, few, positive = "Ill")),
-  "it is u, z" = quote(vexroc(state ~ test | third, few, positive = "Ill", groups = c("u", "z"))),
+  "name two of them" = quote(vexroc(state ~ test | third, third, positive = "Ill")),
+  "it is u, z" = quote(vexroc(state ~ test | third, third, positive = "Ill", groups = c("u", "z"))),
   "class factor" = quote(vexroc(1:2, 0:1, weight = factor(1:2))),
-  "has only the value" = quote(vexroc(1:2, 0:1, group = 0:0)), "every case" = quote(vexroc(1:2, c(NA, NA))),
-  "no case" = quote(vexroc(state ~ a, study[0, ])),
-  "no case with the positive state is left (430004" = quote(vexroc(1:2, 0:1, weight = c(1, NA))),
-  "pr = TRUE" = quote(plot(close, "precision_recall")))
+  "has only the value" = quote(vexroc(1:2, 0:1, group = 0:0)), "no case" = quote(vexroc(state ~ a, study[0, ])),
+  "there is no positive case" = quote(vexroc(1:2, 0:1, weight = c(1, NA))),
+  "there is no negative case" = quote(plot(one)), "pr = TRUE" = quote(plot(close, "precision_recall")))
 for (message in names(errors)) expect_error(eval(errors[[message]]), message)
 print(summary(fit))
-print(compare(fit))
+print(pairs)
 plot(fit, xlab = "false positives", col = 1:2)
 plot(fit, add = TRUE)
 plot(fit, "precision_recall")

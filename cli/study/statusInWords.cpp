@@ -1,6 +1,5 @@
-#include "cli/study/Warnings.h"
+#include "cli/study/statusInWords.h"
 
-#include "cli/words/Lists.h"
 #include "vexrocproc/ROCStatusCodes.h"
 
 #include <algorithm>
@@ -21,8 +20,7 @@ constexpr std::array adviceOnErrors{
     Advice{statusCode::unexpected, "the analysis broke off; there may not be enough memory for so many rows and tests"},
     Advice{statusCode::stateVarNotSet, "there is no state column; name one with --state COLUMN=VALUE"},
     Advice{statusCode::stateValueMissing, "the positive state is a missing value; name another with --state"},
-    Advice{statusCode::stateValueNotFound,
-           "no row with the positive state is left; check --state and the rows that were left out"},
+    Advice{statusCode::stateValueNotFound, "there is no positive case; check --state and the rows that were left out"},
     Advice{statusCode::noTestVar, "no test is left; name columns of numbers other than the state with --test"},
     Advice{statusCode::fewerThanTwoTestVars, "a paired comparison needs two tests; name them with --test FIRST,SECOND"},
     Advice{statusCode::groupRequired,
@@ -36,25 +34,7 @@ constexpr std::array adviceOnErrors{
 
 } // namespace
 
-RunMessage warningInWords(int code, const std::string& name, std::span<const std::string> tests)
-{
-    const auto sentence = [&]() -> std::string {
-        switch (code) {
-        case statusCode::zeroPositiveOrNegative: return "there is no positive or no negative case";
-        case statusCode::tiesExist:
-            return "ties: positive and negative cases share test values in " + listed(tests, tests.size())
-                + "; each such pair counts one half";
-        case statusCode::distributionChanged:
-            return "the standard errors are nonparametric: the bi-negative exponential one needs as many positive as "
-                   "negative cases, for every test and group";
-        case statusCode::groupIgnored: return "the groups are ignored: a paired comparison uses all cases";
-        }
-        return "the analysis has a warning without words";
-    };
-    return {code, name, sentence()};
-}
-
-RunMessage failureInWords(int code)
+RunMessage statusInWords(int code)
 {
     std::string name;
     ROCComponentDisplay::ParseErrCodeToStr(code, name);

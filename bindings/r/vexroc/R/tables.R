@@ -1,0 +1,128 @@
+#' A data frame of equally long columns; data.frame() takes longer than the analysis of a thousand cases.
+frame_of <- function(columns)
+  structure(columns, class = "data.frame", row.names = .set_row_names(length(columns[[1]])))
+
+labels_of <- function(result, study)
+  c(list(test = names(study$tests)[result$areas$test]),
+    if (!is.null(study$group)) list(group = study$group$values[result$areas$group_value + 1]))
+
+area_frame <- function(result, study) {
+  columns <- c("positive", "negative", if (!is.null(study$weight)) c("weighted_positive", "weighted_negative"),
+               "left_out", "area", "standard_error", "interval", "p_value", "log10_p", "lower", "upper", "gini",
+               if (!identical(study$settings$roc, 0)) c("max_ks", "max_ks_cut_off"), "ties")
+  none <- result$areas$max_ks < 0
+  result$areas$max_ks[none] <- result$areas$max_ks_cut_off[none] <- NA
+  areas <- result$areas[columns]
+  areas$ties <- areas$ties != 0
+  frame_of(c(labels_of(result, study), areas))
+}
+
+#' The points of all curves, one below the other.
+point_frame <- function(curves, result, study) {
+  rows <- vapply(curves, function(curve) length(curve[[1]]), 0L)
+  if (sum(rows) == 0) return(NULL)
+  points <- lapply(names(curves[[1]]), function(column) unlist(lapply(curves, `[[`, column)))
+  names(points) <- names(curves[[1]])
+  frame_of(c(lapply(labels_of(result, study), rep, times = rows), points))
+}
+
+#' Points between measured ones have no cut-off.
+pr_curve <- function(points, curve)
+  list(cut_off = curve$cut_off[points$curve_row], precision = points$precision, recall = points$recall,
+       interpolated = is.na(points$curve_row))
+
+curves_of <- function(x, what) {
+  if (what == "curve") return(x$result$curves)
+  if (x$study$settings$pr == 0) fail("precision-recall curves were not asked for: vexroc(..., pr = TRUE) computes them")
+  Map(pr_curve, x$result$precision_recall, x$result$curves)
+}
+
+#' Arguments of the generic that a method takes and does not use.
+with_row_names <- function(frame, names) {
+  if (!is.null(names)) rownames(frame) <- names
+  frame
+}
+
+as.data.frame.vexroc <- function(x, row.names = NULL, optional = FALSE,
+                                 what = c("areas", "curve", "precision_recall"), stringsAsFactors = FALSE, ...) {
+  refuse_others(as.data.frame.vexroc, ...)
+  what <- choice(what, "what", as.data.frame.vexroc)
+  with_row_names(if (what == "areas") x$areas else point_frame(curves_of(x, what), x$result, x$study), row.names)
+}
+
+as.data.frame.vexroc_comparison <- function(x, row.names = NULL, optional = FALSE, stringsAsFactors = FALSE, ...) {
+  refuse_others(as.data.frame.vexroc_comparison, ...)
+  with_row_names(x$comparisons, row.names)
+}
+
+curve_names <- function(areas) if (is.null(areas$group)) areas$test else paste(areas$test, areas$group, sep = ", ")
+
+confint.vexroc <- function(object, parm, level = object$study$settings$confidence_level, conf.level = level, ...) {
+  refuse_others(confint.vexroc, ...)
+  level <- one_level(level, conf.level, missing(level) || missing(conf.level))
+  if (level != object$study$settings$confidence_level) {
+    study <- object$study
+    study$settings$confidence_level <- level
+    result <- run_study(study, "none")
+    warn(result$cautions, object$cautions)
+    object$areas <- area_frame(result, study)
+  }
+  tails <- paste(format(100 * c((1 - level) / 2, (1 + level) / 2), trim = TRUE, digits = 3), "%")
+  bounds <- matrix(c(object$areas$lower, object$areas$upper), ncol = 2,
+                   dimnames = list(curve_names(object$areas), tails))
+  if (missing(parm)) return(bounds)
+  tryCatch(bounds[parm, , drop = FALSE],
+           error = function(e) fail("`parm` is ", listed(parm), "; there are the areas of ", listed(rownames(bounds))))
+}
+
+heading <- function(x, title) {
+  study <- x$study
+  cat(title, "\nPositive: ", study$state$values[2], "; negative: ", study$state$values[1], "\n", sep = "")
+  cat(direction_sentence(names(study$tests), study$directions), "\n", sep = "")
+  cat("Interval: ", study$settings$interval, " with ", paste(unique(error_names[x$areas$interval]), collapse = ", "),
+      " standard error; confidence level ", study$settings$confidence_level, "\n\n", sep = "")
+}
+
+#' What standard errors are made of.
+error_names <- c(nonparam = "nonparametric", "bi-negative" = "bi-negative exponential", delong = "DeLong")
+
+direction_sentence <- function(tests, directions) {
+  smaller <- tests[directions == "smaller"]
+  if (length(smaller) == length(tests)) return("Smaller values are more positive")
+  paste0("Larger values are more positive", if (length(smaller) > 0)
+    paste0(", smaller ones of ", paste(smaller, collapse = ", ")))
+}
+
+print_table <- function(frame, digits) {
+  if (!is.null(frame$p_value))
+    frame$p_value <- sub("< ?1e-04", "<0.0001", format.pval(frame$p_value, digits = digits, eps = 1e-4))
+  print(frame, digits = digits, row.names = FALSE)
+}
+
+print_remarks <- function(x) {
+  cat(sprintf("caution: %s\n", x$cautions$text), sprintf("note: %s\n", x$notes$text), sep = "")
+}
+
+print.vexroc <- function(x, digits = 4, ...) {
+  refuse_others(print.vexroc, ...)
+  heading(x, "Areas under ROC curves")
+  columns <- c("test", "group", "positive", "negative", "left_out", "area", "standard_error", "p_value", "lower",
+               "upper")
+  print_table(x$areas[intersect(columns, names(x$areas))], digits)
+  print_remarks(x)
+  invisible(x)
+}
+
+summary.vexroc <- function(object, ...) {
+  refuse_others(summary.vexroc, ...)
+  structure(list(object = object), class = "summary.vexroc")
+}
+
+print.summary.vexroc <- function(x, digits = 4, ...) {
+  refuse_others(print.summary.vexroc, ...)
+  heading(x$object, "Areas under ROC curves")
+  print_table(x$object$areas, digits)
+  print_remarks(x$object)
+  cat("note: ", remark_line("best-on-same-data"), "\n", sep = "")
+  invisible(x)
+}

@@ -1,0 +1,101 @@
+/* Ownership, texts and remarks; the table of calls. */
+#include "shim.h"
+
+#include <R_ext/Rdynload.h>
+#include <string.h>
+
+void require_ok(int result)
+{
+    if (result != VEXROC_OK)
+        Rf_errorcall(R_NilValue, "%s", Rf_translateChar(Rf_mkCharCE(vexroc_last_error(), CE_UTF8)));
+}
+
+SEXP new_owner(R_CFinalizer_t end)
+{
+    SEXP pointer = PROTECT(R_MakeExternalPtr(NULL, R_NilValue, R_NilValue));
+    R_RegisterCFinalizer(pointer, end);
+    UNPROTECT(1);
+    return pointer;
+}
+
+void* owned(SEXP pointer)
+{
+    void* address = TYPEOF(pointer) == EXTPTRSXP ? R_ExternalPtrAddr(pointer) : NULL;
+    if (address == NULL)
+        Rf_errorcall(R_NilValue, "the list of remarks is not of this session");
+    return address;
+}
+
+SEXP text_of(const char* text, size_t length) { return Rf_mkCharLenCE(text, (int)length, CE_UTF8); }
+
+void put_names(SEXP list, const char* const* names)
+{
+    SEXP texts = PROTECT(Rf_allocVector(STRSXP, Rf_length(list)));
+    for (int i = 0; i < Rf_length(list); ++i)
+        SET_STRING_ELT(texts, i, Rf_mkChar(names[i]));
+    Rf_setAttrib(list, R_NamesSymbol, texts);
+    UNPROTECT(1);
+}
+
+static void end_remarks(SEXP pointer)
+{
+    vexroc_remarks_free(R_ExternalPtrAddr(pointer));
+    R_ClearExternalPtr(pointer);
+}
+
+/* An empty list of remarks in the voice of R. */
+SEXP new_remarks(void)
+{
+    SEXP pointer = PROTECT(new_owner(end_remarks));
+    vexroc_remarks* remarks = NULL;
+    require_ok(vexroc_remarks_new(VEXROC_VOICE_R, &remarks));
+    R_SetExternalPtrAddr(pointer, remarks);
+    UNPROTECT(1);
+    return pointer;
+}
+
+/* One occurrence of a remark about the whole. */
+SEXP add_remark(SEXP remarks, SEXP code)
+{
+    require_ok(vexroc_remarks_add(owned(remarks), CHAR(STRING_ELT(code, 0)), NULL, NULL));
+    return R_NilValue;
+}
+
+/* The lines of the list as columns. */
+SEXP read_remarks(SEXP remarks)
+{
+    static const char* const members[] = {"code", "caution", "count", "text"};
+    vexroc_remarks* list = owned(remarks);
+    const int count = vexroc_remarks_count(list);
+    SEXP columns = PROTECT(Rf_allocVector(VECSXP, 4));
+    SEXP codes = SET_VECTOR_ELT(columns, 0, Rf_allocVector(STRSXP, count));
+    SEXP cautions = SET_VECTOR_ELT(columns, 1, Rf_allocVector(LGLSXP, count));
+    SEXP counts = SET_VECTOR_ELT(columns, 2, Rf_allocVector(REALSXP, count));
+    SEXP texts = SET_VECTOR_ELT(columns, 3, Rf_allocVector(STRSXP, count));
+    for (int i = 0; i < count; ++i) {
+        vexroc_remark remark = {.struct_size = sizeof remark};
+        require_ok(vexroc_remarks_get(list, i, &remark));
+        SET_STRING_ELT(codes, i, Rf_mkChar(remark.code));
+        LOGICAL(cautions)[i] = remark.caution != 0;
+        REAL(counts)[i] = (double)remark.count;
+        SET_STRING_ELT(texts, i, text_of(remark.text, strlen(remark.text)));
+    }
+    put_names(columns, members);
+    UNPROTECT(1);
+    return columns;
+}
+
+static const R_CallMethodDef calls[] = {{"C_new_remarks", (DL_FUNC)&new_remarks, 0},
+                                        {"C_add_remark", (DL_FUNC)&add_remark, 2},
+                                        {"C_read_remarks", (DL_FUNC)&read_remarks, 1},
+                                        {"C_read_labels", (DL_FUNC)&read_labels, 5},
+                                        {"C_integer64_texts", (DL_FUNC)&integer64_texts, 1},
+                                        {"C_analyze", (DL_FUNC)&analyze, 5},
+                                        {NULL, NULL, 0}};
+
+void R_init_vexroc(DllInfo* dll)
+{
+    R_registerRoutines(dll, NULL, calls, NULL, NULL);
+    R_useDynamicSymbols(dll, FALSE);
+    R_forceSymbols(dll, TRUE);
+}

@@ -1,0 +1,191 @@
+#include "labels/LabelWords.h"
+
+#include <algorithm>
+
+namespace ROCALG_920::labels {
+
+namespace {
+
+using Value = LabelColumn::Value;
+
+/// The text with a mark before each of the characters.
+std::string marked(std::string_view text, std::string_view characters, char mark)
+{
+    std::string result;
+    for (const char c : text) {
+        if (characters.find(c) != std::string_view::npos)
+            result += mark;
+        result += c;
+    }
+    return result;
+}
+
+/// An item of a list on a command line: in double quotes where it would be taken apart, or for another word.
+std::string listItem(const std::string& text)
+{
+    const bool isPlain = text.find_first_of(",=\"") == std::string::npos && trimmed(text) == text && text != "others";
+    return isPlain ? text : '"' + marked(text, "\"", '"') + '"';
+}
+
+/// As a shell reads it back.
+std::string shellWord(const std::string& text)
+{
+    constexpr std::string_view harmless = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-+=.,:/@%";
+    if (!text.empty() && text.find_first_not_of(harmless) == std::string::npos)
+        return text;
+    std::string word = "'";
+    for (const char c : text)
+        word += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return word + '\'';
+}
+
+/// The front of a long text, ending with a whole character.
+std::string cutLong(std::string_view text)
+{
+    constexpr std::size_t longest = 60;
+    if (text.size() <= longest)
+        return std::string(text);
+    std::size_t end = longest;
+    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U)
+        --end;
+    return std::string(text.substr(0, end)) + "...";
+}
+
+} // namespace
+
+std::string joined(std::span<const std::string> items, std::string_view between, std::size_t most)
+{
+    std::string text;
+    for (const std::string& item : items.first(std::min(items.size(), most)))
+        text.append(text.empty() ? "" : between).append(item);
+    return items.size() > most ? text + " and " + std::to_string(items.size() - most) + " more" : text;
+}
+
+std::string looks(std::string_view text)
+{
+    constexpr std::string_view hardBlank = "\xC2\xA0";
+    for (std::string_view before; before != text;) {
+        before = text;
+        text = trimmed(text);
+        if (text.starts_with(hardBlank))
+            text.remove_prefix(hardBlank.size());
+        if (text.ends_with(hardBlank))
+            text.remove_suffix(hardBlank.size());
+    }
+    return lowerCase(text);
+}
+
+std::string LabelWords::quoted(std::string_view text) const
+{
+    const char mark = voice_ == VEXROC_VOICE_PROGRAM ? '\'' : '"';
+    return mark + cutLong(text) + mark;
+}
+
+std::string LabelWords::where() const { return "column " + quoted(column_.name()); }
+
+std::string LabelWords::listed(std::vector<Value> values) const
+{
+    return commonest(std::move(values), [](const std::string& text, long long count) {
+        return text + " (" + std::to_string(count) + ')';
+    });
+}
+
+std::string LabelWords::inBrackets(std::vector<Value> values) const
+{
+    return commonest(std::move(values),
+                     [](const std::string& text, long long count) { return text + ": " + std::to_string(count); });
+}
+
+std::string LabelWords::commonest(std::vector<Value> values, Item item) const
+{
+    constexpr std::size_t most = 20;
+    std::ranges::stable_sort(values, std::greater{}, &Value::count);
+    std::vector<std::string> items;
+    for (const Value& value : values)
+        items.push_back(item(quoted(column_.spellingOf(value).text), value.count));
+    return joined(items, ", ", most);
+}
+
+std::string LabelWords::neverHolds(std::string_view name) const
+{
+    return where() + " never holds " + quoted(name) + "; it holds " + listed(column_.values());
+}
+
+std::string LabelWords::namedTwice(std::string_view first, std::string_view second, bool onBothSides) const
+{
+    const std::string both = quoted(first) + " and " + quoted(second) + " are one value of " + where();
+    return both + (onBothSides ? ", which cannot be positive and negative" : "; name it once");
+}
+
+std::string LabelWords::statesNotSaid(const std::vector<std::string>& positive) const
+{
+    const std::array<std::string, 2> ways = waysOn(positive);
+    return where() + " holds " + listed(column_.values()) + ", and which are "
+        + (positive.empty() ? "positive" : "negative") + " is not said; say " + ways[0] + " or " + ways[1];
+}
+
+std::array<std::string, 2> LabelWords::waysOn(const std::vector<std::string>& named) const
+{
+    const std::vector<std::string> positive = named.empty() ? std::vector<std::string>{likelyPositive()} : named;
+    const std::string negative = likelyNegative(positive);
+    const std::string given = asArgument(positive);
+    const std::string rest = asArgument({negative});
+    switch (voice_) {
+    case VEXROC_VOICE_PROGRAM: {
+        const std::string state = "--state " + shellWord(listItem(column_.name()) + '=' + given) + " --negative ";
+        return {state + shellWord(rest), state + "others"};
+    }
+    case VEXROC_VOICE_PYTHON:
+        return {"pos_label=" + given + ", neg_label=" + rest, "pos_label=" + given + ", neg_label=vexroc.OTHERS"};
+    case VEXROC_VOICE_R:
+        return {"positive = " + given + ", negative = " + rest, "positive = " + given + ", negative = others()"};
+    case VEXROC_VOICE_C: break;
+    }
+    return {"positive = {" + given + "}, negative = {" + rest + '}', "positive = {" + given + "}, others = 1"};
+}
+
+/// Is it written without quotation marks in a language that tells numbers and texts apart?
+bool LabelWords::isPlain(std::string_view text) const
+{
+    const int value = column_.find(text);
+    if (value == LabelColumn::missing || voice_ == VEXROC_VOICE_C)
+        return false;
+    const LabelColumn::Spelling& spelling = column_.spellingOf(column_.values()[static_cast<std::size_t>(value)]);
+    return spelling.number || spelling.kind == TextKind::value;
+}
+
+std::string LabelWords::asArgument(const std::vector<std::string>& texts) const
+{
+    std::vector<std::string> items;
+    for (const std::string& text : texts)
+        items.push_back(voice_ == VEXROC_VOICE_PROGRAM ? listItem(text)
+                            : isPlain(text)            ? text
+                                                       : '"' + marked(text, "\"\\", '\\') + '"');
+    const std::string list = joined(items, voice_ == VEXROC_VOICE_PROGRAM ? "," : ", ", items.size());
+    if (items.size() < 2 || voice_ == VEXROC_VOICE_PROGRAM || voice_ == VEXROC_VOICE_C)
+        return list;
+    return voice_ == VEXROC_VOICE_R ? "c(" + list + ')' : '[' + list + ']';
+}
+
+std::string LabelWords::likelyPositive() const { return column_.spellingOf(column_.values().back()).text; }
+
+/// The commonest of the other values; one that only looks like a positive one last of all.
+std::string LabelWords::likelyNegative(const std::vector<std::string>& positive) const
+{
+    std::string likely;
+    long long most = -1;
+    for (std::size_t v = 0; v < column_.values().size(); ++v) {
+        const Value& value = column_.values()[v];
+        const std::string& text = column_.spellingOf(value).text;
+        const auto is = [&](const std::string& name) { return column_.find(name) == static_cast<int>(v); };
+        const auto looksLike = [&](const std::string& name) { return looks(name) == looks(text); };
+        const long long weight = std::ranges::any_of(positive, looksLike) ? 0 : value.count;
+        if (std::ranges::none_of(positive, is) && weight > most) {
+            most = weight;
+            likely = text;
+        }
+    }
+    return likely;
+}
+
+} // namespace ROCALG_920::labels

@@ -1,0 +1,106 @@
+#include "remarks/Catalogue.h"
+
+#include <algorithm>
+
+namespace ROCALG_920::remarks {
+
+namespace {
+
+constexpr bool note = false;
+constexpr bool caution = true;
+
+// docs/remarks.md shows the same texts.
+constexpr std::array allKinds{
+    Kind{"ties", note, "positive and negative cases share test values; each such pair counts one half"},
+    Kind{"missing-words", note, "words taken for a missing value", "{missing} changes which"},
+    Kind{"left-out", note, "rows left out"},
+    Kind{"many-comparisons", note, "p values and intervals are not adjusted for the number of comparisons"},
+    Kind{"costly-test", note, "the test that costs most rows", "without it more cases are compared"},
+    Kind{"best-on-same-data", note, "best cut-offs are chosen on the data that they are judged by",
+         "new cases will mostly show less sensitivity and specificity"},
+    Kind{"sample-prevalence", note, "precision holds for the share of positive cases in these data",
+         "elsewhere the share may differ, and precision with it"},
+    Kind{"two-values", note, "area of a yes/no test: (sensitivity + specificity)/2", "give {score}, not the class"},
+    Kind{"state-no-test", note, "the state is not also a test"},
+    Kind{"points-elsewhere", note, "the points of --pr are not shown",
+         "--plot and --report draw them, --pr-curve FILE writes them"},
+    Kind{"not-drawn", note, "pictures are limited"},
+    Kind{"decimal-sign", note, "numbers with the other decimal sign"},
+
+    Kind{"no-result", caution, "no result"},
+    Kind{"no-case", caution, "there is no case, so there is no area", "check which rows are left out"},
+    Kind{"no-positive", caution, "there is no positive case, so there is no area",
+         "check {state} and which rows are left out"},
+    Kind{"no-negative", caution, "there is no negative case, so there is no area",
+         "check {state} and which rows are left out"},
+    Kind{"no-curve", caution, "fewer than 3 cases, so there is no curve"},
+    Kind{"few-cases", caution, "fewer than 10 cases of a state, so areas, intervals and p values may be far off"},
+    Kind{"no-error", caution, "fewer than 2 cases of a state, so there is no standard error, p value and interval"},
+    Kind{"zero-error", caution, "the standard error is 0, so p value and interval say nothing beyond these cases",
+         "more cases are needed"},
+    Kind{"bound-outside", caution, "the interval goes beyond 0 or 1, so it is a poor approximation"},
+    Kind{"below-chance", caution, "the area is clearly below 0.5",
+         "if WORD values are more positive, give {direction}"},
+    Kind{"zero-error-of-difference", caution,
+         "the standard error of the difference is 0, so p value and interval say nothing beyond these cases"},
+    Kind{"more-than-two-states", caution,
+         "the state has more than two values; all but the positive one count as negative",
+         "say which are negative with {negative}"},
+    Kind{"spellings", caution, "values that differ only in case or blanks are different values",
+         "if they are the same, change the data or name all of them"},
+    Kind{"leading-zeros", caution, "a number with a leading zero is a text, and another value than the number",
+         "if they are the same, change the data or name all of them"},
+    Kind{"thousands", caution, "commas before exactly three digits are read as decimal commas",
+         "if they separate thousands, give --thousands comma; if not, --thousands none"},
+    Kind{"weight-counts-only", caution, "weights change the numbers of cases only, not areas, errors and curves",
+         "for cases per row give {count}; if it is meant so, {weight_kind}"},
+    Kind{"weights-rounded", caution, "weights that are not whole numbers are rounded, halves up"},
+    Kind{"weights-dropped", caution, "rows left out because their weight is below one half or too large"},
+    Kind{"distribution-changed", caution,
+         "the standard error is nonparametric: bi-negative exponential needs as many positive as negative cases"},
+    Kind{"groups-ignored", caution, "the groups are not used: a paired comparison takes all cases"},
+};
+
+constexpr std::array allSpellings{
+    // clang-format off
+    Spelling{"{direction}", {R"(vexroc_analysis_set_direction(analysis, column, "WORD"))", "--test NAME:WORD",
+                             R"(direction={"NAME": "WORD"})", R"(direction = c(NAME = "WORD"))"}},
+    Spelling{"{score}", {"the score", "the score", "the score", "the score, as in vexroc(score, state),"}},
+    Spelling{"{state}", {R"("positive_value")", "--state", "pos_label", "positive"}},
+    Spelling{"{negative}", {R"(vexroc_analysis_add_negative, or the word setting "negative")",
+                            "--negative VALUE[,VALUE...] or --negative others", "neg_label", "negative"}},
+    Spelling{"{missing}", {"vexroc_words_add", "--missing", "missing", "missing"}},
+    Spelling{"{count}", {R"(the column "count")", "--count COLUMN", "count=", "count ="}},
+    Spelling{"{weight_kind}", {R"(the word setting "weight_kind", "counts")", "--weight-kind counts",
+                               R"(weight_kind="counts")", R"(weight_kind = "counts")"}},
+    // clang-format on
+};
+
+} // namespace
+
+std::span<const Kind> kinds() noexcept { return allKinds; }
+
+std::span<const Spelling> spellings() noexcept { return allSpellings; }
+
+const Kind* kindOf(std::string_view code) noexcept
+{
+    const auto kind = std::ranges::find(allKinds, code, &Kind::code);
+    return kind == allKinds.end() ? nullptr : &*kind;
+}
+
+std::string replaced(std::string text, std::string_view from, std::string_view to)
+{
+    for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
+        text.replace(at, from.size(), to);
+    return text;
+}
+
+std::string inVoice(std::string_view text, vexroc_voice voice)
+{
+    std::string spelled(text);
+    for (const auto& [placeHolder, words] : allSpellings)
+        spelled = replaced(std::move(spelled), placeHolder, words[static_cast<std::size_t>(voice)]);
+    return spelled;
+}
+
+} // namespace ROCALG_920::remarks
