@@ -115,24 +115,23 @@ void addParts(const std::vector<ColumnFacts>& all, const NextCall& next, Documen
 
 Report runColumns(const ColumnsOptions& options, const Surroundings& surroundings)
 {
-    const DocumentForm form = parseForm(options.answer.format);
-    const Input input = parseInput(options.input);
+    Task task;
+    task.input = parseInput(options.input);
+    setAnswer(options.answer, task);
+    const Input& input = task.input;
+    Remarks& remarks = task.remarks;
     ColumnSurvey survey(input.missingWords);
     readInput(input, surroundings, survey);
     const std::vector<ColumnFacts>& all = survey.finish();
     const NextCall next = nextCall(all, options.input, input);
     Document document{
         .command = "columns", .heading = {"Columns of " + survey.source()}, .question = {{"input", survey.source()}}};
-    addParts(all, next, form, document);
-    Remarks remarks;
+    addParts(all, next, task.form, document);
     for (const ColumnFacts& facts : all)
         addFindings(facts, input, remarks);
-    if (form == DocumentForm::csv)
+    if (task.form == DocumentForm::csv)
         remarks.add("next-call", "", next.command);
-    return {.text = spelled(document, remarks, form),
-            .file = options.answer.output,
-            .notes = remarks.notes(),
-            .cautions = remarks.cautions()};
+    return reportOf(task, document, surroundings);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "cli/output/Json.h"
 #include "cli/output/TableForms.h"
+#include "cli/words/Failure.h"
 #include "cli/words/version.h"
 
 #include <nlohmann/json.hpp>
@@ -10,7 +11,7 @@ namespace vexroc {
 
 namespace {
 
-std::string textOf(const Document& document)
+std::string textOf(const Document& document, std::size_t width)
 {
     std::string text;
     for (const std::string& line : document.heading)
@@ -18,8 +19,8 @@ std::string textOf(const Document& document)
     for (const Document::Part& part : document.parts) {
         text += '\n';
         if (!part.title.empty())
-            text.append(part.title) += '\n';
-        writeText(part.table, text);
+            text += part.title + '\n';
+        writeText(part.table, width, text);
     }
     text += document.closing.empty() ? "" : "\n";
     for (const std::string& line : document.closing)
@@ -29,11 +30,10 @@ std::string textOf(const Document& document)
 
 std::string csvOf(const Document& document)
 {
+    if (document.parts.size() > 1)
+        throw severalTables();
     std::string text;
-    for (const Document::Part& part : document.parts) {
-        text += text.empty() ? "" : "\n";
-        writeCsv(part.table, text);
-    }
+    writeCsv(document.parts.front().table, text);
     return text;
 }
 
@@ -71,14 +71,20 @@ std::string jsonOf(const Document& document, const Remarks& remarks)
 
 } // namespace
 
-std::string spelled(const Document& document, const Remarks& remarks, DocumentForm form)
+Failure severalTables()
+{
+    return usageError("--format csv is one table, and the answer has several: --tables FOLDER writes each of them to a "
+                      "file of its own as CSV, --format json holds all");
+}
+
+std::string spelled(const Document& document, const Remarks& remarks, DocumentForm form, std::size_t width)
 {
     switch (form) {
     case DocumentForm::csv: return csvOf(document);
     case DocumentForm::json: return jsonOf(document, remarks);
     case DocumentForm::text: break;
     }
-    return textOf(document);
+    return textOf(document, width);
 }
 
 } // namespace vexroc
