@@ -72,6 +72,7 @@ Analysis analyze(AnalyzeTask& task, DataTable table, AnalysisWatch& watch)
         analysis.labels = byValue.labels;
     }
     watch.endProgress();
+    analysis.labels->addRemarks(task.remarks.handle());
     for (const ValueResults& value : analysis.values)
         remarkOnAnalysis(task.question, value, task.remarks);
     remarkOnWhole(analysis, missing, task.remarks);

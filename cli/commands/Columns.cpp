@@ -49,7 +49,7 @@ Report runColumns(const ColumnsOptions& options, const Surroundings& surrounding
                       facts.smallest(), facts.largest()});
         if (facts.hasOtherDecimals() && input.kind == Input::Kind::delimited)
             remarks.add("decimal-sign", facts.name(),
-                        std::string("read with --decimal ") + (input.form.decimal == ',' ? "point" : "comma"));
+                        std::string("read with --decimal ") + (input.form.numbers.decimal == ',' ? "point" : "comma"));
     }
     document.parts.push_back({"columns", "", std::move(table)});
     return {.text = spelled(document, remarks, form), .file = options.answer.output, .notes = remarks.notes()};

@@ -206,6 +206,7 @@ Results answer(Task& task, const Surroundings& surroundings)
     AnalysisWatch watch(surroundings, table.rows);
     Results results = study(table, task.question, watch.watch());
     watch.requireNotCancelled();
+    results.labels->addRemarks(task.remarks.handle());
     return results;
 }
 

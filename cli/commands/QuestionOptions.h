@@ -75,8 +75,8 @@ void askPaired(const std::string& cases, Question& question);
 /// Throws a usage error for a confidence level outside (0, 1), and for two standard errors.
 void setInference(const InferenceOptions& options, Question& question);
 
-/// Reads the columns of the question, which then is settled, and studies them; progress is told, and an interrupt ends
-/// it.
+/// Reads the columns of the question, which then is settled, studies them, and remarks on their labels; progress is
+/// told, and an interrupt ends it.
 Results answer(Task& task, const Surroundings& surroundings);
 /// The document in the form of the task, with its notes and cautions.
 Report reportOf(const Task& task, const Document& document);

@@ -7,15 +7,15 @@
 
 namespace vexroc {
 
-void ColumnFacts::take(const Cell& cell, char decimal, const MissingWords& words)
+void ColumnFacts::take(const Cell& cell, const NumberForm& form, const MissingWords& words)
 {
-    const std::optional<double> number = numberIn(cell, decimal);
+    const std::optional<double> number = numberIn(cell, form);
     if ((!number || words.holdNumbers()) && isMissing(cell, words))
         ++missing_;
     else if (number)
         takeNumber(*number);
     else
-        takeText(textOf(cell), decimal);
+        takeText(textOf(cell), form.decimal);
 }
 
 void ColumnFacts::takeNumber(double number)
@@ -57,7 +57,7 @@ void ColumnFacts::settle()
 std::vector<std::size_t> ColumnSurvey::begin(const InputHeader& header)
 {
     source_ = header.source;
-    decimal_ = header.decimal;
+    form_ = header.numbers;
     for (const std::string& name : header.columns)
         columns_.emplace_back(name);
     std::vector<std::size_t> all(columns_.size());
@@ -67,7 +67,7 @@ std::vector<std::size_t> ColumnSurvey::begin(const InputHeader& header)
 
 bool ColumnSurvey::take(std::size_t column, const Cell& cell)
 {
-    columns_[column].take(cell, decimal_, *words_);
+    columns_[column].take(cell, form_, *words_);
     return true;
 }
 

@@ -18,7 +18,7 @@ namespace vexroc {
 class ColumnFacts {
 public:
     explicit ColumnFacts(std::string name) : name_(std::move(name)) {}
-    void take(const Cell& cell, char decimal, const MissingWords& words);
+    void take(const Cell& cell, const NumberForm& form, const MissingWords& words);
     /// Makes what was taken a set of distinct values.
     void settle();
 
@@ -73,7 +73,7 @@ public:
 private:
     std::shared_ptr<const MissingWords> words_;
     std::string source_;
-    char decimal_ = '.';
+    NumberForm form_;
     std::vector<ColumnFacts> columns_;
 };
 

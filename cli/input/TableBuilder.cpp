@@ -28,6 +28,24 @@ Failure unknownColumn(const ColumnRequest& request, const InputHeader& header)
 
 } // namespace
 
+void DecimalDoubt::lookCloser(std::string_view text, const NumberForm& form)
+{
+    constexpr std::size_t groupLength = 3;
+    std::size_t decimals = 0; // behind the last sign; from the end, where it is found soonest
+    while (decimals < text.size() && text[text.size() - decimals - 1] != form.decimal)
+        ++decimals;
+    if (decimals == text.size()) {
+        wholeSeen_ = true;
+        return;
+    }
+    const auto grouped =
+        decimals == groupLength ? groupedNumber(text, static_cast<Thousands>(form.decimal)) : std::nullopt;
+    cleared_ = form.thousands != Thousands::notSaid || !grouped || !grouped->isDoubtful();
+    zeroSeen_ = zeroSeen_ || text.back() == '0';
+    if (first_.empty())
+        first_ = text;
+}
+
 bool ColumnFiller::append(const Cell& cell, const MissingWords& words)
 {
     if (givenUp_)
@@ -41,24 +59,28 @@ bool ColumnFiller::append(const Cell& cell, const MissingWords& words)
     return givenUp_ = true;
 }
 
+/// Whether a text is UTF-8 is looked at once for each different one.
 bool ColumnFiller::appendLabel(const Cell& cell)
 {
     const auto* const text = std::get_if<std::string_view>(&cell);
+    const std::size_t known = column_.labelTexts.size();
     column_.labels.push_back(text                  ? labelOf(*text)
                                  : hasNoText(cell) ? DataColumn::missingLabel
                                                    : labelOf(textOf(cell)));
-    return true;
+    return column_.labelTexts.size() == known || isUtf8(column_.labelTexts.back());
 }
 
 bool ColumnFiller::appendNumber(const Cell& cell, const MissingWords& words)
 {
-    const std::optional<double> number = numberIn(cell, column_.decimal);
+    const std::optional<double> number = numberIn(cell, form_);
     const bool missing = (!number || words.holdNumbers()) && isMissing(cell, words);
     if (!number && !missing)
         return false;
     if (missing && !hasNoText(cell))
         noteMissing(textOf(cell));
     numberSeen_ = numberSeen_ || !missing;
+    if (const auto* const text = std::get_if<std::string_view>(&cell); text && !missing)
+        doubt_.look(*text, *number, form_);
     column_.numbers.push_back(missing ? std::numeric_limits<double>::quiet_NaN() : *number);
     return true;
 }
@@ -104,7 +126,7 @@ std::vector<std::size_t> TableBuilder::begin(const InputHeader& header)
             fillersOf_[column].push_back(
                 &fillers_.emplace_back(ColumnRequest{header_.columns[column], ColumnKind::numbers}, false));
     for (ColumnFiller& filler : fillers_)
-        filler.setDecimal(header.decimal);
+        filler.setForm(header.numbers);
     std::vector<std::size_t> wanted;
     for (std::size_t column = 0; column < fillersOf_.size(); ++column)
         if (!fillersOf_[column].empty())

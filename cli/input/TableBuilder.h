@@ -18,6 +18,40 @@ enum class OtherColumns {
     numeric, ///< kept as numbers, behind the requested ones, where every cell is a number or missing and some a number
 };
 
+/// Tells whether the decimal signs of a column may as well stand between thousands: each stands before exactly three
+/// digits and behind one to three that do not begin with 0. With decimal points, which most people write, only where
+/// other numbers have none and one ends with a zero that no decimal needs.
+class DecimalDoubt {
+public:
+    void look(std::string_view text, double number, const NumberForm& form)
+    {
+        if (!cleared_ && (form.decimal != '.' || mayHaveThreeDecimals(text, number)))
+            lookCloser(text, form);
+        else
+            wholeSeen_ = true;
+    }
+    /// The first cell in doubt; empty where there is none.
+    [[nodiscard]] std::string cell(const NumberForm& form) const
+    {
+        return cleared_ || (form.decimal == '.' && !(wholeSeen_ && zeroSeen_)) ? std::string() : first_;
+    }
+
+private:
+    /// Quick, and false only for whole numbers.
+    static bool mayHaveThreeDecimals(std::string_view text, double number) noexcept
+    {
+        const bool mayBeWhole =
+            number > -1e15 && number < 1e15 && static_cast<double>(static_cast<std::int64_t>(number)) == number;
+        return !mayBeWhole || (text.size() > 4 && text[text.size() - 4] == '.');
+    }
+    void lookCloser(std::string_view text, const NumberForm& form);
+
+    std::string first_;
+    bool cleared_ = false;
+    bool wholeSeen_ = false;
+    bool zeroSeen_ = false; ///< at the end of one in doubt
+};
+
 /// Fills one column.
 class ColumnFiller {
 public:
@@ -33,8 +67,16 @@ public:
     [[nodiscard]] bool isRequested() const noexcept { return requested_; }
     [[nodiscard]] const ColumnRequest& request() const noexcept { return column_.request; }
     void rename(const std::string& name) { column_.request.name = name; }
-    void setDecimal(char decimal) noexcept { column_.decimal = decimal; }
-    DataColumn take() { return std::move(column_); }
+    void setForm(const NumberForm& form) noexcept
+    {
+        form_ = form;
+        column_.decimal = form.decimal;
+    }
+    DataColumn take()
+    {
+        column_.doubtful = doubt_.cell(form_);
+        return std::move(column_);
+    }
 
 private:
     struct TextHash {
@@ -48,6 +90,8 @@ private:
     std::int32_t labelOf(std::string_view text);
 
     DataColumn column_;
+    NumberForm form_;
+    DecimalDoubt doubt_;
     bool requested_;
     bool givenUp_ = false;
     bool numberSeen_ = false;

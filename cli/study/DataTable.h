@@ -33,8 +33,9 @@ struct DataColumn {
     char decimal = '.';                                 ///< decimal sign of numbers in its cells
     std::vector<double> numbers;                        ///< one per row; NaN where the cell is missing
     std::map<std::string, long long> missingCells = {}; ///< the missing words in it, with their rows
-    std::vector<std::int32_t> labels;                   ///< one per row: index into labelTexts, or missingLabel
-    std::vector<std::string> labelTexts;                ///< the distinct texts, in the order of their first row
+    std::string doubtful = {};           ///< the first cell whose decimal sign may stand between thousands; or none
+    std::vector<std::int32_t> labels;    ///< one per row: index into labelTexts, or missingLabel
+    std::vector<std::string> labelTexts; ///< the distinct texts, in the order of their first row
 };
 
 /// The requested columns of an input, row by row parallel.

@@ -27,6 +27,7 @@ vexroc_area_facts casesOf(const Area& area)
     facts.area = facts.std_error = facts.lower = facts.upper = notComputed;
     facts.smaller_is_positive = area.largerIsPositive ? 0 : 1;
     facts.distinct_values = area.distinctValues;
+    facts.ties = area.ties ? 1 : 0;
     facts.test = area.test.c_str();
     return facts;
 }
@@ -60,7 +61,8 @@ void Remarks::addArea(const std::string& prefix, const Area& area, bool interval
 
 void Remarks::addCases(const std::string& prefix, const Area& area)
 {
-    const vexroc_area_facts facts = casesOf(area);
+    vexroc_area_facts facts = casesOf(area);
+    facts.ties = 0; // count in areas alone
     require(vexroc_remarks_area(handle(), (prefix + subjectOf(area)).c_str(), &facts));
 }
 

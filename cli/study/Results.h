@@ -67,6 +67,7 @@ struct Area {
     double ksMaximum = notComputed; ///< without a curve
     double ksCutOff = notComputed;
     int distinctValues = 0; ///< different test values, as far as known: 0 not, 3 for three and more
+    bool ties = false;      ///< positive and negative cases share a test value
     bool largerIsPositive = true;
 };
 
@@ -133,18 +134,12 @@ struct RunMessage {
     std::string sentence; ///< visible text
 };
 
-/// A warning of the component.
-struct RunWarning {
-    int code;
-    std::vector<std::string> tests; ///< those that it is about
-};
-
 /// What one analysis came to.
 struct Results {
     RowCounts rows = {};
     std::vector<TestResult> tests = {};
     std::vector<Difference> differences = {};
-    std::vector<RunWarning> warnings = {};
+    std::vector<int> warnings = {}; ///< codes of the component
     std::shared_ptr<const CaseLabels> labels = {}; ///< of the whole table
     std::optional<RunMessage> failure = {};        ///< why there is no result; then the tests tell their cases at most
 };

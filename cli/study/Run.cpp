@@ -9,7 +9,6 @@
 
 #include <map>
 #include <memory>
-#include <set>
 
 namespace vexroc {
 
@@ -174,19 +173,12 @@ private:
         return counts;
     }
 
-    [[nodiscard]] std::vector<RunWarning> warnings() const
+    [[nodiscard]] std::vector<int> warnings() const
     {
-        std::vector<RunWarning> warnings;
-        for (int i = 0; i < vexroc_analysis_warning_count(handle_.get()); ++i) {
-            const auto warning = told<vexroc_warning>(vexroc_analysis_warning, i);
-            std::vector<std::string> tests;
-            std::set<int> named;
-            for (const int column : std::span(warning.parameters, static_cast<std::size_t>(warning.parameter_count)))
-                if (named.insert(column).second)
-                    tests.push_back(testOf_.at(column));
-            warnings.push_back({warning.code, std::move(tests)});
-        }
-        return warnings;
+        std::vector<int> codes;
+        for (int i = 0; i < vexroc_analysis_warning_count(handle_.get()); ++i)
+            codes.push_back(told<vexroc_warning>(vexroc_analysis_warning, i).code);
+        return codes;
     }
 
     /// Without a result the tests still tell their cases, unless it takes groups to know them.
@@ -281,6 +273,7 @@ private:
                                    .ksMaximum = hasCurve ? record.ks_maximum : notComputed,
                                    .ksCutOff = hasCurve ? record.ks_cut_off : notComputed,
                                    .distinctValues = record.distinct_values,
+                                   .ties = record.ties != 0,
                                    .largerIsPositive = record.smaller_is_positive == 0}};
         if (question_.points)
             addPoints(index, record, result);

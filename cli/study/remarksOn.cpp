@@ -53,22 +53,12 @@ void addPairCases(const std::string& prefix, const Difference& difference, Remar
     remarks.addCases(prefix, pair);
 }
 
-void addCostlyTest(const std::string& prefix, const RowCounts& rows, Remarks& remarks)
-{
-    const auto costly = std::ranges::max_element(rows.gaps, {}, &RowCounts::Gap::rows);
-    if (costly != rows.gaps.end())
-        remarks.add("costly-test", prefix + costly->test,
-                    "missing in " + std::to_string(costly->rows()) + " of "
-                        + std::to_string(rows.used() + rows.incomplete) + " rows");
-}
-
 void addPairs(const std::string& prefix, const Results& results, Remarks& remarks)
 {
     for (const Difference& difference : results.differences) {
         addPairCases(prefix, difference, remarks);
         remarks.addDifference(prefix + subjectOf(difference), difference);
     }
-    addCostlyTest(prefix, results.rows, remarks);
 }
 
 /// A test in two groups.
@@ -82,17 +72,39 @@ void addGroups(const Question& question, const Difference& difference, Remarks& 
     remarks.addDifference(subjectOf(difference), difference);
 }
 
-void addWarnings(const std::string& prefix, const std::string& value, const Results& results, Remarks& remarks)
+void addWarnings(const std::string& value, const Results& results, Remarks& remarks)
 {
-    for (const auto& [code, tests] : results.warnings) {
-        if (code == statusCode::tiesExist)
-            for (const std::string& test : tests)
-                remarks.add("ties", prefix + test);
+    for (const int code : results.warnings) {
         if (code == statusCode::distributionChanged)
             remarks.add("distribution-changed", value);
         if (code == statusCode::groupIgnored)
             remarks.add("groups-ignored", value);
     }
+}
+
+/// The test whose missing values keep most rows out of comparisons.
+void addCostlyTest(const Question& question, const std::string& prefix, const RowCounts& rows, Remarks& remarks)
+{
+    if (question.comparison != Comparison::paired || rows.gaps.empty())
+        return;
+    const auto most = std::ranges::max_element(rows.gaps, {}, &RowCounts::Gap::rows);
+    remarks.add("costly-test", prefix + most->test,
+                "missing in " + std::to_string(most->rows()) + " of " + std::to_string(rows.used() + rows.incomplete)
+                    + " rows");
+}
+
+/// Why the rows with one value came to no result.
+void addFailure(const std::string& value, const Results& results, Remarks& remarks)
+{
+    if (results.rows.leftOut() > 0)
+        remarks.add("left-out", value, leftOutDetail(results.rows));
+    if (value.empty()) // it is the error that ends the program
+        return;
+    const Area rows{.test = value, .positive = results.rows.positive, .negative = results.rows.negative};
+    if (hasBothStates(rows))
+        remarks.add("no-result", value, results.failure->sentence);
+    else
+        remarks.addCases("", rows);
 }
 
 void addWeights(const Question& question, const std::string& value, const RowCounts& rows, Remarks& remarks)
@@ -128,6 +140,7 @@ void remarkOnDifferences(const Question& question, const Results& results, Remar
             addGroups(question, difference, remarks);
     }
     remarks.addComparisons("", results.differences.size());
+    addCostlyTest(question, "", results.rows, remarks);
     if (const long long others = results.rows.otherGroup; others > 0)
         remarks.add("left-out", "", std::to_string(others) + " in neither group");
 }
@@ -149,13 +162,8 @@ void remarkOnAnalysis(const Question& question, const ValueResults& value, Remar
     const std::string subject = question.by.empty() ? "" : question.by + " = " + value.value;
     const std::string prefix = subject.empty() ? "" : subject + ": ";
     addWeights(question, subject, results.rows, remarks);
-    if (results.failure) {
-        if (results.rows.leftOut() > 0)
-            remarks.add("left-out", subject, leftOutDetail(results.rows));
-        if (!subject.empty()) // else it is the error that ends the program
-            remarks.add("no-result", subject, results.failure->sentence);
-        return;
-    }
+    if (results.failure)
+        return addFailure(subject, results, remarks);
     for (const TestResult& test : results.tests) {
         remarks.addArea(prefix, test.area);
         if (question.rocCurve)
@@ -169,7 +177,8 @@ void remarkOnAnalysis(const Question& question, const ValueResults& value, Remar
         for (const Difference& difference : results.differences)
             remarks.addDifference(prefix + subjectOf(difference), difference);
     remarks.addComparisons(subject, results.differences.size());
-    addWarnings(prefix, subject, results, remarks);
+    addCostlyTest(question, prefix, results.rows, remarks);
+    addWarnings(subject, results, remarks);
 }
 
 } // namespace vexroc

@@ -64,11 +64,12 @@ typedef struct vexroc_area_facts {
     int smaller_is_positive; /**< 1: smaller test values are more positive */
     int distinct_values;     /**< different test values, as far as they are known: 0 not, 3 for three and more */
     const char* test;        /**< name of the test, for what to do about it; null or "": spelled as NAME */
+    int ties;                /**< 1 when positive and negative cases share a test value */
 } vexroc_area_facts;
 
 /**
  * Adds what there is to say of an area: "no-positive", "no-negative", "no-case", "no-error", "few-cases", "zero-error",
- * "bound-outside", "below-chance", "two-values".
+ * "bound-outside", "below-chance", "two-values", "ties".
  */
 int vexroc_remarks_area(vexroc_remarks* remarks, const char* subject, const vexroc_area_facts* facts);
 

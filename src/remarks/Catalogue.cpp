@@ -20,7 +20,7 @@ constexpr std::array allKinds{
          "new cases will mostly show less sensitivity and specificity"},
     Kind{"sample-prevalence", note, "precision holds for the share of positive cases in these data",
          "elsewhere the share may differ, and precision with it"},
-    Kind{"two-values", note, "area of a yes/no test: (sensitivity + specificity)/2", "give the score, not the class"},
+    Kind{"two-values", note, "area of a yes/no test: (sensitivity + specificity)/2", "give {score}, not the class"},
     Kind{"state-no-test", note, "the state is not also a test"},
     Kind{"points-elsewhere", note, "the points of --pr are not shown",
          "--plot and --report draw them, --pr-curve FILE writes them"},
@@ -65,6 +65,7 @@ constexpr std::array allSpellings{
     // clang-format off
     Spelling{"{direction}", {R"(vexroc_analysis_set_direction(analysis, column, "WORD"))", "--test NAME:WORD",
                              R"(direction={"NAME": "WORD"})", R"(direction = c(NAME = "WORD"))"}},
+    Spelling{"{score}", {"the score", "the score", "the score", "the score, as in vexroc(score, state),"}},
     Spelling{"{state}", {R"("positive_value")", "--state", "pos_label", "positive"}},
     Spelling{"{negative}", {R"(vexroc_analysis_add_negative, or the word setting "negative")",
                             "--negative VALUE[,VALUE...] or --negative others", "neg_label", "negative"}},

@@ -62,8 +62,8 @@ std::string RemarkList::textOf(const Remark& remark) const
         text.append(separator) += name;
         separator = ", ";
     }
-    if (const std::size_t more = remark.known.size() - std::min(remark.known.size(), subjectsNamed); more > 0)
-        text += " and " + std::to_string(more) + " more";
+    if (remark.known.size() > subjectsNamed)
+        text += " and more, " + std::to_string(remark.known.size()) + " in all";
     return text + adviceOf(remark);
 }
 

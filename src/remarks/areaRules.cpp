@@ -66,6 +66,8 @@ void addAreaRemarks(std::string_view subject, const vexroc_area_facts& facts, Re
         add("below-chance");
     if (facts.distinct_values == valuesOfYesNoTest)
         add("two-values");
+    if (facts.ties != 0)
+        add("ties");
 }
 
 void addDifferenceRemarks(std::string_view subject, double difference, double stdError, RemarkList& list)

@@ -159,7 +159,7 @@ TEST(DelimitedReader, KeepsAColumnOncePerKind)
 
 TEST(DelimitedReader, ReadsDecimalCommasOnRequestAndThenNoPoints)
 {
-    const TextForm comma{.delimiter = {}, .decimal = ','};
+    const TextForm comma{.numbers = {','}};
     const auto readComma = [&](const std::string& text) { return read(text, stateAndTest, std::string::npos, comma); };
     const DataTable table = readComma("state;test\n1,5;1,5\n1,50;-,5e1\n1.5;inf\n.;.\n");
     EXPECT_THAT(table.numbers("test").first(3), ElementsAre(1.5, -5.0, infinity));

@@ -26,6 +26,16 @@ def test_strict_and_quiet(case, door):
     assert width <= 80 or case.file, plain.stdout
 
 
+@about(lambda case: case.refused is not None)
+def test_ways_on(case, door):
+    """The commands that an error shows do work."""
+    for line in door.run(case, *door.arguments(case)).stderr.splitlines():
+        if line.startswith("  vexroc "):
+            words = shlex.split(line)
+            ran = door.run(case, words[1], *words[3:])
+            assert words[2] == str(door.folder / "data.csv") and ran.returncode == 0, line + ran.stderr
+
+
 @about(lambda case: case.clean)
 def test_columns(case, door):
     """The first step ends with a command that works."""

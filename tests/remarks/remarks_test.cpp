@@ -86,7 +86,7 @@ TEST(Remarks, OneLineOfAKindNamesFiveSubjectsOnceEachAndCautionsComeFirst)
     const vexroc_remark few = remarks.get(0);
     EXPECT_EQ(few.caution, 1);
     EXPECT_EQ(few.count, 7);
-    EXPECT_THAT(few.text, testing::EndsWith("e (8 positive, 9 negative) and 2 more"));
+    EXPECT_THAT(few.text, testing::EndsWith("e (8 positive, 9 negative) and more, 7 in all"));
     EXPECT_STREQ(remarks.get(2).text, "p values and intervals are not adjusted for the number of comparisons: 21");
     EXPECT_EQ(vexroc_remarks_add(remarks.list, "no-such", "", ""), VEXROC_INVALID);
     EXPECT_THAT(vexroc_last_error(), HasSubstr("no-such"));
@@ -108,7 +108,7 @@ TEST(Remarks, EachRuleOfAnAreaStartsWhereItSays)
                 ElementsAre("zero-error"));
     EXPECT_THAT(saidOf([](Facts& f) { f.area = 0.0, f.std_error = 0.0, f.lower = f.upper = missing; }),
                 ElementsAre("zero-error", "below-chance"));
-    EXPECT_THAT(saidOf([](Facts& f) { f.distinct_values = 2; }), ElementsAre("two-values"));
+    EXPECT_THAT(saidOf([](Facts& f) { f.distinct_values = 2, f.ties = 1; }), ElementsAre("two-values", "ties"));
 }
 
 TEST(Remarks, ADifferenceOfZeroMayHaveTheErrorZero)
