@@ -48,13 +48,14 @@ Document pairedDocument(const Question& question, const Results& results)
 Document groupDocument(const Question& question, const Results& results)
 {
     const Grouping& grouping = *question.grouping;
-    Document document{.command = "compare",
-                      .heading = {"Areas under the ROC curves of two independent groups, compared",
-                                  "Groups: " + visible(grouping.column) + " = " + visible(grouping.selected[0])
-                                      + " and " + visible(grouping.selected[1]),
-                                  questionHeading(question, *results.labels),
-                                  standardErrorHeading(question.biNegative, question.level)},
-                      .question = questionFacts(question, *results.labels)};
+    const std::vector<std::string>& groups = results.labels->groupWords();
+    Document document{
+        .command = "compare",
+        .heading = {"Areas under the ROC curves of two independent groups, compared",
+                    "Groups: " + visible(grouping.column) + " = " + visible(groups[0]) + " and " + visible(groups[1]),
+                    questionHeading(question, *results.labels),
+                    standardErrorHeading(question.biNegative, question.level)},
+        .question = questionFacts(question, *results.labels)};
     document.question.emplace_back("group", grouping.column);
     addInference(document.question, standardErrorWord(question.biNegative), question.level);
     Table table(joined({groupPairColumns, groupCountColumns, leftOutColumns, inPanel(2, twoAreaColumns),
