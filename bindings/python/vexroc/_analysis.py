@@ -14,8 +14,8 @@ import numpy as np
 
 from ._arraycalls import (CUT_OFFS, DISTRIBUTIONS, INTERPOLATIONS, INTERVALS, CutOff, Directions, Distribution,
                           Interpolation, Interval)
-from ._inputs import (MAX_CASES, Floats, NanPolicy, check_directions, check_lengths, check_level, check_number, check_order,
-                      check_word, complete_cases, is_hashable, to_numbers)
+from ._inputs import (MAX_CASES, Floats, NanPolicy, check_directions, check_lengths, check_level, check_number,
+                      check_order, check_word, complete_cases, is_hashable, to_numbers)
 from ._labels import to_groups, to_states
 from ._library import (NO_RESULT, PROGRESS, AreaResult, PairResult, RecordResult, RowsResult, check, library,
                        stop_when_told)
@@ -151,7 +151,7 @@ class _Request:
         used = dict.fromkeys([*self.parts.values(), *tests])
         alike = Counter(map(str, used))
         self.texts = {name: str(name) if alike[str(name)] == 1 else repr(name) for name in used}
-        self.group_labels: tuple[Any, Any] | None = None
+        self.group_labels: list[Any] | None = None
 
     def _names(self, tests: Any) -> list[Any]:
         if isinstance(tests, AbstractSet):
@@ -215,10 +215,10 @@ class _Request:
                 handle.call("add_negative", 0.0)
             for code, label in enumerate(self.group_labels or ()) if part == "group" else ():
                 handle.call("name_value", index, float(code), str(label).encode(errors="replace"))
-        for name, values in self.test_columns.items():
-            index = handle.add(self.texts[name], values, "test")
+        for name in self.tests:
+            index = handle.add(self.texts[name], self.test_columns[name], "test")
             handle.call("set_direction", index, directions[name].encode())
-        return [*self.parts.values(), *self.test_columns]
+        return [*self.parts.values(), *self.tests]
 
     def omitted(self, rows: RowsResult, missing_tests: dict[Any, int]) -> Counter[str]:
         """Rows that were left out, of all tests or of one, by reason."""
@@ -234,13 +234,14 @@ class _Request:
             counts[reason] += number_of_rows
         return +counts  # what there is
 
+
 def _check_weights(name: str, weights: Floats) -> None:
     wrong = (weights < 0) | (weights != np.rint(weights)) | (weights > MAX_CASES)
     if wrong.any():
         position = int(wrong.argmax())
         raise ValueError(f"{name} has {weights[position]:g} at position {position}, which is no number of cases "
-                         f"({int(wrong.sum())} such values); correct them, or call with nan_policy='omit', which rounds "
-                         "halves up and leaves out what is less than 1 or too large")
+                         f"({int(wrong.sum())} such values); correct them, or call with nan_policy='omit', which "
+                         "rounds halves up and leaves out what is less than 1 or too large")
 
 
 def _split(request: _Request, handle: _Handle, group_cut: float | None, group_mid_point: bool) -> None:

@@ -193,10 +193,8 @@ def _equals(label: Any, number: int) -> bool:
 
 def _several(name: str, given: Any, known: list[Any]) -> list[Any]:
     """The labels that the caller gives as one or as a list."""
-    several = isinstance(given, (list, np.ndarray, AbstractSet)) or hasattr(given, "to_numpy") or (
+    several = isinstance(given, (list, AbstractSet)) or getattr(given, "ndim", 0) == 1 or (
         isinstance(given, tuple) and given not in known)
-    if isinstance(given, np.ndarray) and given.ndim == 0:
-        several = False
     return [check_label(name, label) for label in (given if several else [given])]
 
 
@@ -232,7 +230,8 @@ def _usual_states(name: str, values: Any) -> States | None:
 
 def to_states(name: str, values: Any, pos_label: Any, neg_label: Any, missing: Any, remarks: RemarkList) -> States:
     """pos_label None means 1, for labels that are all 0 and 1, or all -1 and 1, or bools."""
-    may_be_usual = neg_label is None and (pos_label is None or _equals(pos_label, 1))
+    may_be_usual = neg_label is None and (missing is None or missing is False) and (
+        pos_label is None or _equals(pos_label, 1))
     if may_be_usual and categorical(values) is None and (usual := _usual_states(name, values)) is not None:
         return usual
     labels = _Labels(name, values)
@@ -249,40 +248,40 @@ def to_states(name: str, values: Any, pos_label: Any, neg_label: Any, missing: A
     return States(states, False)
 
 
-def _two_labels(chosen: Any, known: list[Any]) -> list[Any]:
-    """The two labels of groups that the caller chose."""
+def _chosen(chosen: Any, shown: str) -> list[Any]:
+    """The labels of the two groups that the caller chose."""
     if isinstance(chosen, (str, bytes, AbstractSet, Mapping)) or not hasattr(chosen, "__len__"):
         raise ValueError(f"group_values={chosen!r} ({type(chosen).__name__}) is no list of two values; give them in "
                          "the order in which to compare them")
     if len(chosen) != 2:
-        raise ValueError(f"group_values={chosen!r} are not two values; give two of {listed(known)}")
+        raise ValueError(f"group_values={chosen!r} are not two values; give two of {shown}")
     return [check_label("group_values", label) for label in chosen]
 
 
-def to_groups(name: str, values: Any, chosen: Any, missing: Any, remarks: RemarkList) -> tuple[Floats, tuple[Any, Any]]:
-    """0.0 and 1.0 for the cases of the two groups, 2.0 for others, NaN for a missing label; and the two labels."""
-    labels = _Labels(name, values)
-    pair = [] if chosen is None else _two_labels(chosen, labels.known)
-    labels.settle(missing, pair)
-    labels.add_remarks(remarks)
-    of_labels = labels.values()
-    first_labels: dict[int, Any] = {}
-    for value, label in zip(of_labels, labels.known):
-        if value >= 0:
-            first_labels.setdefault(value, label)
-    present = list(first_labels) if categorical(values) is not None else sorted(first_labels)
-    shown = listed([first_labels[value] for value in present])
-    if chosen is None:
-        if len(present) != 2:
-            raise ValueError(f"{name} has the values {shown}; say with group_values=, group_cut= or group_mid_point= "
-                             "how to make two groups of them")
-        pair = [first_labels[value] for value in present]
+def _values_of(pair: list[Any], labels: _Labels, shown: str) -> tuple[int, int]:
     first, second = (labels.find(label) for label in pair)
     for value, label in (first, pair[0]), (second, pair[1]):
         if value < 0:
-            raise ValueError(f"group_values: {label!r} does not occur in {name}, whose values are {shown}")
+            raise ValueError(f"group_values: {label!r} does not occur in {labels.name}, whose values are {shown}")
     if first == second:
-        raise ValueError(f"group_values={chosen!r} are the same value twice; give two of {shown}")
+        raise ValueError(f"group_values={pair!r} are the same value twice; give two of {shown}")
+    return first, second
+
+
+def to_groups(name: str, values: Any, chosen: Any, missing: Any, remarks: RemarkList) -> tuple[Floats, list[Any]]:
+    """0.0 and 1.0 for the cases of the two groups, 2.0 for others, NaN for a missing label; and the two labels."""
+    labels = _Labels(name, values)
+    pair = [] if chosen is None else _chosen(chosen, listed(labels.known))
+    labels.settle(missing, pair)
+    labels.add_remarks(remarks)
+    of_labels = labels.values()
+    present = {value: label for value, label in zip(of_labels[::-1], labels.known[::-1]) if value >= 0}
+    order = reversed(present) if categorical(values) is not None else sorted(present)
+    there = [present[value] for value in order]
+    if chosen is None and len(there) != 2:
+        raise ValueError(f"{name} has the values {listed(there)}; say with group_values=, group_cut= or "
+                         "group_mid_point= how to make two groups of them")
+    pair = pair or there
+    first, second = _values_of(pair, labels, listed(there))
     codes = {first: 0.0, second: 1.0}
-    groups = labels.spread([codes.get(value, 2.0) if value >= 0 else np.nan for value in of_labels])
-    return groups, (pair[0], pair[1])
+    return labels.spread([codes.get(value, 2.0) if value >= 0 else np.nan for value in of_labels]), pair
