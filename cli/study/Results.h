@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/study/CutOffReading.h"
 #include "host/VexMV.h"
 
 #include <cstddef>
@@ -63,6 +64,7 @@ struct Area {
     double gini = notComputed;
     double ksMaximum = notComputed; ///< without a curve
     double ksCutOff = notComputed;
+    CutOffReading reading = {}; ///< of the cut-offs between the ends
     int distinctValues = 0; ///< different test values, as far as known: 0 not, 3 for three and more
     bool ties = false;      ///< positive and negative cases share a test value
     bool largerIsPositive = true;
@@ -108,6 +110,9 @@ struct TestResult {
     RocCurve roc = {};                         ///< empty where it was not asked for, or is not there
     PrecisionRecallCurve precisionRecall = {}; ///< likewise
     std::vector<CutOff> best = {};             ///< those of the largest Youden index, ascending
+
+    /// How one of its cut-offs reads.
+    [[nodiscard]] CutOffReading readingOf(const CutOff& cutOff) const;
 };
 
 /// The difference of two areas: first less second.

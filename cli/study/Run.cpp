@@ -205,13 +205,21 @@ private:
 
     void addResults(Results& results) const
     {
-        for (int i = 0; i < vexroc_analysis_record_count(handle_.get()); ++i)
-            results.tests.push_back(testResult(i, results.rows.read));
+        for (int i = 0; i < vexroc_analysis_record_count(handle_.get()); ++i) {
+            long long read = 0; // rows of its group
+            require(vexroc_analysis_record_rows(handle_.get(), i, &read, nullptr));
+            results.tests.push_back(testResult(i, read));
+        }
         for (int i = 0; i < vexroc_analysis_comparison_count(handle_.get()); ++i) {
             const auto found = told<vexroc_comparison>(vexroc_analysis_comparison, i);
-            results.differences.push_back({.first = results.tests[static_cast<std::size_t>(found.first)].area,
-                                           .second = results.tests[static_cast<std::size_t>(found.second)].area,
-                                           .leftOut = results.rows.leftOut(),
+            const Area& first = results.tests[static_cast<std::size_t>(found.first)].area;
+            const Area& second = results.tests[static_cast<std::size_t>(found.second)].area;
+            const bool paired = question_.comparison == Comparison::paired;
+            results.differences.push_back({.first = first,
+                                           .second = second,
+                                           .leftOut = paired
+                                               ? results.rows.leftOut()
+                                               : first.leftOut + second.leftOut + results.rows.missingGroup,
                                            .difference = found.difference,
                                            .stdError = found.std_error,
                                            .z = found.z,

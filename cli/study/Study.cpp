@@ -3,6 +3,7 @@
 #include "cli/study/CaseColumns.h"
 #include "cli/study/RowsByValue.h"
 #include "cli/words/Failure.h"
+#include "cli/words/Numbers.h"
 #include "vexrocproc/arraycalls.h"
 
 #include <algorithm>
@@ -97,7 +98,8 @@ Area areaOfGroup(const CaseColumns& columns, const Question& question, const std
     ungrouped.grouping.reset();
     const RunCases cases{.state = states, .tests = {test}, .values = {ofGroup}};
     Area area = resultOf(cases, ungrouped, watch).area;
-    area.group = question.grouping->column + " = " + columns.groupWords()[group];
+    area.group = question.grouping->column + " = "
+        + (columns.groupWords().empty() ? shortest(code) : columns.groupWords()[group]);
     return area;
 }
 
@@ -253,13 +255,8 @@ private:
     std::vector<std::optional<Difference>> differences_;
 };
 
-} // namespace
-
-namespace {
-
-Results study(const DataTable& table, const CaseLabels& labels, const Question& question, const Watch& watch)
+Results studyCases(const CaseColumns& columns, const Question& question, const Watch& watch)
 {
-    const CaseColumns columns(table, labels, question);
     switch (question.rule) {
     case CaseRule::eachTest:
         return question.comparison == Comparison::independent ? eachDifference(columns, question, watch)
@@ -270,7 +267,30 @@ Results study(const DataTable& table, const CaseLabels& labels, const Question& 
     return run(casesOf(columns, question.tests), question, question.comparison, watch);
 }
 
+bool isWholeOrMissing(double value) { return std::isnan(value) || value == std::trunc(value); }
+
+Results study(const DataTable& table, const CaseLabels& labels, const Question& question, const Watch& watch)
+{
+    const CaseColumns columns(table, labels, question);
+    Results results = studyCases(columns, question, watch);
+    for (auto& [area, roc, precisionRecall, best] : results.tests)
+        area.reading = {.largerIsPositive = area.largerIsPositive,
+                        .equalIsPositive = question.equalIsPositive,
+                        .wholeNumbers = std::ranges::all_of(columns.test(area.test), isWholeOrMissing)};
+    return results;
+}
+
 } // namespace
+
+CutOffReading TestResult::readingOf(const CutOff& cutOff) const
+{
+    CutOffReading reading = area.reading;
+    if (cutOff.truePositive == area.positive && cutOff.falsePositive == area.negative)
+        reading.positive = CutOffReading::Calls::all;
+    else if (cutOff.truePositive == 0 && cutOff.falsePositive == 0)
+        reading.positive = CutOffReading::Calls::none;
+    return reading;
+}
 
 Results study(const DataTable& table, const Question& question, const Watch& watch)
 {
