@@ -7,15 +7,40 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+
 namespace vexroc {
 
 namespace {
+
+/// The line, broken behind commas and semicolons where it is wider than that.
+std::string broken(std::string_view line, std::size_t width)
+{
+    constexpr std::string_view indent = "  ";
+    std::string text;
+    std::size_t used = 0;
+    while (!line.empty()) {
+        const std::size_t comma = line.find_first_of(",;");
+        const std::size_t length = comma == std::string_view::npos ? line.size() : comma + 1;
+        const std::size_t needed = displayWidth(line.substr(0, length));
+        if (used > 0 && used + needed > width) {
+            text.append("\n").append(indent);
+            line.remove_prefix(std::min(line.find_first_not_of(' '), line.size()));
+            used = indent.size();
+            continue;
+        }
+        text += line.substr(0, length);
+        used += needed;
+        line.remove_prefix(length);
+    }
+    return text + '\n';
+}
 
 std::string textOf(const Document& document, std::size_t width)
 {
     std::string text;
     for (const std::string& line : document.heading)
-        text += line + '\n';
+        text += broken(line, width);
     for (const Document::Part& part : document.parts) {
         text += '\n';
         if (!part.title.empty())
