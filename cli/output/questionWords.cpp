@@ -1,6 +1,7 @@
 #include "cli/output/questionWords.h"
 
 #include "cli/output/Documents.h"
+#include "cli/words/Letters.h"
 #include "cli/words/Numbers.h"
 #include "cli/words/VisibleText.h"
 
@@ -18,7 +19,14 @@ std::vector<std::string> valuesOf(const CaseLabels& labels, vexroc_state state)
     return texts;
 }
 
-/// "malignant (212), suspect (3)", with the rows that hold them.
+/// With its rows; in quotes where blanks would not be seen.
+std::string withRows(const ColumnLabels::Value& value)
+{
+    const std::string text = trimmed(value.text) == value.text ? visible(value.text) : inQuotes(value.text);
+    return text + " (" + std::to_string(value.rows) + ')';
+}
+
+/// "malignant (212), suspect (3)".
 std::string withRows(const CaseLabels& labels, vexroc_state state)
 {
     constexpr int most = 5;
@@ -26,7 +34,7 @@ std::string withRows(const CaseLabels& labels, vexroc_state state)
     int count = 0;
     for (const ColumnLabels::Value& value : labels.state().values())
         if (value.state == state && ++count <= most)
-            list += (list.empty() ? "" : ", ") + visible(value.text) + " (" + std::to_string(value.rows) + ')';
+            list += (list.empty() ? "" : ", ") + withRows(value);
     return count > most ? list + " and " + std::to_string(count - most) + " more" : list;
 }
 

@@ -40,7 +40,10 @@ typedef struct vexroc_remark {
     const char* text; /**< one line of UTF-8, without full stop; lives until the list changes */
 } vexroc_remark;
 
-/** Number of different remarks; 0 for a null list. */
+/**
+ * Number of different remarks; 0 for a null list. The note "ties", which nearly all data call for, gives way to any
+ * other note.
+ */
 int vexroc_remarks_count(const vexroc_remarks* remarks);
 /** One of them: cautions first, then in the order in which their kinds came. VEXROC_INVALID for another index. */
 int vexroc_remarks_get(vexroc_remarks* remarks, int index, vexroc_remark* remark);

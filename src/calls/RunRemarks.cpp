@@ -44,6 +44,7 @@ vexroc_area_facts factsOf(const vexroc_record& record)
     facts.upper = record.ci_upper;
     facts.smaller_is_positive = record.smaller_is_positive;
     facts.distinct_values = record.distinct_values;
+    facts.ties = record.ties;
     return facts;
 }
 
@@ -117,8 +118,6 @@ void RunRemarks::addRecord(const AnalysisRequest& request, const vexroc_record& 
 {
     const std::string subject = subjectOf(request, record);
     areas_.push_back({subject, request.nameOf(record.test), factsOf(record)});
-    if (record.ties != 0)
-        add("ties", subject);
     if (record.distribution_changed != 0 && record.positive != record.negative)
         add("distribution-changed", subject);
     if (record.positive == 0 || record.negative == 0)
