@@ -22,7 +22,7 @@ Report runRoc(const QuestionOptions& options, const Surroundings& surroundings)
     task.question.rocCurve = task.question.points = true;
     const Results results = answer(task, surroundings);
     remarkOnCurves(task.question, results, task.remarks);
-    return reportOf(task, curveDocument(task.question, results));
+    return reportOf(task, curveDocument(task.question, results), surroundings);
 }
 
 Report runPr(const PrOptions& options, const Surroundings& surroundings)
@@ -32,7 +32,7 @@ Report runPr(const PrOptions& options, const Surroundings& surroundings)
     task.question.alongFalsePositives = options.keilwagen;
     const Results results = answer(task, surroundings);
     remarkOnCurves(task.question, results, task.remarks);
-    return reportOf(task, precisionRecallDocument(task.question, results));
+    return reportOf(task, precisionRecallDocument(task.question, results), surroundings);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "cli/commands/AnalysisWatch.h"
 #include "cli/options/Offer.h"
+#include "cli/output/TableForms.h"
 #include "cli/words/Failure.h"
 #include "cli/words/Lists.h"
 #include "cli/words/Numbers.h"
@@ -23,6 +24,17 @@ std::vector<std::string> parseTests(const std::vector<std::string>& lists)
         for (std::string& test : splitList(list, "--test"))
             tests.push_back(std::move(test));
     return tests;
+}
+
+/// A last ":smaller" or ":larger" of a test may be its direction, or belong to the name of the column.
+std::vector<DirectedTest> directedTests(const std::vector<std::string>& tests)
+{
+    std::vector<DirectedTest> directed;
+    for (const std::string& test : tests)
+        for (const std::string_view word : {":smaller", ":larger"})
+            if (test.size() > word.size() && test.ends_with(word))
+                directed.push_back({test, test.substr(0, test.size() - word.size()), word == ":larger"});
+    return directed;
 }
 
 /// The negative values, or all others.
@@ -73,13 +85,18 @@ void addQuestionOptions(CLI::App& command, QuestionOptions& options)
                     "Values of the negative cases; the bare word others: all that are not positive. Needed where the "
                     "column holds more than two values")
         ->type_name("VALUE[,VALUE...]");
-    command.add_option("--test", options.tests, "Test columns; one list, or the option repeated")
+    command
+        .add_option("--test", options.tests,
+                    "Test columns; one list, or the option repeated. COLUMN:smaller and COLUMN:larger give a test its "
+                    "own direction")
         ->type_name("COLUMN[,COLUMN...]")
         ->allow_extra_args(false)
         ->required();
     command.add_flag("--smaller", options.smaller, "Smaller test values are more positive");
     command.add_flag("--exclude", options.exclude,
                      "A value equal to a cut-off is negative; moves points of the curves, not the area");
+    command.add_option("--count", options.count, "Column with the number of cases that a row stands for, from 0")
+        ->type_name("COLUMN");
     addAnswerOptions(command, options.answer);
 }
 
@@ -91,6 +108,8 @@ void addAnswerOptions(CLI::App& command, AnswerOptions& options)
         .add_option_function<std::string>("--output", take,
                                           "Write the results to this file; - is standard output, as without it")
         ->type_name("FILE");
+    command.add_option("--tables", options.tables, "Write each table as a CSV file of its own into this folder")
+        ->type_name("FOLDER");
 }
 
 void addInferenceOptions(CLI::App& command, InferenceOptions& options)
@@ -98,6 +117,8 @@ void addInferenceOptions(CLI::App& command, InferenceOptions& options)
     command
         .add_option("--level", options.level, "Confidence level of the intervals, between 0 and 1; 0.95 when not given")
         ->type_name("P");
+    addChoice(command, "--interval", options.interval, {"wald", "wald-delong"},
+              "Standard error and interval of an area: nonparametric (wald), or DeLong's (wald-delong)");
     command.add_flag("--bi-negative", options.biNegative,
                      "Standard error under bi-negative exponential distributions; needs as many positive as "
                      "negative cases");
@@ -105,19 +126,26 @@ void addInferenceOptions(CLI::App& command, InferenceOptions& options)
 
 Task parseTask(const QuestionOptions& options)
 {
-    Task task{
-        .input = parseInput(options.input), .form = parseForm(options.answer.format), .output = options.answer.output};
+    Task task;
+    task.input = parseInput(options.input);
+    setAnswer(options.answer, task);
     task.question.input = task.input.place;
     task.question.state = parseState(options);
     task.question.tests = parseTests(options.tests);
+    task.question.directed = directedTests(task.question.tests);
+    task.question.count = options.count;
     task.question.largerIsPositive = !options.smaller;
     task.question.equalIsPositive = !options.exclude;
     return task;
 }
 
-DocumentForm parseForm(const std::string& format)
+void setAnswer(const AnswerOptions& options, Task& task)
 {
-    return format == "csv" ? DocumentForm::csv : format == "json" ? DocumentForm::json : DocumentForm::text;
+    task.form = options.format == "csv" ? DocumentForm::csv
+        : options.format == "json"      ? DocumentForm::json
+                                        : DocumentForm::text;
+    task.output = options.output;
+    task.tables = options.tables;
 }
 
 void addGroupOptions(CLI::App& command, GroupOptions& options)
@@ -156,6 +184,25 @@ void setInference(const InferenceOptions& options, Question& question)
         throw usageError("--level " + inQuotes(options.level) + ": expected a number between 0 and 1, such as 0.95");
     question.level = *level;
     question.biNegative = options.biNegative;
+    question.interval = options.interval == "wald" ? IntervalKind::wald : IntervalKind::waldDelong;
+    if (options.biNegative && question.interval == IntervalKind::waldDelong)
+        throw usageError("--bi-negative and --interval wald-delong are two standard errors: give one of them");
+}
+
+void addCasesOption(CLI::App& command, std::string& cases)
+{
+    addChoice(command, "--cases", cases, {"pairwise", "complete"},
+              "Tests on the same cases: every two on the rows in which both are known, or all where all are known; "
+              "pairwise when not given");
+}
+
+void askPaired(const std::string& cases, Question& question)
+{
+    if (question.biNegative)
+        throw usageError("--bi-negative does not go with tests on the same cases: their differences have DeLong "
+                         "standard errors");
+    question.comparison = Comparison::paired;
+    question.completeCases = cases == "complete";
 }
 
 Results answer(Task& task, const Surroundings& surroundings)
@@ -163,7 +210,7 @@ Results answer(Task& task, const Surroundings& surroundings)
     task.question.call = surroundings.call;
     // Nothing is there to tidy up while the data are read: until then, an interrupt just ends the program.
     const DataTable table = readTable(task.input, surroundings, task.question.columns());
-    task.question.settleState(table);
+    task.question.settle(table);
     AnalysisWatch watch(surroundings, table.rows);
     Results results = study(table, task.question, watch.watch());
     watch.requireNotCancelled();
@@ -171,12 +218,21 @@ Results answer(Task& task, const Surroundings& surroundings)
     return results;
 }
 
-Report reportOf(const Task& task, const Document& document)
+Report reportOf(const Task& task, const Document& document, const Surroundings& surroundings)
 {
-    return {.text = spelled(document, task.remarks, task.form),
-            .file = task.output,
-            .notes = task.remarks.notes(),
-            .cautions = task.remarks.cautions()};
+    Report report{.text = spelled(document, task.remarks, task.form,
+                                  task.output.empty() ? surroundings.lineWidth : usualLineWidth),
+                  .file = task.output,
+                  .folder = task.tables,
+                  .notes = task.remarks.notes(),
+                  .cautions = task.remarks.cautions()};
+    for (const Document::Part& part : document.parts) {
+        if (task.tables.empty())
+            break;
+        report.tables.push_back({std::string(part.member), ""});
+        writeCsv(part.table, report.tables.back().csv);
+    }
+    return report;
 }
 
 } // namespace vexroc

@@ -22,11 +22,13 @@ namespace vexroc {
 struct AnswerOptions {
     std::string format = "text";
     std::string output; ///< empty for standard output
+    std::string tables; ///< folder; empty for none
 };
 
 /// What intervals and standard errors are made with, as typed.
 struct InferenceOptions {
     std::string level = "0.95";
+    std::string interval = "wald";
     bool biNegative = false;
 };
 
@@ -36,6 +38,7 @@ struct QuestionOptions {
     std::string state;
     std::string negative;
     std::vector<std::string> tests;
+    std::string count;
     AnswerOptions answer;
     bool smaller = false;
     bool exclude = false;
@@ -51,13 +54,14 @@ struct Task {
     Question question = {};
     DocumentForm form = DocumentForm::text;
     std::string output = {}; ///< file of the answer; empty for standard output
+    std::string tables = {}; ///< folder of the tables as CSV; empty for none
     Remarks remarks = {};    ///< what there is to say beside it
 };
 
 /// The task behind the options, checked as far as it can be without the data. Throws a usage error that names the
 /// option at fault.
 Task parseTask(const QuestionOptions& options);
-DocumentForm parseForm(const std::string& format);
+void setAnswer(const AnswerOptions& options, Task& task);
 /// Two groups of cases, as typed: a column, with or without the two of its values that are meant.
 struct GroupOptions {
     std::string group;
@@ -66,13 +70,17 @@ struct GroupOptions {
 void addGroupOptions(CLI::App& command, GroupOptions& options);
 /// The group is there. Throws a usage error for other than two values, or for values that are given twice.
 Grouping parseGroup(const GroupOptions& options);
-/// Throws a usage error for a confidence level outside (0, 1).
+/// Which rows tests on the same cases are compared on, as typed; empty where it is not said.
+void addCasesOption(CLI::App& command, std::string& cases);
+/// Compares the tests of a question on the same cases. Throws a usage error for words that do not go with it.
+void askPaired(const std::string& cases, Question& question);
+/// Throws a usage error for a confidence level outside (0, 1), and for two standard errors.
 void setInference(const InferenceOptions& options, Question& question);
 
 /// Reads the columns of the question, which then is settled, studies them, and remarks on their labels; progress is
 /// told, and an interrupt ends it.
 Results answer(Task& task, const Surroundings& surroundings);
-/// The document in the form of the task, with its notes and cautions.
-Report reportOf(const Task& task, const Document& document);
+/// The document in the form of the task, and its tables for their folder, with its notes and cautions.
+Report reportOf(const Task& task, const Document& document, const Surroundings& surroundings);
 
 } // namespace vexroc
