@@ -1,9 +1,12 @@
 #include "cli/output/Documents.h"
+#include "cli/output/comparisonRows.h"
 #include "cli/output/questionWords.h"
 #include "cli/output/resultColumns.h"
 #include "cli/words/VisibleText.h"
 
 #include <algorithm>
+#include <array>
+#include <iterator>
 
 namespace vexroc {
 
@@ -54,7 +57,7 @@ public:
     }
     void setValue(const std::string& value) { value_ = value; }
     /// Names, then numbers.
-    void add(std::initializer_list<std::string_view> names, std::initializer_list<double> numbers)
+    void add(std::span<const std::string_view> names, std::span<const double> numbers)
     {
         row_.clear();
         if (byValue_)
@@ -62,6 +65,10 @@ public:
         row_.insert(row_.end(), names.begin(), names.end());
         row_.insert(row_.end(), numbers.begin(), numbers.end());
         table_.addRow(row_);
+    }
+    void add(std::initializer_list<std::string_view> names, std::initializer_list<double> numbers)
+    {
+        add(std::span(names.begin(), names.size()), std::span(numbers.begin(), numbers.size()));
     }
     Table take() { return std::move(table_); }
 
@@ -90,6 +97,8 @@ bool isWeighted(const Question& question) { return !question.weight.empty(); }
 void addCases(const RowCounts& rows, bool weighted, TableMaker& table)
 {
     const auto add = [&](std::string_view what, auto count) { table.add({what}, {static_cast<double>(count)}); };
+    if (rows.given != rows.read)
+        add("rows of the table", rows.given);
     add("rows read", rows.read);
     add("left out", rows.leftOut());
     for (const auto& [reason, count] : rows.reasons())
@@ -118,16 +127,12 @@ Table areaTable(const Analysis& analysis)
     const std::span<const TableColumn> weights =
         weighted ? std::span<const TableColumn>(weightedCountColumns) : std::span<const TableColumn>();
     const auto addArea = [&](const Area& a, TableMaker& table) {
-        const double positive = static_cast<double>(a.positive);
-        const double negative = static_cast<double>(a.negative);
+        std::vector<double> numbers{double(a.positive), double(a.negative)};
         if (weighted)
-            table.add({a.test, groupOf(a)},
-                      {positive, negative, a.weightedPositive, a.weightedNegative, a.area, a.stdError, a.significance,
-                       a.lower, a.upper, a.gini, a.ksMaximum, a.ksCutOff});
-        else
-            table.add({a.test, groupOf(a)},
-                      {positive, negative, a.area, a.stdError, a.significance, a.lower, a.upper, a.gini, a.ksMaximum,
-                       a.ksCutOff});
+            numbers.insert(numbers.end(), {a.weightedPositive, a.weightedNegative});
+        std::ranges::copy(areaNumbers(a), std::back_inserter(numbers));
+        numbers.insert(numbers.end(), {a.gini, a.ksMaximum, a.ksCutOff});
+        table.add(std::array<std::string_view, 2>{a.test, groupOf(a)}, numbers);
     };
     return tableOf(
         analysis,
@@ -141,17 +146,9 @@ Table areaTable(const Analysis& analysis)
 Table comparisonTable(const Analysis& analysis)
 {
     const bool paired = analysis.question.comparison == Comparison::paired;
-    const std::span<const TableColumn> names =
-        paired ? std::span<const TableColumn>(testPairColumns) : groupPairColumns;
-    return tableOf(analysis, joined({names, differenceColumns}), [&](const Results& results, TableMaker& table) {
-        for (const Difference& d : results.differences) {
-            const std::initializer_list<double> numbers{d.difference,   d.stdError, d.z,
-                                                        d.significance, d.lower,    d.upper};
-            if (paired)
-                table.add({d.first.test, d.second.test}, numbers);
-            else
-                table.add({d.first.test, groupOf(d.first), groupOf(d.second)}, numbers);
-        }
+    return tableOf(analysis, comparisonColumns(paired), [&](const Results& results, TableMaker& table) {
+        for (const Difference& d : results.differences)
+            table.add(comparisonNames(d, paired), comparisonNumbers(d, paired));
     });
 }
 
@@ -175,9 +172,13 @@ std::vector<std::string> headingOf(const Question& question, const CaseLabels& l
     if (isWeighted(question))
         lines.push_back("Weights: " + visible(question.weight)
                         + "; they enter the weighted counts only: areas and curves count every row once");
-    lines.push_back(question.comparison == Comparison::paired
-                        ? pairedErrorHeading(question.level)
-                        : standardErrorHeading(question.biNegative, question.level));
+    if (!question.count.empty())
+        lines.push_back("Cases per row: " + visible(question.count));
+    lines.push_back(standardErrorHeading(question));
+    if (question.comparison == Comparison::paired) {
+        lines.push_back(std::string("Standard errors of differences: ") + pairedErrorWord);
+        lines.push_back(pairedCasesHeading(question));
+    }
     return lines;
 }
 
@@ -193,7 +194,11 @@ std::vector<Fact> factsOf(const Question& question, const CaseLabels& labels)
     const bool paired = question.comparison == Comparison::paired;
     if (question.comparison != Comparison::none)
         facts.emplace_back("comparison", paired ? "paired" : "independent");
-    addInference(facts, paired ? pairedErrorWord : standardErrorWord(question.biNegative), question.level);
+    if (paired)
+        facts.emplace_back("cases", pairedCasesWord(question));
+    addInference(facts, standardErrorWord(question), question);
+    if (paired)
+        facts.emplace_back("standard_error_difference", pairedErrorWord);
     return facts;
 }
 

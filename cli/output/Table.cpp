@@ -51,7 +51,8 @@ std::vector<TableColumn> inPanel(int panel, std::span<const TableColumn> columns
 {
     std::vector<TableColumn> moved(columns.begin(), columns.end());
     for (TableColumn& column : moved)
-        column.panel = panel;
+        if (column.panel != TableColumn::noPanel)
+            column.panel = panel;
     return moved;
 }
 

@@ -16,8 +16,9 @@
 namespace vexroc {
 
 struct TableColumn {
-    std::string_view name;  ///< in CSV and JSON
-    std::string_view title; ///< for people
+    static constexpr int noPanel = -1; ///< for programs alone
+    std::string_view name;             ///< in CSV and JSON
+    std::string_view title;            ///< for people
     CellRole role;
     int panel = 0; ///< for people a wide table is set as panels below each other; columns of panel 0 stand in each
 };
@@ -59,8 +60,8 @@ std::vector<TableColumn> joined(std::initializer_list<std::span<const TableColum
 /// The cells of one row, as they are put together.
 class Row {
 public:
-    Row(std::initializer_list<std::string_view> names) : values_(names.begin(), names.end()) {}
-    Row& add(std::initializer_list<double> numbers)
+    explicit Row(std::span<const std::string_view> names) : values_(names.begin(), names.end()) {}
+    Row& add(std::span<const double> numbers)
     {
         values_.insert(values_.end(), numbers.begin(), numbers.end());
         return *this;

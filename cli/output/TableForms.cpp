@@ -146,6 +146,8 @@ void writeHtml(const Table& table, std::string_view title, std::string& out)
     const auto writeRow = [&](const char* begin, const char* end, auto textOf) {
         out += "<tr>";
         for (std::size_t c = 0; c < table.columns().size(); ++c) {
+            if (table.columns()[c].panel == TableColumn::noPanel)
+                continue;
             // <bdi>: a name written from right to left does not reorder what stands around it.
             const bool name = table.columns()[c].role == CellRole::name;
             out.append(begin).append(name ? " class=\"name\"><bdi>" : ">").append(htmlText(textOf(c)));

@@ -38,6 +38,7 @@ inline constexpr std::array areaColumns{
     TableColumn{"area", "area", CellRole::statistic},
     TableColumn{"standard_error", "std. error", CellRole::statistic},
     TableColumn{"p_value", "p", CellRole::pValue},
+    TableColumn{"log10_p", "log10 p", CellRole::statistic, TableColumn::noPanel},
     TableColumn{"lower", "lower", CellRole::statistic},
     TableColumn{"upper", "upper", CellRole::statistic},
 };
@@ -47,6 +48,7 @@ inline constexpr std::array differenceColumns{
     TableColumn{"standard_error_difference", "std. error", CellRole::statistic},
     TableColumn{"z", "z", CellRole::statistic},
     TableColumn{"p_value", "p", CellRole::pValue},
+    TableColumn{"log10_p", "log10 p", CellRole::statistic, TableColumn::noPanel},
     TableColumn{"lower", "lower", CellRole::statistic},
     TableColumn{"upper", "upper", CellRole::statistic},
 };
