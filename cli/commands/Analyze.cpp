@@ -9,7 +9,7 @@
 #include "cli/picture/ReportPage.h"
 #include "cli/picture/curvesOf.h"
 #include "cli/study/remarksOn.h"
-#include "cli/system/OutputFile.h"
+#include "cli/system/OutputFiles.h"
 #include "cli/system/Rasterizer.h"
 #include "cli/words/VisibleText.h"
 #include "cli/words/version.h"
@@ -17,7 +17,6 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <deque>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -104,9 +103,9 @@ public:
     }
 
     /// What the program says; without a result, why.
-    [[nodiscard]] Report report() const
+    [[nodiscard]] Report report(const Surroundings& surroundings) const
     {
-        Report report = reportOf(task_, document_);
+        Report report = reportOf(task_, document_, surroundings);
         report.file.clear(); // written with the other files, or not at all
         if (const std::optional<RunMessage> failure = analysis_.failure())
             report.error = statusLine(*failure);
@@ -117,23 +116,22 @@ public:
     /// cancelled meanwhile, none.
     void write(Report& report, const Surroundings& surroundings, AnalysisWatch& watch) const
     {
-        std::deque<std::string> texts; // a file may refer to its text until it is in place
-        std::vector<std::unique_ptr<OutputFile>> files;
+        OutputFiles files;
         const auto stage = [&](const std::string& path, auto makeText) {
             if (path.empty())
                 return;
             watch.requireNotCancelled();
-            texts.push_back(makeText());
-            files.push_back(std::make_unique<OutputFile>(path, texts.back()));
+            files.add(path, makeText());
         };
+        report.stageTables(files);
         stage(task_.files.curve, [&] { return csvOf(curvePoints(analysis_)); });
         stage(task_.files.precisionRecall, [&] { return csvOf(precisionRecallPoints(analysis_)); });
         stage(task_.files.plot, [&] { return rasterizer_->convert(svgPicture(drawing())); });
         stage(task_.files.report, [&] { return page(surroundings); });
         stage(task_.output, [&] { return std::exchange(report.text, ""); });
         watch.requireNotCancelled();
-        for (const auto& file : files)
-            file->commit();
+        files.commit();
+        report.folder.clear(); // written
     }
 
 private:
@@ -199,7 +197,7 @@ Report runAnalyze(const AnalyzeOptions& options, const Surroundings& surrounding
     AnalysisWatch watch(surroundings, table.rows);
     const Analysis analysis = analyze(task, std::move(table), watch);
     const AnalysisFiles files(task, analysis, rasterizer);
-    Report report = files.report();
+    Report report = files.report(surroundings);
     if (report.error.empty())
         files.write(report, surroundings, watch);
     return report;

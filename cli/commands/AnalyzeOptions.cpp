@@ -45,7 +45,8 @@ void requireFit(const AnalyzeOptions& options)
 {
     const bool selects = !options.groups.select.empty();
     const bool split = options.midPoint || selects || !options.cut.empty();
-    const bool readsCurve = options.best || !options.files.curve.empty() || options.files.drawn();
+    const bool readsCurve =
+        options.best || !options.files.curve.empty() || !options.files.precisionRecall.empty() || options.files.drawn();
     const struct {
         bool wrong;
         const char* message;
@@ -61,7 +62,7 @@ void requireFit(const AnalyzeOptions& options)
         {!options.weightKind.empty() && options.weight.empty(),
          "--weight-kind is about weights: name them with --weight"},
         {options.noCurve && readsCurve,
-         "--best, --curve, --plot and --report need the curve that --no-curve leaves out"},
+         "--best, --curve, --pr-curve, --plot and --report need the curve that --no-curve leaves out"},
         {options.keilwagen && !options.pr && options.files.precisionRecall.empty(),
          "--keilwagen says how precision-recall points are interpolated: ask for them with --pr or --pr-curve FILE"},
     };
@@ -96,7 +97,7 @@ void askForParts(const AnalyzeOptions& options, AnalyzeTask& task)
     const bool drawn = options.files.drawn();
     task.bestTable = options.best;
     task.question.rocCurve = !options.noCurve;
-    task.question.bestCutOffs = options.best || drawn;
+    task.question.bestCutOffs = !options.noCurve; // the maximum is one of them
     task.question.precisionRecall = options.pr || !options.files.precisionRecall.empty();
     task.question.points = drawn || !options.files.curve.empty() || !options.files.precisionRecall.empty();
     if (options.pr && options.files.precisionRecall.empty() && !drawn)
@@ -146,6 +147,8 @@ AnalyzeTask parseAnalyzeTask(const AnalyzeOptions& options)
     requireFit(options);
     AnalyzeTask task;
     static_cast<Task&>(task) = parseTask(options.question);
+    if (task.form == DocumentForm::csv)
+        throw severalTables();
     task.files = options.files;
     Question& question = task.question;
     question.eachTest = false;

@@ -22,7 +22,7 @@ Report runAuc(const AucOptions& options, const Surroundings& surroundings)
     setInference(options.inference, task.question);
     const Results results = answer(task, surroundings);
     remarkOnTests(results, task.remarks);
-    return reportOf(task, areaDocument(task.question, results));
+    return reportOf(task, areaDocument(task.question, results), surroundings);
 }
 
 } // namespace

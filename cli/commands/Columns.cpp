@@ -33,14 +33,16 @@ const char* kindOf(const ColumnFacts& facts)
 
 Report runColumns(const ColumnsOptions& options, const Surroundings& surroundings)
 {
-    const DocumentForm form = parseForm(options.answer.format);
-    const Input input = parseInput(options.input);
+    Task task;
+    task.input = parseInput(options.input);
+    setAnswer(options.answer, task);
+    const Input& input = task.input;
+    Remarks& remarks = task.remarks;
     ColumnSurvey survey(input.missingWords);
     readInput(input, surroundings, survey);
 
     Document document{
         .command = "columns", .heading = {"Columns of " + survey.source()}, .question = {{"input", survey.source()}}};
-    Remarks remarks;
     Table table(columns);
     for (const ColumnFacts& facts : survey.finish()) {
         const std::string more = std::string(">").append(std::to_string(facts.distinct()));
@@ -52,7 +54,7 @@ Report runColumns(const ColumnsOptions& options, const Surroundings& surrounding
                         std::string("read with --decimal ") + (input.form.numbers.decimal == ',' ? "point" : "comma"));
     }
     document.parts.push_back({"columns", "", std::move(table)});
-    return {.text = spelled(document, remarks, form), .file = options.answer.output, .notes = remarks.notes()};
+    return reportOf(task, document, surroundings);
 }
 
 } // namespace

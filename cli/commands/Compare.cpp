@@ -43,7 +43,7 @@ Report runCompare(const CompareOptions& options, const Surroundings& surrounding
         askIndependent(options, task.question);
     const Results results = answer(task, surroundings);
     remarkOnDifferences(task.question, results, task.remarks);
-    return reportOf(task, comparisonDocument(task.question, results));
+    return reportOf(task, comparisonDocument(task.question, results), surroundings);
 }
 
 } // namespace

@@ -23,7 +23,7 @@ Report runRoc(const QuestionOptions& options, const Surroundings& surroundings)
     const Results results = answer(task, surroundings);
     task.remarks.leaveOutErrors();
     remarkOnTests(results, task.remarks);
-    return reportOf(task, curveDocument(task.question, results));
+    return reportOf(task, curveDocument(task.question, results), surroundings);
 }
 
 Report runPr(const PrOptions& options, const Surroundings& surroundings)
@@ -34,7 +34,7 @@ Report runPr(const PrOptions& options, const Surroundings& surroundings)
     const Results results = answer(task, surroundings);
     task.remarks.leaveOutErrors();
     remarkOnTests(results, task.remarks);
-    return reportOf(task, precisionRecallDocument(task.question, results));
+    return reportOf(task, precisionRecallDocument(task.question, results), surroundings);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "cli/commands/AnalysisWatch.h"
 #include "cli/options/Offer.h"
+#include "cli/output/TableForms.h"
 #include "cli/words/Failure.h"
 #include "cli/words/Lists.h"
 #include "cli/words/Numbers.h"
@@ -107,6 +108,8 @@ void addAnswerOptions(CLI::App& command, AnswerOptions& options)
         .add_option_function<std::string>("--output", take,
                                           "Write the results to this file; - is standard output, as without it")
         ->type_name("FILE");
+    command.add_option("--tables", options.tables, "Write each table as a CSV file of its own into this folder")
+        ->type_name("FOLDER");
 }
 
 void addInferenceOptions(CLI::App& command, InferenceOptions& options)
@@ -123,8 +126,9 @@ void addInferenceOptions(CLI::App& command, InferenceOptions& options)
 
 Task parseTask(const QuestionOptions& options)
 {
-    Task task{
-        .input = parseInput(options.input), .form = parseForm(options.answer.format), .output = options.answer.output};
+    Task task;
+    task.input = parseInput(options.input);
+    setAnswer(options.answer, task);
     task.question.input = task.input.place;
     task.question.state = parseState(options);
     task.question.tests = parseTests(options.tests);
@@ -135,9 +139,13 @@ Task parseTask(const QuestionOptions& options)
     return task;
 }
 
-DocumentForm parseForm(const std::string& format)
+void setAnswer(const AnswerOptions& options, Task& task)
 {
-    return format == "csv" ? DocumentForm::csv : format == "json" ? DocumentForm::json : DocumentForm::text;
+    task.form = options.format == "csv" ? DocumentForm::csv
+        : options.format == "json"      ? DocumentForm::json
+                                        : DocumentForm::text;
+    task.output = options.output;
+    task.tables = options.tables;
 }
 
 void addGroupOptions(CLI::App& command, GroupOptions& options)
@@ -210,12 +218,21 @@ Results answer(Task& task, const Surroundings& surroundings)
     return results;
 }
 
-Report reportOf(const Task& task, const Document& document)
+Report reportOf(const Task& task, const Document& document, const Surroundings& surroundings)
 {
-    return {.text = spelled(document, task.remarks, task.form),
-            .file = task.output,
-            .notes = task.remarks.notes(),
-            .cautions = task.remarks.cautions()};
+    Report report{.text = spelled(document, task.remarks, task.form,
+                                  task.output.empty() ? surroundings.lineWidth : usualLineWidth),
+                  .file = task.output,
+                  .folder = task.tables,
+                  .notes = task.remarks.notes(),
+                  .cautions = task.remarks.cautions()};
+    for (const Document::Part& part : document.parts) {
+        if (task.tables.empty())
+            break;
+        report.tables.push_back({std::string(part.member), ""});
+        writeCsv(part.table, report.tables.back().csv);
+    }
+    return report;
 }
 
 } // namespace vexroc

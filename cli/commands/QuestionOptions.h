@@ -22,6 +22,7 @@ namespace vexroc {
 struct AnswerOptions {
     std::string format = "text";
     std::string output; ///< empty for standard output
+    std::string tables; ///< folder; empty for none
 };
 
 /// What intervals and standard errors are made with, as typed.
@@ -53,13 +54,14 @@ struct Task {
     Question question = {};
     DocumentForm form = DocumentForm::text;
     std::string output = {}; ///< file of the answer; empty for standard output
+    std::string tables = {}; ///< folder of the tables as CSV; empty for none
     Remarks remarks = {};    ///< what there is to say beside it
 };
 
 /// The task behind the options, checked as far as it can be without the data. Throws a usage error that names the
 /// option at fault.
 Task parseTask(const QuestionOptions& options);
-DocumentForm parseForm(const std::string& format);
+void setAnswer(const AnswerOptions& options, Task& task);
 /// Two groups of cases, as typed: a column, with or without the two of its values that are meant.
 struct GroupOptions {
     std::string group;
@@ -78,7 +80,7 @@ void setInference(const InferenceOptions& options, Question& question);
 /// Reads the columns of the question, which then is settled, studies them, and remarks on their labels; progress is
 /// told, and an interrupt ends it.
 Results answer(Task& task, const Surroundings& surroundings);
-/// The document in the form of the task, with its notes and cautions.
-Report reportOf(const Task& task, const Document& document);
+/// The document in the form of the task, and its tables for their folder, with its notes and cautions.
+Report reportOf(const Task& task, const Document& document, const Surroundings& surroundings);
 
 } // namespace vexroc

@@ -1,35 +1,24 @@
 #include "cli/output/Documents.h"
-#include "cli/output/comparisonRows.h"
 #include "cli/output/questionWords.h"
-#include "cli/output/resultColumns.h"
+#include "cli/output/resultTables.h"
 #include "cli/words/VisibleText.h"
 
 #include <algorithm>
 #include <array>
-#include <iterator>
 
 namespace vexroc {
 
 namespace {
-
-constexpr TableColumn valueColumn{"by", "by", CellRole::name};
-constexpr TableColumn groupColumn{"group", "group", CellRole::name};
-constexpr std::array testColumns{testColumn, groupColumn};
 
 constexpr std::array caseColumns{
     TableColumn{"cases", "cases", CellRole::name},
     TableColumn{"count", "count", CellRole::count},
 };
 
-constexpr std::array weightedCountColumns{
-    TableColumn{"weighted_positive", "weighted positive", CellRole::count, 1},
-    TableColumn{"weighted_negative", "weighted negative", CellRole::count, 1},
-};
-
 constexpr std::array shapeColumns{
-    TableColumn{"gini", "Gini index", CellRole::statistic},
-    TableColumn{"max_ks", "maximum K-S", CellRole::statistic},
-    TableColumn{"max_ks_cut_off", "at cut-off", CellRole::measure},
+    TableColumn{"gini", "Gini index", CellRole::statistic, 3},
+    TableColumn{"max_ks", "maximum K-S", CellRole::statistic, 3},
+    TableColumn{"max_ks_cut_off", "at cut-off", CellRole::cutOff, 3},
 };
 
 constexpr std::array curveColumns{cutOffColumn, sensitivityColumn, specificityColumn};
@@ -39,45 +28,13 @@ constexpr std::array bestColumns{
     TableColumn{"youden", "Youden", CellRole::statistic},
     sensitivityColumn,
     specificityColumn,
-    TableColumn{"true_positive", "TP", CellRole::count},
-    TableColumn{"false_positive", "FP", CellRole::count},
-    TableColumn{"true_negative", "TN", CellRole::count},
-    TableColumn{"false_negative", "FN", CellRole::count},
+    TableColumn{"true_positive", "TP", CellRole::count, 1},
+    TableColumn{"false_positive", "FP", CellRole::count, 1},
+    TableColumn{"true_negative", "TN", CellRole::count, 1},
+    TableColumn{"false_negative", "FN", CellRole::count, 1},
 };
 
-constexpr std::array precisionRecallColumns{recallColumn, precisionColumn, interpolatedColumn};
-
-/// The table of one kind over all values: a column of values leads where the question has one.
-class TableMaker {
-public:
-    TableMaker(const Question& question, std::span<const TableColumn> columns)
-        : byValue_(!question.by.empty()),
-          table_(byValue_ ? joined({std::span(&valueColumn, 1), columns}) : joined({columns}))
-    {
-    }
-    void setValue(const std::string& value) { value_ = value; }
-    /// Names, then numbers.
-    void add(std::span<const std::string_view> names, std::span<const double> numbers)
-    {
-        row_.clear();
-        if (byValue_)
-            row_.emplace_back(value_);
-        row_.insert(row_.end(), names.begin(), names.end());
-        row_.insert(row_.end(), numbers.begin(), numbers.end());
-        table_.addRow(row_);
-    }
-    void add(std::initializer_list<std::string_view> names, std::initializer_list<double> numbers)
-    {
-        add(std::span(names.begin(), names.size()), std::span(numbers.begin(), numbers.size()));
-    }
-    Table take() { return std::move(table_); }
-
-private:
-    bool byValue_;
-    std::string_view value_;
-    std::vector<Table::Value> row_;
-    Table table_;
-};
+constexpr std::array precisionRecallColumns{cutOffColumn, recallColumn, precisionColumn, interpolatedColumn};
 
 /// The table that `addRows(value's results, table)` fills, value by value.
 Table tableOf(const Analysis& analysis, std::span<const TableColumn> columns, auto addRows)
@@ -90,13 +47,11 @@ Table tableOf(const Analysis& analysis, std::span<const TableColumn> columns, au
     return table.take();
 }
 
-std::string_view groupOf(const Area& area) { return area.group.empty() ? "all cases" : std::string_view(area.group); }
-
 bool isWeighted(const Question& question) { return !question.weight.empty(); }
 
 void addCases(const RowCounts& rows, bool weighted, TableMaker& table)
 {
-    const auto add = [&](std::string_view what, auto count) { table.add({what}, {static_cast<double>(count)}); };
+    const auto add = [&](std::string_view what, auto count) { table.add({what, static_cast<double>(count)}); };
     if (rows.given != rows.read)
         add("rows of the table", rows.given);
     add("rows read", rows.read);
@@ -121,46 +76,67 @@ Table caseTable(const Analysis& analysis)
     });
 }
 
+/// Columns that say which test and group a row is about, then others.
+std::vector<TableColumn> perTest(const Question& question, std::span<const TableColumn> columns)
+{
+    const TableColumn group = groupColumn(question);
+    return joined({std::span(&testColumn, 1), std::span(&group, 1), columns});
+}
+
+/// The cut-off of the maximum, as the best cut-offs have it.
+CutOffCell maximumCell(const TestResult& test)
+{
+    const auto best = std::ranges::find(test.best, test.area.ksCutOff, &CutOff::value); // exact: the same number
+    return best != test.best.end() ? cutOffCell(test, *best) : CutOffCell{test.area.ksCutOff, test.area.reading};
+}
+
 Table areaTable(const Analysis& analysis)
 {
     const bool weighted = isWeighted(analysis.question);
-    const std::span<const TableColumn> weights =
-        weighted ? std::span<const TableColumn>(weightedCountColumns) : std::span<const TableColumn>();
-    const auto addArea = [&](const Area& a, TableMaker& table) {
-        std::vector<double> numbers{double(a.positive), double(a.negative)};
-        if (weighted)
-            numbers.insert(numbers.end(), {a.weightedPositive, a.weightedNegative});
-        std::ranges::copy(areaNumbers(a), std::back_inserter(numbers));
-        numbers.insert(numbers.end(), {a.gini, a.ksMaximum, a.ksCutOff});
-        table.add(std::array<std::string_view, 2>{a.test, groupOf(a)}, numbers);
-    };
-    return tableOf(
-        analysis,
-        joined({testColumns, inPanel(1, stateColumns), weights, inPanel(1, areaColumns), inPanel(2, shapeColumns)}),
-        [&](const Results& results, TableMaker& table) {
-            for (const TestResult& test : results.tests)
-                addArea(test.area, table);
-        });
+    return tableOf(analysis, perTest(analysis.question, joined({areaColumns(weighted), shapeColumns})),
+                   [&](const Results& results, TableMaker& table) {
+                       for (const TestResult& test : results.tests) {
+                           std::vector<Table::Value> row{test.area.test, groupOf(test.area)};
+                           addAreaCells(test.area, weighted, row);
+                           row.insert(row.end(), {test.area.gini, test.area.ksMaximum, maximumCell(test)});
+                           table.add(row);
+                       }
+                   });
 }
 
-Table comparisonTable(const Analysis& analysis)
+/// The groups of all differences, as the title of their table says them; empty where they are not the same.
+std::string groupsInCommon(const Analysis& analysis)
 {
-    const bool paired = analysis.question.comparison == Comparison::paired;
-    return tableOf(analysis, comparisonColumns(paired), [&](const Results& results, TableMaker& table) {
-        for (const Difference& d : results.differences)
-            table.add(comparisonNames(d, paired), comparisonNumbers(d, paired));
-    });
+    const Difference* first = nullptr;
+    for (const ValueResults& value : analysis.values)
+        for (const Difference& difference : value.results.differences) {
+            first = first ? first : &difference;
+            if (difference.first.group != first->first.group || difference.second.group != first->second.group)
+                return "";
+        }
+    const bool grouped = first && analysis.question.comparison == Comparison::independent;
+    return grouped ? "; groups: 1, " + visible(first->first.group) + "; 2, " + visible(first->second.group) : "";
+}
+
+Document::Part comparisonPart(const Analysis& analysis)
+{
+    const std::string groups = groupsInCommon(analysis);
+    const auto addComparisons = [&](const Results& results, TableMaker& table) {
+        for (const Difference& difference : results.differences)
+            addComparison(analysis.question, difference, table);
+    };
+    return {"comparisons", "Differences between the areas" + groups,
+            tableOf(analysis, comparisonColumns(analysis.question, !groups.empty()), addComparisons)};
 }
 
 Table bestCutOffTable(const Analysis& analysis)
 {
-    return tableOf(analysis, joined({testColumns, bestColumns}), [](const Results& results, TableMaker& table) {
+    return tableOf(analysis, perTest(analysis.question, bestColumns), [](const Results& results, TableMaker& table) {
         for (const TestResult& test : results.tests)
             for (const CutOff& c : test.best)
-                table.add({test.area.test, groupOf(test.area)},
-                          {c.value, test.area.ksMaximum, c.sensitivity, c.specificity, double(c.truePositive),
-                           double(c.falsePositive), double(test.area.negative - c.falsePositive),
-                           double(test.area.positive - c.truePositive)});
+                table.add({test.area.test, groupOf(test.area), cutOffCell(test, c), test.area.ksMaximum, c.sensitivity,
+                           c.specificity, double(c.truePositive), double(c.falsePositive),
+                           double(test.area.negative - c.falsePositive), double(test.area.positive - c.truePositive)});
     });
 }
 
@@ -242,7 +218,7 @@ Document analysisDocument(const Analysis& analysis)
     if (anyValue(analysis, [](const Results& results) { return !results.tests.empty(); }))
         document.parts.push_back({"areas", "Areas under the ROC curves", areaTable(analysis)});
     if (anyValue(analysis, [](const Results& results) { return !results.differences.empty(); }))
-        document.parts.push_back({"comparisons", "Differences between the areas", comparisonTable(analysis)});
+        document.parts.push_back(comparisonPart(analysis));
     if (analysis.bestTable && analysis.anyResult())
         document.parts.push_back({"best_cut_offs", "Best cut-offs by Youden's index: sensitivity + specificity - 1",
                                   bestCutOffTable(analysis)});
@@ -251,21 +227,26 @@ Document analysisDocument(const Analysis& analysis)
 
 Table curvePoints(const Analysis& analysis)
 {
-    return tableOf(analysis, joined({testColumns, curveColumns}), [](const Results& results, TableMaker& table) {
-        for (const auto& [area, roc, precisionRecall, best] : results.tests)
-            for (std::size_t i = 0; i < roc.size(); ++i)
-                table.add({area.test, groupOf(area)}, {roc.cutOffs[i], roc.sensitivity[i], roc.specificity[i]});
+    return tableOf(analysis, perTest(analysis.question, curveColumns), [](const Results& results, TableMaker& table) {
+        for (const TestResult& test : results.tests)
+            for (std::size_t i = 0; i < test.roc.size(); ++i) {
+                const CutOff point = test.roc.at(i);
+                table.add({test.area.test, groupOf(test.area), cutOffCell(test, point), point.sensitivity,
+                           point.specificity});
+            }
     });
 }
 
 Table precisionRecallPoints(const Analysis& analysis)
 {
-    return tableOf(analysis, joined({testColumns, precisionRecallColumns}),
+    return tableOf(analysis, perTest(analysis.question, precisionRecallColumns),
                    [](const Results& results, TableMaker& table) {
-                       for (const auto& [area, roc, curve, best] : results.tests)
+                       for (const TestResult& test : results.tests) {
+                           const PrecisionRecallCurve& curve = test.precisionRecall;
                            for (std::size_t i = 0; i < curve.size(); ++i)
-                               table.add({area.test, groupOf(area)},
-                                         {curve.recall[i], curve.precision[i], double(curve.interpolated[i])});
+                               table.add({test.area.test, groupOf(test.area), precisionRecallCutOff(test, i),
+                                          curve.recall[i], curve.precision[i], double(curve.interpolated[i])});
+                       }
                    });
 }
 

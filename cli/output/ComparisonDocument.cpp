@@ -1,21 +1,11 @@
 #include "cli/output/Documents.h"
-#include "cli/output/comparisonRows.h"
 #include "cli/output/questionWords.h"
+#include "cli/output/resultTables.h"
 #include "cli/words/VisibleText.h"
 
 namespace vexroc {
 
 namespace {
-
-Table comparisonTable(const Results& results, bool paired)
-{
-    Table table(comparisonColumns(paired));
-    for (const Difference& difference : results.differences) {
-        Row row(comparisonNames(difference, paired));
-        table.addRow(row.add(comparisonNumbers(difference, paired)).values());
-    }
-    return table;
-}
 
 Document pairedDocument(const Question& question, const Results& results)
 {
@@ -26,22 +16,27 @@ Document pairedDocument(const Question& question, const Results& results)
                       .question = questionFacts(question, *results.labels)};
     document.question.emplace_back("cases", pairedCasesWord(question));
     addInference(document.question, pairedErrorWord, question);
-    document.parts.push_back({"comparisons", "", comparisonTable(results, true)});
+    TableMaker table(question, comparisonColumns(question, true));
+    for (const Difference& difference : results.differences)
+        addComparison(question, difference, table);
+    document.parts.push_back({"comparisons", "", table.take()});
     return document;
 }
 
 Document groupDocument(const Question& question, const Results& results)
 {
-    const Grouping& grouping = *question.grouping;
+    const Difference& any = results.differences.front(); // there is a test at least
     Document document{.command = "compare",
                       .heading = {"Areas under the ROC curves of two independent groups, compared",
-                                  "Groups: " + visible(grouping.column) + " = " + visible(grouping.selected[0])
-                                      + " and " + visible(grouping.selected[1]),
+                                  "Groups: 1, " + visible(any.first.group) + "; 2, " + visible(any.second.group),
                                   questionHeading(question, *results.labels), standardErrorHeading(question)},
                       .question = questionFacts(question, *results.labels)};
-    document.question.emplace_back("group", grouping.column);
+    document.question.emplace_back("group", question.grouping->column);
     addInference(document.question, standardErrorWord(question), question);
-    document.parts.push_back({"comparisons", "", comparisonTable(results, false)});
+    TableMaker table(question, comparisonColumns(question, true));
+    for (const Difference& difference : results.differences)
+        addComparison(question, difference, table);
+    document.parts.push_back({"comparisons", "", table.take()});
     return document;
 }
 

@@ -22,7 +22,9 @@ std::vector<std::string> valuesOf(const CaseLabels& labels, vexroc_state state)
 /// With its rows; in quotes where blanks would not be seen.
 std::string withRows(const ColumnLabels::Value& value)
 {
-    const std::string text = trimmed(value.text) == value.text ? visible(value.text) : inQuotes(value.text);
+    constexpr std::size_t most = 40; // characters
+    const bool isPlain = trimmed(value.text) == value.text;
+    const std::string text = bothEnds(isPlain ? visible(value.text) : inQuotes(value.text), most);
     return text + " (" + std::to_string(value.rows) + ')';
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/study/CutOffReading.h"
 #include "host/VexMV.h"
 
 #include <cstddef>
@@ -66,8 +67,9 @@ struct Area {
     double gini = notComputed;
     double ksMaximum = notComputed; ///< without a curve
     double ksCutOff = notComputed;
-    int distinctValues = 0; ///< different test values, as far as known: 0 not, 3 for three and more
-    bool ties = false;      ///< positive and negative cases share a test value
+    CutOffReading reading = {}; ///< of the cut-offs between the ends
+    int distinctValues = 0;     ///< different test values, as far as known: 0 not, 3 for three and more
+    bool ties = false;          ///< positive and negative cases share a test value
     bool largerIsPositive = true;
 };
 
@@ -111,6 +113,9 @@ struct TestResult {
     RocCurve roc = {};                         ///< empty where it was not asked for, or is not there
     PrecisionRecallCurve precisionRecall = {}; ///< likewise
     std::vector<CutOff> best = {};             ///< those of the largest Youden index, ascending
+
+    /// How one of its cut-offs reads.
+    [[nodiscard]] CutOffReading readingOf(const CutOff& cutOff) const;
 };
 
 /// The difference of two areas: first less second.

@@ -208,8 +208,11 @@ private:
 
     void addResults(Results& results) const
     {
-        for (int i = 0; i < vexroc_analysis_record_count(handle_.get()); ++i)
-            results.tests.push_back(testResult(i, results.rows.read));
+        for (int i = 0; i < vexroc_analysis_record_count(handle_.get()); ++i) {
+            long long read = 0; // rows of its group
+            require(vexroc_analysis_record_rows(handle_.get(), i, &read, nullptr));
+            results.tests.push_back(testResult(i, read));
+        }
         for (int i = 0; i < vexroc_analysis_comparison_count(handle_.get()); ++i)
             results.differences.push_back(
                 differenceOf(told<vexroc_comparison>(vexroc_analysis_comparison, i), results));
@@ -219,7 +222,6 @@ private:
     {
         Difference difference{.first = results.tests[static_cast<std::size_t>(found.first)].area,
                               .second = results.tests[static_cast<std::size_t>(found.second)].area,
-                              .leftOut = results.rows.read - found.positive - found.negative,
                               .difference = found.difference,
                               .stdError = found.std_error,
                               .z = found.z,
@@ -230,6 +232,9 @@ private:
         if (question_.comparison == Comparison::paired) {
             difference.first = ofPair(difference.first, found, found.first_area, found.first_std_error);
             difference.second = ofPair(difference.second, found, found.second_area, found.second_std_error);
+            difference.leftOut = results.rows.read - found.positive - found.negative;
+        } else {
+            difference.leftOut = difference.first.leftOut + difference.second.leftOut + results.rows.missingGroup;
         }
         return difference;
     }

@@ -109,7 +109,8 @@ Area areaOfGroup(const CaseColumns& columns, const Question& question, const std
     Watch silent = watch; // the run knows nothing of groups
     silent.remarks = nullptr;
     Area area = resultOf(cases, ungrouped, silent).area;
-    area.group = question.grouping->column + " = " + columns.groupWords()[group];
+    area.group = question.grouping->column + " = "
+        + (columns.groupWords().empty() ? shortest(code) : columns.groupWords()[group]);
     return area;
 }
 
@@ -174,13 +175,15 @@ Results eachPair(const CaseColumns& columns, const Question& question, const Wat
     return all;
 }
 
+bool isWholeOrMissing(double value) { return std::isnan(value) || value == std::trunc(value); }
+
 /// Counts are whole numbers from 0.
 void checkCounts(const DataTable& table, const Question& question)
 {
     if (question.count.empty())
         return;
     const std::span<const double> counts = table.numbers(question.count);
-    const auto isBad = [](double count) { return count < 0 || (!std::isnan(count) && count != std::floor(count)); };
+    const auto isBad = [](double count) { return count < 0 || !isWholeOrMissing(count); };
     const auto bad = std::ranges::find_if(counts, isBad);
     if (bad != counts.end())
         throw inputError(table.source + ", column " + inQuotes(question.count) + ", data row "
@@ -188,9 +191,8 @@ void checkCounts(const DataTable& table, const Question& question)
                          + " is no count; --count takes whole numbers from 0");
 }
 
-Results study(const DataTable& table, const CaseLabels& labels, const Question& question, const Watch& watch)
+Results studyCases(const CaseColumns& columns, const Question& question, const Watch& watch)
 {
-    const CaseColumns columns(table, labels, question);
     if (!question.eachTest)
         return run(casesOf(columns, question.tests), question, question.comparison, watch);
     switch (question.comparison) {
@@ -201,7 +203,28 @@ Results study(const DataTable& table, const CaseLabels& labels, const Question& 
     return eachArea(columns, question, watch);
 }
 
+Results study(const DataTable& table, const CaseLabels& labels, const Question& question, const Watch& watch)
+{
+    const CaseColumns columns(table, labels, question);
+    Results results = studyCases(columns, question, watch);
+    for (auto& [area, roc, precisionRecall, best] : results.tests)
+        area.reading = {.largerIsPositive = area.largerIsPositive,
+                        .equalIsPositive = question.equalIsPositive,
+                        .wholeNumbers = std::ranges::all_of(columns.test(area.test), isWholeOrMissing)};
+    return results;
+}
+
 } // namespace
+
+CutOffReading TestResult::readingOf(const CutOff& cutOff) const
+{
+    CutOffReading reading = area.reading;
+    if (cutOff.truePositive == area.positive && cutOff.falsePositive == area.negative)
+        reading.positive = CutOffReading::Calls::all;
+    else if (cutOff.truePositive == 0 && cutOff.falsePositive == 0)
+        reading.positive = CutOffReading::Calls::none;
+    return reading;
+}
 
 Results study(const DataTable& table, const Question& question, const Watch& watch)
 {

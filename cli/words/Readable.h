@@ -12,6 +12,7 @@ enum class CellRole {
     statistic,    ///< four decimals
     pValue,    ///< four decimals, or "<0.0001"
     measure,      ///< on the scale of a test: eight significant digits
+    cutOff,       ///< the same, with what it says in words
 };
 
 /// A number as people are shown it; NA for NaN.

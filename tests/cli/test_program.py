@@ -2,9 +2,12 @@
 import csv
 import io
 import itertools
+import math
 import operator
+import pathlib
 import re
 import shlex
+import tempfile
 
 import pytest
 from harness import DATA, as_csv
@@ -23,9 +26,12 @@ def ends_as(vexroc, begin, endings, data=b"", folder=DATA):
 
 
 def tables(vexroc, arguments, data=b"", folder=DATA):
-    """The rows of each table that a run prints as CSV, without its header."""
-    text = vexroc.done(*shlex.split(arguments), "--format", "csv", data=data, cwd=folder)
-    return [list(csv.reader(io.StringIO(table)))[1:] for table in text.split("\n\n")]
+    """The rows of each table that a run writes as CSV, without its header, in their order."""
+    with tempfile.TemporaryDirectory() as place:
+        vexroc.done(*shlex.split(arguments), "--tables", place, data=data, cwd=folder)
+        files = {file.stem: file.read_bytes().decode() for file in pathlib.Path(place).iterdir()}
+    order = ["cases", "areas", "comparisons", "best_cut_offs", "points", "columns"]
+    return [list(csv.reader(io.StringIO(files[name])))[1:] for name in order if name in files]
 
 
 def test_curves_are_those_of_the_definition_in_every_command(vexroc, tmp_path):
@@ -57,35 +63,37 @@ def test_precision_recall_points_are_interpolated_as_asked(vexroc, tmp_path):
     for options, way in between.items():
         tables(vexroc, f"analyze {ON_INPUT} t --pr {options} --pr-curve pr.csv", data, tmp_path)
         header, *written = [line.split(",") for line in (tmp_path / "pr.csv").read_text().splitlines()]
-        points = [list(map(float, row[1:])) for row in tables(vexroc, f"pr {ON_INPUT} t {options}", data)[0]]
-        assert header[2:] == ["recall", "precision", "interpolated"]
-        assert [list(map(float, row[2:])) for row in written] == [row[1:] for row in points]
-        found = sorted(points, key=lambda row: (-row[1], row[2]))
+        points = tables(vexroc, f"pr {ON_INPUT} t {options}", data)[0]
+        assert header[2:] == ["cut_off", "recall", "precision", "interpolated"]
+        assert [row[2:] for row in written] == [row[1:] for row in points]
+        found = [[float(cell or "nan") for cell in row[1:]] for row in points]
         expected = [[cut, recall, precision, 0] for cut, precision, recall in measured]
-        expected[2:2] = [[1.5, recall, precision, 1] for recall, precision in way]
-        assert found == [pytest.approx(row) for row in sorted(expected, key=lambda row: (-row[1], row[2]))], options
+        expected += [[math.nan, recall, precision, 1] for recall, precision in way]  # no cut-off makes them
+        assert sorted(found, key=lambda row: (-row[1], row[2])) == [
+            pytest.approx(row, nan_ok=True) for row in sorted(expected, key=lambda row: (-row[1], row[2]))], options
 
 
 def test_one_question_has_one_answer_in_all_commands(vexroc):
     tests = CANCER + "--test radius_mean,texture_mean --test area_mean,area_worst "
     _, areas, pairs = tables(vexroc, "analyze " + tests + "--compare paired --level 0.9 --smaller")
     compared = tables(vexroc, "compare " + tests + "--level 0.9 --smaller")[0]
-    assert [row[:2] + row[9:] for row in compared] == pairs
+    assert compared == pairs
     assert [row[:2] + row[5:9] for row in compared] == [
-        [first[0], second[0], *first[4:6], *second[4:6]] for first, second in itertools.combinations(areas, 2)]
+        [first[0], second[0], *first[5:7], *second[5:7]] for first, second in itertools.combinations(areas, 2)]
     seen = []
     for options in "", "--smaller", "--bi-negative", "--level 0.5":
         area = tables(vexroc, "auc " + FAWCETT + options)[0][0][4:]
-        assert area == tables(vexroc, "analyze --no-curve " + FAWCETT + options)[1][0][4:9] and area not in seen
+        assert area == tables(vexroc, "analyze --no-curve " + FAWCETT + options)[1][0][5:10] and area not in seen
         seen.append(area)
     assert seen[0][0] == "0.68"  # as published
-    assert tables(vexroc, "analyze --no-curve " + FAWCETT)[1][0][10] == "NA"
+    assert tables(vexroc, "analyze --no-curve " + FAWCETT)[1][0][11] == "NA"
 
 
 def test_cases_are_split_in_every_way(vexroc):
     data = b"s,t,sex,age,flag\n1,2,m,20,0\n0,1,f,40,1\n1,3,f,60,1\n0,1,m,20,0\n1,1,f,60.0,0\n0,4,m,40,1\n"
     for split, first, second in re.findall("(.*) -> (.*); (.*)", """
 sex -> sex = f,2,1; sex = m,1,2
+sex=m,f -> sex = m,1,2; sex = f,2,1
 sex --select m,f -> sex = m,1,2; sex = f,2,1
 flag -> flag = 0,2,1; flag = 1,1,2
 age --select 60,2e1 -> age = 60,2,0; age = 2e1,1,1
@@ -96,9 +104,8 @@ age --mid-point -> age < 40,1,1; age >= 40,2,2
         _, areas, differences = tables(vexroc, question, data)
         assert [",".join(row[1:4]) for row in areas] == [first, second], split
         assert differences[0][:3] == ["t", first.split(",")[0], second.split(",")[0]], split
-        if split == "sex":
-            compared = tables(vexroc, f"compare {ON_INPUT} t,t --group sex=f,m", data)[0]
-            assert [row[12:] for row in compared] == 2 * [differences[0][3:]]
+        if "age --" not in split or "--select" in split:
+            assert tables(vexroc, f"compare {ON_INPUT} t,t --group {split}", data)[0] == 2 * differences
 
 
 def test_every_row_is_accounted_for(vexroc):
@@ -109,7 +116,7 @@ def test_every_row_is_accounted_for(vexroc):
         "rows read,13", "left out,7", "left out: missing state,1", "left out: missing group,1",
         "left out: missing weight,1", "left out: in neither group,1", "left out: unusable weight,3", "used,6",
         "positive,3", "negative,3", "weighted positive,7", "weighted negative,3", "missing: a,2", "missing: b,3"]
-    assert areas[0][:6] == ["a", "g = x", "2", "1", "4", "1"]
+    assert areas[0][:7] == ["a", "g = x", "2", "1", "3", "4", "1"]
     ends_as(vexroc, f"analyze {ON_INPUT} a,b --weight w", " -> 0: whole numbers are rounded, halves up: 3 rows", data)
     counts, areas, _ = tables(vexroc, f"analyze {ON_INPUT} a,b --compare paired", data)
     assert [",".join(row) for row in counts] == [
@@ -128,12 +135,53 @@ curve - --state s=1 --test a -> 0: note: rows left out: a (2 of 9)
 """, data)
 
 
-def test_states_match_as_text_or_as_numbers(vexroc):
-    for state in "1", "1.0", "01", "1e0":
-        row = tables(vexroc, f"auc - --test t --state s={state}", b"s,t\n1,2\n1.0,3\n0,1\n2,1\n")[0][0]
-        assert row[1:3] == ["2", "2"], state
-    ends_as(vexroc, "auc - --state s=Yes --test t", " -> 3: standard input: column 's' never holds 'Yes'; it holds "
-            "'yes', 'no'", b"s,t\nyes,1\nno,2\nNA,3\n")
+def test_states_are_what_is_said_of_their_values(vexroc):
+    words = b'state,t,g\nill,3,a\nill,4,a\nwell,1,a\nwell,2,b\nN/A,9,b\n"ill ",6,b\nothers,5,a\n'
+    grades = b"grade,grade>,a=b,t,g\n1,3,x,1,a\n2.0,3,x,2,a\n3,3,y,3,a\n10,4,y,4,b\nNA,NA,NA,5,b\n"
+    for data, options, counts in [
+            (words, "state=ill --negative well", "2,2,3"),
+            (words, "state=ill --negative others", "2,4,1"),
+            (words, """'state=ill,"ill "' --negative '"others"'""", "3,1,3"),
+            (words, "state=N/A --negative well", "1,2,4"),
+            (words, "state=ill --missing none,Others --negative others", "2,4,1"),
+            (grades, "'grade>=3'", "3,1,1"),  # a column of that name goes first
+            (grades, "'\"grade\">=3'", "2,2,1"),
+            (grades, "'grade<=2.0'", "2,2,1"),
+            (grades, "grade=2,1e1 --missing 1,3", "2,0,3"),
+            (grades, "'\"a=b\"=y'", "2,2,1")]:
+        row = tables(vexroc, f"auc - --test t --state {options}", data)[0][0]
+        assert ",".join(row[1:4]) == counts, options
+    document = vexroc.json("auc", "-", "--test", "t", "--state", "state=ill", "--negative", "others", data=words)
+    assert document["question"]["positive"] == ["ill"]
+    assert document["question"]["negative"] == ["ill ", "others", "well"]
+    assert "state_cut" not in document["question"]
+    document = vexroc.json("auc", "-", "--test", "t", "--state", "grade>2", data=grades)
+    assert document["question"]["state_cut"] == ">2" and "positive" not in document["question"]
+    counts = tables(vexroc, "analyze - --test t --state state=ill --negative well --by g", words)[0]
+    assert ["a", "left out: other state", "1"] in counts and ["b", "positive", "0"] in counts
+    ends_as(vexroc, "auc - --test t --state ", """
+state=Ill -> 3: standard input: column 'state' never holds 'Ill'; it holds 'ill' (2), 'well' (2), 'ill ' (1)
+state=ill -> 3: 'ill ' (1), 'others' (1), and which are negative is not said; say
+state=ill --negative well,others -> 2: the word others stands alone
+state=ill --negative well,ill -> 3: cannot be positive and negative
+'state>5' -> 3: column 'state' is cut as numbers, and also holds 'ill' (2)
+'states>5' -> 3: did you mean 'state'?
+'state>high' -> 2: expected COLUMN=VALUE[,VALUE...], or COLUMN>=NUMBER
+'state>=' -> 2: expected COLUMN=VALUE[,VALUE...], or COLUMN>=NUMBER
+""", words)
+    ends_as(vexroc, "auc - --test t --state 'grade>2' --negative 1", " -> 3: no positive or negative values go", grades)
+
+
+def test_missing_words_are_those_of_the_list(vexroc):
+    data = b"s,t\nill,1\nill,-\nill,n/a\nwell,?\nwell,-9\nwell,-9.0\nwell,2\nill,unsure\nill,5\nnull,3\n"
+    for options, counts, words in [("--missing unsure", "2,3,5", "t ('-': 1, '?': 1, 'n/a': 1, 'unsure': 1)"),
+                                   ("--missing Unsure,-9", "2,1,7", "'-9': 1, '-9.0': 1")]:
+        ran = vexroc(*shlex.split(f"auc - --state s=ill --test t --format csv {options}"), data=data)
+        assert ",".join(ran.out.splitlines()[1].split(",")[1:4]) == counts and words in ran.err, ran
+    ends_as(vexroc, "auc - --state s=ill --test t", """
+ -> 3: line 9, column 't': 'unsure' is neither a number nor missing; write a number, or leave the cell empty; if it means
+ --missing none,unsure -> 3: line 3, column 't': '-' is neither
+""", data)
 
 
 def test_best_cut_offs_are_all_ties_with_their_counts_in_the_cases(vexroc):
@@ -155,11 +203,12 @@ def test_one_analysis_by_value_is_that_of_its_rows(vexroc, tmp_path):
     data = header + "0,1,1,a,x\n1,1,1,a,\n0,2,1,b,x\n" + ten + nine
 
     def written(options, rows):
-        ran = vexroc(*shlex.split(f"analyze {ON_INPUT} t,u --format csv --curve c --pr-curve p {options}"),
-                     data=rows.encode(), cwd=tmp_path)
-        assert ran.code == 0, ran.err
-        return ran.err, [line for text in (ran.out, *((tmp_path / file).read_text() for file in "cp"))
-                         for line in text.splitlines() if line]
+        with tempfile.TemporaryDirectory(dir=tmp_path) as place:
+            ran = vexroc(*shlex.split(f"analyze {ON_INPUT} t,u --tables . --curve c --pr-curve p {options}"),
+                         data=rows.encode(), cwd=place)
+            assert ran.code == 0, ran.err
+            return ran.err, [line for file in sorted(pathlib.Path(place).iterdir())
+                             for line in file.read_text().splitlines()]
     for options in "--group g --compare independent", "--compare paired", "--weight u --pr":
         said, together = written(options + " --by site", data)
         for part in ("site = x; check --state", "site = 9: t", "1 without a value of site\n"):
@@ -180,7 +229,7 @@ def test_one_analysis_by_value_is_that_of_its_rows(vexroc, tmp_path):
     none_ill = b"s,t,u,id\n1,2,1,a\n0,1,1,a\n1,3,2,a\n0,5,,b\n0,6,7,b\n"  # among b
     counts, areas = tables(vexroc, f"analyze {ON_INPUT} t,u --by id", none_ill)
     assert ["b", "rows read", "2"] in counts
-    assert [row[:6] for row in areas[2:]] == [["b", test, "all cases", "0", n, "NA"] for test, n in ("t2", "u1")]
+    assert [row[:7] for row in areas[2:]] == [["b", *row, "NA"] for row in (["t", "all cases", "0", "2", "0"], ["u", "all cases", "0", "1", "1"])]
 
 
 def test_all_tests_are_the_numbers_without_another_part(vexroc):
@@ -218,8 +267,10 @@ t --cut 1 -> 2: name it with --group
 t --group n --cut 6 --mid-point -> 2: give one of them
 t --group n --cut six -> 2: --cut 'six': expected a number
 t --group g --select x -> 2: --select 'x': expected two values
-t --group g --select x,NA -> 2: 'NA' stands for a missing value
-t --group n --select 5,5.0 -> 2: are the same
+t --group g --select x,NA -> 3: never holds 'NA'
+t --group n --select 5,5.0 -> 3: '5', '5.0' are one value
+t --group g=x,y --select x,y -> 2: give one of them
+t --group g=x,y --cut 2 -> 2: give --group without values
 t,n --compare paired --bi-negative -> 2: --bi-negative does not go with --compare paired
 t --keilwagen -> 2: --pr or --pr-curve
 t --no-curve --curve x -> 2: --no-curve
@@ -228,7 +279,7 @@ t --curve x --pr-curve x -> 2: the same file
 t --curve x --plot ./x -> 2: name the same file
 t --report x.html --output x.html -> 2: --output and --report name the same file
 t --curve - -> 2: --curve -: only --output goes to standard output
-t --group g -> 3: holds 'x', 'y', 'z'; it needs two values: pick them with --select
+t --group g -> 3: holds 'x' (1), 'y' (1), 'z' (2); it needs two values: pick them with --select
 t --group g --mid-point -> 3: line 2, column 'g': 'x' is neither a number
 t --group g --select x,w -> 3: column 'g' never holds 'w'
 t --by s -> 2: --by names the state column
@@ -265,8 +316,7 @@ auc -> 2: --state is required; see vexroc auc --help
 auc {FAWCETT} --smaler -> 2: no option '--smaler' in auc; did you mean '--smaller'?
 auc {RADIUS} more -> 2: unexpected argument 'more'
 auc fawcett_2006.csv --test score --state class -> 2: expected COLUMN=VALUE
-auc fawcett_2006.csv --test score --state class=1,0 -> 2: expected COLUMN=VALUE
-auc fawcett_2006.csv --test score --state class=NA -> 2: missing value
+auc fawcett_2006.csv --test score --state class=NA -> 3: never holds 'NA'
 auc {CANCER} --test radius_mean, -> 2: an item of the list is empty
 auc {RADIUS} --level 1 -> 2: --level '1': expected a number between 0 and 1
 auc {RADIUS} --format cvs -> 2: no word 'cvs'; did you mean 'csv'?
@@ -281,8 +331,9 @@ auc {RADIUS} --output --quiet -> 2: --output: needs a value; the option --quiet 
 auc {RADIUS} --output= -> 2: --output: 
 curve {RADIUS} --level 0.9 -> 2: no option '--level'
 compare {RADIUS} -> 2: name two or more tests
-compare {RADIUS} --group diagnosis=benign -> 2: expected COLUMN=VALUE,VALUE
-compare {RADIUS} --group area_mean=1001,1001.0 -> 2: are the same
+compare {RADIUS} --group diagnosis=benign -> 2: expected two values
+compare {RADIUS} --select 1,2 -> 2: name it with --group
+compare {RADIUS} --group area_mean=1001,1001.0 -> 3: are one value
 compare {RADIUS} --test area_mean --bi-negative -> 2: --bi-negative goes with
 auc nothing.csv --state a=1 --test b -> 3: cannot read nothing.csv: No such file or directory
 auc . --state a=1 --test b -> 3: Is a directory
