@@ -62,10 +62,10 @@ Analysis analyze(AnalyzeTask& task, DataTable table, AnalysisWatch& watch)
     Analysis analysis{.question = task.question, .bestTable = task.bestTable};
     std::size_t missing = 0;
     if (task.question.by.empty()) {
-        analysis.values.push_back({"", study(table, task.question, watch.watch())});
+        analysis.values.push_back({"", study(table, task.question, watch.watch(&task.remarks))});
         analysis.labels = analysis.values.front().results.labels;
     } else {
-        StudyByValue byValue = studyByValue(std::move(table), task.question, watch.watch());
+        StudyByValue byValue = studyByValue(std::move(table), task.question, watch.watch(&task.remarks));
         analysis.values = std::move(byValue.values);
         missing = byValue.missing;
         analysis.labels = byValue.labels;
@@ -73,7 +73,7 @@ Analysis analyze(AnalyzeTask& task, DataTable table, AnalysisWatch& watch)
     watch.endProgress();
     analysis.labels->addRemarks(task.remarks.handle());
     for (const ValueResults& value : analysis.values)
-        remarkOnAnalysis(task.question, value, task.remarks);
+        remarkOnValue(task.question, value, task.remarks);
     remarkOnWhole(analysis, missing, task.remarks);
     return analysis;
 }

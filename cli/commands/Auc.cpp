@@ -21,7 +21,7 @@ Report runAuc(const AucOptions& options, const Surroundings& surroundings)
     Task task = parseTask(options.question);
     setInference(options.inference, task.question);
     const Results results = answer(task, surroundings);
-    remarkOnAreas(task.question, results, task.remarks);
+    remarkOnTests(results, task.remarks);
     return reportOf(task, areaDocument(task.question, results), surroundings);
 }
 

@@ -220,7 +220,7 @@ Results answer(Task& task, const Surroundings& surroundings)
     task.question.settle(table);
     requireNoStateAmongTests(task.question);
     AnalysisWatch watch(surroundings, table.rows);
-    Results results = study(table, task.question, watch.watch());
+    Results results = study(table, task.question, watch.watch(&task.remarks));
     watch.requireNotCancelled();
     results.labels->addRemarks(task.remarks.handle());
     return results;

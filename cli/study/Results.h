@@ -144,7 +144,6 @@ struct Results {
     RowCounts rows = {};
     std::vector<TestResult> tests = {};
     std::vector<Difference> differences = {};
-    std::vector<int> warnings = {};                ///< codes of the component
     std::shared_ptr<const CaseLabels> labels = {}; ///< of the whole table
     std::optional<RunMessage> failure = {};        ///< why there is no result; then the tests tell their cases at most
 };
