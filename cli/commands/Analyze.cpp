@@ -4,6 +4,7 @@
 #include "cli/commands/QuestionOptions.h"
 #include "cli/output/Documents.h"
 #include "cli/output/TableForms.h"
+#include "cli/output/questionWords.h"
 #include "cli/picture/Picture.h"
 #include "cli/picture/ReportPage.h"
 #include "cli/picture/curvesOf.h"
@@ -37,7 +38,7 @@ DataTable readAnalysisTable(AnalyzeTask& task, const Surroundings& surroundings)
     const std::vector<ColumnRequest> requests = question.columns();
     DataTable table =
         readTable(task.input, surroundings, requests, task.allTests ? OtherColumns::numeric : OtherColumns::skipped);
-    question.settleState(table);
+    question.settle(table);
     keepStateApart(task);
     if (task.allTests)
         for (const DataColumn& column : table.columns)
@@ -146,7 +147,8 @@ private:
         Drawing drawing{.curves = curves_,
                         .level = task_.question.level,
                         .question = questionHeading(task_.question, *analysis_.labels),
-                        .notes = {"Dot: maximum Kolmogorov-Smirnov distance, the largest Youden index"}};
+                        .notes = {"Dot: maximum Kolmogorov-Smirnov distance, the largest Youden index",
+                                  standardErrorHeading(task_.question)}};
         if (const std::string note = thinningNote(curves_); !note.empty())
             drawing.notes.push_back("Thinned: " + note);
         if (!notDrawn_.empty())

@@ -100,9 +100,9 @@ std::string subjectOf(const Difference& difference)
 std::vector<std::pair<std::string, long long>> RowCounts::reasons() const
 {
     std::vector<std::pair<std::string, long long>> reasons{
-        {"missing state", missingState},   {"other state", otherState},      {"missing group", missingGroup},
-        {"missing weight", missingWeight}, {"in neither group", otherGroup}, {"unusable weight", unusableWeight},
-        {"missing test", incomplete}};
+        {"missing state", missingState},     {"other state", otherState},       {"missing count", missingCount},
+        {"missing group", missingGroup},     {"missing weight", missingWeight}, {"in neither group", otherGroup},
+        {"unusable weight", unusableWeight}, {"missing test", incomplete}};
     std::erase_if(reasons, [](const auto& reason) { return reason.second == 0; });
     return reasons;
 }

@@ -94,9 +94,14 @@ private:
                 testOf_.emplace(known->second, cases_.tests[t]);
             }
             setColumn("test", known->second);
+            if (isNew && question_.isLargerPositive(cases_.tests[t]) != question_.largerIsPositive)
+                require(vexroc_analysis_set_direction(handle_.get(), known->second,
+                                                      question_.largerIsPositive ? "smaller" : "larger"));
         }
         if (!cases_.weight.empty())
             setColumn("weight", addColumn(question_.weight, cases_.weight));
+        if (!cases_.count.empty())
+            setColumn("count", addColumn(question_.count, cases_.count));
         if (!cases_.group.empty())
             setColumn("group", addColumn(question_.grouping->column, cases_.group));
     }
@@ -108,6 +113,8 @@ private:
         setNumber("roc", question_.rocCurve);
         setNumber("pr", question_.precisionRecall);
         setWord("direction", question_.positiveEnd());
+        setWord("cases", question_.completeCases ? "complete" : "pairwise");
+        setWord("interval", question_.interval == IntervalKind::wald ? "wald" : "wald-delong");
         setWord("cut_off", question_.equalIsPositive ? "include" : "exclude");
         setWord("distribution", question_.biNegative ? "bi-negative" : "nonparam");
         setWord("interpolation", question_.alongFalsePositives ? "keilwagen" : "davis-goadrich");
@@ -142,10 +149,12 @@ private:
     [[nodiscard]] RowCounts rowCounts() const
     {
         const auto rows = told<vexroc_rows>(vexroc_analysis_rows);
-        RowCounts counts{.read = rows.read,
+        RowCounts counts{.given = rows.given,
+                         .read = rows.read,
                          .missingState = rows.missing_state,
                          .otherState = rows.other_state,
                          .missingGroup = rows.missing_group,
+                         .missingCount = rows.missing_count,
                          .missingWeight = rows.missing_weight,
                          .otherGroup = rows.other_group,
                          .unusableWeight = rows.unusable_weight,
@@ -210,23 +219,42 @@ private:
             require(vexroc_analysis_record_rows(handle_.get(), i, &read, nullptr));
             results.tests.push_back(testResult(i, read));
         }
-        for (int i = 0; i < vexroc_analysis_comparison_count(handle_.get()); ++i) {
-            const auto found = told<vexroc_comparison>(vexroc_analysis_comparison, i);
-            const Area& first = results.tests[static_cast<std::size_t>(found.first)].area;
-            const Area& second = results.tests[static_cast<std::size_t>(found.second)].area;
-            const bool paired = question_.comparison == Comparison::paired;
-            results.differences.push_back({.first = first,
-                                           .second = second,
-                                           .leftOut = paired
-                                               ? results.rows.leftOut()
-                                               : first.leftOut + second.leftOut + results.rows.missingGroup,
-                                           .difference = found.difference,
-                                           .stdError = found.std_error,
-                                           .z = found.z,
-                                           .significance = found.significance,
-                                           .lower = found.ci_lower,
-                                           .upper = found.ci_upper});
+        for (int i = 0; i < vexroc_analysis_comparison_count(handle_.get()); ++i)
+            results.differences.push_back(
+                differenceOf(told<vexroc_comparison>(vexroc_analysis_comparison, i), results));
+    }
+
+    [[nodiscard]] Difference differenceOf(const vexroc_comparison& found, const Results& results) const
+    {
+        Difference difference{.first = results.tests[static_cast<std::size_t>(found.first)].area,
+                              .second = results.tests[static_cast<std::size_t>(found.second)].area,
+                              .difference = found.difference,
+                              .stdError = found.std_error,
+                              .z = found.z,
+                              .pValue = found.p_value,
+                              .log10P = found.log10_p,
+                              .lower = found.ci_lower,
+                              .upper = found.ci_upper};
+        if (question_.comparison == Comparison::paired) {
+            difference.first = ofPair(difference.first, found, found.first_area, found.first_std_error);
+            difference.second = ofPair(difference.second, found, found.second_area, found.second_std_error);
+            difference.leftOut = results.rows.read - found.positive - found.negative;
+        } else {
+            difference.leftOut = difference.first.leftOut + difference.second.leftOut + results.rows.missingGroup;
         }
+        return difference;
+    }
+
+    /// The area of a test on the cases of a pair.
+    static Area ofPair(const Area& test, const vexroc_comparison& pair, double area, double stdError)
+    {
+        return {.test = test.test,
+                .positive = pair.positive,
+                .negative = pair.negative,
+                .area = area,
+                .stdError = stdError,
+                .distinctValues = test.distinctValues,
+                .largerIsPositive = test.largerIsPositive};
     }
 
     [[nodiscard]] TestResult testResult(int index, long long rowsRead) const
@@ -242,7 +270,8 @@ private:
                                    .weightedNegative = record.weighted_negative,
                                    .area = record.area,
                                    .stdError = record.std_error,
-                                   .significance = record.significance,
+                                   .pValue = record.p_value,
+                                   .log10P = record.log10_p,
                                    .lower = record.ci_lower,
                                    .upper = record.ci_upper,
                                    .gini = record.gini,
@@ -250,7 +279,7 @@ private:
                                    .ksCutOff = hasCurve ? record.ks_cut_off : notComputed,
                                    .distinctValues = record.distinct_values,
                                    .ties = record.ties != 0,
-                                   .largerIsPositive = question_.largerIsPositive}};
+                                   .largerIsPositive = record.smaller_is_positive == 0}};
         if (question_.points)
             addPoints(index, record, result);
         if (question_.bestCutOffs)

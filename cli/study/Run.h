@@ -21,6 +21,7 @@ struct RunCases {
     std::span<const double> state;                ///< 1 positive, 0 negative; others take no part
     std::span<const double> group = {};           ///< empty without groups
     std::span<const double> weight = {};          ///< empty without weights
+    std::span<const double> count = {};           ///< likewise: of cases that a row stands for
     std::span<const std::string> groupWords = {}; ///< what codes of the group stand for; empty where it holds numbers
     std::vector<std::string> tests = {};          ///< names, as asked: a test may be named twice
     std::vector<std::span<const double>> values = {}; ///< parallel to tests

@@ -44,13 +44,27 @@ void addLeftOut(const Area& area, Remarks& remarks)
                         + std::to_string(area.positive + area.negative + area.leftOut));
 }
 
-/// Two tests on the same cases, or a test in two groups.
-void addDifference(const Question& question, const Difference& difference, Remarks& remarks)
+/// A pair may have fewer cases than each of its tests.
+void addPairCases(const std::string& prefix, const Difference& difference, Remarks& remarks)
 {
-    const bool paired = question.comparison == Comparison::paired;
-    for (Area area : {difference.first, difference.second}) {
-        if (paired && !hasBothStates(area)) // the cases of the pair, not of the test
-            area.test = subjectOf(difference);
+    Area pair = difference.first;
+    pair.test = subjectOf(difference);
+    pair.distinctValues = 0;
+    remarks.addCases(prefix, pair);
+}
+
+void addPairs(const std::string& prefix, const Results& results, Remarks& remarks)
+{
+    for (const Difference& difference : results.differences) {
+        addPairCases(prefix, difference, remarks);
+        remarks.addDifference(prefix + subjectOf(difference), difference);
+    }
+}
+
+/// A test in two groups.
+void addGroups(const Question& question, const Difference& difference, Remarks& remarks)
+{
+    for (const Area& area : {difference.first, difference.second}) {
         remarks.addArea("", area, false);
         if (question.biNegative)
             addDistribution(area, remarks);
@@ -74,7 +88,9 @@ void addCostlyTest(const Question& question, const std::string& prefix, const Ro
     if (question.comparison != Comparison::paired || rows.gaps.empty())
         return;
     const auto most = std::ranges::max_element(rows.gaps, {}, &RowCounts::Gap::rows);
-    remarks.add("costly-test", prefix + most->test, "missing in " + std::to_string(most->rows()));
+    remarks.add("costly-test", prefix + most->test,
+                "missing in " + std::to_string(most->rows()) + " of " + std::to_string(rows.used() + rows.incomplete)
+                    + " rows");
 }
 
 /// Why the rows with one value came to no result.
@@ -94,7 +110,7 @@ void addFailure(const std::string& value, const Results& results, Remarks& remar
 void addWeights(const Question& question, const std::string& value, const RowCounts& rows, Remarks& remarks)
 {
     const auto ofRows = [](long long count) { return std::to_string(count) + (count == 1 ? " row" : " rows"); };
-    if (!question.weight.empty())
+    if (!question.weight.empty() && !question.weightIsCount)
         remarks.add("weight-counts-only", question.weight);
     if (rows.roundedWeights > 0)
         remarks.add("weights-rounded", value, ofRows(rows.roundedWeights));
@@ -115,9 +131,16 @@ void remarkOnAreas(const Question& question, const Results& results, Remarks& re
 
 void remarkOnDifferences(const Question& question, const Results& results, Remarks& remarks)
 {
-    for (const Difference& difference : results.differences)
-        addDifference(question, difference, remarks);
+    if (question.comparison == Comparison::paired) {
+        for (const TestResult& test : results.tests)
+            remarks.addArea("", test.area, false);
+        addPairs("", results, remarks);
+    } else {
+        for (const Difference& difference : results.differences)
+            addGroups(question, difference, remarks);
+    }
     remarks.addComparisons("", results.differences.size());
+    addCostlyTest(question, "", results.rows, remarks);
     if (const long long others = results.rows.otherGroup; others > 0)
         remarks.add("left-out", "", std::to_string(others) + " in neither group");
 }
@@ -148,8 +171,11 @@ void remarkOnAnalysis(const Question& question, const ValueResults& value, Remar
         if (question.precisionRecall)
             addPrevalence(prefix, test.area, remarks);
     }
-    for (const Difference& difference : results.differences)
-        remarks.addDifference(prefix + subjectOf(difference), difference);
+    if (question.comparison == Comparison::paired)
+        addPairs(prefix, results, remarks);
+    else
+        for (const Difference& difference : results.differences)
+            remarks.addDifference(prefix + subjectOf(difference), difference);
     remarks.addComparisons(subject, results.differences.size());
     addCostlyTest(question, prefix, results.rows, remarks);
     addWarnings(subject, results, remarks);
