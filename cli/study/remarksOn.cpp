@@ -4,6 +4,9 @@
 #include "vexrocproc/ROCStatusCodes.h"
 
 #include <algorithm>
+#include <cmath>
+#include <map>
+#include <string_view>
 #include <utility>
 
 namespace vexroc {
@@ -44,19 +47,23 @@ void addLeftOut(const Area& area, Remarks& remarks)
                         + std::to_string(area.positive + area.negative + area.leftOut));
 }
 
-/// A pair may have fewer cases than each of its tests.
-void addPairCases(const std::string& prefix, const Difference& difference, Remarks& remarks)
-{
-    Area pair = difference.first;
-    pair.test = subjectOf(difference);
-    pair.distinctValues = 0;
-    remarks.addCases(prefix, pair);
-}
-
+/// The cases of each pair that has fewer of a state than both of its tests, or no error; and the differences.
 void addPairs(const std::string& prefix, const Results& results, Remarks& remarks)
 {
+    const auto fewer = [](const Area& area) { return std::min(area.positive, area.negative); };
+    std::map<std::string_view, long long> fewerOf; // by test
+    for (const TestResult& test : results.tests)
+        fewerOf.emplace(test.area.test, fewer(test.area));
     for (const Difference& difference : results.differences) {
-        addPairCases(prefix, difference, remarks);
+        Area pair = difference.first;
+        pair.test = subjectOf(difference);
+        pair.distinctValues = 0;
+        const bool fewerThanTests =
+            fewer(pair) < std::min(fewerOf[difference.first.test], fewerOf[difference.second.test]);
+        if (!std::isnan(pair.area) && std::isnan(pair.stdError)) // an area may have another error by itself
+            remarks.addArea(prefix, pair, false);
+        else if (results.failure || fewerThanTests)
+            remarks.addCases(prefix, pair);
         remarks.addDifference(prefix + subjectOf(difference), difference);
     }
 }
