@@ -47,6 +47,9 @@ std::string textOf(const Document& document, std::size_t width)
             text += part.title + '\n';
         writeText(part.table, width, text);
     }
+    text += document.closing.empty() ? "" : "\n";
+    for (const std::string& line : document.closing)
+        text += line + '\n';
     return text;
 }
 
