@@ -201,7 +201,9 @@ std::vector<NumberInRows> likelyCodes(const ColumnFacts& facts)
 bool isId(const ColumnFacts& facts)
 {
     constexpr std::size_t fewRows = 10;
-    const bool isNamed = saysAny(facts.name(), idWords);
+    const bool hasNoName = parseNumber(facts.name()).has_value(); // but its place
+    const bool isNamed =
+        saysAny(facts.name(), idWords) || (hasNoName && facts.isAscending() && facts.smallest() <= 1.0);
     if (facts.hasMore())
         return !facts.hasNumbers() || (facts.hasWholeNumbersOnly() && isNamed);
     if (facts.distinct() != facts.known() || facts.known() < (isNamed ? 3 : fewRows))

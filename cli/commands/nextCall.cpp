@@ -11,7 +11,8 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
+#include <iterator>
+#include <map>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -155,17 +156,27 @@ std::optional<StateColumn> asState(const ColumnFacts& facts, const Input& input)
                        .isSure = isKnown && isNamed};
 }
 
-bool isNamedOnce(const ColumnFacts& facts, std::span<const ColumnFacts> columns)
+using Columns = std::vector<const ColumnFacts*>;
+
+/// The columns that their names tell from all others.
+Columns namedOnce(std::span<const ColumnFacts> columns)
 {
-    return std::ranges::count(columns, facts.name(), &ColumnFacts::name) == 1;
+    std::map<std::string_view, int> count;
+    for (const ColumnFacts& facts : columns)
+        ++count[facts.name()];
+    Columns once;
+    for (const ColumnFacts& facts : columns)
+        if (count[facts.name()] == 1)
+            once.push_back(&facts);
+    return once;
 }
 
-std::optional<StateColumn> likeliestState(std::span<const ColumnFacts> columns, const Input& input)
+std::optional<StateColumn> likeliestState(const Columns& columns, const Input& input)
 {
     std::optional<StateColumn> best;
     bool isAlone = true;
-    for (const ColumnFacts& facts : columns) {
-        const auto state = isNamedOnce(facts, columns) ? asState(facts, input) : std::nullopt;
+    for (const ColumnFacts* const facts : columns) {
+        const auto state = asState(*facts, input);
         if (!state)
             continue;
         isAlone = !best || state->likelihood > best->likelihood || (isAlone && state->likelihood < best->likelihood);
@@ -177,25 +188,6 @@ std::optional<StateColumn> likeliestState(std::span<const ColumnFacts> columns, 
     return best;
 }
 
-/// Is it a column of numbers; with `otherDecimal`, when they have the other decimal sign or none?
-bool isNumeric(const ColumnFacts& facts, bool otherDecimal)
-{
-    return otherDecimal
-        ? (facts.hasOtherDecimals() || (facts.hasNumbers() && !facts.hasTexts())) && facts.hasNoDecimals()
-        : facts.hasNumbers() && !facts.hasTexts();
-}
-
-std::vector<std::string> testsIn(std::span<const ColumnFacts> columns, const ColumnFacts* state, bool otherDecimal)
-{
-    std::vector<std::string> tests;
-    std::vector<std::string> yesNoTests;
-    for (const ColumnFacts& facts : columns)
-        if (&facts != state && isNumeric(facts, otherDecimal) && facts.distinct() > 1 && !isId(facts)
-            && !isRepeatedId(facts) && likelyCodes(facts).empty() && isNamedOnce(facts, columns))
-            (facts.distinct() == 2 ? yesNoTests : tests).push_back(facts.name());
-    return tests.empty() ? yesNoTests : tests;
-}
-
 /// Could every number with the other decimal sign have it between thousands?
 bool isDoubtful(const ColumnFacts& facts, char decimal)
 {
@@ -203,6 +195,27 @@ bool isDoubtful(const ColumnFacts& facts, char decimal)
         const auto grouped = groupedNumber(word.first, decimal == ',' ? Thousands::comma : Thousands::point);
         return grouped && grouped->isDoubtful();
     });
+}
+
+/// Is it a column of numbers; with `otherDecimal`, when they have that decimal sign, or none?
+bool isNumeric(const ColumnFacts& facts, std::optional<char> otherDecimal)
+{
+    if (!otherDecimal)
+        return facts.hasNumbers() && !facts.hasTexts();
+    return facts.hasNoDecimals()
+        && (facts.hasTexts() ? facts.hasOtherDecimals() && !isDoubtful(facts, *otherDecimal) : facts.hasNumbers());
+}
+
+std::vector<std::string> testsIn(const Columns& columns, const ColumnFacts* state,
+                                 std::optional<char> otherDecimal = {})
+{
+    std::vector<std::string> tests;
+    std::vector<std::string> yesNoTests;
+    for (const ColumnFacts* const facts : columns)
+        if (facts != state && isNumeric(*facts, otherDecimal) && facts->distinct() > 1 && !isId(*facts)
+            && !isRepeatedId(*facts) && likelyCodes(*facts).empty())
+            (facts->distinct() == 2 ? yesNoTests : tests).push_back(facts->name());
+    return tests.empty() ? yesNoTests : tests;
 }
 
 /// An item as lists and assignments read it back.
@@ -267,20 +280,16 @@ std::string callOf(const std::string& state, const std::vector<std::string>& tes
 
 } // namespace
 
-NextCall nextCall(std::span<const ColumnFacts> columns, const InputOptions& options, const Input& input)
+NextCall nextCall(std::span<const ColumnFacts> all, const InputOptions& options, const Input& input)
 {
+    const Columns columns = namedOnce(all);
     const std::optional<StateColumn> state = likeliestState(columns, input);
     const ColumnFacts* const stateColumn = state ? state->facts : nullptr;
-    std::vector<std::string> tests = testsIn(columns, stateColumn, false);
+    std::vector<std::string> tests = testsIn(columns, stateColumn);
     InputOptions read = options;
     const char otherDecimal = input.form.numbers.decimal == ',' ? '.' : ',';
-    const bool mayBeOther =
-        input.kind == Input::Kind::delimited && options.thousands.empty()
-        && std::ranges::any_of(columns, [&](const ColumnFacts& facts) {
-               return &facts != stateColumn && facts.hasOtherDecimals() && !isDoubtful(facts, otherDecimal);
-           });
-    if (std::vector<std::string> others = testsIn(columns, stateColumn, true);
-        mayBeOther && others.size() > tests.size()) {
+    if (std::vector<std::string> others = testsIn(columns, stateColumn, otherDecimal);
+        input.kind == Input::Kind::delimited && options.thousands.empty() && others.size() > tests.size()) {
         tests = std::move(others);
         read.decimal = otherDecimal == ',' ? "comma" : "point";
     }
