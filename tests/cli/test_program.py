@@ -344,8 +344,27 @@ auc {RADIUS} --test all -> 3: analyze alone takes --test all
 auc {RADIUS} --config nothing.toml -> 3: file nothing.toml: no such file
 columns - -> 3: standard input is empty: a header row with column names and rows of data are expected
 """)
-    assert vexroc("columns", "-", data=b"x;y;z\n1,5;1,5;2\n2;a;3\n").err == (
-        "vexroc: note: numbers with the other decimal sign: x (read with --decimal comma)\n")
+
+
+def test_columns_points_out_what_misleads_and_ends_with_the_next_call(vexroc, tmp_path):
+    (tmp_path / "it's.csv").write_text("patient;ill;age;psa;limit;crp;site\n" + "".join(
+        f"P{i // 2:02};{'yes' if i % 3 else 'No'};{-9 if i % 7 == 0 else 30 + i};{i},{i % 10};"
+        f"{'<5' if i % 4 else i};1,2{i:02};{'A' if i else 'a'}\n" for i in range(24)))
+    found = {remark["code"]: remark["text"] for remark in vexroc.json("columns", tmp_path / "it's.csv")["notes"]}
+    for code, words in [("repeated-ids", "patient (12 values"), ("likely-codes", "age (-9 in 4 rows)"),
+                        ("decimal-sign", "psa (read with --decimal comma)"), ("nearly-numbers", "limit ('<5' in 18"),
+                        ("nearly-numbers", "crp ('1,200' in 24 rows: --thousands comma or --decimal comma)")]:
+        assert words in found[code], found
+    text = vexroc.done("columns", "it's.csv", cwd=tmp_path)
+    assert re.search("site +a +1\n", text) and "differ only in case" in text and "tell ill = yes?" in text
+    call = shlex.split(text.splitlines()[-1])
+    assert call == ["vexroc", "auc", "it's.csv", "--decimal", "comma", "--state", "ill=yes", "--test", "psa"]
+    vexroc.done(*call[1:], cwd=tmp_path)
+    odd = b'"a=b","x,y",-z,"q""uote"\n' + b"".join(b"%d,%d,%d,%d.5\n" % (i % 2, i, i * i, i) for i in (1, 4, 2, 6))
+    call = vexroc.json("columns", "-", data=odd)["results"]["next"][0]
+    assert call["complete"] and not call["sure"]
+    vexroc.done(*shlex.split(call["call"])[1:], data=odd)
+    assert vexroc.done("columns", "-", data=b"a,b\nx,y\n").endswith("--state COLUMN=VALUE --test COLUMN\n")
 
 
 def test_help_names_every_command_and_its_options(vexroc):
