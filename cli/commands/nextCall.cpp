@@ -295,7 +295,7 @@ std::string callOf(const std::string& state, const std::string& negative, const 
 {
     std::string list;
     for (const std::string& test : std::span(tests).first(std::min(mostTests, tests.size())))
-        list.append(list.empty() ? "" : ",").append(item(test));
+        (list.empty() ? list : list.append(1, ',')).append(item(test));
     std::vector<std::string> arguments{"auc"};
     for (std::string& argument : inputArguments(options))
         arguments.push_back(std::move(argument));

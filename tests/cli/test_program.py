@@ -179,7 +179,7 @@ def test_missing_words_are_those_of_the_list(vexroc):
         ran = vexroc(*shlex.split(f"auc - --state s=ill --test t --format csv {options}"), data=data)
         assert ",".join(ran.out.splitlines()[1].split(",")[1:4]) == counts and words in ran.err, ran
     ends_as(vexroc, "auc - --state s=ill --test t", """
- -> 3: line 9, column 't': 'unsure' is neither a number nor missing; write a number, or leave the cell empty; if it means
+ -> 3: line 9, column 't': 'unsure' is neither a number nor missing; write a number, or leave the cell empty; if it
  --missing none,unsure -> 3: line 3, column 't': '-' is neither
 """, data)
 
