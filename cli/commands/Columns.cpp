@@ -8,8 +8,10 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vexroc {
@@ -108,9 +110,22 @@ void addParts(const std::vector<ColumnFacts>& all, const NextCall& next, Documen
         Table call(calls);
         call.addRow({next.command, next.about, double(next.isSure), double(next.isComplete)});
         document.parts.push_back({"next", "", std::move(call)});
-    } else if (form == DocumentForm::text) {
-        document.closing = {next.about + (next.isComplete ? "" : ":"), "  " + next.command};
     }
+}
+
+/// For people, what there is to say of the columns is part of the answer, and the next call its end.
+void close(const Remarks& remarks, const NextCall& next, Document& document)
+{
+    std::vector<Remark> found = remarks.cautions();
+    std::ranges::move(remarks.notes(), std::back_inserter(found));
+    if (!found.empty())
+        document.closing.emplace_back("To look at:");
+    for (const Remark& remark : found)
+        document.closing.push_back("  " + remark.text);
+    if (!found.empty())
+        document.closing.emplace_back();
+    document.closing.push_back(next.about);
+    document.closing.push_back("  " + next.command);
 }
 
 Report runColumns(const ColumnsOptions& options, const Surroundings& surroundings)
@@ -131,6 +146,8 @@ Report runColumns(const ColumnsOptions& options, const Surroundings& surrounding
         addFindings(facts, input, remarks);
     if (task.form == DocumentForm::csv)
         remarks.add("next-call", "", next.command);
+    if (task.form == DocumentForm::text)
+        close(std::exchange(remarks, Remarks()), next, document);
     return reportOf(task, document, surroundings);
 }
 

@@ -70,6 +70,13 @@ StateQuestion parseState(const QuestionOptions& options)
     return state;
 }
 
+void requireNoStateAmongTests(const Question& question)
+{
+    const std::string& state = question.state.column;
+    if (std::ranges::find(question.tests, state) != question.tests.end())
+        throw usageError("--test names the state column " + inQuotes(state) + "; a test is another column");
+}
+
 } // namespace
 
 void addQuestionOptions(CLI::App& command, QuestionOptions& options)
@@ -211,6 +218,7 @@ Results answer(Task& task, const Surroundings& surroundings)
     // Nothing is there to tidy up while the data are read: until then, an interrupt just ends the program.
     const DataTable table = readTable(task.input, surroundings, task.question.columns());
     task.question.settle(table);
+    requireNoStateAmongTests(task.question);
     AnalysisWatch watch(surroundings, table.rows);
     Results results = study(table, task.question, watch.watch(&task.remarks));
     watch.requireNotCancelled();

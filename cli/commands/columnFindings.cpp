@@ -63,6 +63,12 @@ constexpr std::array<std::string_view, 16> idWords{"id",     "ids",  "pid",     
                                                    "no",     "num",  "number",      "patid", "patient", "subject",
                                                    "subjid", "case", "participant", "index"};
 
+/// Numbers in some spelling hold none.
+bool holdsLetter(std::string_view text)
+{
+    return std::ranges::any_of(text, [](char c) { return lowerLetter(c) >= 'a' && lowerLetter(c) <= 'z'; });
+}
+
 /// "P001": letters, then digits.
 bool looksLikeId(std::string_view text)
 {
@@ -163,7 +169,7 @@ void addMissingWords(const ColumnFacts& facts, Remarks& remarks)
 {
     std::string detail;
     for (const auto& [text, rows] : facts.missingWords().all())
-        detail += (detail.empty() ? "" : ", ") + inQuotes(text) + inRows(rows);
+        detail += (detail.empty() ? "" : ", ") + inQuotes(text) + ": " + std::to_string(rows);
     if (!detail.empty())
         remarks.add("missing-words", facts.name(), detail);
 }
@@ -195,15 +201,16 @@ std::vector<NumberInRows> likelyCodes(const ColumnFacts& facts)
 bool isId(const ColumnFacts& facts)
 {
     constexpr std::size_t fewRows = 10;
+    const bool isNamed = saysAny(facts.name(), idWords);
     if (facts.hasMore())
-        return !facts.hasNumbers() || (facts.hasWholeNumbersOnly() && saysAny(facts.name(), idWords));
-    if (facts.distinct() != facts.known() || facts.known() < 3)
+        return !facts.hasNumbers() || (facts.hasWholeNumbersOnly() && isNamed);
+    if (facts.distinct() != facts.known() || facts.known() < (isNamed ? 3 : fewRows))
         return false;
     if (!facts.hasNumbers())
-        return facts.known() >= fewRows || saysAny(facts.name(), idWords);
+        return std::ranges::all_of(facts.texts().all(), [](const auto& word) { return holdsLetter(word.first); });
     const bool isContiguous = facts.largest() - facts.smallest() + 1.0 == static_cast<double>(facts.known());
     return !facts.hasTexts() && facts.hasWholeNumbersOnly()
-        && (saysAny(facts.name(), idWords) || (isContiguous && (facts.isAscending() || facts.known() >= 2 * fewRows)));
+        && (isNamed || (isContiguous && (facts.isAscending() || facts.known() >= 2 * fewRows)));
 }
 
 bool isRepeatedId(const ColumnFacts& facts)

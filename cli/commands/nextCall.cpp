@@ -177,19 +177,22 @@ std::optional<StateColumn> likeliestState(std::span<const ColumnFacts> columns, 
     return best;
 }
 
-/// Columns that are tests; with `otherDecimal`, those whose numbers have the other decimal sign.
+/// Is it a column of numbers; with `otherDecimal`, when they have the other decimal sign or none?
+bool isNumeric(const ColumnFacts& facts, bool otherDecimal)
+{
+    return otherDecimal
+        ? (facts.hasOtherDecimals() || (facts.hasNumbers() && !facts.hasTexts())) && facts.hasNoDecimals()
+        : facts.hasNumbers() && !facts.hasTexts();
+}
+
 std::vector<std::string> testsIn(std::span<const ColumnFacts> columns, const ColumnFacts* state, bool otherDecimal)
 {
     std::vector<std::string> tests;
     std::vector<std::string> yesNoTests;
-    for (const ColumnFacts& facts : columns) {
-        const bool isNumeric =
-            otherDecimal ? facts.hasOtherDecimals() && !facts.hasNumbers() : facts.hasNumbers() && !facts.hasTexts();
-        if (&facts == state || !isNumeric || facts.distinct() < 2 || isId(facts) || isRepeatedId(facts)
-            || !likelyCodes(facts).empty() || !isNamedOnce(facts, columns))
-            continue;
-        (facts.distinct() == 2 ? yesNoTests : tests).push_back(facts.name());
-    }
+    for (const ColumnFacts& facts : columns)
+        if (&facts != state && isNumeric(facts, otherDecimal) && facts.distinct() > 1 && !isId(facts)
+            && !isRepeatedId(facts) && likelyCodes(facts).empty() && isNamedOnce(facts, columns))
+            (facts.distinct() == 2 ? yesNoTests : tests).push_back(facts.name());
     return tests.empty() ? yesNoTests : tests;
 }
 
@@ -217,8 +220,9 @@ std::string item(const std::string& text)
 std::vector<std::string> inputArguments(const InputOptions& options)
 {
     std::vector<std::string> arguments;
+    const bool looksLikeOption = options.file.starts_with('-') && options.file != "-";
     if (!options.file.empty())
-        arguments.push_back(std::string(options.file.front() == '-' && options.file != "-" ? "./" : "") + options.file);
+        arguments.push_back(std::string(looksLikeOption ? "./" : "").append(options.file));
     const std::pair<const char*, const std::string*> given[] = {
         {"--delimiter", &options.delimiter}, {"--decimal", &options.decimal}, {"--thousands", &options.thousands},
         {"--encoding", &options.encoding},   {"--missing", &options.missing}, {"--sqlite", &options.sqlite},
@@ -239,19 +243,20 @@ std::vector<std::string> inputArguments(const InputOptions& options)
 void addOption(std::vector<std::string>& arguments, const std::string& option, const std::string& value)
 {
     if (value.starts_with('-')) {
-        arguments.push_back(option + '=' + value);
+        arguments.push_back(std::string(option).append("=").append(value));
     } else {
         arguments.push_back(option);
         arguments.push_back(value);
     }
 }
 
+constexpr std::size_t mostTests = 40; // in a line that somebody may still read
+
 std::string callOf(const std::string& state, const std::vector<std::string>& tests, const InputOptions& options)
 {
-    constexpr std::size_t mostTests = 40; // in a line that somebody may still read
     std::string list;
     for (const std::string& test : std::span(tests).first(std::min(mostTests, tests.size())))
-        list += (list.empty() ? "" : ",") + item(test);
+        list.append(list.empty() ? "" : ",").append(item(test));
     std::vector<std::string> arguments{"auc"};
     for (std::string& argument : inputArguments(options))
         arguments.push_back(std::move(argument));
@@ -268,26 +273,32 @@ NextCall nextCall(std::span<const ColumnFacts> columns, const InputOptions& opti
     const ColumnFacts* const stateColumn = state ? state->facts : nullptr;
     std::vector<std::string> tests = testsIn(columns, stateColumn, false);
     InputOptions read = options;
-    if (tests.empty() && input.kind == Input::Kind::delimited && options.thousands.empty()) {
-        const char other = input.form.numbers.decimal == ',' ? '.' : ',';
-        const bool isAsked = std::ranges::any_of(
-            columns, [&](const ColumnFacts& facts) { return facts.hasOtherDecimals() && isDoubtful(facts, other); });
-        if (!isAsked)
-            tests = testsIn(columns, stateColumn, true);
-        if (!tests.empty())
-            read.decimal = other == ',' ? "comma" : "point";
+    const char otherDecimal = input.form.numbers.decimal == ',' ? '.' : ',';
+    const bool mayBeOther =
+        input.kind == Input::Kind::delimited && options.thousands.empty()
+        && std::ranges::any_of(columns, [&](const ColumnFacts& facts) {
+               return &facts != stateColumn && facts.hasOtherDecimals() && !isDoubtful(facts, otherDecimal);
+           });
+    if (std::vector<std::string> others = testsIn(columns, stateColumn, true);
+        mayBeOther && others.size() > tests.size()) {
+        tests = std::move(others);
+        read.decimal = otherDecimal == ',' ? "comma" : "point";
     }
     if (!state || tests.empty())
         return {.command = callOf("COLUMN=VALUE", tests.empty() ? std::vector<std::string>{"COLUMN"} : tests, read),
-                .about = !state ? "Fill in the state, which no column with two values shows"
-                                : "Fill in the state and the tests: no column holds numbers to tell it by",
+                .about = !state ? "Fill in the state; no column holds two values that could be it:"
+                                : "Fill in the state and the tests; no column of numbers is a test without doubt:",
                 .isSure = false,
                 .isComplete = false};
-    const std::string choice = item(stateColumn->name()) + '=' + item(state->positive);
-    const std::string named = visible(stateColumn->name()) + " = " + visible(state->positive);
+    const std::string choice = item(stateColumn->name()).append("=").append(item(state->positive));
+    const std::string part = tests.size() <= mostTests
+        ? ""
+        : " (The first " + std::to_string(mostTests) + " of " + std::to_string(tests.size()) + " tests.)";
+    const std::string named = visible(stateColumn->name()).append(" = ").append(visible(state->positive));
     return {.command = callOf(choice, tests, read),
-            .about =
-                state->isSure ? "How well do the tests tell " + named + "?" : "If " + named + " are the positive cases",
+            .about = (state->isSure ? "How well do the tests tell " + named + "?"
+                                    : "How well do they tell " + named + ", if these are the positive cases?")
+                + part,
             .isSure = state->isSure,
             .isComplete = true};
 }

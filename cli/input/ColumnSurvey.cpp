@@ -41,8 +41,12 @@ void ColumnFacts::take(const Cell& cell, const NumberForm& form, const MissingWo
     if (!number)
         return takeText(textOf(cell), form.decimal);
     takeNumber(*number);
+    if (manyNumbers_ && decimals_)
+        return;
+    const std::string text = textOf(cell);
+    decimals_ = decimals_ || text.find(form.decimal) != std::string::npos;
     if (!manyNumbers_)
-        spellNumber(cell);
+        spellNumber(text);
 }
 
 void ColumnFacts::takeMissing(const Cell& cell)
@@ -69,10 +73,9 @@ void ColumnFacts::takeNumber(double number)
         settle();
 }
 
-void ColumnFacts::spellNumber(const Cell& cell)
+void ColumnFacts::spellNumber(std::string_view text)
 {
-    const auto* const text = std::get_if<std::string_view>(&cell);
-    spelledNumbers_.add(text ? std::string(*text) : textOf(cell));
+    spelledNumbers_.add(text);
     manyNumbers_ = spelledNumbers_.size() > mostSpelledNumbers;
     if (manyNumbers_)
         spelledNumbers_.clear();

@@ -91,6 +91,8 @@ public:
     [[nodiscard]] const OuterNumbers& lowest() const noexcept { return lowest_; }
     [[nodiscard]] const OuterNumbers& highest() const noexcept { return highest_; }
     [[nodiscard]] bool hasWholeNumbersOnly() const noexcept { return hasNumbers() && whole_; }
+    /// Have the numbers no decimal sign, so that it may be any?
+    [[nodiscard]] bool hasNoDecimals() const noexcept { return !decimals_; }
     /// Is no number smaller than the one before?
     [[nodiscard]] bool isAscending() const noexcept { return ascending_; }
 
@@ -118,7 +120,7 @@ private:
     }
     void takeMissing(const Cell& cell);
     void takeNumber(double number);
-    void spellNumber(const Cell& cell);
+    void spellNumber(std::string_view text);
     void takeText(const std::string& text, char decimal);
 
     std::string name_;
@@ -127,6 +129,7 @@ private:
     std::size_t textRows_ = 0;
     bool otherDecimals_ = true; ///< of the texts so far
     bool whole_ = true;         ///< are the numbers?
+    bool decimals_ = false;     ///< is there a decimal sign in a number?
     bool ascending_ = true;
     double last_ = -std::numeric_limits<double>::infinity(); ///< number
     OuterNumbers lowest_{false};

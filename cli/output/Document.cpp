@@ -13,25 +13,28 @@ namespace vexroc {
 
 namespace {
 
-/// The line, broken behind commas and semicolons where it is wider than that.
+/// The part of a line up to where it may be broken: behind a comma or semicolon before a blank.
+std::string_view firstPart(std::string_view line)
+{
+    const std::size_t end = std::min(line.find(", "), line.find("; "));
+    return end == std::string_view::npos ? line : line.substr(0, end + 1);
+}
+
+/// The line, broken where it is wider than that.
 std::string broken(std::string_view line, std::size_t width)
 {
-    constexpr std::string_view indent = "  ";
+    constexpr std::string_view indent = "\n ";
     std::string text;
     std::size_t used = 0;
     while (!line.empty()) {
-        const std::size_t comma = line.find_first_of(",;");
-        const std::size_t length = comma == std::string_view::npos ? line.size() : comma + 1;
-        const std::size_t needed = displayWidth(line.substr(0, length));
-        if (used > 0 && used + needed > width) {
-            text.append("\n").append(indent);
-            line.remove_prefix(std::min(line.find_first_not_of(' '), line.size()));
-            used = indent.size();
-            continue;
+        const std::string_view part = firstPart(line);
+        if (used > 0 && used + displayWidth(part) > width) {
+            text += indent;
+            used = indent.size() - 1;
         }
-        text += line.substr(0, length);
-        used += needed;
-        line.remove_prefix(length);
+        text += part;
+        used += displayWidth(part);
+        line.remove_prefix(part.size());
     }
     return text + '\n';
 }

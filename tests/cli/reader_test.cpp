@@ -196,7 +196,7 @@ TEST(DelimitedReader, NamesPlaceAndCellOfWhatItCannotRead)
         {"state,test\na,\"1\nb,\"2\"\n", "line 2, column 'test': a double quote inside a cell without quotes, or text"},
         {"stat,test\na,1\n", "line 1: no column 'state' in the header; did you mean 'stat'?"},
         {"u,v\na,1\n", "line 1: no column 'state' in the header; its columns are 'u', 'v'"},
-        {"1,2\n3,4\n", "This line holds numbers only"},
+        {"1,2\n3,4\n", "line 1: the first row holds numbers only"},
         {"test,state,test\n1,a,2\n", "line 1: the column name 'test' occurs more than once"},
         {std::string("s\0t\0", 4), "not text in UTF-8"},
     };
