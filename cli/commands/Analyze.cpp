@@ -126,7 +126,8 @@ public:
         report.stageTables(files);
         stage(task_.files.curve, [&] { return csvOf(curvePoints(analysis_)); });
         stage(task_.files.precisionRecall, [&] { return csvOf(precisionRecallPoints(analysis_)); });
-        stage(task_.files.plot, [&] { return rasterizer_->convert(svgPicture(drawing())); });
+        stage(task_.files.plot,
+              [&] { return rasterizer_->convert(svgPicture(drawing(), task_.style), task_.style.resolution); });
         stage(task_.files.report, [&] { return page(surroundings); });
         stage(task_.output, [&] { return std::exchange(report.text, ""); });
         watch.requireNotCancelled();

@@ -131,6 +131,11 @@ void addInferenceOptions(CLI::App& command, InferenceOptions& options)
                      "negative cases");
 }
 
+void addSortOption(CLI::App& command, std::string& sort)
+{
+    addChoice(command, "--sort", sort, {"given", "area"}, "Order of the tests: as they are named, or largest area first");
+}
+
 Task parseTask(const QuestionOptions& options)
 {
     Task task;

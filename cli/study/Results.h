@@ -82,6 +82,9 @@ struct CutOff {
     long long falsePositive;
 };
 
+/// Which of so many cases are called positive.
+CutOffReading::Calls callsOf(const CutOff& cutOff, long long positive, long long negative);
+
 /// The points of a ROC curve, cut-offs ascending; all lists are parallel.
 struct RocCurve {
     std::vector<double> cutOffs;

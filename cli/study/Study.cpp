@@ -175,6 +175,9 @@ Results eachPair(const CaseColumns& columns, const Question& question, const Wat
     return all;
 }
 
+/// What is not known comes last.
+bool largerFirst(double a, double b) { return std::isnan(b) ? !std::isnan(a) : a > b; }
+
 bool isWholeOrMissing(double value) { return std::isnan(value) || value == std::trunc(value); }
 
 /// Counts are whole numbers from 0.
@@ -211,6 +214,8 @@ Results study(const DataTable& table, const CaseLabels& labels, const Question& 
         area.reading = {.largerIsPositive = area.largerIsPositive,
                         .equalIsPositive = question.equalIsPositive,
                         .wholeNumbers = std::ranges::all_of(columns.test(area.test), isWholeOrMissing)};
+    if (question.byArea)
+        std::ranges::stable_sort(results.tests, largerFirst, [](const TestResult& test) { return test.area.area; });
     return results;
 }
 
@@ -219,11 +224,15 @@ Results study(const DataTable& table, const CaseLabels& labels, const Question& 
 CutOffReading TestResult::readingOf(const CutOff& cutOff) const
 {
     CutOffReading reading = area.reading;
-    if (cutOff.truePositive == area.positive && cutOff.falsePositive == area.negative)
-        reading.positive = CutOffReading::Calls::all;
-    else if (cutOff.truePositive == 0 && cutOff.falsePositive == 0)
-        reading.positive = CutOffReading::Calls::none;
+    reading.positive = callsOf(cutOff, area.positive, area.negative);
     return reading;
+}
+
+CutOffReading::Calls callsOf(const CutOff& cutOff, long long positive, long long negative)
+{
+    if (cutOff.truePositive == positive && cutOff.falsePositive == negative)
+        return CutOffReading::Calls::all;
+    return cutOff.truePositive + cutOff.falsePositive == 0 ? CutOffReading::Calls::none : CutOffReading::Calls::some;
 }
 
 Results study(const DataTable& table, const Question& question, const Watch& watch)
