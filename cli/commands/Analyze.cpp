@@ -4,6 +4,7 @@
 #include "cli/commands/QuestionOptions.h"
 #include "cli/output/Documents.h"
 #include "cli/output/TableForms.h"
+#include "cli/output/questionWords.h"
 #include "cli/picture/Picture.h"
 #include "cli/picture/ReportPage.h"
 #include "cli/picture/curvesOf.h"
@@ -37,7 +38,7 @@ DataTable readAnalysisTable(AnalyzeTask& task, const Surroundings& surroundings)
     const std::vector<ColumnRequest> requests = question.columns();
     DataTable table =
         readTable(task.input, surroundings, requests, task.allTests ? OtherColumns::numeric : OtherColumns::skipped);
-    question.settleState(table);
+    question.settle(table);
     keepStateApart(task);
     if (task.allTests)
         for (const DataColumn& column : table.columns)
@@ -61,10 +62,10 @@ Analysis analyze(AnalyzeTask& task, DataTable table, AnalysisWatch& watch)
     Analysis analysis{.question = task.question, .bestTable = task.bestTable};
     std::size_t missing = 0;
     if (task.question.by.empty()) {
-        analysis.values.push_back({"", study(table, task.question, watch.watch())});
+        analysis.values.push_back({"", study(table, task.question, watch.watch(&task.remarks))});
         analysis.labels = analysis.values.front().results.labels;
     } else {
-        StudyByValue byValue = studyByValue(std::move(table), task.question, watch.watch());
+        StudyByValue byValue = studyByValue(std::move(table), task.question, watch.watch(&task.remarks));
         analysis.values = std::move(byValue.values);
         missing = byValue.missing;
         analysis.labels = byValue.labels;
@@ -72,7 +73,7 @@ Analysis analyze(AnalyzeTask& task, DataTable table, AnalysisWatch& watch)
     watch.endProgress();
     analysis.labels->addRemarks(task.remarks.handle());
     for (const ValueResults& value : analysis.values)
-        remarkOnAnalysis(task.question, value, task.remarks);
+        remarkOnValue(task.question, value, task.remarks);
     remarkOnWhole(analysis, missing, task.remarks);
     return analysis;
 }
@@ -164,7 +165,8 @@ private:
         Drawing drawing{.curves = curves_,
                         .level = task_.question.level,
                         .question = questionHeading(task_.question, *analysis_.labels),
-                        .notes = {"Dot: maximum Kolmogorov-Smirnov distance, the largest Youden index"}};
+                        .notes = {"Dot: maximum Kolmogorov-Smirnov distance, the largest Youden index",
+                                  standardErrorHeading(task_.question)}};
         if (const std::string note = thinningNote(curves_); !note.empty())
             drawing.notes.push_back("Thinned: " + note);
         if (!notDrawn_.empty())

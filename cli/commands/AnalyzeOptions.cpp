@@ -62,8 +62,12 @@ void requireFit(const AnalyzeOptions& options)
          "--select, --cut and --mid-point split the cases by a column: name it with --group"},
         {int(options.midPoint) + int(selects) + int(!options.cut.empty()) > 1,
          "--select, --cut and --mid-point are three ways to split the cases: give one of them"},
-        {options.inference.biNegative && options.compare == "paired",
-         "--bi-negative does not go with --compare paired: tests on the same cases have DeLong standard errors"},
+        {!options.cases.empty() && options.compare != "paired",
+         "--cases says which rows tests are compared on: ask for that with --compare paired"},
+        {!options.weight.empty() && !options.question.count.empty(),
+         "--count and --weight both say what a row stands for: give one of them"},
+        {!options.weightKind.empty() && options.weight.empty(),
+         "--weight-kind is about weights: name them with --weight"},
         {options.noCurve && readsCurve,
          "--best, --curve, --pr-curve, --plot and --report need the curve that --no-curve leaves out"},
         {(options.plot.grey || options.plot.noTitle || !options.plot.size.empty()) && options.files.plot.empty(),
@@ -123,17 +127,23 @@ void keepStateApart(AnalyzeTask& task)
 void addAnalyzeOptions(CLI::App& command, AnalyzeOptions& options)
 {
     addQuestionOptions(command, options.question);
-    command.get_option("--test")->description("Test columns; or the word all: every column of numbers without "
-                                              "another part");
+    CLI::Option* const tests = command.get_option("--test");
+    tests->description(tests->get_description() + ". The word all: every column of numbers without another part");
     addSplitOptions(command, options);
     command
         .add_option("--weight", options.weight,
-                    "Column with the number of cases that a row stands for; changes the weighted counts only")
+                    "Column with weights, which change the weighted counts only; for cases per row see --count")
         ->type_name("COLUMN");
+    command
+        .add_option("--weight-kind", options.weightKind,
+                    "counts: it is meant that weights change the weighted counts only")
+        ->type_name("counts")
+        ->check(CLI::IsMember({"counts"}));
     command.add_option("--by", options.by, "One analysis per value of this column, in ascending order")
         ->type_name("COLUMN");
     addChoice(command, "--compare", options.compare, {"paired", "independent"},
               "paired: all tests on the same cases; independent: each test between the groups");
+    addCasesOption(command, options.cases);
     addInferenceOptions(command, options.inference);
     addSortOption(command, options.sort);
     addResultOptions(command, options);
@@ -151,13 +161,15 @@ AnalyzeTask parseAnalyzeTask(const AnalyzeOptions& options)
         throw severalTables();
     task.files = options.files;
     Question& question = task.question;
-    question.rule = CaseRule::together;
+    question.eachTest = false;
     setInference(options.inference, question);
-    question.comparison = options.compare == "paired" ? Comparison::paired
-        : options.compare.empty()                     ? Comparison::none
-                                                      : Comparison::independent;
+    if (options.compare == "paired")
+        askPaired(options.cases, question);
+    else if (options.compare == "independent")
+        question.comparison = Comparison::independent;
     question.grouping = parseGrouping(options);
     question.weight = options.weight;
+    question.weightIsCount = !options.weightKind.empty();
     question.by = options.by;
     question.alongFalsePositives = options.keilwagen;
     question.byArea = options.sort == "area";

@@ -32,8 +32,10 @@ struct AnalyzeOptions {
     std::string cut;
     bool midPoint = false;
     std::string weight;
+    std::string weightKind;
     std::string by;
     std::string compare;
+    std::string cases;
     InferenceOptions inference;
     bool pr = false;
     bool keilwagen = false;

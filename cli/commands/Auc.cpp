@@ -23,7 +23,7 @@ Report runAuc(const AucOptions& options, const Surroundings& surroundings)
     setInference(options.inference, task.question);
     task.question.byArea = options.sort == "area";
     const Results results = answer(task, surroundings);
-    remarkOnAreas(task.question, results, task.remarks);
+    remarkOnTests(results, task.remarks);
     return reportOf(task, areaDocument(task.question, results), surroundings);
 }
 

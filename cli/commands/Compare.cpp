@@ -15,20 +15,9 @@ namespace {
 struct CompareOptions {
     QuestionOptions question;
     GroupOptions groups;
+    std::string cases;
     InferenceOptions inference;
 };
-
-/// Tests with each other, on the same cases.
-void askPaired(Question& question)
-{
-    if (question.tests.size() < 2)
-        throw usageError("name two or more tests to compare on the same cases, or --group COLUMN=VALUE,VALUE to "
-                         "compare a test between two groups");
-    if (question.biNegative)
-        throw usageError("--bi-negative goes with --group; tests on the same cases have DeLong standard errors");
-    question.comparison = Comparison::paired;
-    question.rule = CaseRule::pairwise;
-}
 
 /// Each test between two groups of cases.
 void askIndependent(const CompareOptions& options, Question& question)
@@ -43,8 +32,13 @@ Report runCompare(const CompareOptions& options, const Surroundings& surrounding
     setInference(options.inference, task.question);
     if (options.groups.group.empty() && !options.groups.select.empty())
         throw usageError("--select names two values of a column: name it with --group");
+    if (!options.groups.group.empty() && !options.cases.empty())
+        throw usageError("--cases is about tests on the same cases; it does not go with --group");
+    if (options.groups.group.empty() && task.question.tests.size() < 2)
+        throw usageError("name two or more tests to compare on the same cases, or --group COLUMN=VALUE,VALUE to "
+                         "compare a test between two groups");
     if (options.groups.group.empty())
-        askPaired(task.question);
+        askPaired(options.cases, task.question);
     else
         askIndependent(options, task.question);
     const Results results = answer(task, surroundings);
@@ -62,6 +56,7 @@ Action addCompare(CLI::App& command)
     command.get_option("--group")->description(
         "Compare each test between two groups of cases: those of these values, or "
         "of the two that the column holds");
+    addCasesOption(command, options->cases);
     addInferenceOptions(command, options->inference);
     command.footer("Example: vexroc compare data.csv --state diagnosis=malignant --test radius_mean,texture_mean\n"
                    "         vexroc compare data.csv --state disease=1 --test marker --group sex=female,male");

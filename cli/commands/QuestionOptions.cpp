@@ -26,6 +26,17 @@ std::vector<std::string> parseTests(const std::vector<std::string>& lists)
     return tests;
 }
 
+/// A last ":smaller" or ":larger" of a test may be its direction, or belong to the name of the column.
+std::vector<DirectedTest> directedTests(const std::vector<std::string>& tests)
+{
+    std::vector<DirectedTest> directed;
+    for (const std::string& test : tests)
+        for (const std::string_view word : {":smaller", ":larger"})
+            if (test.size() > word.size() && test.ends_with(word))
+                directed.push_back({test, test.substr(0, test.size() - word.size()), word == ":larger"});
+    return directed;
+}
+
 /// The negative values, or all others.
 void parseNegative(const std::string& list, StateChoice& choice)
 {
@@ -59,6 +70,13 @@ StateQuestion parseState(const QuestionOptions& options)
     return state;
 }
 
+void requireNoStateAmongTests(const Question& question)
+{
+    const std::string& state = question.state.column;
+    if (std::ranges::find(question.tests, state) != question.tests.end())
+        throw usageError("--test names the state column " + inQuotes(state) + "; a test is another column");
+}
+
 } // namespace
 
 void addQuestionOptions(CLI::App& command, QuestionOptions& options)
@@ -74,13 +92,18 @@ void addQuestionOptions(CLI::App& command, QuestionOptions& options)
                     "Values of the negative cases; the bare word others: all that are not positive. Needed where the "
                     "column holds more than two values")
         ->type_name("VALUE[,VALUE...]");
-    command.add_option("--test", options.tests, "Test columns; one list, or the option repeated")
+    command
+        .add_option("--test", options.tests,
+                    "Test columns; one list, or the option repeated. COLUMN:smaller and COLUMN:larger give a test its "
+                    "own direction")
         ->type_name("COLUMN[,COLUMN...]")
         ->allow_extra_args(false)
         ->required();
     command.add_flag("--smaller", options.smaller, "Smaller test values are more positive");
     command.add_flag("--exclude", options.exclude,
                      "A value equal to a cut-off is negative; moves points of the curves, not the area");
+    command.add_option("--count", options.count, "Column with the number of cases that a row stands for, from 0")
+        ->type_name("COLUMN");
     addAnswerOptions(command, options.answer);
 }
 
@@ -101,6 +124,8 @@ void addInferenceOptions(CLI::App& command, InferenceOptions& options)
     command
         .add_option("--level", options.level, "Confidence level of the intervals, between 0 and 1; 0.95 when not given")
         ->type_name("P");
+    addChoice(command, "--interval", options.interval, {"wald", "wald-delong"},
+              "Standard error and interval of an area: nonparametric (wald), or DeLong's (wald-delong)");
     command.add_flag("--bi-negative", options.biNegative,
                      "Standard error under bi-negative exponential distributions; needs as many positive as "
                      "negative cases");
@@ -119,6 +144,8 @@ Task parseTask(const QuestionOptions& options)
     task.question.input = task.input.place;
     task.question.state = parseState(options);
     task.question.tests = parseTests(options.tests);
+    task.question.directed = directedTests(task.question.tests);
+    task.question.count = options.count;
     task.question.largerIsPositive = !options.smaller;
     task.question.equalIsPositive = !options.exclude;
     return task;
@@ -169,6 +196,25 @@ void setInference(const InferenceOptions& options, Question& question)
         throw usageError("--level " + inQuotes(options.level) + ": expected a number between 0 and 1, such as 0.95");
     question.level = *level;
     question.biNegative = options.biNegative;
+    question.interval = options.interval == "wald" ? IntervalKind::wald : IntervalKind::waldDelong;
+    if (options.biNegative && question.interval == IntervalKind::waldDelong)
+        throw usageError("--bi-negative and --interval wald-delong are two standard errors: give one of them");
+}
+
+void addCasesOption(CLI::App& command, std::string& cases)
+{
+    addChoice(command, "--cases", cases, {"pairwise", "complete"},
+              "Tests on the same cases: every two on the rows in which both are known, or all where all are known; "
+              "pairwise when not given");
+}
+
+void askPaired(const std::string& cases, Question& question)
+{
+    if (question.biNegative)
+        throw usageError("--bi-negative does not go with tests on the same cases: their differences have DeLong "
+                         "standard errors");
+    question.comparison = Comparison::paired;
+    question.completeCases = cases == "complete";
 }
 
 Results answer(Task& task, const Surroundings& surroundings)
@@ -176,9 +222,10 @@ Results answer(Task& task, const Surroundings& surroundings)
     task.question.call = surroundings.call;
     // Nothing is there to tidy up while the data are read: until then, an interrupt just ends the program.
     const DataTable table = readTable(task.input, surroundings, task.question.columns());
-    task.question.settleState(table);
+    task.question.settle(table);
+    requireNoStateAmongTests(task.question);
     AnalysisWatch watch(surroundings, table.rows);
-    Results results = study(table, task.question, watch.watch());
+    Results results = study(table, task.question, watch.watch(&task.remarks));
     watch.requireNotCancelled();
     results.labels->addRemarks(task.remarks.handle());
     return results;

@@ -28,6 +28,7 @@ struct AnswerOptions {
 /// What intervals and standard errors are made with, as typed.
 struct InferenceOptions {
     std::string level = "0.95";
+    std::string interval = "wald";
     bool biNegative = false;
 };
 
@@ -37,6 +38,7 @@ struct QuestionOptions {
     std::string state;
     std::string negative;
     std::vector<std::string> tests;
+    std::string count;
     AnswerOptions answer;
     bool smaller = false;
     bool exclude = false;
@@ -70,7 +72,11 @@ struct GroupOptions {
 void addGroupOptions(CLI::App& command, GroupOptions& options);
 /// The group is there. Throws a usage error for other than two values, or for values that are given twice.
 Grouping parseGroup(const GroupOptions& options);
-/// Throws a usage error for a confidence level outside (0, 1).
+/// Which rows tests on the same cases are compared on, as typed; empty where it is not said.
+void addCasesOption(CLI::App& command, std::string& cases);
+/// Compares the tests of a question on the same cases. Throws a usage error for words that do not go with it.
+void askPaired(const std::string& cases, Question& question);
+/// Throws a usage error for a confidence level outside (0, 1), and for two standard errors.
 void setInference(const InferenceOptions& options, Question& question);
 
 /// Reads the columns of the question, which then is settled, studies them, and remarks on their labels; progress is

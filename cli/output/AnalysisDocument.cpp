@@ -52,6 +52,8 @@ bool isWeighted(const Question& question) { return !question.weight.empty(); }
 void addCases(const RowCounts& rows, bool weighted, TableMaker& table)
 {
     const auto add = [&](std::string_view what, auto count) { table.add({what, static_cast<double>(count)}); };
+    if (rows.given != rows.read)
+        add("rows of the table", rows.given);
     add("rows read", rows.read);
     add("left out", rows.leftOut());
     for (const auto& [reason, count] : rows.reasons())
@@ -146,9 +148,13 @@ std::vector<std::string> headingOf(const Question& question, const CaseLabels& l
     if (isWeighted(question))
         lines.push_back("Weights: " + visible(question.weight)
                         + "; they enter the weighted counts only: areas and curves count every row once");
-    lines.push_back(question.comparison == Comparison::paired
-                        ? pairedErrorHeading(question.level)
-                        : standardErrorHeading(question.biNegative, question.level));
+    if (!question.count.empty())
+        lines.push_back("Cases per row: " + visible(question.count));
+    lines.push_back(standardErrorHeading(question));
+    if (question.comparison == Comparison::paired) {
+        lines.push_back(std::string("Standard errors of differences: ") + pairedErrorWord);
+        lines.push_back(pairedCasesHeading(question));
+    }
     return lines;
 }
 
@@ -164,7 +170,11 @@ std::vector<Fact> factsOf(const Question& question, const CaseLabels& labels)
     const bool paired = question.comparison == Comparison::paired;
     if (question.comparison != Comparison::none)
         facts.emplace_back("comparison", paired ? "paired" : "independent");
-    addInference(facts, paired ? pairedErrorWord : standardErrorWord(question.biNegative), question.level);
+    if (paired)
+        facts.emplace_back("cases", pairedCasesWord(question));
+    addInference(facts, standardErrorWord(question), question);
+    if (paired)
+        facts.emplace_back("standard_error_difference", pairedErrorWord);
     return facts;
 }
 

@@ -8,9 +8,9 @@ Document areaDocument(const Question& question, const Results& results)
 {
     Document document{.command = "auc",
                       .heading = {"Area under the ROC curve", questionHeading(question, *results.labels),
-                                  standardErrorHeading(question.biNegative, question.level)},
+                                  standardErrorHeading(question)},
                       .question = questionFacts(question, *results.labels)};
-    addInference(document.question, standardErrorWord(question.biNegative), question.level);
+    addInference(document.question, standardErrorWord(question), question);
     Table table(joined({std::span(&testColumn, 1), areaColumns(false)}));
     for (const TestResult& test : results.tests) {
         std::vector<Table::Value> row{test.area.test};

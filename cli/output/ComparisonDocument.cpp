@@ -11,9 +11,11 @@ Document pairedDocument(const Question& question, const Results& results)
 {
     Document document{.command = "compare",
                       .heading = {"Areas under the ROC curves of the same cases, compared",
-                                  questionHeading(question, *results.labels), pairedErrorHeading(question.level)},
+                                  questionHeading(question, *results.labels), pairedCasesHeading(question),
+                                  pairedErrorHeading(question)},
                       .question = questionFacts(question, *results.labels)};
-    addInference(document.question, pairedErrorWord, question.level);
+    document.question.emplace_back("cases", pairedCasesWord(question));
+    addInference(document.question, pairedErrorWord, question);
     TableMaker table(question, comparisonColumns(question, true));
     for (const Difference& difference : results.differences)
         addComparison(question, difference, table);
@@ -27,11 +29,10 @@ Document groupDocument(const Question& question, const Results& results)
     Document document{.command = "compare",
                       .heading = {"Areas under the ROC curves of two independent groups, compared",
                                   "Groups: 1, " + visible(any.first.group) + "; 2, " + visible(any.second.group),
-                                  questionHeading(question, *results.labels),
-                                  standardErrorHeading(question.biNegative, question.level)},
+                                  questionHeading(question, *results.labels), standardErrorHeading(question)},
                       .question = questionFacts(question, *results.labels)};
     document.question.emplace_back("group", question.grouping->column);
-    addInference(document.question, standardErrorWord(question.biNegative), question.level);
+    addInference(document.question, standardErrorWord(question), question);
     TableMaker table(question, comparisonColumns(question, true));
     for (const Difference& difference : results.differences)
         addComparison(question, difference, table);

@@ -7,21 +7,52 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+
 namespace vexroc {
 
 namespace {
+
+/// The part of a line up to where it may be broken: behind a comma or semicolon before a blank.
+std::string_view firstPart(std::string_view line)
+{
+    const std::size_t end = std::min(line.find(", "), line.find("; "));
+    return end == std::string_view::npos ? line : line.substr(0, end + 1);
+}
+
+/// The line, broken where it is wider than that.
+std::string broken(std::string_view line, std::size_t width)
+{
+    constexpr std::string_view indent = "\n ";
+    std::string text;
+    std::size_t used = 0;
+    while (!line.empty()) {
+        const std::string_view part = firstPart(line);
+        if (used > 0 && used + displayWidth(part) > width) {
+            text += indent;
+            used = indent.size() - 1;
+        }
+        text += part;
+        used += displayWidth(part);
+        line.remove_prefix(part.size());
+    }
+    return text + '\n';
+}
 
 std::string textOf(const Document& document, std::size_t width)
 {
     std::string text;
     for (const std::string& line : document.heading)
-        text += line + '\n';
+        text += broken(line, width);
     for (const Document::Part& part : document.parts) {
         text += '\n';
         if (!part.title.empty())
             text += part.title + '\n';
         writeText(part.table, width, text);
     }
+    text += document.closing.empty() ? "" : "\n";
+    for (const std::string& line : document.closing)
+        text += line + '\n';
     return text;
 }
 

@@ -29,6 +29,7 @@ struct Document {
     std::vector<std::string> heading; ///< lines for people
     std::vector<Fact> question;       ///< the same for programs
     std::vector<Part> parts = {};
+    std::vector<std::string> closing = {}; ///< lines for people behind the parts
 };
 
 /// The usage error for several tables as CSV.

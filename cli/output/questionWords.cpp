@@ -22,7 +22,9 @@ std::vector<std::string> valuesOf(const CaseLabels& labels, vexroc_state state)
 /// With its rows; in quotes where blanks would not be seen.
 std::string withRows(const ColumnLabels::Value& value)
 {
-    const std::string text = trimmed(value.text) == value.text ? visible(value.text) : inQuotes(value.text);
+    constexpr std::size_t most = 40; // characters
+    const bool isPlain = trimmed(value.text) == value.text;
+    const std::string text = bothEnds(isPlain ? visible(value.text) : inQuotes(value.text), most);
     return text + " (" + std::to_string(value.rows) + ')';
 }
 
@@ -66,11 +68,27 @@ std::string statesHeading(const StateQuestion& state, const CaseLabels& labels)
         + "; negative: " + (negative.empty() ? "none" : negative) + (others.empty() ? "" : "; left out: " + others);
 }
 
+std::string intervalHeading(const Question& question)
+{
+    return "; Wald interval; confidence level " + shortest(question.level);
+}
+
+/// Of the tests that are not like most.
+std::string otherDirections(const Question& question)
+{
+    std::string tests;
+    for (const auto& [test, larger] : question.largerOf)
+        if (larger != question.largerIsPositive)
+            tests += (tests.empty() ? "" : ", ") + visible(test);
+    return tests.empty() ? "" : std::string("; ") + (question.largerIsPositive ? "smaller" : "larger") + " of " + tests;
+}
+
 } // namespace
 
 std::string questionHeading(const Question& question, const CaseLabels& labels)
 {
-    return statesHeading(question.state, labels) + "; " + question.positiveEnd() + " values are more positive";
+    return statesHeading(question.state, labels) + "; " + question.positiveEnd() + " values are more positive"
+        + otherDirections(question);
 }
 
 std::vector<Fact> questionFacts(const Question& question, const CaseLabels& labels)
@@ -84,28 +102,49 @@ std::vector<Fact> questionFacts(const Question& question, const CaseLabels& labe
         facts.emplace_back("state_cut", choice.sign + choice.bound);
     }
     facts.emplace_back("more_positive", question.positiveEnd());
+    if (!question.largerOf.empty()) {
+        std::vector<std::string> own;
+        for (const auto& [test, larger] : question.largerOf)
+            own.push_back(test + (larger ? ":larger" : ":smaller"));
+        facts.emplace_back("directions", std::move(own));
+    }
+    if (!question.count.empty())
+        facts.emplace_back("count", question.count);
     facts.emplace_back("equal_to_cut_off", question.equalIsPositive ? "positive" : "negative");
     return facts;
 }
 
-void addInference(std::vector<Fact>& facts, const char* standardError, double level)
+void addInference(std::vector<Fact>& facts, const char* standardError, const Question& question)
 {
     facts.emplace_back("standard_error", standardError);
-    facts.emplace_back("confidence_level", level);
+    facts.emplace_back("interval", question.interval == IntervalKind::wald ? "wald" : "wald-delong");
+    facts.emplace_back("confidence_level", question.level);
 }
 
-const char* standardErrorWord(bool biNegative) { return biNegative ? "bi-negative exponential" : "nonparametric"; }
-
-std::string standardErrorHeading(bool biNegative, double level)
+const char* standardErrorWord(const Question& question)
 {
-    const std::string assumption =
-        biNegative ? "bi-negative exponential where the states are equally many" : "nonparametric";
-    return "Standard error: " + assumption + "; confidence level " + shortest(level);
+    return question.interval == IntervalKind::waldDelong ? pairedErrorWord
+        : question.biNegative                            ? "bi-negative exponential"
+                                                         : "nonparametric";
 }
 
-std::string pairedErrorHeading(double level)
+std::string standardErrorHeading(const Question& question)
 {
-    return std::string("Standard errors: ") + pairedErrorWord + "; confidence level " + shortest(level);
+    return std::string("Standard error: ") + standardErrorWord(question)
+        + (question.biNegative ? " where the states are equally many" : "") + intervalHeading(question);
+}
+
+std::string pairedErrorHeading(const Question& question)
+{
+    return std::string("Standard errors: ") + pairedErrorWord + intervalHeading(question);
+}
+
+const char* pairedCasesWord(const Question& question) { return question.completeCases ? "complete" : "pairwise"; }
+
+std::string pairedCasesHeading(const Question& question)
+{
+    return std::string("Cases: ") + pairedCasesWord(question) + ", the rows in which "
+        + (question.completeCases ? "all tests" : "both tests of a pair") + " are known";
 }
 
 } // namespace vexroc

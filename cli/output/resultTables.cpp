@@ -48,6 +48,7 @@ constexpr std::array differenceColumns{
 
 constexpr std::array inferenceColumns{
     TableColumn{"p_value", "p", CellRole::pValue, 3},
+    TableColumn{"log10_p", "", CellRole::statistic, 3}, // for programs: where p underflows
     TableColumn{"lower", "lower", CellRole::statistic, 3},
     TableColumn{"upper", "upper", CellRole::statistic, 3},
 };
@@ -68,7 +69,7 @@ void addCases(const Area& area, std::vector<Table::Value>& row)
 /// Of an area or a difference.
 void addInference(const auto& result, std::vector<Table::Value>& row)
 {
-    addNumbers({result.significance, result.lower, result.upper}, row);
+    addNumbers({result.pValue, result.log10P, result.lower, result.upper}, row);
 }
 
 } // namespace

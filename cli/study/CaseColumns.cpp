@@ -16,6 +16,8 @@ CaseColumns::CaseColumns(const DataTable& table, const CaseLabels& labels, const
     }
     if (!question.weight.empty())
         weight_ = table.numbers(question.weight);
+    if (!question.count.empty())
+        count_ = table.numbers(question.count);
 }
 
 } // namespace vexroc

@@ -12,8 +12,8 @@ namespace vexroc {
 
 /// The columns of a table as the component takes them: numbers, NaN where a cell is missing.
 ///
-/// Words become codes: of states positive, negative, and a third for the others; of a group those of the two groups, and
-/// a third for the others. Columns of numbers are those of the table, which must outlive the object.
+/// Words become codes: of states positive, negative, and a third for the others; of a group those of the two groups,
+/// and a third for the others. Columns of numbers are those of the table, which must outlive the object.
 class CaseColumns {
 public:
     static constexpr double positiveState = 1.0;
@@ -28,9 +28,10 @@ public:
 
     [[nodiscard]] std::size_t rows() const noexcept { return state_.size(); }
     [[nodiscard]] std::span<const double> state() const noexcept { return state_; }
-    /// Empty without a grouping, like the weights.
+    /// Empty without a grouping, like weights and counts.
     [[nodiscard]] std::span<const double> group() const noexcept { return group_; }
     [[nodiscard]] std::span<const double> weight() const noexcept { return weight_; }
+    [[nodiscard]] std::span<const double> count() const noexcept { return count_; }
     [[nodiscard]] std::span<const double> test(const std::string& name) const { return table_.numbers(name); }
     /// How the words of the two groups read; empty where the group column is split as numbers.
     [[nodiscard]] std::span<const std::string> groupWords() const noexcept { return groupWords_; }
@@ -41,6 +42,7 @@ private:
     std::vector<double> codes_; ///< of a group of words
     std::span<const double> group_;
     std::span<const double> weight_;
+    std::span<const double> count_;
     std::span<const std::string> groupWords_;
 };
 

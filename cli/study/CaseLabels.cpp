@@ -54,9 +54,12 @@ CaseLabels::CaseLabels(const DataTable& table, const Question& question) : state
         addGroup(table, *question.grouping);
     if (!question.by.empty())
         by_.emplace(table, question.by);
-    for (const DataColumn& column : table.columns)
+    for (const DataColumn& column : table.columns) {
         if (!column.missingCells.empty())
-            missingCells_.push_back({column.request.name, missingWordsOf(column)});
+            cellsToName_.push_back({"missing-words", column.request.name, missingWordsOf(column)});
+        if (!column.doubtful.empty())
+            cellsToName_.push_back({"thousands", column.request.name, inQuotes(column.doubtful)});
+    }
 }
 
 void CaseLabels::addGroup(const DataTable& table, const Grouping& grouping)
@@ -83,8 +86,8 @@ void CaseLabels::addRemarks(vexroc_remarks* remarks) const
     for (const std::optional<ColumnLabels>* const labels : {&group_, &by_})
         if (*labels)
             (*labels)->addRemarks(remarks);
-    for (const auto& [column, words] : missingCells_)
-        if (vexroc_remarks_add(remarks, "missing-words", column.c_str(), words.c_str()) != VEXROC_OK)
+    for (const auto& [code, column, cells] : cellsToName_)
+        if (vexroc_remarks_add(remarks, code, column.c_str(), cells.c_str()) != VEXROC_OK)
             throw analysisError(vexroc_last_error());
 }
 

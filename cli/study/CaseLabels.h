@@ -24,22 +24,23 @@ public:
     /// The words of the two groups.
     [[nodiscard]] const std::vector<std::string>& groupWords() const noexcept { return groupWords_; }
     [[nodiscard]] const std::optional<ColumnLabels>& by() const noexcept { return by_; }
-    /// What there is to say of labels and of missing words in tests.
+    /// What there is to say of labels and of missing words and doubtful numbers in tests.
     void addRemarks(vexroc_remarks* remarks) const;
 
 private:
     void addGroup(const DataTable& table, const Grouping& grouping);
 
-    /// The missing words in a column of numbers.
-    struct MissingCells {
+    /// Cells of a column of numbers that a remark names.
+    struct CellsToName {
+        const char* code;
         std::string column;
-        std::string words;
+        std::string cells;
     };
     ColumnLabels state_;
     std::optional<ColumnLabels> group_;
     std::vector<std::string> groupWords_;
     std::optional<ColumnLabels> by_;
-    std::vector<MissingCells> missingCells_;
+    std::vector<CellsToName> cellsToName_;
 };
 
 } // namespace vexroc

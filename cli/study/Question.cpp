@@ -1,5 +1,11 @@
 #include "cli/study/Question.h"
 
+#include "cli/words/Failure.h"
+#include "cli/words/VisibleText.h"
+
+#include <algorithm>
+#include <set>
+
 namespace vexroc {
 
 std::vector<ColumnRequest> Question::columns() const
@@ -10,11 +16,46 @@ std::vector<ColumnRequest> Question::columns() const
         requests.push_back({grouping->column, grouping->isOfWords() ? ColumnKind::labels : ColumnKind::numbers});
     if (!weight.empty())
         requests.push_back({weight, ColumnKind::numbers});
-    for (const std::string& test : tests)
-        requests.push_back({test, ColumnKind::numbers});
+    if (!count.empty())
+        requests.push_back({count, ColumnKind::numbers});
+    for (const std::string& test : tests) {
+        const auto found = std::ranges::find(directed, test, &DirectedTest::typed);
+        requests.push_back({test, ColumnKind::numbers, found == directed.end() ? "" : found->column});
+    }
     if (!by.empty())
         requests.push_back({by, ColumnKind::labels});
     return requests;
+}
+
+void Question::settle(const DataTable& table)
+{
+    settleState(table);
+    settleTests(table);
+}
+
+bool Question::isLargerPositive(const std::string& test) const
+{
+    const auto own = largerOf.find(test);
+    return own != largerOf.end() ? own->second : largerIsPositive;
+}
+
+void Question::settleTests(const DataTable& table)
+{
+    std::map<std::string, std::set<bool>> directions; // as named
+    for (std::string& test : tests) {
+        const auto own = std::ranges::find(directed, test, &DirectedTest::typed);
+        if (own == directed.end() || table.holds(test, ColumnKind::numbers)) {
+            directions[test].insert(largerIsPositive);
+            continue;
+        }
+        test = own->column;
+        largerOf[test] = own->largerIsPositive;
+        directions[test].insert(own->largerIsPositive);
+    }
+    directed.clear();
+    for (const auto& [test, named] : directions)
+        if (named.size() > 1)
+            throw usageError("--test names " + inQuotes(test) + " with two directions; give one of them");
 }
 
 void Question::settleState(const DataTable& table)

@@ -4,6 +4,7 @@
 #include "cli/study/DataTable.h"
 #include "cli/words/CallLine.h"
 
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -45,11 +46,17 @@ enum class Comparison {
     independent, ///< each test between the groups
 };
 
-/// Who takes part.
-enum class CaseRule {
-    together, ///< one analysis: each test on the cases in which it is known, in a paired comparison in which all are
-    eachTest, ///< every test as if it were the only one
-    pairwise, ///< every two tests on the cases in which both are known
+/// Where the standard error and the interval of an area come from.
+enum class IntervalKind {
+    wald,       ///< nonparametric, or bi-negative exponential
+    waldDelong, ///< DeLong's
+};
+
+/// A test as it is typed, such as "neg:smaller", and what it means where there is no column of the whole name.
+struct DirectedTest {
+    std::string typed;
+    std::string column;
+    bool largerIsPositive;
 };
 
 /// What is asked of a table, whichever command asks it.
@@ -57,12 +64,18 @@ struct Question {
     std::string input;          ///< where the data are, as the user calls it
     CallLine call = CallLine(); ///< how it is asked, for messages
     StateQuestion state;
-    std::vector<std::string> tests; ///< as named, repeats included
+    std::vector<std::string> tests;            ///< as named, repeats included
+    std::vector<DirectedTest> directed = {};   ///< those of `tests` that may be a column with its direction
+    std::map<std::string, bool> largerOf = {}; ///< of the tests that have a direction of their own: is larger positive?
     std::optional<Grouping> grouping;
-    std::string weight; ///< column; empty for none
-    std::string by;     ///< column with a value for each analysis; empty for one analysis
-    CaseRule rule = CaseRule::eachTest;
+    std::string weight;   ///< column; empty for none
+    std::string count;    ///< likewise: the number of cases that a row stands for
+    std::string by;       ///< column with a value for each analysis; empty for one analysis
+    bool eachTest = true; ///< every test as if it were the only one, or one analysis of all
     Comparison comparison = Comparison::none;
+    bool completeCases = false; ///< a paired comparison is of the rows in which all tests are known
+    bool weightIsCount = false; ///< it is said that weights only count
+    IntervalKind interval = IntervalKind::wald;
     bool largerIsPositive = true;
     bool equalIsPositive = true;      ///< a value equal to a cut-off
     bool biNegative = false;          ///< standard errors of bi-negative exponential distributions
@@ -77,10 +90,16 @@ struct Question {
 
     /// The columns to read, of the tests those that are named.
     [[nodiscard]] std::vector<ColumnRequest> columns() const;
-    /// Settles what the state is, once the columns are read.
-    void settleState(const DataTable& table);
+    /// Settles what the state and the tests are, once the columns are read. Throws a usage error where a test is named
+    /// with two directions.
+    void settle(const DataTable& table);
+    [[nodiscard]] bool isLargerPositive(const std::string& test) const;
     /// "larger" or "smaller": which test values are more positive.
     [[nodiscard]] const char* positiveEnd() const noexcept { return largerIsPositive ? "larger" : "smaller"; }
+
+private:
+    void settleState(const DataTable& table);
+    void settleTests(const DataTable& table);
 };
 
 } // namespace vexroc

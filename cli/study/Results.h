@@ -19,10 +19,12 @@ constexpr double notComputed = VexCommon_920::VexMV::Missing();
 
 /// What became of the rows read. Each is counted once: in the first reason to leave it out, or as used.
 struct RowCounts {
-    long long read = 0;
+    long long given = 0; ///< rows of the table
+    long long read = 0;  ///< as often as their counts say
     long long missingState = 0;
     long long otherState = 0; ///< neither positive nor negative
     long long missingGroup = 0;
+    long long missingCount = 0;
     long long missingWeight = 0;
     long long otherGroup = 0;     ///< in neither of the groups
     long long unusableWeight = 0; ///< the weight rounds to less than one case, or is beyond counting
@@ -58,15 +60,16 @@ struct Area {
     double weightedNegative = 0.0;
     double area = notComputed;
     double stdError = notComputed;
-    double significance = notComputed;
+    double pValue = notComputed;
+    double log10P = notComputed;
     double lower = notComputed;
     double upper = notComputed;
     double gini = notComputed;
     double ksMaximum = notComputed; ///< without a curve
     double ksCutOff = notComputed;
     CutOffReading reading = {}; ///< of the cut-offs between the ends
-    int distinctValues = 0; ///< different test values, as far as known: 0 not, 3 for three and more
-    bool ties = false;      ///< positive and negative cases share a test value
+    int distinctValues = 0;     ///< different test values, as far as known: 0 not, 3 for three and more
+    bool ties = false;          ///< positive and negative cases share a test value
     bool largerIsPositive = true;
 };
 
@@ -120,13 +123,14 @@ struct TestResult {
 
 /// The difference of two areas: first less second.
 struct Difference {
-    Area first;
+    Area first; ///< on the cases of the difference, in a paired comparison
     Area second;
     long long leftOut = 0; ///< rows that could not take part in it
     double difference = notComputed;
     double stdError = notComputed;
     double z = notComputed;
-    double significance = notComputed;
+    double pValue = notComputed;
+    double log10P = notComputed;
     double lower = notComputed;
     double upper = notComputed;
 };
@@ -143,7 +147,6 @@ struct Results {
     RowCounts rows = {};
     std::vector<TestResult> tests = {};
     std::vector<Difference> differences = {};
-    std::vector<int> warnings = {}; ///< codes of the component
     std::shared_ptr<const CaseLabels> labels = {}; ///< of the whole table
     std::optional<RunMessage> failure = {};        ///< why there is no result; then the tests tell their cases at most
 };

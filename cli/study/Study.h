@@ -13,8 +13,7 @@ namespace vexroc {
 
 /// Answers the question from a table that holds the columns it names: the one road of every command.
 ///
-/// Cost: a run of the component orders each of its tests once. Tests that are known in the same cases are compared in
-/// one run, however many pairs they make; two that are not order the cases of their pair.
+/// Cost: a run of the component orders each of its tests once, or twice where tests that are compared lack other cases.
 /// Throws an input error where the data do not fit the question, the failure of a cancel when one was requested, and an
 /// analysis error when memory runs out. That an analysis came to no result is told in the results.
 Results study(const DataTable& table, const Question& question, const Watch& watch);

@@ -261,7 +261,7 @@ TEST(AnalysisLaws, ProgressOfSeveralPartsRisesToOneAndEachPartCanBeCancelled)
         double stopAt = 2;
     } seen;
     Columns columns = draw(4, 200, 0.2);
-    Asked run(columns, {.directions = {"smaller"}});
+    Asked run(columns, {.directions = {"smaller", nullptr, nullptr}});
     const auto note = [](double share, int, void* user) { static_cast<Seen*>(user)->shares.push_back(share); };
     const auto stop = [](void* user) {
         const auto& [shares, stopAt] = *static_cast<Seen*>(user);

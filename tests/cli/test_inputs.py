@@ -30,7 +30,7 @@ QUESTIONS = [
     ["auc", "--state", "state=ill", "--test", NEWLINE, "--format", "csv"],
     ["compare", "--state", "state=ill", "--test", "count", "--test", NEWLINE],
     ["compare", "--state", "state=ill", "--test", "count", "--group", "site=2,3"],
-    ["curve", "--state", "site=2.0", "--test", "count"],
+    ["curve", "--state", "site=2.0", "--negative", "others", "--test", "count"],
     ["pr", "--state", "state=ill", "--test", NEWLINE, "--format", "csv"],
     ["analyze", "--state", "state=ill", "--test", "all", "--group", "site", "--cut", "2"],
     ["analyze", "--state", "state=ill", "--test", "count", "--by", "site", "--format", "csv"],

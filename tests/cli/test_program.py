@@ -135,12 +135,53 @@ curve - --state s=1 --test a -> 0: note: rows left out: a (2 of 9)
 """, data)
 
 
-def test_states_match_as_text_or_as_numbers(vexroc):
-    for state in "1", "1.0", "01", "1e0":
-        row = tables(vexroc, f"auc - --test t --state s={state}", b"s,t\n1,2\n1.0,3\n0,1\n2,1\n")[0][0]
-        assert row[1:3] == ["2", "2"], state
-    ends_as(vexroc, "auc - --state s=Yes --test t", " -> 3: standard input: column 's' never holds 'Yes'; it holds "
-            "'yes', 'no'", b"s,t\nyes,1\nno,2\nNA,3\n")
+def test_states_are_what_is_said_of_their_values(vexroc):
+    words = b'state,t,g\nill,3,a\nill,4,a\nwell,1,a\nwell,2,b\nN/A,9,b\n"ill ",6,b\nothers,5,a\n'
+    grades = b"grade,grade>,a=b,t,g\n1,3,x,1,a\n2.0,3,x,2,a\n3,3,y,3,a\n10,4,y,4,b\nNA,NA,NA,5,b\n"
+    for data, options, counts in [
+            (words, "state=ill --negative well", "2,2,3"),
+            (words, "state=ill --negative others", "2,4,1"),
+            (words, """'state=ill,"ill "' --negative '"others"'""", "3,1,3"),
+            (words, "state=N/A --negative well", "1,2,4"),
+            (words, "state=ill --missing none,Others --negative others", "2,4,1"),
+            (grades, "'grade>=3'", "3,1,1"),  # a column of that name goes first
+            (grades, "'\"grade\">=3'", "2,2,1"),
+            (grades, "'grade<=2.0'", "2,2,1"),
+            (grades, "grade=2,1e1 --missing 1,3", "2,0,3"),
+            (grades, "'\"a=b\"=y'", "2,2,1")]:
+        row = tables(vexroc, f"auc - --test t --state {options}", data)[0][0]
+        assert ",".join(row[1:4]) == counts, options
+    document = vexroc.json("auc", "-", "--test", "t", "--state", "state=ill", "--negative", "others", data=words)
+    assert document["question"]["positive"] == ["ill"]
+    assert document["question"]["negative"] == ["ill ", "others", "well"]
+    assert "state_cut" not in document["question"]
+    document = vexroc.json("auc", "-", "--test", "t", "--state", "grade>2", data=grades)
+    assert document["question"]["state_cut"] == ">2" and "positive" not in document["question"]
+    counts = tables(vexroc, "analyze - --test t --state state=ill --negative well --by g", words)[0]
+    assert ["a", "left out: other state", "1"] in counts and ["b", "positive", "0"] in counts
+    ends_as(vexroc, "auc - --test t --state ", """
+state=Ill -> 3: standard input: column 'state' never holds 'Ill'; it holds 'ill' (2), 'well' (2), 'ill ' (1)
+state=ill -> 3: 'ill ' (1), 'others' (1), and which are negative is not said; say
+state=ill --negative well,others -> 2: the word others stands alone
+state=ill --negative well,ill -> 3: cannot be positive and negative
+'state>5' -> 3: column 'state' is cut as numbers, and also holds 'ill' (2)
+'states>5' -> 3: did you mean 'state'?
+'state>high' -> 2: expected COLUMN=VALUE[,VALUE...], or COLUMN>=NUMBER
+'state>=' -> 2: expected COLUMN=VALUE[,VALUE...], or COLUMN>=NUMBER
+""", words)
+    ends_as(vexroc, "auc - --test t --state 'grade>2' --negative 1", " -> 3: no positive or negative values go", grades)
+
+
+def test_missing_words_are_those_of_the_list(vexroc):
+    data = b"s,t\nill,1\nill,-\nill,n/a\nwell,?\nwell,-9\nwell,-9.0\nwell,2\nill,unsure\nill,5\nnull,3\n"
+    for options, counts, words in [("--missing unsure", "2,3,5", "t ('-': 1, '?': 1, 'n/a': 1, 'unsure': 1)"),
+                                   ("--missing Unsure,-9", "2,1,7", "'-9': 1, '-9.0': 1")]:
+        ran = vexroc(*shlex.split(f"auc - --state s=ill --test t --format csv {options}"), data=data)
+        assert ",".join(ran.out.splitlines()[1].split(",")[1:4]) == counts and words in ran.err, ran
+    ends_as(vexroc, "auc - --state s=ill --test t", """
+ -> 3: line 9, column 't': 'unsure' is neither a number nor missing; write a number, or leave the cell empty; if it means
+ --missing none,unsure -> 3: line 3, column 't': '-' is neither
+""", data)
 
 
 def test_best_cut_offs_are_all_ties_with_their_counts_in_the_cases(vexroc):
@@ -170,7 +211,7 @@ def test_one_analysis_by_value_is_that_of_its_rows(vexroc, tmp_path):
                              for line in file.read_text().splitlines()]
     for options in "--group g --compare independent", "--compare paired", "--weight u --pr":
         said, together = written(options + " --by site", data)
-        for part in ("site = x; check --state", "site = 9: t", "rows left out: 1 without a value of site"):
+        for part in ("site = x; check --state", "site = 9: t", "1 without a value of site\n"):
             assert part in said
         for value, rows in ("9", nine), ("10", ten):
             alone = written(options, header + rows)[1]
@@ -207,7 +248,7 @@ u --bi-negative -> 0: caution: the standard error is nonparametric
 u,s -> 0: note: the state is not also a test: s
 u --pr -> 0: note: the points of --pr are not shown; --plot and --report draw them, --pr-curve FILE writes
 u --group u --cut 2 -> 0: there is no negative case, so there is no area: u where u < 2
-t,one --compare paired -> 0: so there is no standard error, p value and interval: t (1 positive, 1 negative), one
+t,one --compare paired -> 0: so there is no standard error, p value and interval: t and one
 t --best -> 0: note: best cut-offs are chosen on the data
 t --weight u -> 0: numbers of cases only, not areas, errors and curves: u; for cases per row give --count COLUMN; if
 """, b"s,t,u,g,one\n1,2,1,x,7\n0,2,2,x,\n1,3,3,y,\n0,1,4,y,8\n1,4,5,y,\n")
@@ -226,8 +267,10 @@ t --cut 1 -> 2: name it with --group
 t --group n --cut 6 --mid-point -> 2: give one of them
 t --group n --cut six -> 2: --cut 'six': expected a number
 t --group g --select x -> 2: --select 'x': expected two values
-t --group g --select x,NA -> 2: 'NA' stands for a missing value
-t --group n --select 5,5.0 -> 2: are the same
+t --group g --select x,NA -> 3: never holds 'NA'
+t --group n --select 5,5.0 -> 3: '5', '5.0' are one value
+t --group g=x,y --select x,y -> 2: give one of them
+t --group g=x,y --cut 2 -> 2: give --group without values
 t,n --compare paired --bi-negative -> 2: --bi-negative does not go with --compare paired
 t --keilwagen -> 2: --pr or --pr-curve
 t --no-curve --curve x -> 2: --no-curve
@@ -236,7 +279,7 @@ t --curve x --pr-curve x -> 2: the same file
 t --curve x --plot ./x -> 2: name the same file
 t --report x.html --output x.html -> 2: --output and --report name the same file
 t --curve - -> 2: --curve -: only --output goes to standard output
-t --group g -> 3: holds 'x', 'y', 'z'; it needs two values: pick them with --select
+t --group g -> 3: holds 'x' (1), 'y' (1), 'z' (2); it needs two values: pick them with --select
 t --group g --mid-point -> 3: line 2, column 'g': 'x' is neither a number
 t --group g --select x,w -> 3: column 'g' never holds 'w'
 t --by s -> 2: --by names the state column
@@ -273,8 +316,7 @@ auc -> 2: --state is required; see vexroc auc --help
 auc {FAWCETT} --smaler -> 2: no option '--smaler' in auc; did you mean '--smaller'?
 auc {RADIUS} more -> 2: unexpected argument 'more'
 auc fawcett_2006.csv --test score --state class -> 2: expected COLUMN=VALUE
-auc fawcett_2006.csv --test score --state class=1,0 -> 2: expected COLUMN=VALUE
-auc fawcett_2006.csv --test score --state class=NA -> 2: missing value
+auc fawcett_2006.csv --test score --state class=NA -> 3: never holds 'NA'
 auc {CANCER} --test radius_mean, -> 2: an item of the list is empty
 auc {RADIUS} --level 1 -> 2: --level '1': expected a number between 0 and 1
 auc {RADIUS} --format cvs -> 2: no word 'cvs'; did you mean 'csv'?
@@ -289,8 +331,9 @@ auc {RADIUS} --output --quiet -> 2: --output: needs a value; the option --quiet 
 auc {RADIUS} --output= -> 2: --output: 
 curve {RADIUS} --level 0.9 -> 2: no option '--level'
 compare {RADIUS} -> 2: name two or more tests
-compare {RADIUS} --group diagnosis=benign -> 2: expected two values, such as female,male
-compare {RADIUS} --group area_mean=1001,1001.0 -> 2: are the same
+compare {RADIUS} --group diagnosis=benign -> 2: expected two values
+compare {RADIUS} --select 1,2 -> 2: name it with --group
+compare {RADIUS} --group area_mean=1001,1001.0 -> 3: are one value
 compare {RADIUS} --test area_mean --bi-negative -> 2: --bi-negative goes with
 auc nothing.csv --state a=1 --test b -> 3: cannot read nothing.csv: No such file or directory
 auc . --state a=1 --test b -> 3: Is a directory

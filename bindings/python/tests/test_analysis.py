@@ -38,8 +38,9 @@ def test_records_agree_with_the_array_calls(direction):
         assert record.ks_maximum == pytest.approx((curve.tpr - curve.fpr).max())
         assert record.weighted_positive == TABLE["n"][SICK == 1].sum()
     assert "weight-counts-only" in {caution.code for caution in result.cautions}
-    ties, = (note for note in result.notes if note.code == "ties")
-    assert ties.count == 1 and ties.text.endswith(": a") and f"note: {ties.text}" in repr(result)
+    assert [record.ties for record in result] == [True, False]
+    prevalence, = result.notes
+    assert prevalence.code == "sample-prevalence" and f"note: {prevalence.text}" in repr(result)
 
 
 def test_a_pair_is_compared_where_both_are_known_and_no_record_changes_for_it():

@@ -245,7 +245,8 @@ def pr_curve(y_true: Any, y_score: Any, *, pos_label: Any = None, neg_label: Any
         interpolated = table["interpolated"] != 0
     finally:
         library().release_prcurve_res(rows)
-    cases.remarks.add("sample-prevalence")
+    if len(recall):
+        cases.remarks.add("sample-prevalence", "", f"{cases.n_positive / len(cases.states):.4f}")
     return pr_curve_of(precision, recall, thresholds, interpolated, cases.n_positive, cases.n_negative,
                        cases.n_omitted, *cases.remarks.tell())
 

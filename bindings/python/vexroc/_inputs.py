@@ -232,12 +232,14 @@ def to_numbers(name: str, values: Any) -> Floats:
         return _objects_to_numbers(name, array)
     if kind not in tuple("iufb"):
         raise TypeError(f"{name} holds {array.dtype}, not numbers; convert it first, for instance with float()")
-    with np.errstate(over="ignore"):  # of a longdouble, which is told below
-        result = np.ascontiguousarray(array, dtype=np.float64)
+    if array.dtype.itemsize > 8:
+        with np.errstate(over="ignore"):  # it is told below
+            result = array.astype(np.float64)
+        _check_long(name, array, result)
+        return result
+    result = np.ascontiguousarray(array, dtype=np.float64)
     if array.dtype.itemsize == 8 and kind in tuple("iu"):
         _check_exact(name, array, result)
-    elif array.dtype.itemsize > 8:
-        _check_long(name, array, result)
     return result
 
 
@@ -261,7 +263,7 @@ def complete_cases(columns: Mapping[str, Floats], nan_policy: NanPolicy, without
     check_word("nan_policy", nan_policy, ("raise", "omit"))
     complete: Mask | None = None
     for name, column in columns.items():
-        lowest = 0.0 if name in without_nan else column.min(initial=0.0)
+        lowest = 0.0 if name in without_nan else np.minimum.reduce(column, initial=0.0)
         if lowest == lowest:  # a minimum is NaN when a value is, and needs no array for the answer
             continue
         missing = np.isnan(column)
