@@ -22,9 +22,9 @@ public:
     }
 
     /// Refers to this object.
-    [[nodiscard]] Watch watch()
+    [[nodiscard]] Watch watch(Remarks* remarks)
     {
-        Watch watch{.cancelRequested = [this] { return cancel_.IsCancelRequested(); }};
+        Watch watch{.cancelRequested = [this] { return cancel_.IsCancelRequested(); }, .remarks = remarks};
         if (line_)
             watch.progress = [this](double share, int records) { line_->show(share, records); };
         return watch;

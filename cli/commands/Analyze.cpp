@@ -62,10 +62,10 @@ Analysis analyze(AnalyzeTask& task, DataTable table, AnalysisWatch& watch)
     Analysis analysis{.question = task.question, .bestTable = task.bestTable};
     std::size_t missing = 0;
     if (task.question.by.empty()) {
-        analysis.values.push_back({"", study(table, task.question, watch.watch())});
+        analysis.values.push_back({"", study(table, task.question, watch.watch(&task.remarks))});
         analysis.labels = analysis.values.front().results.labels;
     } else {
-        StudyByValue byValue = studyByValue(std::move(table), task.question, watch.watch());
+        StudyByValue byValue = studyByValue(std::move(table), task.question, watch.watch(&task.remarks));
         analysis.values = std::move(byValue.values);
         missing = byValue.missing;
         analysis.labels = byValue.labels;
@@ -73,7 +73,7 @@ Analysis analyze(AnalyzeTask& task, DataTable table, AnalysisWatch& watch)
     watch.endProgress();
     analysis.labels->addRemarks(task.remarks.handle());
     for (const ValueResults& value : analysis.values)
-        remarkOnAnalysis(task.question, value, task.remarks);
+        remarkOnValue(task.question, value, task.remarks);
     remarkOnWhole(analysis, missing, task.remarks);
     return analysis;
 }
@@ -126,7 +126,8 @@ public:
         report.stageTables(files);
         stage(task_.files.curve, [&] { return csvOf(curvePoints(analysis_)); });
         stage(task_.files.precisionRecall, [&] { return csvOf(precisionRecallPoints(analysis_)); });
-        stage(task_.files.plot, [&] { return rasterizer_->convert(svgPicture(drawing())); });
+        stage(task_.files.plot,
+              [&] { return rasterizer_->convert(svgPicture(drawing(), task_.style), task_.style.resolution); });
         stage(task_.files.report, [&] { return page(surroundings); });
         stage(task_.output, [&] { return std::exchange(report.text, ""); });
         watch.requireNotCancelled();

@@ -1,5 +1,6 @@
 #include "cli/commands/AnalyzeOptions.h"
 
+#include "cli/commands/PlotSize.h"
 #include "cli/options/Offer.h"
 #include "cli/words/Failure.h"
 #include "cli/words/Numbers.h"
@@ -31,6 +32,12 @@ void addResultOptions(CLI::App& command, AnalyzeOptions& options)
     command.add_flag("--best", options.best, "The cut-offs with the largest Youden index, with all ties");
     command.add_option("--plot", options.files.plot, "Draw the curves into this file: .svg, .pdf or .png")
         ->type_name("FILE");
+    command
+        .add_option("--plot-size", options.plot.size,
+                    "Size of the picture of --plot: its width, or width and height, such as 85mm or 6inx4in")
+        ->type_name("WIDTH[xHEIGHT]");
+    command.add_flag("--grey", options.plot.grey, "The picture of --plot without colour");
+    command.add_flag("--no-title", options.plot.noTitle, "The picture of --plot without titles above its panels");
     command.add_option("--report", options.files.report, "Write a page to explore the curves, with all tables")
         ->type_name("FILE.html");
     command.add_option("--curve", options.files.curve, "Write the points of the ROC curves to this file, as CSV")
@@ -63,6 +70,8 @@ void requireFit(const AnalyzeOptions& options)
          "--weight-kind is about weights: name them with --weight"},
         {options.noCurve && readsCurve,
          "--best, --curve, --pr-curve, --plot and --report need the curve that --no-curve leaves out"},
+        {(options.plot.grey || options.plot.noTitle || !options.plot.size.empty()) && options.files.plot.empty(),
+         "--plot-size, --grey and --no-title say how the picture of --plot FILE looks: name it"},
         {options.keilwagen && !options.pr && options.files.precisionRecall.empty(),
          "--keilwagen says how precision-recall points are interpolated: ask for them with --pr or --pr-curve FILE"},
     };
@@ -136,6 +145,7 @@ void addAnalyzeOptions(CLI::App& command, AnalyzeOptions& options)
               "paired: all tests on the same cases; independent: each test between the groups");
     addCasesOption(command, options.cases);
     addInferenceOptions(command, options.inference);
+    addSortOption(command, options.sort);
     addResultOptions(command, options);
     command.footer("Example: vexroc analyze data.csv --state diagnosis=malignant --test all --compare paired\n"
                    "         vexroc analyze data.csv --state disease=1 --test marker --group age --cut 50 --compare "
@@ -162,6 +172,9 @@ AnalyzeTask parseAnalyzeTask(const AnalyzeOptions& options)
     question.weightIsCount = !options.weightKind.empty();
     question.by = options.by;
     question.alongFalsePositives = options.keilwagen;
+    question.byArea = options.sort == "area";
+    task.style = {.grey = options.plot.grey, .titles = !options.plot.noTitle};
+    setPlotSize(options.plot.size, task.style);
     task.allTests = question.tests == std::vector<std::string>{"all"};
     if (task.allTests)
         question.tests.clear();

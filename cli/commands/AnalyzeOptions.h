@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/commands/QuestionOptions.h"
+#include "cli/picture/Picture.h"
 
 #include <string>
 #include <vector>
@@ -15,6 +16,13 @@ struct AnalysisFileNames {
     std::string report;
 
     [[nodiscard]] bool drawn() const { return !plot.empty() || !report.empty(); }
+};
+
+/// How the picture of --plot looks, as typed.
+struct PlotOptions {
+    std::string size;
+    bool grey = false;
+    bool noTitle = false;
 };
 
 /// The options of analyze, as typed.
@@ -33,7 +41,9 @@ struct AnalyzeOptions {
     bool keilwagen = false;
     bool noCurve = false;
     bool best = false;
+    std::string sort;
     AnalysisFileNames files;
+    PlotOptions plot;
 };
 
 void addAnalyzeOptions(CLI::App& command, AnalyzeOptions& options);
@@ -43,6 +53,7 @@ struct AnalyzeTask : Task {
     bool allTests = false; ///< every column of numbers without another part is a test
     bool bestTable = false;
     AnalysisFileNames files;
+    PictureStyle style; ///< of the picture of --plot
 };
 
 /// The state among the tests is none of them; as --by it is a usage error.

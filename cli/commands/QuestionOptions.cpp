@@ -131,6 +131,11 @@ void addInferenceOptions(CLI::App& command, InferenceOptions& options)
                      "negative cases");
 }
 
+void addSortOption(CLI::App& command, std::string& sort)
+{
+    addChoice(command, "--sort", sort, {"given", "area"}, "Order of the tests: as they are named, or largest area first");
+}
+
 Task parseTask(const QuestionOptions& options)
 {
     Task task;
@@ -220,7 +225,7 @@ Results answer(Task& task, const Surroundings& surroundings)
     task.question.settle(table);
     requireNoStateAmongTests(task.question);
     AnalysisWatch watch(surroundings, table.rows);
-    Results results = study(table, task.question, watch.watch());
+    Results results = study(table, task.question, watch.watch(&task.remarks));
     watch.requireNotCancelled();
     results.labels->addRemarks(task.remarks.handle());
     return results;

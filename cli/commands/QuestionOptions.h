@@ -47,6 +47,8 @@ struct QuestionOptions {
 void addQuestionOptions(CLI::App& command, QuestionOptions& options);
 void addAnswerOptions(CLI::App& command, AnswerOptions& options);
 void addInferenceOptions(CLI::App& command, InferenceOptions& options);
+/// --sort: the word "area", or "given".
+void addSortOption(CLI::App& command, std::string& sort);
 
 /// A question, the data that it is put to, and how its answer is written. From here on nothing is as typed.
 struct Task {

@@ -12,8 +12,8 @@ namespace vexroc {
 
 /// The columns of a table as the component takes them: numbers, NaN where a cell is missing.
 ///
-/// Words become codes: of states positive, negative, and a third for the others; of a group those of the two groups, and
-/// a third for the others. Columns of numbers are those of the table, which must outlive the object.
+/// Words become codes: of states positive, negative, and a third for the others; of a group those of the two groups,
+/// and a third for the others. Columns of numbers are those of the table, which must outlive the object.
 class CaseColumns {
 public:
     static constexpr double positiveState = 1.0;

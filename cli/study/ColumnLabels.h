@@ -34,7 +34,8 @@ public:
     /// `named` are texts that are values in any case.
     ColumnLabels(const DataTable& table, const std::string& column, std::span<const std::string> named = {});
 
-    /// Throws an input error that says what to do; where the negative values are not said, with two calls that would do.
+    /// Throws an input error that says what to do; where the negative values are not said, with two calls that would
+    /// do.
     void choose(const StateChoice& choice, const CallLine& call);
 
     [[nodiscard]] const std::string& column() const noexcept { return column_; }

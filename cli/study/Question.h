@@ -81,6 +81,7 @@ struct Question {
     bool biNegative = false;          ///< standard errors of bi-negative exponential distributions
     bool alongFalsePositives = false; ///< how precision-recall points are interpolated
     double level = 0.95;              ///< of the intervals
+    bool byArea = false;              ///< the tests of the answer: largest area first, then those without one
     // What is needed beside the areas.
     bool rocCurve = false; ///< and with it the Kolmogorov-Smirnov maximum
     bool precisionRecall = false;

@@ -82,6 +82,9 @@ struct CutOff {
     long long falsePositive;
 };
 
+/// Which of so many cases are called positive.
+CutOffReading::Calls callsOf(const CutOff& cutOff, long long positive, long long negative);
+
 /// The points of a ROC curve, cut-offs ascending; all lists are parallel.
 struct RocCurve {
     std::vector<double> cutOffs;
@@ -144,7 +147,6 @@ struct Results {
     RowCounts rows = {};
     std::vector<TestResult> tests = {};
     std::vector<Difference> differences = {};
-    std::vector<int> warnings = {};                ///< codes of the component
     std::shared_ptr<const CaseLabels> labels = {}; ///< of the whole table
     std::optional<RunMessage> failure = {};        ///< why there is no result; then the tests tell their cases at most
 };

@@ -24,7 +24,7 @@ void require(int result)
 class HandleRun {
 public:
     HandleRun(const RunCases& cases, const Question& question, Comparison comparison, const Watch& watch)
-        : cases_(cases), question_(question)
+        : cases_(cases), question_(question), watch_(watch)
     {
         vexroc_analysis* handle = nullptr;
         require(vexroc_analysis_new(&handle));
@@ -54,7 +54,8 @@ public:
             results.failure = statusInWords(ROCALG_920::statusCode::noTestVar);
             return results;
         }
-        results.warnings = warnings();
+        if (watch_.remarks != nullptr)
+            require(vexroc_analysis_add_remarks(handle_.get(), watch_.remarks->handle(), watch_.prefix.c_str()));
         if (ended == VEXROC_NO_RESULT)
             addFailure(results);
         else
@@ -116,6 +117,7 @@ private:
         setWord("cases", question_.completeCases ? "complete" : "pairwise");
         setWord("interval", question_.interval == IntervalKind::wald ? "wald" : "wald-delong");
         setWord("cut_off", question_.equalIsPositive ? "include" : "exclude");
+        setWord("weight_kind", question_.weightIsCount ? "counts" : "unsaid");
         setWord("distribution", question_.biNegative ? "bi-negative" : "nonparam");
         setWord("interpolation", question_.alongFalsePositives ? "keilwagen" : "davis-goadrich");
         setWord("comparison",
@@ -171,14 +173,6 @@ private:
                 counts.gaps.push_back(std::move(gap));
         }
         return counts;
-    }
-
-    [[nodiscard]] std::vector<int> warnings() const
-    {
-        std::vector<int> codes;
-        for (int i = 0; i < vexroc_analysis_warning_count(handle_.get()); ++i)
-            codes.push_back(told<vexroc_warning>(vexroc_analysis_warning, i).code);
-        return codes;
     }
 
     /// Without a result the tests still tell their cases, unless it takes groups to know them.
@@ -331,6 +325,7 @@ private:
 
     const RunCases& cases_;
     const Question& question_;
+    const Watch& watch_;
     std::unique_ptr<vexroc_analysis, FreeHandle> handle_;
     std::map<std::string, int> columnOf_; ///< of each test
     std::map<int, std::string> testOf_;   ///< the other way round

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/study/Question.h"
+#include "cli/study/Remarks.h"
 #include "cli/study/Results.h"
 
 #include <functional>
@@ -10,10 +11,12 @@
 
 namespace vexroc {
 
-/// What a run tells and asks while it lasts; either may be empty.
+/// What a run tells and asks; each may be empty.
 struct Watch {
     std::function<void(double share, int records)> progress = {}; ///< share of the work, in [0, 1]
     std::function<bool()> cancelRequested;
+    Remarks* remarks = nullptr; ///< get what there is to say beside the numbers
+    std::string prefix = {};    ///< of their subjects
 };
 
 /// The cases of one run of the component, as parallel columns that outlive it; NaN where a value is missing.

@@ -40,6 +40,13 @@ RunCases casesOf(const CaseColumns& columns, std::vector<std::string> tests)
     return cases;
 }
 
+/// Of the rows with one value.
+Watch ofValue(Watch watch, const std::string& column, const std::string& value)
+{
+    watch.prefix = column + " = " + value + ": ";
+    return watch;
+}
+
 /// The result of a test that is alone in a run. What a whole analysis calls no result is one without an area then.
 TestResult resultOf(const RunCases& cases, const Question& question, const Watch& watch)
 {
@@ -99,7 +106,9 @@ Area areaOfGroup(const CaseColumns& columns, const Question& question, const std
     Question ungrouped = question;
     ungrouped.grouping.reset();
     const RunCases cases{.state = states, .count = counts, .tests = {test}, .values = {values}};
-    Area area = resultOf(cases, ungrouped, watch).area;
+    Watch silent = watch; // the run knows nothing of groups
+    silent.remarks = nullptr;
+    Area area = resultOf(cases, ungrouped, silent).area;
     area.group = question.grouping->column + " = "
         + (columns.groupWords().empty() ? shortest(code) : columns.groupWords()[group]);
     return area;
@@ -166,6 +175,9 @@ Results eachPair(const CaseColumns& columns, const Question& question, const Wat
     return all;
 }
 
+/// What is not known comes last.
+bool largerFirst(double a, double b) { return std::isnan(b) ? !std::isnan(a) : a > b; }
+
 bool isWholeOrMissing(double value) { return std::isnan(value) || value == std::trunc(value); }
 
 /// Counts are whole numbers from 0.
@@ -202,6 +214,8 @@ Results study(const DataTable& table, const CaseLabels& labels, const Question& 
         area.reading = {.largerIsPositive = area.largerIsPositive,
                         .equalIsPositive = question.equalIsPositive,
                         .wholeNumbers = std::ranges::all_of(columns.test(area.test), isWholeOrMissing)};
+    if (question.byArea)
+        std::ranges::stable_sort(results.tests, largerFirst, [](const TestResult& test) { return test.area.area; });
     return results;
 }
 
@@ -210,11 +224,15 @@ Results study(const DataTable& table, const CaseLabels& labels, const Question& 
 CutOffReading TestResult::readingOf(const CutOff& cutOff) const
 {
     CutOffReading reading = area.reading;
-    if (cutOff.truePositive == area.positive && cutOff.falsePositive == area.negative)
-        reading.positive = CutOffReading::Calls::all;
-    else if (cutOff.truePositive == 0 && cutOff.falsePositive == 0)
-        reading.positive = CutOffReading::Calls::none;
+    reading.positive = callsOf(cutOff, area.positive, area.negative);
     return reading;
+}
+
+CutOffReading::Calls callsOf(const CutOff& cutOff, long long positive, long long negative)
+{
+    if (cutOff.truePositive == positive && cutOff.falsePositive == negative)
+        return CutOffReading::Calls::all;
+    return cutOff.truePositive + cutOff.falsePositive == 0 ? CutOffReading::Calls::none : CutOffReading::Calls::some;
 }
 
 Results study(const DataTable& table, const Question& question, const Watch& watch)
@@ -232,9 +250,11 @@ StudyByValue studyByValue(DataTable table, const Question& question, const Watch
     const auto labels = std::make_shared<const CaseLabels>(table, question);
     const RowsByValue rows(std::move(table), *labels->by());
     StudyByValue all{.missing = rows.missing(), .labels = labels};
-    for (std::size_t v = 0; v < rows.values().size(); ++v)
-        all.values.push_back(
-            {rows.values()[v], study(rows.rowsOf(v), *labels, question, oneOf(watch, v, rows.values().size()))});
+    for (std::size_t v = 0; v < rows.values().size(); ++v) {
+        const std::string& value = rows.values()[v];
+        const Watch part = ofValue(oneOf(watch, v, rows.values().size()), question.by, value);
+        all.values.push_back({value, study(rows.rowsOf(v), *labels, question, part)});
+    }
     return all;
 }
 

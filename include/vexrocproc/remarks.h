@@ -78,7 +78,7 @@ int vexroc_remarks_area(vexroc_remarks* remarks, const char* subject, const vexr
 
 /**
  * Adds what there is to say of a difference of two areas: "zero-error-of-difference" for any difference but 0 with the
- * standard error 0.
+ * standard error 0, "no-error" where the error alone is missing.
  */
 int vexroc_remarks_difference(vexroc_remarks* remarks, const char* subject, double difference, double std_error);
 

@@ -64,7 +64,7 @@ void addAreaRemarks(std::string_view subject, const vexroc_area_facts& facts, Re
         add("bound-outside", intervalOf(facts));
     if (noWidth ? facts.area < chance : facts.upper < chance)
         add("below-chance");
-    if (facts.distinct_values == valuesOfYesNoTest)
+    if (facts.distinct_values == valuesOfYesNoTest && facts.positive + facts.negative > valuesOfYesNoTest)
         add("two-values");
     if (facts.ties != 0)
         add("ties");
@@ -72,7 +72,11 @@ void addAreaRemarks(std::string_view subject, const vexroc_area_facts& facts, Re
 
 void addDifferenceRemarks(std::string_view subject, double difference, double stdError, RemarkList& list)
 {
-    if (stdError == 0.0 && difference != 0.0 && !std::isnan(difference)) // exact
+    if (std::isnan(difference))
+        return; // an area is missing, which is said of the area
+    if (std::isnan(stdError))
+        list.add(*kindOf("no-error"), {.subject = subject});
+    if (stdError == 0.0 && difference != 0.0) // exact
         list.add(*kindOf("zero-error-of-difference"), {.subject = subject});
 }
 

@@ -119,7 +119,8 @@ TEST(Remarks, ADifferenceOfZeroMayHaveTheErrorZero)
     vexroc_remarks_difference(remarks.list, "a and c", missing, missing);
     EXPECT_EQ(vexroc_remarks_count(remarks.list), 0);
     vexroc_remarks_difference(remarks.list, "a and d", 0.2, 0.0);
-    EXPECT_THAT(remarks.codes(), ElementsAre("zero-error-of-difference"));
+    vexroc_remarks_difference(remarks.list, "a and e", 0.2, missing);
+    EXPECT_THAT(remarks.codes(), ElementsAre("zero-error-of-difference", "no-error"));
 }
 
 TEST(Remarks, AdviceIsSpelledInTheVoiceOfItsReader)
