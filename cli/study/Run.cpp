@@ -103,8 +103,13 @@ private:
             setColumn("weight", addColumn(question_.weight, cases_.weight));
         if (!cases_.count.empty())
             setColumn("count", addColumn(question_.count, cases_.count));
-        if (!cases_.group.empty())
-            setColumn("group", addColumn(question_.grouping->column, cases_.group));
+        if (!cases_.group.empty()) {
+            const int group = addColumn(question_.grouping->column, cases_.group);
+            setColumn("group", group);
+            for (std::size_t code = 0; code < cases_.groupWords.size(); ++code)
+                require(vexroc_analysis_name_value(handle_.get(), group, static_cast<double>(code),
+                                                   cases_.groupWords[code].c_str()));
+        }
     }
 
     void setOptions(Comparison comparison)
