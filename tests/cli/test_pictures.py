@@ -91,7 +91,7 @@ def test_every_curve_is_drawn_and_named(vexroc, tmp_path):
     names = ["a\n", "a\\n", long + "1" + long, long + "2" + long, *(f"t{i}" for i in range(110))]
     data = as_csv(["s", *names], *([row % 2, *((row * 7 + i) % 11 for i, _ in enumerate(names))] for row in range(12)))
     root = drawn(vexroc, tmp_path, data, "--level", "0.9")
-    assert "the first 100 of 114 curves are drawn" in vexroc(*QUESTION, "--plot", "p.svg", data=data, cwd=tmp_path).err
+    assert "only the 100 largest areas of 114 are drawn" in vexroc(*QUESTION, "--plot", "p.svg", data=data, cwd=tmp_path).err
     texts = texts_of(root)
     cut = f"{'x' * 40}…{'x' * 39}"
     named = ["a\\n", "a\\\\n", cut + " (1)", cut + " (2)", *(f"t{i}" for i in range(96))]
