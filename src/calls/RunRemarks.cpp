@@ -5,6 +5,7 @@
 #include "remarks/areaRules.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <utility>
 
@@ -138,9 +139,14 @@ void RunRemarks::addComparison(const AnalysisRequest& request, const std::vector
     std::string subject = request.nameOf(first.test);
     if (request.isPaired())
         subject += " and " + request.nameOf(second.test);
-    // A pair may have fewer cases than each of its tests.
-    if (request.isPaired() && fewerOf(comparison) < std::min(fewerOf(first), fewerOf(second)))
+    // A pair may have fewer cases than each of its tests,
+    // and no error where each test by itself may have another one.
+    const bool hasNoError = !std::isnan(comparison.first_area) && std::isnan(comparison.first_std_error);
+    const bool fewerThanTests = fewerOf(comparison) < std::min(fewerOf(first), fewerOf(second));
+    if (request.isPaired() && (hasNoError || fewerThanTests)) {
         areas_.push_back({subject, "", casesOf(comparison.positive, comparison.negative)});
+        areas_.back().facts.area = hasNoError ? comparison.first_area : VexMV::Missing();
+    }
     differences_.push_back({std::move(subject), comparison.difference, comparison.std_error});
 }
 
