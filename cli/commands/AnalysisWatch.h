@@ -30,7 +30,12 @@ public:
         return watch;
     }
     /// The analysis is over: no more progress.
-    void endProgress() { line_.reset(); }
+    void endProgress()
+    {
+        if (line_)
+            line_->end();
+        line_.reset();
+    }
     /// Throws the failure of a cancel when one was requested.
     void requireNotCancelled()
     {

@@ -109,6 +109,8 @@ public:
         report.file.clear(); // written with the other files, or not at all
         if (const std::optional<RunMessage> failure = analysis_.failure())
             report.error = statusLine(*failure);
+        else if (task_.files.drawn() && curves_.empty())
+            report.error = "no curve to draw: " + whyNoCurve();
         return report;
     }
 
@@ -141,6 +143,21 @@ private:
         std::string text;
         writeCsv(table, text);
         return text;
+    }
+
+    [[nodiscard]] std::string whyNoCurve() const
+    {
+        bool positive = false;
+        bool negative = false;
+        for (const ValueResults& value : analysis_.values)
+            for (const TestResult& test : value.results.tests) {
+                positive |= test.area.positive > 0;
+                negative |= test.area.negative > 0;
+            }
+        return positive && negative ? "no test has both positive and negative cases"
+            : positive              ? "there is no negative case"
+            : negative              ? "there is no positive case"
+                                    : "there is no case";
     }
 
     [[nodiscard]] Drawing drawing() const

@@ -4,6 +4,7 @@
 #include "cli/picture/Panels.h"
 #include "cli/picture/markup.h"
 #include "cli/words/Failure.h"
+#include "cli/words/Readable.h"
 #include "cli/words/VisibleText.h"
 
 #include <algorithm>
@@ -132,7 +133,7 @@ public:
               "aria-labelledby=\"title description\">\n<title id=\"title\">"
             + panels.front().title.data() + (panels.size() > 1 ? "s and precision-recall curves" : "s")
             + "</title>\n<desc id=\"description\">" + description()
-            + "</desc>\n<rect width=\"100%\" height=\"100%\" fill=\"#ffffff\"/>\n";
+            + "</desc>\n<rect x=\"-1%\" y=\"-1%\" width=\"102%\" height=\"102%\" fill=\"#ffffff\"/>\n";
         for (std::size_t i = 0; i < panels.size(); ++i) {
             const double left = (width_ - columns_ * panelStyle_.width()) / 2
                 + (columns_ > 1 ? static_cast<double>(i) * panelStyle_.width() : 0.0);
@@ -164,6 +165,7 @@ private:
         const double others = panelStyle_.width() - panelStyle_.side;
         panelStyle_.side = std::min(panelStyle_.side, width_ / columns_ - others);
         addNotes();
+        addNote("In brackets: " + readable(100.0 * drawing_.level, CellRole::measure) + " % confidence interval");
     }
 
     /// Shortens the axes until the picture is as high as it is to be.

@@ -104,7 +104,20 @@ private:
         if (!cases_.count.empty())
             setColumn("count", addColumn(question_.count, cases_.count));
         if (!cases_.group.empty())
-            setColumn("group", addColumn(question_.grouping->column, cases_.group));
+            setGroups(addColumn(question_.grouping->column, cases_.group));
+    }
+
+    /// The codes of groups of words stand for these words, in remarks as well.
+    void setGroups(int column)
+    {
+        setColumn("group", column);
+        const auto nameCode = [&](double code, const std::string& word) {
+            require(vexroc_analysis_name_value(handle_.get(), column, code, word.c_str()));
+        };
+        if (cases_.groupWords.empty())
+            return;
+        nameCode(CaseColumns::firstGroup, cases_.groupWords[0]);
+        nameCode(CaseColumns::secondGroup, cases_.groupWords[1]);
     }
 
     void setOptions(Comparison comparison)

@@ -82,8 +82,8 @@ void RunRemarks::addWeights(const AnalysisRequest& request, const vexroc_rows& r
         return;
     if (!request.weightIsCount())
         add("weight-counts-only", request.nameOf(request.weight()));
-    if (rows.rounded_weights > 0)
-        add("weights-rounded", "", ofRows(rows.rounded_weights));
+    if (rows.rounded_used > 0)
+        add("weights-rounded", "", ofRows(rows.rounded_used));
     if (rows.unusable_weight > 0)
         add("weights-dropped", "", ofRows(rows.unusable_weight));
 }

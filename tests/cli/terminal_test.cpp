@@ -56,9 +56,9 @@ const std::string few = "s,t\n1,2\n0,3\n1,4\n";
 
 TEST(Terminal, ShowsProgressWhereTheOptionSaysAndWipesIt)
 {
-    EXPECT_THAT(saidOf({"analyze", "-"}, few, atOnce), HasSubstr("vexroc: 3 %, 0 of 3 rows"));
+    EXPECT_THAT(saidOf({"analyze", "-"}, few, atOnce), HasSubstr("vexroc: analyzing: 3 %, 0 of 3 rows"));
     EXPECT_THAT(saidOf({"analyze", "-"}, few, atOnce), EndsWith("\r\x1b[K"));
-    EXPECT_THAT(saidOf({"analyze", "-", "--progress", "always"}, few, {}), HasSubstr("vexroc: 3 %, 0 of 3 rows"));
+    EXPECT_THAT(saidOf({"analyze", "-", "--progress", "always"}, few, {}), HasSubstr("vexroc: analyzing: 3 %, 0 of 3 rows"));
     EXPECT_EQ(saidOf({"analyze", "-"}, few, {.isTerminal = true, .progressAfter = std::chrono::hours(1)}), "");
     EXPECT_EQ(saidOf({"analyze", "-", "--progress", "never"}, few, atOnce), "");
     EXPECT_EQ(saidOf({"analyze", "-"}, few, {.isTerminal = false, .progressAfter = {}}), "");

@@ -155,7 +155,7 @@ def test_every_row_is_accounted_for(vexroc):
         "left out: missing weight,1", "left out: in neither group,1", "left out: unusable weight,3", "used,6",
         "positive,3", "negative,3", "weighted positive,7", "weighted negative,3", "missing: a,2", "missing: b,3"]
     assert areas[0][:7] == ["a", "g = x", "2", "1", "3", "4", "1"]
-    ends_as(vexroc, f"analyze {ON_INPUT} a,b --weight w", " -> 0: whole numbers are rounded, halves up: 3 rows", data)
+    ends_as(vexroc, f"analyze {ON_INPUT} a,b --weight w", " -> 0: whole numbers are rounded, halves up: 2 rows", data)
     counts, areas, _ = tables(vexroc, f"analyze {ON_INPUT} a,b --compare paired --cases complete", data)
     assert [",".join(row) for row in counts] == [
         "rows read,13", "left out,5", "left out: missing state,1", "left out: missing test,4", "used,8", "positive,5",
@@ -217,7 +217,7 @@ def test_missing_words_are_those_of_the_list(vexroc):
         ran = vexroc(*shlex.split(f"auc - --state s=ill --test t --format csv {options}"), data=data)
         assert ",".join(ran.out.splitlines()[1].split(",")[1:4]) == counts and words in ran.err, ran
     ends_as(vexroc, "auc - --state s=ill --test t", """
- -> 3: line 9, column 't': 'unsure' is neither a number nor missing; write a number, or leave the cell empty; if it means
+ -> 3: line 9, column 't': 'unsure' is neither a number nor missing; write a number, or leave the cell empty; if it
  --missing none,unsure -> 3: line 3, column 't': '-' is neither
 """, data)
 
@@ -382,8 +382,27 @@ auc {RADIUS} --test all -> 3: analyze alone takes --test all
 auc {RADIUS} --config nothing.toml -> 3: file nothing.toml: no such file
 columns - -> 3: standard input is empty: a header row with column names and rows of data are expected
 """)
-    assert vexroc("columns", "-", data=b"x;y;z\n1,5;1,5;2\n2;a;3\n").err == (
-        "vexroc: note: numbers with the other decimal sign: x (read with --decimal comma)\n")
+
+
+def test_columns_points_out_what_misleads_and_ends_with_the_next_call(vexroc, tmp_path):
+    (tmp_path / "it's.csv").write_text("patient;ill;age;psa;limit;crp;site\n" + "".join(
+        f"P{i // 2:02};{'yes' if i % 3 else 'No'};{-9 if i % 7 == 0 else 30 + i};{i},{i % 10};"
+        f"{'<5' if i % 4 else i};1,2{i:02};{'A' if i else 'a'}\n" for i in range(24)))
+    found = {remark["code"]: remark["text"] for remark in vexroc.json("columns", tmp_path / "it's.csv")["notes"]}
+    for code, words in [("repeated-ids", "patient (12 values"), ("likely-codes", "age (-9 in 4 rows)"),
+                        ("decimal-sign", "psa (read with --decimal comma)"), ("nearly-numbers", "limit ('<5' in 18"),
+                        ("nearly-numbers", "crp ('1,200' in 24 rows: --thousands comma or --decimal comma)")]:
+        assert words in found[code], found
+    text = vexroc.done("columns", "it's.csv", cwd=tmp_path)
+    assert re.search("site +a +1\n", text) and "differ only in case" in text and "tell ill = yes?" in text
+    call = shlex.split(text.splitlines()[-1])
+    assert call == ["vexroc", "auc", "it's.csv", "--decimal", "comma", "--state", "ill=yes", "--test", "psa"]
+    vexroc.done(*call[1:], cwd=tmp_path)
+    odd = b'"a=b","x,y",-z,"q""uote"\n' + b"".join(b"%d,%d,%d,%d.5\n" % (i % 2, i, i * i, i) for i in (1, 4, 2, 6))
+    call = vexroc.json("columns", "-", data=odd)["results"]["next"][0]
+    assert call["complete"] and not call["sure"]
+    vexroc.done(*shlex.split(call["call"])[1:], data=odd)
+    assert vexroc.done("columns", "-", data=b"a,b\nx,y\n").endswith("--state COLUMN=VALUE --test COLUMN\n")
 
 
 def test_help_names_every_command_and_its_options(vexroc):
