@@ -71,7 +71,7 @@ RunRemarks::RunRemarks(const AnalysisRequest& request, const RowTally& rows)
     if (rows.moreThanTwoStates && !request.listsNegatives())
         add("more-than-two-states", request.nameOf(request.state()));
     addWeights(request, rows.rows);
-    addLeftOut(rows);
+    addLeftOut(request, rows);
     if (request.isPaired())
         addCostlyTest(request, rows);
 }
@@ -88,7 +88,7 @@ void RunRemarks::addWeights(const AnalysisRequest& request, const vexroc_rows& r
         add("weights-dropped", "", ofRows(rows.unusable_weight));
 }
 
-void RunRemarks::addLeftOut(const RowTally& tally)
+void RunRemarks::addLeftOut(const AnalysisRequest& request, const RowTally& tally)
 {
     const vexroc_rows& rows = tally.rows;
     const std::pair<const char*, long long> reasons[] = {
@@ -105,6 +105,12 @@ void RunRemarks::addLeftOut(const RowTally& tally)
     }
     if (leftOut > 0)
         add("left-out", "", std::to_string(leftOut) + " of " + std::to_string(rows.read) + detail);
+    if (request.rowRule().needsAllTests) // then missing tests are among the reasons
+        return;
+    for (const RowTally::UnknownTest& gap : tally.gaps)
+        if (gap.rows() > 0)
+            add("left-out", request.nameOf(gap.column),
+                std::to_string(leftOut + gap.rows()) + " of " + std::to_string(rows.read));
 }
 
 void RunRemarks::addCostlyTest(const AnalysisRequest& request, const RowTally& rows)
@@ -120,7 +126,8 @@ void RunRemarks::addRecord(const AnalysisRequest& request, const vexroc_record& 
     const std::string subject = subjectOf(request, record);
     areas_.push_back({subject, request.nameOf(record.test), factsOf(record)});
     if (record.distribution_changed != 0 && record.positive != record.negative)
-        add("distribution-changed", subject);
+        add("distribution-changed", subject,
+            std::to_string(record.positive) + " and " + std::to_string(record.negative));
     if (record.positive == 0 || record.negative == 0)
         return;
     constexpr int leastCurveCases = 3;

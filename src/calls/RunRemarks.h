@@ -42,7 +42,7 @@ private:
         double stdError;
     };
 
-    void addLeftOut(const RowTally& rows);
+    void addLeftOut(const AnalysisRequest& request, const RowTally& rows);
     void addWeights(const AnalysisRequest& request, const vexroc_rows& rows);
     void addCostlyTest(const AnalysisRequest& request, const RowTally& rows);
 
