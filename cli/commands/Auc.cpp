@@ -23,7 +23,7 @@ Report runAuc(const AucOptions& options, const Surroundings& surroundings)
     setInference(options.inference, task.question);
     task.question.byArea = options.sort == "area";
     const Results results = answer(task, surroundings);
-    remarkOnTests(results, task.remarks);
+    remarkOnAreas(results, task.remarks);
     return reportOf(task, areaDocument(task.question, results), surroundings);
 }
 

@@ -35,7 +35,7 @@ bool looksLikeCode(double number)
     return (repeats && (last == '9' || last == '8' || (last == '7' && digits.size() > 1))) || beside;
 }
 
-/// Of the outermost numbers of one end those that stand far from the rest, which ends with `otherEnd` on its other side.
+/// Of the outermost numbers of one end those that stand far from the rest, whose other end is `otherEnd`.
 std::vector<NumberInRows> farNumbers(const std::vector<NumberInRows>& outer, double otherEnd)
 {
     for (std::size_t count = 2; count > 0; --count) {
@@ -49,7 +49,7 @@ std::vector<NumberInRows> farNumbers(const std::vector<NumberInRows>& outer, dou
         const double gap = std::abs(far.back().number - rest);
         const bool areFar = std::ranges::all_of(far, [](const NumberInRows& n) { return looksLikeCode(n.number); })
             ? gap >= range
-            : count == 1 && gap > 3.0 * range;
+            : count == 1 && std::abs(far.front().number) >= 100.0 && gap > 3.0 * range;
         // Below numbers that are none of them negative, a code needs no distance.
         const bool isBelow = far.front().number < 0.0 && rest >= 0.0
             && (looksLikeCode(far.front().number) || (far.front().number == -1.0 && otherEnd >= 5.0));
@@ -201,7 +201,9 @@ std::vector<NumberInRows> likelyCodes(const ColumnFacts& facts)
 bool isId(const ColumnFacts& facts)
 {
     constexpr std::size_t fewRows = 10;
-    const bool isNamed = saysAny(facts.name(), idWords);
+    const bool hasNoName = parseNumber(facts.name()).has_value(); // but its place
+    const bool isNamed =
+        saysAny(facts.name(), idWords) || (hasNoName && facts.isAscending() && facts.smallest() <= 1.0);
     if (facts.hasMore())
         return !facts.hasNumbers() || (facts.hasWholeNumbersOnly() && isNamed);
     if (facts.distinct() != facts.known() || facts.known() < (isNamed ? 3 : fewRows))

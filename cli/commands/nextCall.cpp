@@ -11,7 +11,9 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
+#include <functional>
+#include <iterator>
+#include <map>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -123,19 +125,42 @@ std::vector<Word> labelsOf(const ColumnFacts& facts, const Input& input)
 struct StateColumn {
     const ColumnFacts* facts;
     std::string positive;
+    std::string negative; ///< where there are more than two values
     int likelihood;
     bool isSure;
 };
 
-/// A column of two values; none of more or fewer.
+/// A column of more than two values: the two that are known as states, or else the commonest, each by its name.
+StateColumn asStateOfMany(const ColumnFacts& facts, std::vector<Word> values)
+{
+    constexpr int unlikely = -20; // any column of two values goes before
+    std::ranges::stable_sort(values, std::greater(), &Word::rows);
+    const auto place = [&](Words words, const Word* taken) -> const Word& {
+        const auto isOne = [&](const Word& value) { return &value != taken && isAmong(value.text, words); };
+        const auto known = std::ranges::find_if(values, isOne);
+        return known != values.end() ? *known : &values[1] != taken ? values[1] : values[0];
+    };
+    const Word& positive = place(positiveWords, nullptr);
+    const int named = saysAny(facts.name(), stateNames) ? 3 : 0;
+    return {.facts = &facts,
+            .positive = positive.text,
+            .negative = place(negativeWords, &positive).text,
+            .likelihood = unlikely + named + (facts.hasTexts() ? 1 : 0),
+            .isSure = false};
+}
+
+/// A column of two values, or of a few.
 std::optional<StateColumn> asState(const ColumnFacts& facts, const Input& input)
 {
     constexpr std::size_t fewWords = 16; // in which two values may be spelled
     if (!facts.knowsAllWords() || !facts.undecodable().empty() || facts.texts().size() > fewWords)
         return std::nullopt;
     const std::vector<Word> values = labelsOf(facts, input);
-    if (values.size() != 2)
+    constexpr std::size_t few = 6;
+    if (values.size() < 2 || values.size() > few)
         return std::nullopt;
+    if (values.size() > 2)
+        return asStateOfMany(facts, values);
     const Word& first = values.front();
     const Word& second = values.back();
     const auto isPair = [](const Word& positive, const Word& negative) {
@@ -150,22 +175,33 @@ std::optional<StateColumn> asState(const ColumnFacts& facts, const Input& input)
     const bool isRarerFirst = first.rows < second.rows;
     return StateColumn{.facts = &facts,
                        .positive = (isKnown ? isFirst : isRarerFirst) ? first.text : second.text,
+                       .negative = "",
                        .likelihood =
                            (isKnown ? 2 : 0) + (isNamed ? 3 : 0) + (facts.hasTexts() ? 1 : 0) - (isOther ? 9 : 0),
                        .isSure = isKnown && isNamed};
 }
 
-bool isNamedOnce(const ColumnFacts& facts, std::span<const ColumnFacts> columns)
+using Columns = std::vector<const ColumnFacts*>;
+
+/// The columns that their names tell from all others.
+Columns namedOnce(std::span<const ColumnFacts> columns)
 {
-    return std::ranges::count(columns, facts.name(), &ColumnFacts::name) == 1;
+    std::map<std::string_view, int> count;
+    for (const ColumnFacts& facts : columns)
+        ++count[facts.name()];
+    Columns once;
+    for (const ColumnFacts& facts : columns)
+        if (count[facts.name()] == 1)
+            once.push_back(&facts);
+    return once;
 }
 
-std::optional<StateColumn> likeliestState(std::span<const ColumnFacts> columns, const Input& input)
+std::optional<StateColumn> likeliestState(const Columns& columns, const Input& input)
 {
     std::optional<StateColumn> best;
     bool isAlone = true;
-    for (const ColumnFacts& facts : columns) {
-        const auto state = isNamedOnce(facts, columns) ? asState(facts, input) : std::nullopt;
+    for (const ColumnFacts* const facts : columns) {
+        const auto state = asState(*facts, input);
         if (!state)
             continue;
         isAlone = !best || state->likelihood > best->likelihood || (isAlone && state->likelihood < best->likelihood);
@@ -177,25 +213,6 @@ std::optional<StateColumn> likeliestState(std::span<const ColumnFacts> columns, 
     return best;
 }
 
-/// Is it a column of numbers; with `otherDecimal`, when they have the other decimal sign or none?
-bool isNumeric(const ColumnFacts& facts, bool otherDecimal)
-{
-    return otherDecimal
-        ? (facts.hasOtherDecimals() || (facts.hasNumbers() && !facts.hasTexts())) && facts.hasNoDecimals()
-        : facts.hasNumbers() && !facts.hasTexts();
-}
-
-std::vector<std::string> testsIn(std::span<const ColumnFacts> columns, const ColumnFacts* state, bool otherDecimal)
-{
-    std::vector<std::string> tests;
-    std::vector<std::string> yesNoTests;
-    for (const ColumnFacts& facts : columns)
-        if (&facts != state && isNumeric(facts, otherDecimal) && facts.distinct() > 1 && !isId(facts)
-            && !isRepeatedId(facts) && likelyCodes(facts).empty() && isNamedOnce(facts, columns))
-            (facts.distinct() == 2 ? yesNoTests : tests).push_back(facts.name());
-    return tests.empty() ? yesNoTests : tests;
-}
-
 /// Could every number with the other decimal sign have it between thousands?
 bool isDoubtful(const ColumnFacts& facts, char decimal)
 {
@@ -205,10 +222,31 @@ bool isDoubtful(const ColumnFacts& facts, char decimal)
     });
 }
 
+/// Is it a column of numbers; with `otherDecimal`, when they have that decimal sign, or none?
+bool isNumeric(const ColumnFacts& facts, std::optional<char> otherDecimal)
+{
+    if (!otherDecimal)
+        return facts.hasNumbers() && !facts.hasTexts();
+    return facts.hasNoDecimals()
+        && (facts.hasTexts() ? facts.hasOtherDecimals() && !isDoubtful(facts, *otherDecimal) : facts.hasNumbers());
+}
+
+std::vector<std::string> testsIn(const Columns& columns, const ColumnFacts* state,
+                                 std::optional<char> otherDecimal = {})
+{
+    std::vector<std::string> tests;
+    std::vector<std::string> yesNoTests;
+    for (const ColumnFacts* const facts : columns)
+        if (facts != state && isNumeric(*facts, otherDecimal) && facts->distinct() > 1 && !isId(*facts)
+            && !isRepeatedId(*facts) && likelyCodes(*facts).empty())
+            (facts->distinct() == 2 ? yesNoTests : tests).push_back(facts->name());
+    return tests.empty() ? yesNoTests : tests;
+}
+
 /// An item as lists and assignments read it back.
 std::string item(const std::string& text)
 {
-    if (!text.empty() && trimmed(text) == text && text.find_first_of(",\"=<>") == std::string::npos)
+    if (!text.empty() && trimmed(text) == text && text.find_first_of(",\"=<>") == std::string::npos && text != "others")
         return text;
     std::string quoted = "\"";
     for (const char c : text)
@@ -252,41 +290,40 @@ void addOption(std::vector<std::string>& arguments, const std::string& option, c
 
 constexpr std::size_t mostTests = 40; // in a line that somebody may still read
 
-std::string callOf(const std::string& state, const std::vector<std::string>& tests, const InputOptions& options)
+std::string callOf(const std::string& state, const std::string& negative, const std::vector<std::string>& tests,
+                   const InputOptions& options)
 {
     std::string list;
     for (const std::string& test : std::span(tests).first(std::min(mostTests, tests.size())))
-        list.append(list.empty() ? "" : ",").append(item(test));
+        (list.empty() ? list : list.append(1, ',')).append(item(test));
     std::vector<std::string> arguments{"auc"};
     for (std::string& argument : inputArguments(options))
         arguments.push_back(std::move(argument));
     addOption(arguments, "--state", state);
+    if (!negative.empty())
+        addOption(arguments, "--negative", item(negative));
     addOption(arguments, "--test", list);
     return CallLine(std::vector<std::string_view>(arguments.begin(), arguments.end())).text();
 }
 
 } // namespace
 
-NextCall nextCall(std::span<const ColumnFacts> columns, const InputOptions& options, const Input& input)
+NextCall nextCall(std::span<const ColumnFacts> all, const InputOptions& options, const Input& input)
 {
+    const Columns columns = namedOnce(all);
     const std::optional<StateColumn> state = likeliestState(columns, input);
     const ColumnFacts* const stateColumn = state ? state->facts : nullptr;
-    std::vector<std::string> tests = testsIn(columns, stateColumn, false);
+    std::vector<std::string> tests = testsIn(columns, stateColumn);
     InputOptions read = options;
     const char otherDecimal = input.form.numbers.decimal == ',' ? '.' : ',';
-    const bool mayBeOther =
-        input.kind == Input::Kind::delimited && options.thousands.empty()
-        && std::ranges::any_of(columns, [&](const ColumnFacts& facts) {
-               return &facts != stateColumn && facts.hasOtherDecimals() && !isDoubtful(facts, otherDecimal);
-           });
-    if (std::vector<std::string> others = testsIn(columns, stateColumn, true);
-        mayBeOther && others.size() > tests.size()) {
+    if (std::vector<std::string> others = testsIn(columns, stateColumn, otherDecimal);
+        input.kind == Input::Kind::delimited && options.thousands.empty() && others.size() > tests.size()) {
         tests = std::move(others);
         read.decimal = otherDecimal == ',' ? "comma" : "point";
     }
     if (!state || tests.empty())
-        return {.command = callOf("COLUMN=VALUE", tests.empty() ? std::vector<std::string>{"COLUMN"} : tests, read),
-                .about = !state ? "Fill in the state; no column holds two values that could be it:"
+        return {.command = callOf("COLUMN=VALUE", "", tests.empty() ? std::vector<std::string>{"COLUMN"} : tests, read),
+                .about = !state ? "Fill in the state; no column holds a few values that could be it:"
                                 : "Fill in the state and the tests; no column of numbers is a test without doubt:",
                 .isSure = false,
                 .isComplete = false};
@@ -294,10 +331,12 @@ NextCall nextCall(std::span<const ColumnFacts> columns, const InputOptions& opti
     const std::string part = tests.size() <= mostTests
         ? ""
         : " (The first " + std::to_string(mostTests) + " of " + std::to_string(tests.size()) + " tests.)";
-    const std::string named = visible(stateColumn->name()).append(" = ").append(visible(state->positive));
-    return {.command = callOf(choice, tests, read),
+    std::string named = visible(stateColumn->name()).append(" = ").append(visible(state->positive));
+    if (!state->negative.empty())
+        named.append(" from ").append(visible(state->negative)); // and leave out the rest
+    return {.command = callOf(choice, state->negative, tests, read),
             .about = (state->isSure ? "How well do the tests tell " + named + "?"
-                                    : "How well do they tell " + named + ", if these are the positive cases?")
+                                    : "How well do they tell " + named + ", if that is the question?")
                 + part,
             .isSure = state->isSure,
             .isComplete = true};

@@ -110,7 +110,7 @@ public:
 
     static constexpr std::size_t mostDistinct = 100'000;
     static constexpr std::size_t mostTextBytes = std::size_t{16} << 20;
-    static constexpr std::size_t mostSpelledNumbers = 64;
+    static constexpr std::size_t mostSpelledNumbers = 16;
     static constexpr std::size_t mostMissingWords = 64;
 
 private:

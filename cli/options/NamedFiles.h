@@ -12,8 +12,8 @@ class App;
 namespace vexroc {
 
 /// The tables of all commands, as their files in the folder of --tables are called.
-inline constexpr std::array<std::string_view, 6> tableNames{"areas",   "best_cut_offs", "cases",
-                                                            "columns", "comparisons",   "points"};
+inline constexpr std::array<std::string_view, 8> tableNames{"areas",       "best_cut_offs", "cases",  "columns",
+                                                            "comparisons", "next",          "points", "words"};
 std::string tableFile(const std::string& folder, std::string_view table);
 
 /// The files that the options of a called command name for output; looks at them before any is opened.

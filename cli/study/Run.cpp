@@ -103,13 +103,21 @@ private:
             setColumn("weight", addColumn(question_.weight, cases_.weight));
         if (!cases_.count.empty())
             setColumn("count", addColumn(question_.count, cases_.count));
-        if (!cases_.group.empty()) {
-            const int group = addColumn(question_.grouping->column, cases_.group);
-            setColumn("group", group);
-            for (std::size_t code = 0; code < cases_.groupWords.size(); ++code)
-                require(vexroc_analysis_name_value(handle_.get(), group, static_cast<double>(code),
-                                                   cases_.groupWords[code].c_str()));
-        }
+        if (!cases_.group.empty())
+            setGroups(addColumn(question_.grouping->column, cases_.group));
+    }
+
+    /// The codes of groups of words stand for these words, in remarks as well.
+    void setGroups(int column)
+    {
+        setColumn("group", column);
+        const auto nameCode = [&](double code, const std::string& word) {
+            require(vexroc_analysis_name_value(handle_.get(), column, code, word.c_str()));
+        };
+        if (cases_.groupWords.empty())
+            return;
+        nameCode(CaseColumns::firstGroup, cases_.groupWords[0]);
+        nameCode(CaseColumns::secondGroup, cases_.groupWords[1]);
     }
 
     void setOptions(Comparison comparison)

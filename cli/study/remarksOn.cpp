@@ -36,11 +36,22 @@ void addGroups(const Question& question, const Difference& difference, Remarks& 
 
 } // namespace
 
-void remarkOnTests(const Results& results, Remarks& remarks)
+void remarkOnAreas(const Results& results, Remarks& remarks)
 {
     for (const TestResult& test : results.tests)
         if (!hasBothStates(test.area))
             remarks.addCases(test.area);
+}
+
+void remarkOnCurves(const Results& results, Remarks& remarks)
+{
+    remarks.leaveOutErrors();
+    remarkOnAreas(results, remarks);
+    for (const auto& [area, roc, precisionRecall, best] : results.tests)
+        if (area.leftOut > 0)
+            remarks.add("left-out", subjectOf(area),
+                        std::to_string(area.leftOut) + " of "
+                            + std::to_string(area.positive + area.negative + area.leftOut));
 }
 
 void remarkOnDifferences(const Question& question, const Results& results, Remarks& remarks)

@@ -9,8 +9,9 @@ namespace vexroc {
 // What each command has to say that the runs behind its results do not say: of a run without a result, and of what is
 // put together from several runs.
 
-/// Areas or curves.
-void remarkOnTests(const Results& results, Remarks& remarks);
+void remarkOnAreas(const Results& results, Remarks& remarks);
+/// Points, whose tables tell no numbers of cases.
+void remarkOnCurves(const Results& results, Remarks& remarks);
 /// Differences of areas.
 void remarkOnDifferences(const Question& question, const Results& results, Remarks& remarks);
 /// The analysis of the rows with one value.

@@ -8,6 +8,7 @@
 #include "vexrocproc/ROCStatusCodes.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <map>
 #include <new>
@@ -153,6 +154,7 @@ private:
         told.test = test;
         told.group = record.getGroupVarInd() < 0 ? AnalysisRequest::none : request_.group();
         told.smaller_is_positive = request_.directionOf(test) == SmallerMorePositive;
+        told.distinct_values = record.triples() ? distinctValues(record, test) : 0;
         settleInterval(record, told);
         setP(told);
         run_.records_.push_back({&record, told, rowsOf(record), record.bestCutOffs()});
@@ -175,20 +177,45 @@ private:
             dropWithoutError(told);
     }
 
-    /// Over the cases of the record, ordered anew.
-    [[nodiscard]] double deLongVariance(const RunRecord& record, int test) const
+    /// Calls visit(positive, value) for the cases of the record, until it answers false.
+    template <class Visit>
+    void visitCases(const RunRecord& record, int test, Visit&& visit) const
     {
         const auto& columns = selection_.columns();
-        Observations cases;
-        for (std::size_t i = 0; i < columns[static_cast<std::size_t>(test)].size(); ++i) {
+        bool goesOn = true;
+        for (std::size_t i = 0; goesOn && i < columns[static_cast<std::size_t>(test)].size(); ++i) {
             const RowOf<std::vector<std::span<const double>>> row{columns, i};
             const RowPart part = rule_.of(row);
             const bool isCase = isUsable(part.fate) && !std::isnan(row[test])
                 && (record.getGroupVarInd() < 0 || isMember(record, row[rule_.group]));
-            if (isCase)
-                cases.add(part.positive, row[test]);
+            goesOn = !isCase || visit(part.positive, row[test]);
         }
+    }
+
+    /// Over the cases of the record, ordered anew.
+    [[nodiscard]] double deLongVariance(const RunRecord& record, int test) const
+    {
+        Observations cases;
+        visitCases(record, test, [&](bool positive, double value) {
+            cases.add(positive, value);
+            return true;
+        });
         return withWalk(cases, [&](const auto& walk) { return placementSums(walk, cases.counts()).variance(); });
+    }
+
+    /// As far as they matter: 3 for more as well. Mostly known after a few cases.
+    [[nodiscard]] int distinctValues(const RunRecord& record, int test) const
+    {
+        constexpr int most = 3;
+        std::array<double, most> known{};
+        int count = 0;
+        visitCases(record, test, [&](bool /*positive*/, double value) {
+            const auto end = known.begin() + count;
+            if (std::find(known.begin(), end, value) == end) // exact
+                known[static_cast<std::size_t>(count++)] = value;
+            return count < most;
+        });
+        return count;
     }
 
     [[nodiscard]] GroupRows rowsOf(const ROCOutBase& record)

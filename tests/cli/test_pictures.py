@@ -91,10 +91,14 @@ def test_every_curve_is_drawn_and_named(vexroc, tmp_path):
     names = ["a\n", "a\\n", long + "1" + long, long + "2" + long, *(f"t{i}" for i in range(110))]
     data = as_csv(["s", *names], *([row % 2, *((row * 7 + i) % 11 for i, _ in enumerate(names))] for row in range(12)))
     root = drawn(vexroc, tmp_path, data, "--level", "0.9")
-    assert "the first 100 of 114 curves are drawn" in vexroc(*QUESTION, "--plot", "p.svg", data=data, cwd=tmp_path).err
+    said = vexroc(*QUESTION, "--plot", "p.svg", data=data, cwd=tmp_path).err
+    assert "only the 100 largest areas of 114 are drawn" in said
     texts = texts_of(root)
     cut = f"{'x' * 40}…{'x' * 39}"
-    named = ["a\\n", "a\\\\n", cut + " (1)", cut + " (2)", *(f"t{i}" for i in range(96))]
+    names = ["a\\n", "a\\\\n", cut + " (1)", cut + " (2)", *names[4:]]
+    areas = [row["area"] for row in vexroc.json(*QUESTION, data=data)["results"]["areas"]]
+    largest = sorted(range(len(names)), key=lambda i: -areas[i])[:100]
+    named = [names[i] for i in sorted(largest)]
     assert [text for text in texts if text in named] == named
     assert "area [90 % confidence interval]" in texts
     lowest = max(float(node.get("y")) for node in root.iter(SVG + "text"))

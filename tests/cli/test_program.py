@@ -75,18 +75,56 @@ def test_precision_recall_points_are_interpolated_as_asked(vexroc, tmp_path):
 
 def test_one_question_has_one_answer_in_all_commands(vexroc):
     tests = CANCER + "--test radius_mean,texture_mean --test area_mean,area_worst "
-    _, areas, pairs = tables(vexroc, "analyze " + tests + "--compare paired --level 0.9 --smaller")
+    paired = "--compare paired --level 0.9 --smaller "
+    _, areas, pairs = tables(vexroc, "analyze " + tests + paired + "--interval wald-delong")
     compared = tables(vexroc, "compare " + tests + "--level 0.9 --smaller")[0]
-    assert compared == pairs
+    assert compared == pairs == tables(vexroc, "analyze " + tests + paired)[2]
     assert [row[:2] + row[5:9] for row in compared] == [
         [first[0], second[0], *first[5:7], *second[5:7]] for first, second in itertools.combinations(areas, 2)]
     seen = []
     for options in "", "--smaller", "--bi-negative", "--level 0.5":
         area = tables(vexroc, "auc " + FAWCETT + options)[0][0][4:]
-        assert area == tables(vexroc, "analyze --no-curve " + FAWCETT + options)[1][0][5:10] and area not in seen
+        assert area == tables(vexroc, "analyze --no-curve " + FAWCETT + options)[1][0][5:11] and area not in seen
         seen.append(area)
     assert seen[0][0] == "0.68"  # as published
-    assert tables(vexroc, "analyze --no-curve " + FAWCETT)[1][0][11] == "NA"
+    assert tables(vexroc, "analyze --no-curve " + FAWCETT)[1][0][12] == "NA"
+
+
+def test_a_marker_has_one_line_whatever_else_is_asked(vexroc):
+    """A direction is the negated column, a count as many rows, and neither pairs nor neighbours change an area."""
+    rows = [[row % 3 == 0, row * 7 % 10, -(row * 5 % 8) if row % 4 else "", row // 3 % 3] for row in range(60)]
+    data = as_csv(["s", "a", "b:smaller", "n"], *(map(int, row) if "" not in row else row for row in rows))
+    data = data.replace(b"True", b"1").replace(b"False", b"0")
+    named, plain = data, data.replace(b"b:smaller", b"b")
+    turned = plain.replace(b",-", b",")
+    lines = data.splitlines()
+    repeated = b"\n".join([lines[0], *(line for line in lines[1:] for _ in range(int(line[-1:])))]) + b"\n"
+    for options in "", "--interval wald-delong", "--bi-negative":
+        own = tables(vexroc, f"auc {ON_INPUT} a,b:smaller {options}", plain)[0]
+        assert own == tables(vexroc, f"auc {ON_INPUT} a,b {options}", turned)[0]
+        assert own[1:] == tables(vexroc, f"auc {ON_INPUT} b --smaller {options}", plain)[0]
+        assert own[1][1:] != tables(vexroc, f"auc {ON_INPUT} b:smaller {options}", named)[0][0][1:]  # a column's name
+        counted = f"analyze {ON_INPUT} a,b:smaller {options} --no-curve"
+        assert tables(vexroc, counted + " --count n", named)[1:] == tables(vexroc, counted, repeated)[1:]
+        if options != "--bi-negative":
+            whole = tables(vexroc, f"analyze {ON_INPUT} a,b:smaller {options} --compare paired", plain)
+            assert [row[:1] + row[2:11] for row in whole[1]] == own
+            assert whole[2] == tables(vexroc, f"compare {ON_INPUT} a,b:smaller {options}", plain)[0]
+    ends_as(vexroc, f"compare {ON_INPUT} a,", """
+b,b:smaller -> 2: --test names 'b' with two directions
+b --count a,b -> 3: no column 'a,b'
+b --count b -> 3: column 'b', data row 2: '-5' is no count; --count takes whole numbers from 0
+b --group n=1,2 --cases complete -> 2: it does not go with --group
+b --interval delong -> 2: the words are 'wald', 'wald-delong'
+""", plain)
+    ends_as(vexroc, f"analyze {ON_INPUT} a ", """
+--weight n --count n -> 2: give one of them
+--weight-kind counts -> 2: name them with --weight
+--bi-negative --interval wald-delong -> 2: two standard errors
+--cases complete -> 2: ask for that with --compare paired
+""", plain)
+    assert "--weight-kind" not in vexroc("analyze", "-", "--state", "s=1", "--test", "a", "--weight", "n", "--weight-kind",
+                                  "counts", data=plain).err
 
 
 def test_cases_are_split_in_every_way(vexroc):
@@ -117,8 +155,8 @@ def test_every_row_is_accounted_for(vexroc):
         "left out: missing weight,1", "left out: in neither group,1", "left out: unusable weight,3", "used,6",
         "positive,3", "negative,3", "weighted positive,7", "weighted negative,3", "missing: a,2", "missing: b,3"]
     assert areas[0][:7] == ["a", "g = x", "2", "1", "3", "4", "1"]
-    ends_as(vexroc, f"analyze {ON_INPUT} a,b --weight w", " -> 0: whole numbers are rounded, halves up: 3 rows", data)
-    counts, areas, _ = tables(vexroc, f"analyze {ON_INPUT} a,b --compare paired", data)
+    ends_as(vexroc, f"analyze {ON_INPUT} a,b --weight w", " -> 0: whole numbers are rounded, halves up: 2 rows", data)
+    counts, areas, _ = tables(vexroc, f"analyze {ON_INPUT} a,b --compare paired --cases complete", data)
     assert [",".join(row) for row in counts] == [
         "rows read,13", "left out,5", "left out: missing state,1", "left out: missing test,4", "used,8", "positive,5",
         "negative,3", "missing: a,2", "missing: b,3"]
@@ -131,7 +169,7 @@ def test_every_row_is_accounted_for(vexroc):
         assert ",".join(tables(vexroc, question + " --state s=1", data)[0][0]).startswith(row + ",")
     ends_as(vexroc, "", """
 compare - --state s=1 --test a --group g=x,y -> 0: note: rows left out: 1 in neither group
-curve - --state s=1 --test a -> 0: note: rows left out: a (2 of 9)
+curve - --state s=1 --test a -> 0: note: rows left out: 1 of 9: missing state 1, a (2 of 9)
 """, data)
 
 
@@ -179,7 +217,7 @@ def test_missing_words_are_those_of_the_list(vexroc):
         ran = vexroc(*shlex.split(f"auc - --state s=ill --test t --format csv {options}"), data=data)
         assert ",".join(ran.out.splitlines()[1].split(",")[1:4]) == counts and words in ran.err, ran
     ends_as(vexroc, "auc - --state s=ill --test t", """
- -> 3: line 9, column 't': 'unsure' is neither a number nor missing; write a number, or leave the cell empty; if it means
+ -> 3: line 9, column 't': 'unsure' is neither a number nor missing; write a number, or leave the cell empty; if it
  --missing none,unsure -> 3: line 3, column 't': '-' is neither
 """, data)
 
@@ -271,7 +309,7 @@ t --group g --select x,NA -> 3: never holds 'NA'
 t --group n --select 5,5.0 -> 3: '5', '5.0' are one value
 t --group g=x,y --select x,y -> 2: give one of them
 t --group g=x,y --cut 2 -> 2: give --group without values
-t,n --compare paired --bi-negative -> 2: --bi-negative does not go with --compare paired
+t,n --compare paired --bi-negative -> 2: --bi-negative does not go with tests on the same
 t --keilwagen -> 2: --pr or --pr-curve
 t --no-curve --curve x -> 2: --no-curve
 t --no-curve --best -> 2: --no-curve
@@ -291,7 +329,7 @@ t --curve / -> 4: cannot write /: Is a directory
 positive -> 0: caution: there is no negative case, so there is no area: positive
 negative -> 0: caution: there is no positive case, so there is no area: negative
 none -> 0: caution: there is no case, so there is no area: none
-t --bi-negative -> 0: as many positive as negative cases: t (1 and 2)
+t --bi-negative -> 0: as many positive as negative cases: t
 """, b"s,t,positive,negative,none\n1,2,2,,\n0,1,,1,\n0,3,,3,\n")
     ends_as(vexroc, "", """
 curve - --state s=1 --test t -> 0: there is no positive case, so there is no area: t
@@ -334,7 +372,7 @@ compare {RADIUS} -> 2: name two or more tests
 compare {RADIUS} --group diagnosis=benign -> 2: expected two values
 compare {RADIUS} --select 1,2 -> 2: name it with --group
 compare {RADIUS} --group area_mean=1001,1001.0 -> 3: are one value
-compare {RADIUS} --test area_mean --bi-negative -> 2: --bi-negative goes with
+compare {RADIUS} --test area_mean --bi-negative -> 2: --bi-negative does not go with tests on the same cases
 auc nothing.csv --state a=1 --test b -> 3: cannot read nothing.csv: No such file or directory
 auc . --state a=1 --test b -> 3: Is a directory
 auc {CANCER} --test radius_men -> 3: did you mean 'radius_mean'?
@@ -344,8 +382,27 @@ auc {RADIUS} --test all -> 3: analyze alone takes --test all
 auc {RADIUS} --config nothing.toml -> 3: file nothing.toml: no such file
 columns - -> 3: standard input is empty: a header row with column names and rows of data are expected
 """)
-    assert vexroc("columns", "-", data=b"x;y;z\n1,5;1,5;2\n2;a;3\n").err == (
-        "vexroc: note: numbers with the other decimal sign: x (read with --decimal comma)\n")
+
+
+def test_columns_points_out_what_misleads_and_ends_with_the_next_call(vexroc, tmp_path):
+    (tmp_path / "it's.csv").write_text("patient;ill;age;psa;limit;crp;site\n" + "".join(
+        f"P{i // 2:02};{'yes' if i % 3 else 'No'};{-9 if i % 7 == 0 else 30 + i};{i},{i % 10};"
+        f"{'<5' if i % 4 else i};1,2{i:02};{'A' if i else 'a'}\n" for i in range(24)))
+    found = {remark["code"]: remark["text"] for remark in vexroc.json("columns", tmp_path / "it's.csv")["notes"]}
+    for code, words in [("repeated-ids", "patient (12 values"), ("likely-codes", "age (-9 in 4 rows)"),
+                        ("decimal-sign", "psa (read with --decimal comma)"), ("nearly-numbers", "limit ('<5' in 18"),
+                        ("nearly-numbers", "crp ('1,200' in 24 rows: --thousands comma or --decimal comma)")]:
+        assert words in found[code], found
+    text = vexroc.done("columns", "it's.csv", cwd=tmp_path)
+    assert re.search("site +a +1\n", text) and "differ only in case" in text and "tell ill = yes?" in text
+    call = shlex.split(text.splitlines()[-1])
+    assert call == ["vexroc", "auc", "it's.csv", "--decimal", "comma", "--state", "ill=yes", "--test", "psa"]
+    vexroc.done(*call[1:], cwd=tmp_path)
+    odd = b'"a=b","x,y",-z,"q""uote"\n' + b"".join(b"%d,%d,%d,%d.5\n" % (i % 2, i, i * i, i) for i in (1, 4, 2, 6))
+    call = vexroc.json("columns", "-", data=odd)["results"]["next"][0]
+    assert call["complete"] and not call["sure"]
+    vexroc.done(*shlex.split(call["call"])[1:], data=odd)
+    assert vexroc.done("columns", "-", data=b"a,b\nx,y\n").endswith("--state COLUMN=VALUE --test COLUMN\n")
 
 
 def test_help_names_every_command_and_its_options(vexroc):
