@@ -28,7 +28,8 @@ def check_absent(case, said):
 def check_remarks(case, said):
     assert codes(said.cautions) == {*case.cautions, *case.missed}, said
     assert codes(said.notes) >= set(case.notes), said
-    assert all(sum(code == other for other, _ in said.cautions + said.notes) == 1 for code in case.cautions + case.notes)
+    once = [code for code, _ in said.cautions + said.notes]
+    assert len(once) == len(set(once)), said
     texts = "\n".join(text for _, text in said.cautions + said.notes)
     for word in case.says:
         assert word in texts
