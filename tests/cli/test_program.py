@@ -329,7 +329,7 @@ t --curve / -> 4: cannot write /: Is a directory
 positive -> 0: caution: there is no negative case, so there is no area: positive
 negative -> 0: caution: there is no positive case, so there is no area: negative
 none -> 0: caution: there is no case, so there is no area: none
-t --bi-negative -> 0: as many positive as negative cases: t (1 and 2)
+t --bi-negative -> 0: as many positive as negative cases: t
 """, b"s,t,positive,negative,none\n1,2,2,,\n0,1,,1,\n0,3,,3,\n")
     ends_as(vexroc, "", """
 curve - --state s=1 --test t -> 0: there is no positive case, so there is no area: t
