@@ -133,7 +133,8 @@ void addInferenceOptions(CLI::App& command, InferenceOptions& options)
 
 void addSortOption(CLI::App& command, std::string& sort)
 {
-    addChoice(command, "--sort", sort, {"given", "area"}, "Order of the tests: as they are named, or largest area first");
+    addChoice(command, "--sort", sort, {"given", "area"},
+              "Order of the tests: as they are named, or largest area first");
 }
 
 Task parseTask(const QuestionOptions& options)

@@ -51,8 +51,8 @@ void AnalysisProgress::show(double announced, int recordsRead)
     const double done = std::max(announced, shareBeforeRecords + (shareAfterRecords - shareBeforeRecords) * read);
     const std::string perSecond = rounded(records / readingSeconds_.value_or(teller_.secondsUntil(now)));
     teller_.tell(now,
-                 "analyzing: " + rounded(100.0 * done) + " %, " + rounded(records) + " of " + std::to_string(rows_) + " rows, "
-                     + perSecond + " rows/s");
+                 "analyzing: " + rounded(100.0 * done) + " %, " + rounded(records) + " of " + std::to_string(rows_)
+                     + " rows, " + perSecond + " rows/s");
 }
 
 void AnalysisProgress::end()
