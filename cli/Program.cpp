@@ -3,9 +3,8 @@
 #include "cli/commands/Commands.h"
 #include "cli/options/CommandLine.h"
 #include "cli/system/Messages.h"
-#include "cli/system/OutputFile.h"
+#include "cli/system/OutputFiles.h"
 #include "cli/words/Failure.h"
-#include "cli/words/VisibleText.h"
 
 #include "cli/words/version.h"
 
@@ -39,15 +38,18 @@ void write(const std::string& text, std::ostream& out)
         throw Failure(exitOutput, "cannot write the results: the output is full, closed or not writable");
 }
 
-/// The results of an analysis that came to some.
+/// The results of an analysis that came to some: first the files, so that a reader who sees results has them all.
 void deliver(const Report& report, std::ostream& out)
 {
     if (!report.error.empty())
         return;
+    OutputFiles files;
+    report.stageTables(files);
+    if (!report.file.empty())
+        files.add(report.file, report.text);
+    files.commit();
     if (report.file.empty())
         write(report.text, out);
-    else
-        OutputFile(report.file, report.text).commit();
 }
 
 ProgressDisplay displayFor(const MessageOptions& options, const Terminal& terminal, std::ostream& err)
@@ -69,15 +71,6 @@ void say(const Report& report, bool quiet, const Messages& messages)
             messages.note(note.text);
 }
 
-/// The call in the words of a shell, as visible text.
-std::string inShell(std::span<const std::string_view> args)
-{
-    std::string line = "vexroc";
-    for (const std::string_view arg : args)
-        line.append(" ").append(shellWord(arg));
-    return line;
-}
-
 int run(std::span<const std::string_view> args, std::istream& in, std::ostream& out, std::ostream& err,
         const Terminal& terminal)
 {
@@ -96,9 +89,8 @@ int run(std::span<const std::string_view> args, std::istream& in, std::ostream& 
     }
     for (const std::string& path : asked.written)
         OutputFile::requirePlace(path);
-    const std::string line = inShell(args);
-    const Report report =
-        actions[asked.command]({in, line, displayFor(asked.messages, terminal, err), asked.messages.quiet});
+    const Report report = actions[asked.command](
+        {in, CallLine(args), displayFor(asked.messages, terminal, err), asked.messages.quiet, terminal.lineWidth});
     deliver(report, out);
     say(report, asked.messages.quiet, Messages(err, terminal.colour));
     if (!report.error.empty())

@@ -1,17 +1,21 @@
 #pragma once
 
+#include "cli/system/Surroundings.h"
+
 #include <chrono>
+#include <cstddef>
 #include <iosfwd>
 #include <span>
 #include <string_view>
 
 namespace vexroc {
 
-/// What stands behind the stream for errors.
+/// What stands behind the streams.
 struct Terminal {
-    bool isTerminal = false; ///< progress is shown there unless the options say otherwise
+    bool isTerminal = false; ///< that of errors: progress is shown there unless the options say otherwise
     bool colour = false;
     std::chrono::milliseconds progressAfter{500}; ///< a run that takes less shows no progress on its own
+    std::size_t lineWidth = usualLineWidth;       ///< places in a line of results
 };
 
 /// The program: `args` are the arguments behind its name. Results go to `out`, and only when they are complete; notes

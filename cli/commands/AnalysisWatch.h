@@ -22,15 +22,20 @@ public:
     }
 
     /// Refers to this object.
-    [[nodiscard]] Watch watch()
+    [[nodiscard]] Watch watch(Remarks* remarks)
     {
-        Watch watch{.cancelRequested = [this] { return cancel_.IsCancelRequested(); }};
+        Watch watch{.cancelRequested = [this] { return cancel_.IsCancelRequested(); }, .remarks = remarks};
         if (line_)
             watch.progress = [this](double share, int records) { line_->show(share, records); };
         return watch;
     }
     /// The analysis is over: no more progress.
-    void endProgress() { line_.reset(); }
+    void endProgress()
+    {
+        if (line_)
+            line_->end();
+        line_.reset();
+    }
     /// Throws the failure of a cancel when one was requested.
     void requireNotCancelled()
     {

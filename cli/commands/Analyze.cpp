@@ -4,11 +4,12 @@
 #include "cli/commands/QuestionOptions.h"
 #include "cli/output/Documents.h"
 #include "cli/output/TableForms.h"
+#include "cli/output/questionWords.h"
 #include "cli/picture/Picture.h"
 #include "cli/picture/ReportPage.h"
 #include "cli/picture/curvesOf.h"
 #include "cli/study/remarksOn.h"
-#include "cli/system/OutputFile.h"
+#include "cli/system/OutputFiles.h"
 #include "cli/system/Rasterizer.h"
 #include "cli/words/VisibleText.h"
 #include "cli/words/version.h"
@@ -16,7 +17,6 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <deque>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -34,12 +34,16 @@ std::string statusLine(const RunMessage& failure)
 DataTable readAnalysisTable(AnalyzeTask& task, const Surroundings& surroundings)
 {
     Question& question = task.question;
+    question.call = surroundings.call;
     const std::vector<ColumnRequest> requests = question.columns();
     DataTable table =
         readTable(task.input, surroundings, requests, task.allTests ? OtherColumns::numeric : OtherColumns::skipped);
+    question.settle(table);
+    keepStateApart(task);
     if (task.allTests)
         for (const DataColumn& column : table.columns)
-            if (std::ranges::find(requests, column.request) == requests.end())
+            if (column.request.kind == ColumnKind::numbers
+                && std::ranges::find(requests, column.request) == requests.end())
                 question.tests.push_back(column.request.name);
     return table;
 }
@@ -58,15 +62,18 @@ Analysis analyze(AnalyzeTask& task, DataTable table, AnalysisWatch& watch)
     Analysis analysis{.question = task.question, .bestTable = task.bestTable};
     std::size_t missing = 0;
     if (task.question.by.empty()) {
-        analysis.values.push_back({"", study(table, task.question, watch.watch())});
+        analysis.values.push_back({"", study(table, task.question, watch.watch(&task.remarks))});
+        analysis.labels = analysis.values.front().results.labels;
     } else {
-        StudyByValue byValue = studyByValue(std::move(table), task.question, watch.watch());
+        StudyByValue byValue = studyByValue(std::move(table), task.question, watch.watch(&task.remarks));
         analysis.values = std::move(byValue.values);
         missing = byValue.missing;
+        analysis.labels = byValue.labels;
     }
     watch.endProgress();
+    analysis.labels->addRemarks(task.remarks.handle());
     for (const ValueResults& value : analysis.values)
-        remarkOnAnalysis(task.question, value, task.remarks);
+        remarkOnValue(task.question, value, task.remarks);
     remarkOnWhole(analysis, missing, task.remarks);
     return analysis;
 }
@@ -96,12 +103,14 @@ public:
     }
 
     /// What the program says; without a result, why.
-    [[nodiscard]] Report report() const
+    [[nodiscard]] Report report(const Surroundings& surroundings) const
     {
-        Report report = reportOf(task_, document_);
+        Report report = reportOf(task_, document_, surroundings);
         report.file.clear(); // written with the other files, or not at all
         if (const std::optional<RunMessage> failure = analysis_.failure())
             report.error = statusLine(*failure);
+        else if (task_.files.drawn() && curves_.empty())
+            report.error = "no curve to draw: " + whyNoCurve();
         return report;
     }
 
@@ -109,23 +118,23 @@ public:
     /// cancelled meanwhile, none.
     void write(Report& report, const Surroundings& surroundings, AnalysisWatch& watch) const
     {
-        std::deque<std::string> texts; // a file may refer to its text until it is in place
-        std::vector<std::unique_ptr<OutputFile>> files;
+        OutputFiles files;
         const auto stage = [&](const std::string& path, auto makeText) {
             if (path.empty())
                 return;
             watch.requireNotCancelled();
-            texts.push_back(makeText());
-            files.push_back(std::make_unique<OutputFile>(path, texts.back()));
+            files.add(path, makeText());
         };
+        report.stageTables(files);
         stage(task_.files.curve, [&] { return csvOf(curvePoints(analysis_)); });
         stage(task_.files.precisionRecall, [&] { return csvOf(precisionRecallPoints(analysis_)); });
-        stage(task_.files.plot, [&] { return rasterizer_->convert(svgPicture(drawing())); });
+        stage(task_.files.plot,
+              [&] { return rasterizer_->convert(svgPicture(drawing(), task_.style), task_.style.resolution); });
         stage(task_.files.report, [&] { return page(surroundings); });
         stage(task_.output, [&] { return std::exchange(report.text, ""); });
         watch.requireNotCancelled();
-        for (const auto& file : files)
-            file->commit();
+        files.commit();
+        report.folder.clear(); // written
     }
 
 private:
@@ -136,12 +145,28 @@ private:
         return text;
     }
 
+    [[nodiscard]] std::string whyNoCurve() const
+    {
+        bool positive = false;
+        bool negative = false;
+        for (const ValueResults& value : analysis_.values)
+            for (const TestResult& test : value.results.tests) {
+                positive |= test.area.positive > 0;
+                negative |= test.area.negative > 0;
+            }
+        return positive && negative ? "no test has both positive and negative cases"
+            : positive              ? "there is no negative case"
+            : negative              ? "there is no positive case"
+                                    : "there is no case";
+    }
+
     [[nodiscard]] Drawing drawing() const
     {
         Drawing drawing{.curves = curves_,
                         .level = task_.question.level,
-                        .question = questionHeading(task_.question),
-                        .notes = {"Dot: maximum Kolmogorov-Smirnov distance, the largest Youden index"}};
+                        .question = questionHeading(task_.question, *analysis_.labels),
+                        .notes = {"Dot: maximum Kolmogorov-Smirnov distance, the largest Youden index",
+                                  standardErrorHeading(task_.question)}};
         if (const std::string note = thinningNote(curves_); !note.empty())
             drawing.notes.push_back("Thinned: " + note);
         if (!notDrawn_.empty())
@@ -159,7 +184,7 @@ private:
         std::string tables;
         for (const Document::Part& part : document_.parts)
             writeHtml(part.table, part.title, tables);
-        return ReportPage{.command = surroundings.command,
+        return ReportPage{.command = surroundings.call.text(),
                           .version = programVersion,
                           .heading = heading,
                           .drawing = drawing(),
@@ -190,7 +215,7 @@ Report runAnalyze(const AnalyzeOptions& options, const Surroundings& surrounding
     AnalysisWatch watch(surroundings, table.rows);
     const Analysis analysis = analyze(task, std::move(table), watch);
     const AnalysisFiles files(task, analysis, rasterizer);
-    Report report = files.report();
+    Report report = files.report(surroundings);
     if (report.error.empty())
         files.write(report, surroundings, watch);
     return report;

@@ -1,5 +1,6 @@
 #include "cli/commands/AnalyzeOptions.h"
 
+#include "cli/commands/PlotSize.h"
 #include "cli/options/Offer.h"
 #include "cli/words/Failure.h"
 #include "cli/words/Numbers.h"
@@ -14,14 +15,9 @@ namespace vexroc {
 
 namespace {
 
-void addGroupOptions(CLI::App& command, AnalyzeOptions& options)
+void addSplitOptions(CLI::App& command, AnalyzeOptions& options)
 {
-    command
-        .add_option("--group", options.group,
-                    "Column that splits the cases in two groups; needs no more when it holds two values")
-        ->type_name("COLUMN");
-    command.add_option("--select", options.select, "The two values of the group column, in this order")
-        ->type_name("VALUE,VALUE");
+    addGroupOptions(command, options.groups);
     command.add_option("--cut", options.cut, "Groups below this value of the group column, and from it on")
         ->type_name("VALUE");
     command.add_flag("--mid-point", options.midPoint, "Groups below and from the middle of the group column's range");
@@ -36,6 +32,12 @@ void addResultOptions(CLI::App& command, AnalyzeOptions& options)
     command.add_flag("--best", options.best, "The cut-offs with the largest Youden index, with all ties");
     command.add_option("--plot", options.files.plot, "Draw the curves into this file: .svg, .pdf or .png")
         ->type_name("FILE");
+    command
+        .add_option("--plot-size", options.plot.size,
+                    "Size of the picture of --plot: its width, or width and height, such as 85mm or 6inx4in")
+        ->type_name("WIDTH[xHEIGHT]");
+    command.add_flag("--grey", options.plot.grey, "The picture of --plot without colour");
+    command.add_flag("--no-title", options.plot.noTitle, "The picture of --plot without titles above its panels");
     command.add_option("--report", options.files.report, "Write a page to explore the curves, with all tables")
         ->type_name("FILE.html");
     command.add_option("--curve", options.files.curve, "Write the points of the ROC curves to this file, as CSV")
@@ -48,20 +50,28 @@ void addResultOptions(CLI::App& command, AnalyzeOptions& options)
 
 void requireFit(const AnalyzeOptions& options)
 {
-    const bool split = options.midPoint || !options.select.empty() || !options.cut.empty();
-    const bool readsCurve = options.best || !options.files.curve.empty() || options.files.drawn();
+    const bool selects = !options.groups.select.empty();
+    const bool split = options.midPoint || selects || !options.cut.empty();
+    const bool readsCurve =
+        options.best || !options.files.curve.empty() || !options.files.precisionRecall.empty() || options.files.drawn();
     const struct {
         bool wrong;
         const char* message;
     } rules[] = {
-        {split && options.group.empty(),
+        {split && options.groups.group.empty(),
          "--select, --cut and --mid-point split the cases by a column: name it with --group"},
-        {int(options.midPoint) + int(!options.select.empty()) + int(!options.cut.empty()) > 1,
+        {int(options.midPoint) + int(selects) + int(!options.cut.empty()) > 1,
          "--select, --cut and --mid-point are three ways to split the cases: give one of them"},
-        {options.inference.biNegative && options.compare == "paired",
-         "--bi-negative does not go with --compare paired: tests on the same cases have DeLong standard errors"},
+        {!options.cases.empty() && options.compare != "paired",
+         "--cases says which rows tests are compared on: ask for that with --compare paired"},
+        {!options.weight.empty() && !options.question.count.empty(),
+         "--count and --weight both say what a row stands for: give one of them"},
+        {!options.weightKind.empty() && options.weight.empty(),
+         "--weight-kind is about weights: name them with --weight"},
         {options.noCurve && readsCurve,
-         "--best, --curve, --plot and --report need the curve that --no-curve leaves out"},
+         "--best, --curve, --pr-curve, --plot and --report need the curve that --no-curve leaves out"},
+        {(options.plot.grey || options.plot.noTitle || !options.plot.size.empty()) && options.files.plot.empty(),
+         "--plot-size, --grey and --no-title say how the picture of --plot FILE looks: name it"},
         {options.keilwagen && !options.pr && options.files.precisionRecall.empty(),
          "--keilwagen says how precision-recall points are interpolated: ask for them with --pr or --pr-curve FILE"},
     };
@@ -72,9 +82,12 @@ void requireFit(const AnalyzeOptions& options)
 
 std::optional<Grouping> parseGrouping(const AnalyzeOptions& options)
 {
-    if (options.group.empty())
+    if (options.groups.group.empty())
         return std::nullopt;
-    Grouping grouping{.column = options.group, .by = Grouping::By::twoValues};
+    Grouping grouping = parseGroup(options.groups);
+    const bool splitsNumbers = options.midPoint || !options.cut.empty();
+    if (splitsNumbers && grouping.by == Grouping::By::selected)
+        throw usageError("--cut and --mid-point split numbers: give --group without values");
     if (options.midPoint) {
         grouping.by = Grouping::By::midPoint;
     } else if (!options.cut.empty()) {
@@ -83,11 +96,6 @@ std::optional<Grouping> parseGrouping(const AnalyzeOptions& options)
         if (!cut)
             throw usageError("--cut " + inQuotes(options.cut) + ": expected a number");
         grouping.cut = *cut;
-    } else if (!options.select.empty()) {
-        grouping.by = Grouping::By::selected;
-        grouping.selected = parseValues(options.select, "--select");
-        if (grouping.selected.size() != 2)
-            throw usageError("--select " + inQuotes(options.select) + ": expected two values, such as female,male");
     }
     return grouping;
 }
@@ -98,38 +106,46 @@ void askForParts(const AnalyzeOptions& options, AnalyzeTask& task)
     const bool drawn = options.files.drawn();
     task.bestTable = options.best;
     task.question.rocCurve = !options.noCurve;
-    task.question.bestCutOffs = options.best || drawn;
+    task.question.bestCutOffs = !options.noCurve; // the maximum is one of them
     task.question.precisionRecall = options.pr || !options.files.precisionRecall.empty();
     task.question.points = drawn || !options.files.curve.empty() || !options.files.precisionRecall.empty();
     if (options.pr && options.files.precisionRecall.empty() && !drawn)
         task.remarks.add("points-elsewhere");
 }
 
-/// The state among the tests is none of them.
-void takeOutState(AnalyzeTask& task)
+} // namespace
+
+void keepStateApart(AnalyzeTask& task)
 {
     const std::string& state = task.question.state.column;
     if (std::erase(task.question.tests, state) > 0)
         task.remarks.add("state-no-test", state);
+    if (task.question.by == state)
+        throw usageError("--by names the state column: every value would be one state; name another column");
 }
-
-} // namespace
 
 void addAnalyzeOptions(CLI::App& command, AnalyzeOptions& options)
 {
     addQuestionOptions(command, options.question);
-    command.get_option("--test")->description("Test columns; or the word all: every column of numbers without "
-                                              "another part");
-    addGroupOptions(command, options);
+    CLI::Option* const tests = command.get_option("--test");
+    tests->description(tests->get_description() + ". The word all: every column of numbers without another part");
+    addSplitOptions(command, options);
     command
         .add_option("--weight", options.weight,
-                    "Column with the number of cases that a row stands for; changes the weighted counts only")
+                    "Column with weights, which change the weighted counts only; for cases per row see --count")
         ->type_name("COLUMN");
+    command
+        .add_option("--weight-kind", options.weightKind,
+                    "counts: it is meant that weights change the weighted counts only")
+        ->type_name("counts")
+        ->check(CLI::IsMember({"counts"}));
     command.add_option("--by", options.by, "One analysis per value of this column, in ascending order")
         ->type_name("COLUMN");
     addChoice(command, "--compare", options.compare, {"paired", "independent"},
               "paired: all tests on the same cases; independent: each test between the groups");
+    addCasesOption(command, options.cases);
     addInferenceOptions(command, options.inference);
+    addSortOption(command, options.sort);
     addResultOptions(command, options);
     command.footer("Example: vexroc analyze data.csv --state diagnosis=malignant --test all --compare paired\n"
                    "         vexroc analyze data.csv --state disease=1 --test marker --group age --cut 50 --compare "
@@ -141,24 +157,29 @@ AnalyzeTask parseAnalyzeTask(const AnalyzeOptions& options)
     requireFit(options);
     AnalyzeTask task;
     static_cast<Task&>(task) = parseTask(options.question);
+    if (task.form == DocumentForm::csv)
+        throw severalTables();
     task.files = options.files;
     Question& question = task.question;
-    question.rule = CaseRule::together;
+    question.eachTest = false;
     setInference(options.inference, question);
-    question.comparison = options.compare == "paired" ? Comparison::paired
-        : options.compare.empty()                     ? Comparison::none
-                                                      : Comparison::independent;
+    if (options.compare == "paired")
+        askPaired(options.cases, question);
+    else if (options.compare == "independent")
+        question.comparison = Comparison::independent;
     question.grouping = parseGrouping(options);
     question.weight = options.weight;
+    question.weightIsCount = !options.weightKind.empty();
     question.by = options.by;
     question.alongFalsePositives = options.keilwagen;
+    question.byArea = options.sort == "area";
+    task.style = {.grey = options.plot.grey, .titles = !options.plot.noTitle};
+    setPlotSize(options.plot.size, task.style);
     task.allTests = question.tests == std::vector<std::string>{"all"};
     if (task.allTests)
         question.tests.clear();
-    takeOutState(task);
+    keepStateApart(task);
     askForParts(options, task);
-    if (options.by == question.state.column)
-        throw usageError("--by names the state column: every value would be one state; name another column");
     return task;
 }
 

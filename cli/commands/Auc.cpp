@@ -14,15 +14,17 @@ namespace {
 struct AucOptions {
     QuestionOptions question;
     InferenceOptions inference;
+    std::string sort;
 };
 
 Report runAuc(const AucOptions& options, const Surroundings& surroundings)
 {
     Task task = parseTask(options.question);
     setInference(options.inference, task.question);
+    task.question.byArea = options.sort == "area";
     const Results results = answer(task, surroundings);
-    remarkOnAreas(task.question, results, task.remarks);
-    return reportOf(task, areaDocument(task.question, results));
+    remarkOnAreas(results, task.remarks);
+    return reportOf(task, areaDocument(task.question, results), surroundings);
 }
 
 } // namespace
@@ -32,6 +34,7 @@ Action addAuc(CLI::App& command)
     const auto options = std::make_shared<AucOptions>();
     addQuestionOptions(command, options->question);
     addInferenceOptions(command, options->inference);
+    addSortOption(command, options->sort);
     command.footer("Example: vexroc auc data.csv --state diagnosis=malignant --test radius_mean,texture_mean");
     return [options](const Surroundings& surroundings) { return runAuc(*options, surroundings); };
 }

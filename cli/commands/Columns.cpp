@@ -1,12 +1,18 @@
 #include "cli/commands/Commands.h"
 #include "cli/commands/QuestionOptions.h"
+#include "cli/commands/columnFindings.h"
+#include "cli/commands/nextCall.h"
 #include "cli/input/ColumnSurvey.h"
-#include "cli/words/VisibleText.h"
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 #include <memory>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace vexroc {
 
@@ -24,6 +30,15 @@ constexpr std::array columns{
     TableColumn{"largest", "largest", CellRole::measure},
 };
 
+/// The same and the words, where they stand in a table of their own otherwise.
+constexpr TableColumn wordList{"words", "words", CellRole::name};
+constexpr std::array words{TableColumn{"column", "column", CellRole::name}, TableColumn{"word", "word", CellRole::name},
+                           TableColumn{"rows", "rows", CellRole::count}};
+constexpr std::array calls{TableColumn{"call", "call", CellRole::name}, TableColumn{"about", "about", CellRole::name},
+                           TableColumn{"sure", "sure", CellRole::flag},
+                           TableColumn{"complete", "complete", CellRole::flag}};
+constexpr std::size_t mostWords = 10; // of a column
+
 const char* kindOf(const ColumnFacts& facts)
 {
     if (facts.hasTexts())
@@ -31,28 +46,109 @@ const char* kindOf(const ColumnFacts& facts)
     return facts.hasNumbers() ? "numbers" : "empty";
 }
 
+/// Texts have words; so have a few different numbers, which may be states.
+std::vector<Word> wordsOf(const ColumnFacts& facts)
+{
+    constexpr std::size_t fewNumbers = 5;
+    const bool areFew = facts.knowsAllWords() && facts.spelledNumbers().size() <= fewNumbers;
+    return facts.hasTexts() || areFew ? facts.words() : std::vector<Word>();
+}
+
+std::string moreWords(std::size_t count) { return "(" + std::to_string(count) + " more)"; }
+
+/// "ill 3; well 2; (7 more)"
+std::string wordsInOneCell(const ColumnFacts& facts)
+{
+    const std::vector<Word> all = wordsOf(facts);
+    std::string list;
+    for (std::size_t i = 0; i < std::min(all.size(), mostWords); ++i)
+        list += (list.empty() ? "" : "; ") + all[i].text + ' ' + std::to_string(all[i].rows);
+    return all.size() > mostWords ? list + "; " + moreWords(all.size() - mostWords) : list;
+}
+
+void addWords(const ColumnFacts& facts, bool forPeople, Table& table)
+{
+    const std::vector<Word> all = wordsOf(facts);
+    std::size_t rest = 0;
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        if (i < mostWords)
+            table.addRow({facts.name(), all[i].text, double(all[i].rows)});
+        else
+            rest += all[i].rows;
+    }
+    if (rest > 0 && forPeople)
+        table.addRow({facts.name(), moreWords(all.size() - mostWords), double(rest)});
+}
+
+void addFacts(const ColumnFacts& facts, bool withWords, Table& table)
+{
+    const std::string more = std::string(">").append(std::to_string(facts.distinct()));
+    const Table::Value distinct = facts.hasMore() ? Table::Value(more) : double(facts.distinct());
+    std::vector<Table::Value> row{facts.name(), kindOf(facts),    double(facts.rows()), double(facts.missing()),
+                                  distinct,     facts.smallest(), facts.largest()};
+    const std::string list = withWords ? wordsInOneCell(facts) : "";
+    if (withWords)
+        row.emplace_back(list);
+    table.addRow(row);
+}
+
+/// CSV is one table.
+void addParts(const std::vector<ColumnFacts>& all, const NextCall& next, DocumentForm form, Document& document)
+{
+    const bool isOneTable = form == DocumentForm::csv;
+    const std::span<const TableColumn> wordsBehind(&wordList, isOneTable ? 1 : 0);
+    Table facts(joined({columns, wordsBehind}));
+    Table wordTable(words);
+    for (const ColumnFacts& column : all) {
+        addFacts(column, isOneTable, facts);
+        addWords(column, form == DocumentForm::text, wordTable);
+    }
+    document.parts.push_back({"columns", "", std::move(facts)});
+    if (!isOneTable && (wordTable.rows() > 0 || form == DocumentForm::json))
+        document.parts.push_back({"words", "", std::move(wordTable)});
+    if (form == DocumentForm::json) {
+        Table call(calls);
+        call.addRow({next.command, next.about, double(next.isSure), double(next.isComplete)});
+        document.parts.push_back({"next", "", std::move(call)});
+    }
+}
+
+/// For people, what there is to say of the columns is part of the answer, and the next call its end.
+void close(const Remarks& remarks, const NextCall& next, Document& document)
+{
+    std::vector<Remark> found = remarks.cautions();
+    std::ranges::move(remarks.notes(), std::back_inserter(found));
+    if (!found.empty())
+        document.closing.emplace_back("To look at:");
+    for (const Remark& remark : found)
+        document.closing.push_back("  " + remark.text);
+    if (!found.empty())
+        document.closing.emplace_back();
+    document.closing.push_back(next.about);
+    document.closing.push_back("  " + next.command);
+}
+
 Report runColumns(const ColumnsOptions& options, const Surroundings& surroundings)
 {
-    const DocumentForm form = parseForm(options.answer.format);
-    ColumnSurvey survey;
-    const Input input = parseInput(options.input);
+    Task task;
+    task.input = parseInput(options.input);
+    setAnswer(options.answer, task);
+    const Input& input = task.input;
+    Remarks& remarks = task.remarks;
+    ColumnSurvey survey(input.missingWords);
     readInput(input, surroundings, survey);
-
+    const std::vector<ColumnFacts>& all = survey.finish();
+    const NextCall next = nextCall(all, options.input, input);
     Document document{
         .command = "columns", .heading = {"Columns of " + survey.source()}, .question = {{"input", survey.source()}}};
-    Remarks remarks;
-    Table table(columns);
-    for (const ColumnFacts& facts : survey.finish()) {
-        const std::string more = std::string(">").append(std::to_string(facts.distinct()));
-        const Table::Value distinct = facts.hasMore() ? Table::Value(more) : double(facts.distinct());
-        table.addRow({facts.name(), kindOf(facts), double(survey.rows()), double(facts.missing()), distinct,
-                      facts.smallest(), facts.largest()});
-        if (facts.hasOtherDecimals() && input.kind == Input::Kind::delimited)
-            remarks.add("decimal-sign", facts.name(),
-                        std::string("read with --decimal ") + (input.form.decimal == ',' ? "point" : "comma"));
-    }
-    document.parts.push_back({"columns", "", std::move(table)});
-    return {.text = spelled(document, remarks, form), .file = options.answer.output, .notes = remarks.notes()};
+    addParts(all, next, task.form, document);
+    for (const ColumnFacts& facts : all)
+        addFindings(facts, input, remarks);
+    if (task.form == DocumentForm::csv)
+        remarks.add("next-call", "", next.command);
+    if (task.form == DocumentForm::text)
+        close(std::exchange(remarks, Remarks()), next, document);
+    return reportOf(task, document, surroundings);
 }
 
 } // namespace

@@ -14,28 +14,15 @@ namespace {
 
 struct CompareOptions {
     QuestionOptions question;
-    std::string group;
+    GroupOptions groups;
+    std::string cases;
     InferenceOptions inference;
 };
-
-/// Tests with each other, on the same cases.
-void askPaired(Question& question)
-{
-    if (question.tests.size() < 2)
-        throw usageError("name two or more tests to compare on the same cases, or --group COLUMN=VALUE,VALUE to "
-                         "compare a test between two groups");
-    if (question.biNegative)
-        throw usageError("--bi-negative goes with --group; tests on the same cases have DeLong standard errors");
-    question.comparison = Comparison::paired;
-    question.rule = CaseRule::pairwise;
-}
 
 /// Each test between two groups of cases.
 void askIndependent(const CompareOptions& options, Question& question)
 {
-    ValueChoice groups = parseValueChoice(options.group, "--group", 2);
-    question.grouping = Grouping{
-        .column = std::move(groups.column), .by = Grouping::By::selected, .selected = std::move(groups.values)};
+    question.grouping = parseGroup(options.groups);
     question.comparison = Comparison::independent;
 }
 
@@ -43,13 +30,20 @@ Report runCompare(const CompareOptions& options, const Surroundings& surrounding
 {
     Task task = parseTask(options.question);
     setInference(options.inference, task.question);
-    if (options.group.empty())
-        askPaired(task.question);
+    if (options.groups.group.empty() && !options.groups.select.empty())
+        throw usageError("--select names two values of a column: name it with --group");
+    if (!options.groups.group.empty() && !options.cases.empty())
+        throw usageError("--cases is about tests on the same cases; it does not go with --group");
+    if (options.groups.group.empty() && task.question.tests.size() < 2)
+        throw usageError("name two or more tests to compare on the same cases, or --group COLUMN=VALUE,VALUE to "
+                         "compare a test between two groups");
+    if (options.groups.group.empty())
+        askPaired(options.cases, task.question);
     else
         askIndependent(options, task.question);
     const Results results = answer(task, surroundings);
     remarkOnDifferences(task.question, results, task.remarks);
-    return reportOf(task, comparisonDocument(task.question, results));
+    return reportOf(task, comparisonDocument(task.question, results), surroundings);
 }
 
 } // namespace
@@ -58,8 +52,11 @@ Action addCompare(CLI::App& command)
 {
     const auto options = std::make_shared<CompareOptions>();
     addQuestionOptions(command, options->question);
-    command.add_option("--group", options->group, "Compare each test between these two groups of cases")
-        ->type_name("COLUMN=VALUE,VALUE");
+    addGroupOptions(command, options->groups);
+    command.get_option("--group")->description(
+        "Compare each test between two groups of cases: those of these values, or "
+        "of the two that the column holds");
+    addCasesOption(command, options->cases);
     addInferenceOptions(command, options->inference);
     command.footer("Example: vexroc compare data.csv --state diagnosis=malignant --test radius_mean,texture_mean\n"
                    "         vexroc compare data.csv --state disease=1 --test marker --group sex=female,male");

@@ -21,8 +21,8 @@ Report runRoc(const QuestionOptions& options, const Surroundings& surroundings)
     Task task = parseTask(options);
     task.question.rocCurve = task.question.points = true;
     const Results results = answer(task, surroundings);
-    remarkOnCurves(task.question, results, task.remarks);
-    return reportOf(task, curveDocument(task.question, results));
+    remarkOnCurves(results, task.remarks);
+    return reportOf(task, curveDocument(task.question, results), surroundings);
 }
 
 Report runPr(const PrOptions& options, const Surroundings& surroundings)
@@ -31,8 +31,8 @@ Report runPr(const PrOptions& options, const Surroundings& surroundings)
     task.question.rocCurve = task.question.precisionRecall = task.question.points = true;
     task.question.alongFalsePositives = options.keilwagen;
     const Results results = answer(task, surroundings);
-    remarkOnCurves(task.question, results, task.remarks);
-    return reportOf(task, precisionRecallDocument(task.question, results));
+    remarkOnCurves(results, task.remarks);
+    return reportOf(task, precisionRecallDocument(task.question, results), surroundings);
 }
 
 } // namespace

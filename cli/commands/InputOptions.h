@@ -14,7 +14,12 @@ namespace vexroc {
 struct InputOptions {
     std::string file;
     std::string delimiter;
-    std::string decimal = "point";
+    std::string decimal;
+    std::string thousands;
+    std::string encoding;
+    std::string missing;
+    bool header = false;
+    bool noHeader = false;
     std::string sqlite;
     std::string postgres;
     std::string table;

@@ -2,6 +2,7 @@
 
 #include "cli/commands/AnalysisWatch.h"
 #include "cli/options/Offer.h"
+#include "cli/output/TableForms.h"
 #include "cli/words/Failure.h"
 #include "cli/words/Lists.h"
 #include "cli/words/Numbers.h"
@@ -9,6 +10,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <optional>
 
 namespace vexroc {
@@ -24,21 +26,84 @@ std::vector<std::string> parseTests(const std::vector<std::string>& lists)
     return tests;
 }
 
+/// A last ":smaller" or ":larger" of a test may be its direction, or belong to the name of the column.
+std::vector<DirectedTest> directedTests(const std::vector<std::string>& tests)
+{
+    std::vector<DirectedTest> directed;
+    for (const std::string& test : tests)
+        for (const std::string_view word : {":smaller", ":larger"})
+            if (test.size() > word.size() && test.ends_with(word))
+                directed.push_back({test, test.substr(0, test.size() - word.size()), word == ":larger"});
+    return directed;
+}
+
+/// The negative values, or all others.
+void parseNegative(const std::string& list, StateChoice& choice)
+{
+    if (list.empty())
+        return;
+    std::vector<ListItem> items = splitItems(list, "--negative");
+    choice.others = std::ranges::any_of(items, [](const ListItem& item) { return item.isWord("others"); });
+    if (choice.others && items.size() > 1)
+        throw usageError("--negative " + inQuotes(list)
+                         + ": the word others stands alone; for the value of that name put it in double quotes");
+    for (std::size_t i = 0; !choice.others && i < items.size(); ++i)
+        choice.negative.push_back(std::move(items[i].text));
+}
+
+StateQuestion parseState(const QuestionOptions& options)
+{
+    StateQuestion state;
+    parseNegative(options.negative, state.choice);
+    std::optional<CutText> cut = splitCut(options.state, "--state");
+    if (cut && !cut->isAssignment) {
+        state.column = std::move(cut->column);
+        state.choice.sign = std::move(cut->sign);
+        state.choice.bound = std::move(cut->bound);
+        return state;
+    }
+    Assignment assignment = splitAssignment(options.state, "--state", "COLUMN=VALUE[,VALUE...], or COLUMN>=NUMBER");
+    state.column = std::move(assignment.column);
+    state.choice.positive = splitList(assignment.values, "--state");
+    if (cut)
+        state.otherwise = {std::move(cut->column), std::move(cut->sign), std::move(cut->bound)};
+    return state;
+}
+
+void requireNoStateAmongTests(const Question& question)
+{
+    const std::string& state = question.state.column;
+    if (std::ranges::find(question.tests, state) != question.tests.end())
+        throw usageError("--test names the state column " + inQuotes(state) + "; a test is another column");
+}
+
 } // namespace
 
 void addQuestionOptions(CLI::App& command, QuestionOptions& options)
 {
     addInputOptions(command, options.input);
-    command.add_option("--state", options.state, "State column and the value of its positive cases")
-        ->type_name("COLUMN=VALUE")
+    command
+        .add_option("--state", options.state,
+                    "State column and the values of its positive cases; or a side of a number, such as 'grade>=3'")
+        ->type_name("COLUMN=VALUE[,VALUE...]")
         ->required();
-    command.add_option("--test", options.tests, "Test columns; one list, or the option repeated")
+    command
+        .add_option("--negative", options.negative,
+                    "Values of the negative cases; the bare word others: all that are not positive. Needed where the "
+                    "column holds more than two values")
+        ->type_name("VALUE[,VALUE...]");
+    command
+        .add_option("--test", options.tests,
+                    "Test columns; one list, or the option repeated. COLUMN:smaller and COLUMN:larger give a test its "
+                    "own direction")
         ->type_name("COLUMN[,COLUMN...]")
         ->allow_extra_args(false)
         ->required();
     command.add_flag("--smaller", options.smaller, "Smaller test values are more positive");
     command.add_flag("--exclude", options.exclude,
                      "A value equal to a cut-off is negative; moves points of the curves, not the area");
+    command.add_option("--count", options.count, "Column with the number of cases that a row stands for, from 0")
+        ->type_name("COLUMN");
     addAnswerOptions(command, options.answer);
 }
 
@@ -50,6 +115,8 @@ void addAnswerOptions(CLI::App& command, AnswerOptions& options)
         .add_option_function<std::string>("--output", take,
                                           "Write the results to this file; - is standard output, as without it")
         ->type_name("FILE");
+    command.add_option("--tables", options.tables, "Write each table as a CSV file of its own into this folder")
+        ->type_name("FOLDER");
 }
 
 void addInferenceOptions(CLI::App& command, InferenceOptions& options)
@@ -57,46 +124,70 @@ void addInferenceOptions(CLI::App& command, InferenceOptions& options)
     command
         .add_option("--level", options.level, "Confidence level of the intervals, between 0 and 1; 0.95 when not given")
         ->type_name("P");
+    addChoice(command, "--interval", options.interval, {"wald", "wald-delong"},
+              "Standard error and interval of an area: nonparametric (wald), or DeLong's (wald-delong)");
     command.add_flag("--bi-negative", options.biNegative,
                      "Standard error under bi-negative exponential distributions; needs as many positive as "
                      "negative cases");
 }
 
+void addSortOption(CLI::App& command, std::string& sort)
+{
+    addChoice(command, "--sort", sort, {"given", "area"},
+              "Order of the tests: as they are named, or largest area first");
+}
+
 Task parseTask(const QuestionOptions& options)
 {
-    Task task{
-        .input = parseInput(options.input), .form = parseForm(options.answer.format), .output = options.answer.output};
+    Task task;
+    task.input = parseInput(options.input);
+    setAnswer(options.answer, task);
     task.question.input = task.input.place;
-    task.question.state = parseValueChoice(options.state, "--state", 1);
+    task.question.state = parseState(options);
     task.question.tests = parseTests(options.tests);
+    task.question.directed = directedTests(task.question.tests);
+    task.question.count = options.count;
     task.question.largerIsPositive = !options.smaller;
     task.question.equalIsPositive = !options.exclude;
     return task;
 }
 
-DocumentForm parseForm(const std::string& format)
+void setAnswer(const AnswerOptions& options, Task& task)
 {
-    return format == "csv" ? DocumentForm::csv : format == "json" ? DocumentForm::json : DocumentForm::text;
+    task.form = options.format == "csv" ? DocumentForm::csv
+        : options.format == "json"      ? DocumentForm::json
+                                        : DocumentForm::text;
+    task.output = options.output;
+    task.tables = options.tables;
 }
 
-ValueChoice parseValueChoice(const std::string& text, const std::string& option, std::size_t count)
+void addGroupOptions(CLI::App& command, GroupOptions& options)
 {
-    const std::string form = count == 2 ? "COLUMN=VALUE,VALUE" : "COLUMN=VALUE";
-    Assignment assignment = splitAssignment(text, option, form);
-    std::vector<std::string> values = parseValues(assignment.values, option);
-    if (values.size() != count)
-        throw usageError(option + " " + inQuotes(text) + ": expected " + form
-                         + "; put a value that holds a comma in double quotes");
-    return {std::move(assignment.column), std::move(values)};
+    command
+        .add_option("--group", options.group,
+                    "Column that splits the cases in two groups; its two values need no naming when it holds no more")
+        ->type_name("COLUMN[=VALUE,VALUE]");
+    command.add_option("--select", options.select, "The two values of the group column, in this order")
+        ->type_name("VALUE,VALUE");
 }
 
-std::vector<std::string> parseValues(std::string_view list, const std::string& option)
+Grouping parseGroup(const GroupOptions& options)
 {
-    std::vector<std::string> values = splitList(list, option);
-    for (const std::string& value : values)
-        if (isMissingWord(value))
-            throw usageError(option + ": " + inQuotes(value) + " stands for a missing value and cannot be chosen");
-    return values;
+    Assignment assignment = splitColumn(options.group, "--group");
+    if (!assignment.values.empty() && !options.select.empty())
+        throw usageError("--select and the values behind --group both name the two groups: give one of them");
+    Grouping grouping{.column = std::move(assignment.column)};
+    const std::string_view list = assignment.values.empty() ? options.select : assignment.values;
+    if (list.empty())
+        return grouping;
+    const std::string option = options.select.empty() ? "--group" : "--select";
+    grouping.by = Grouping::By::selected;
+    grouping.selected = splitList(list, option);
+    if (grouping.selected.size() != 2)
+        throw usageError(option + " " + inQuotes(options.select.empty() ? options.group : options.select)
+                         + ": expected two values, such as female,male; put a value that holds a comma in double "
+                           "quotes");
+    return grouping;
 }
 
 void setInference(const InferenceOptions& options, Question& question)
@@ -106,24 +197,56 @@ void setInference(const InferenceOptions& options, Question& question)
         throw usageError("--level " + inQuotes(options.level) + ": expected a number between 0 and 1, such as 0.95");
     question.level = *level;
     question.biNegative = options.biNegative;
+    question.interval = options.interval == "wald" ? IntervalKind::wald : IntervalKind::waldDelong;
+    if (options.biNegative && question.interval == IntervalKind::waldDelong)
+        throw usageError("--bi-negative and --interval wald-delong are two standard errors: give one of them");
 }
 
-Results answer(const Task& task, const Surroundings& surroundings)
+void addCasesOption(CLI::App& command, std::string& cases)
 {
+    addChoice(command, "--cases", cases, {"pairwise", "complete"},
+              "Tests on the same cases: every two on the rows in which both are known, or all where all are known; "
+              "pairwise when not given");
+}
+
+void askPaired(const std::string& cases, Question& question)
+{
+    if (question.biNegative)
+        throw usageError("--bi-negative does not go with tests on the same cases: their differences have DeLong "
+                         "standard errors");
+    question.comparison = Comparison::paired;
+    question.completeCases = cases == "complete";
+}
+
+Results answer(Task& task, const Surroundings& surroundings)
+{
+    task.question.call = surroundings.call;
     // Nothing is there to tidy up while the data are read: until then, an interrupt just ends the program.
     const DataTable table = readTable(task.input, surroundings, task.question.columns());
+    task.question.settle(table);
+    requireNoStateAmongTests(task.question);
     AnalysisWatch watch(surroundings, table.rows);
-    Results results = study(table, task.question, watch.watch());
+    Results results = study(table, task.question, watch.watch(&task.remarks));
     watch.requireNotCancelled();
+    results.labels->addRemarks(task.remarks.handle());
     return results;
 }
 
-Report reportOf(const Task& task, const Document& document)
+Report reportOf(const Task& task, const Document& document, const Surroundings& surroundings)
 {
-    return {.text = spelled(document, task.remarks, task.form),
-            .file = task.output,
-            .notes = task.remarks.notes(),
-            .cautions = task.remarks.cautions()};
+    Report report{.text = spelled(document, task.remarks, task.form,
+                                  task.output.empty() ? surroundings.lineWidth : usualLineWidth),
+                  .file = task.output,
+                  .folder = task.tables,
+                  .notes = task.remarks.notes(),
+                  .cautions = task.remarks.cautions()};
+    for (const Document::Part& part : document.parts) {
+        if (task.tables.empty())
+            break;
+        report.tables.push_back({std::string(part.member), ""});
+        writeCsv(part.table, report.tables.back().csv);
+    }
+    return report;
 }
 
 } // namespace vexroc

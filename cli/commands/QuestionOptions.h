@@ -22,11 +22,13 @@ namespace vexroc {
 struct AnswerOptions {
     std::string format = "text";
     std::string output; ///< empty for standard output
+    std::string tables; ///< folder; empty for none
 };
 
 /// What intervals and standard errors are made with, as typed.
 struct InferenceOptions {
     std::string level = "0.95";
+    std::string interval = "wald";
     bool biNegative = false;
 };
 
@@ -34,7 +36,9 @@ struct InferenceOptions {
 struct QuestionOptions {
     InputOptions input;
     std::string state;
+    std::string negative;
     std::vector<std::string> tests;
+    std::string count;
     AnswerOptions answer;
     bool smaller = false;
     bool exclude = false;
@@ -43,6 +47,8 @@ struct QuestionOptions {
 void addQuestionOptions(CLI::App& command, QuestionOptions& options);
 void addAnswerOptions(CLI::App& command, AnswerOptions& options);
 void addInferenceOptions(CLI::App& command, InferenceOptions& options);
+/// --sort: the word "area", or "given".
+void addSortOption(CLI::App& command, std::string& sort);
 
 /// A question, the data that it is put to, and how its answer is written. From here on nothing is as typed.
 struct Task {
@@ -50,23 +56,33 @@ struct Task {
     Question question = {};
     DocumentForm form = DocumentForm::text;
     std::string output = {}; ///< file of the answer; empty for standard output
+    std::string tables = {}; ///< folder of the tables as CSV; empty for none
     Remarks remarks = {};    ///< what there is to say beside it
 };
 
 /// The task behind the options, checked as far as it can be without the data. Throws a usage error that names the
 /// option at fault.
 Task parseTask(const QuestionOptions& options);
-DocumentForm parseForm(const std::string& format);
-/// COLUMN=VALUE[,VALUE...] with exactly `count` values that can occur in a column.
-ValueChoice parseValueChoice(const std::string& text, const std::string& option, std::size_t count);
-/// VALUE[,VALUE...], each a value that can occur in a column.
-std::vector<std::string> parseValues(std::string_view list, const std::string& option);
-/// Throws a usage error for a confidence level outside (0, 1).
+void setAnswer(const AnswerOptions& options, Task& task);
+/// Two groups of cases, as typed: a column, with or without the two of its values that are meant.
+struct GroupOptions {
+    std::string group;
+    std::string select;
+};
+void addGroupOptions(CLI::App& command, GroupOptions& options);
+/// The group is there. Throws a usage error for other than two values, or for values that are given twice.
+Grouping parseGroup(const GroupOptions& options);
+/// Which rows tests on the same cases are compared on, as typed; empty where it is not said.
+void addCasesOption(CLI::App& command, std::string& cases);
+/// Compares the tests of a question on the same cases. Throws a usage error for words that do not go with it.
+void askPaired(const std::string& cases, Question& question);
+/// Throws a usage error for a confidence level outside (0, 1), and for two standard errors.
 void setInference(const InferenceOptions& options, Question& question);
 
-/// Reads the columns of the question and studies them; progress is told, and an interrupt ends it.
-Results answer(const Task& task, const Surroundings& surroundings);
-/// The document in the form of the task, with its notes and cautions.
-Report reportOf(const Task& task, const Document& document);
+/// Reads the columns of the question, which then is settled, studies them, and remarks on their labels; progress is
+/// told, and an interrupt ends it.
+Results answer(Task& task, const Surroundings& surroundings);
+/// The document in the form of the task, and its tables for their folder, with its notes and cautions.
+Report reportOf(const Task& task, const Document& document, const Surroundings& surroundings);
 
 } // namespace vexroc

@@ -2,11 +2,13 @@
 
 #include "cli/input/RowSplitter.h"
 #include "cli/input/TextFront.h"
+#include "cli/input/likelyEncoding.h"
 #include "cli/words/Failure.h"
 #include "cli/words/Numbers.h"
 #include "cli/words/VisibleText.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace vexroc {
@@ -55,7 +57,8 @@ private:
 struct Dialect {
     std::string source;
     char delimiter;
-    char decimal;
+    const TextForm& form;
+    const CallLine& call; ///< for messages
 
     [[nodiscard]] std::string place(std::size_t line) const { return source + ", line " + std::to_string(line); }
     [[nodiscard]] Failure at(std::size_t line, const std::string& message) const
@@ -71,6 +74,13 @@ struct Dialect {
         }
         return inQuotes({&delimiter, 1});
     }
+};
+
+/// "line 2, column 'x'" with its cell.
+struct CellPlace {
+    std::size_t column;
+    std::string text; ///< where it is
+    std::string cell;
 };
 
 std::string megabytes(std::size_t bytes) { return std::to_string(bytes >> 20) + " MB"; }
@@ -92,9 +102,11 @@ public:
             handOver(rows);
         end(rows);
     }
-    /// Throws for text that ends here: it must have had rows.
+    /// Throws for text that ends here: it must have had rows, and no question is open.
     void finish() const
     {
+        if (doubtful_)
+            throw question();
         if (columns_.empty())
             throw inputError(dialect_.source
                              + " is empty: a header row with column names and rows of data are expected");
@@ -124,23 +136,53 @@ private:
         return rows.rest();
     }
 
-    void begin(RowSplitter& header)
+    void begin(RowSplitter& first)
     {
-        if (header.cellCount() > mostColumns)
-            throw dialect_.at(header.rowLine(),
-                              "the header has " + std::to_string(header.cellCount()) + " columns; at most "
+        if (first.cellCount() > mostColumns)
+            throw dialect_.at(first.rowLine(),
+                              "the header has " + std::to_string(first.cellCount()) + " columns; at most "
                                   + std::to_string(mostColumns) + " can be read");
-        for (std::size_t column = 0; column < header.cellCount(); ++column)
-            columns_.emplace_back(header.cell(column));
-        const bool onlyNumbers = std::ranges::all_of(
-            columns_, [&](const auto& cell) { return parseNumber(cell, dialect_.decimal).has_value(); });
-        wanted_ = sink_.begin(
-            {.source = dialect_.source,
-             .columns = columns_,
-             .place = dialect_.place(header.rowLine()),
-             .collection = "the header",
-             .hint = onlyNumbers ? ". This line holds numbers only: a header row with column names may be missing" : "",
-             .decimal = dialect_.decimal});
+        const bool isHeader = dialect_.form.firstRow != FirstRow::cases;
+        if (dialect_.form.firstRow == FirstRow::notSaid)
+            requireNames(first);
+        for (std::size_t column = 0; column < first.cellCount(); ++column)
+            columns_.push_back(isHeader ? nameIn(first, column) : std::to_string(column + 1));
+        const bool anyNumber = std::ranges::any_of(
+            columns_, [&](const auto& name) { return parseNumber(name, dialect_.form.numbers).has_value(); });
+        wanted_ = sink_.begin({.source = dialect_.source,
+                               .columns = columns_,
+                               .place = isHeader ? dialect_.place(first.rowLine()) : dialect_.source,
+                               .collection = isHeader ? "the header" : "a table with --no-header",
+                               .hint = isHeader && anyNumber ? ". If the first row is a case, add --no-header" : "",
+                               .numbers = dialect_.form.numbers});
+        if (!isHeader)
+            handOver(first);
+    }
+
+    /// Throws for a first row of numbers only.
+    void requireNames(RowSplitter& first) const
+    {
+        const MissingWords missing;
+        bool anyNumber = false;
+        for (std::size_t column = 0; column < first.cellCount(); ++column) {
+            const bool isNumber = parseNumber(first.cell(column), dialect_.form.numbers).has_value();
+            anyNumber = anyNumber || isNumber;
+            if (!isNumber && !missing.inTest(first.cell(column)))
+                return;
+        }
+        if (anyNumber)
+            throw dialect_.at(first.rowLine(),
+                              "the first row holds numbers only. If it is the first case, add --no-header, and the "
+                              "columns are called 1, 2, 3 and so on; if these are the names of the columns, add "
+                              "--header");
+    }
+
+    std::string nameIn(RowSplitter& header, std::size_t column) const
+    {
+        const std::string_view name = header.cell(column);
+        if (!isUtf8(name))
+            throw undecodable(dialect_.place(header.rowLine()) + ", column " + std::to_string(column + 1), name);
+        return name.empty() ? std::to_string(column + 1) : std::string(name);
     }
 
     void handOver(RowSplitter& row)
@@ -150,9 +192,59 @@ private:
             throw wrongLength(row);
         for (const std::size_t column : wanted_)
             if (const std::string_view cell = row.cell(column); !sink_.take(column, cell))
-                throw inputError(badCellMessage(dialect_.place(row.cellLine(column)), columns_[column], cell,
-                                                "write a number, or leave the cell empty", dialect_.decimal));
+                refuse(row, column);
         sink_.endRow();
+    }
+
+    /// Throws for a cell that the sink did not take, unless it may be understood in two ways and the rest of the column
+    /// has to tell.
+    void refuse(RowSplitter& row, std::size_t column)
+    {
+        CellPlace place{column, dialect_.place(row.cellLine(column)), std::string(row.cell(column))};
+        if (!isUtf8(place.cell))
+            throw undecodable(place.text + ", column " + inQuotes(columns_[place.column]), place.cell);
+        const NumberForm& numbers = dialect_.form.numbers;
+        const bool mayAsk = numbers.decimal == '.' && numbers.thousands == Thousands::notSaid;
+        const auto grouped = mayAsk ? groupedNumber(place.cell, Thousands::comma) : std::nullopt;
+        if (!grouped || !grouped->isDoubtful())
+            throw inputError(badCellMessage(place.text, columns_[place.column], place.cell,
+                                            "write a number, or leave the cell empty" + missingOption(place.cell),
+                                            numbers));
+        if (!doubtful_)
+            doubtful_ = std::move(place);
+    }
+
+    /// How to say that a text stands for a missing value, where it may.
+    static std::string missingOption(const std::string& cell)
+    {
+        constexpr std::size_t longestWord = 20;
+        const bool isWord = cell.size() <= longestWord && cell.find_first_of(",\"") == std::string::npos;
+        return isWord ? "; if it means a missing value, add --missing " + shellWord(cell) : "";
+    }
+
+    [[nodiscard]] Failure question() const
+    {
+        const std::string plain = groupedNumber(doubtful_->cell, Thousands::comma)->plain;
+        const std::string asThousands = shortest(*parseNumber(plain));
+        const std::string asDecimals = shortest(*parseNumber(doubtful_->cell, ','));
+        const CallLine& call = dialect_.call;
+        return inputError(doubtful_->text + ", column " + inQuotes(columns_[doubtful_->column]) + ": is "
+                          + inQuotes(doubtful_->cell) + " the number " + asThousands + " or " + asDecimals
+                          + "? Every comma of the column stands before three digits; say which it is, thousands or "
+                            "decimals:\n  "
+                          + call.with("--thousands", "comma").text() + "\n  "
+                          + call.with("--decimal", "comma").with("--thousands", "none").text());
+    }
+
+    [[nodiscard]] Failure undecodable(const std::string& place, std::string_view text) const
+    {
+        const std::string& encoding = dialect_.form.encoding;
+        const std::string front = place + ": " + inQuotes(text) + " holds bytes that are not ";
+        if (!encoding.empty())
+            return inputError(front + visible(encoding) + "; correct them, or name another encoding");
+        const std::string likely = likelyEncoding(text);
+        return inputError(front + "UTF-8; the text may be in " + likely + ":\n  "
+                          + dialect_.call.with("--encoding", likely).text());
     }
 
     void end(const RowSplitter& rows)
@@ -199,9 +291,18 @@ private:
     LineCount lines_;
     std::vector<std::string> columns_; ///< empty before the header
     std::vector<std::size_t> wanted_;
+    std::optional<CellPlace> doubtful_; ///< the first cell whose comma may stand for thousands or for decimals
 };
 
-TextFront readFront(TextBlocks& blocks, const std::string& name)
+/// A zero byte is every second one in text of the English letters in UTF-16.
+Failure zeroByteInFront(const std::string& name, std::string_view header, const CallLine& call)
+{
+    const char* const likely = header.find('\0') % 2 == 0 ? "UTF-16BE" : "UTF-16LE";
+    return inputError(name + " is not text in UTF-8: its first line holds a zero byte; it may be in UTF-16:\n  "
+                      + call.with("--encoding", likely).text());
+}
+
+TextFront readFront(TextBlocks& blocks, const std::string& name, const CallLine& call)
 {
     TextFront front;
     do
@@ -210,7 +311,7 @@ TextFront readFront(TextBlocks& blocks, const std::string& name)
     front = TextFront::of(blocks.text());
     requireText(name, blocks.text().substr(front.length));
     if (front.header.find('\0') != std::string_view::npos)
-        throw inputError(name + " is not text in UTF-8: its first line holds a zero byte; save it as UTF-8");
+        throw zeroByteInFront(name, front.header, call);
     if (front.header.size() > longestHeader)
         throw inputError(name + ": the header is longer than " + megabytes(longestHeader)
                          + "; is this a table with a row of column names?");
@@ -219,11 +320,11 @@ TextFront readFront(TextBlocks& blocks, const std::string& name)
 
 } // namespace
 
-void readDelimited(ByteSource& source, const TextForm& form, RowSink& sink)
+void readDelimited(ByteSource& source, const TextForm& form, RowSink& sink, const CallLine& call)
 {
     TextBlocks blocks(source);
-    const TextFront front = readFront(blocks, source.name());
-    RunReader reader({source.name(), form.delimiter.value_or(front.likelyDelimiter()), form.decimal}, front.firstLine,
+    const TextFront front = readFront(blocks, source.name(), call);
+    RunReader reader({source.name(), form.delimiter.value_or(front.likelyDelimiter()), form, call}, front.firstLine,
                      sink);
     blocks.take(front.length);
     bool insideQuotes = false;

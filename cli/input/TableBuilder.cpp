@@ -1,6 +1,7 @@
 #include "cli/input/TableBuilder.h"
 
 #include "cli/words/Failure.h"
+#include "cli/words/Letters.h"
 #include "cli/words/Lists.h"
 #include "cli/words/NearWords.h"
 #include "cli/words/VisibleText.h"
@@ -27,32 +28,68 @@ Failure unknownColumn(const ColumnRequest& request, const InputHeader& header)
 
 } // namespace
 
-bool ColumnFiller::append(const Cell& cell)
+void DecimalDoubt::lookCloser(std::string_view text, const NumberForm& form)
+{
+    constexpr std::size_t groupLength = 3;
+    std::size_t decimals = 0; // behind the last sign; from the end, where it is found soonest
+    while (decimals < text.size() && text[text.size() - decimals - 1] != form.decimal)
+        ++decimals;
+    if (decimals == text.size()) {
+        wholeSeen_ = true;
+        return;
+    }
+    const auto grouped =
+        decimals == groupLength ? groupedNumber(text, static_cast<Thousands>(form.decimal)) : std::nullopt;
+    cleared_ = form.thousands != Thousands::notSaid || !grouped || !grouped->isDoubtful();
+    zeroSeen_ = zeroSeen_ || text.back() == '0';
+    if (first_.empty())
+        first_ = text;
+}
+
+bool ColumnFiller::append(const Cell& cell, const MissingWords& words)
 {
     if (givenUp_)
         return true;
-    if (column_.request.kind == ColumnKind::labels) {
-        const auto* const text = std::get_if<std::string_view>(&cell);
-        column_.labels.push_back(isMissing(cell) ? DataColumn::missingLabel
-                                     : text      ? labelOf(*text)
-                                                 : labelOf(textOf(cell)));
-        return true;
-    }
-    const bool fits = appendNumber(cell);
+    if (column_.request.kind == ColumnKind::labels)
+        return appendLabel(cell);
+    const bool fits = appendNumber(cell, words);
     if (fits || requested_)
         return fits;
     column_.numbers = {};
     return givenUp_ = true;
 }
 
-bool ColumnFiller::appendNumber(const Cell& cell)
+/// Whether a text is UTF-8 is looked at once for each different one.
+bool ColumnFiller::appendLabel(const Cell& cell)
 {
-    const std::optional<double> number = numberIn(cell, column_.decimal);
-    if (!number && !isMissing(cell))
+    const auto* const text = std::get_if<std::string_view>(&cell);
+    const std::size_t known = column_.labelTexts.size();
+    column_.labels.push_back(text                  ? labelOf(*text)
+                                 : hasNoText(cell) ? DataColumn::missingLabel
+                                                   : labelOf(textOf(cell)));
+    return column_.labelTexts.size() == known || isUtf8(column_.labelTexts.back());
+}
+
+bool ColumnFiller::appendNumber(const Cell& cell, const MissingWords& words)
+{
+    const std::optional<double> number = numberIn(cell, form_);
+    const bool missing = (!number || words.holdNumbers()) && isMissing(cell, words);
+    if (!number && !missing)
         return false;
-    numberSeen_ = numberSeen_ || number.has_value();
-    column_.numbers.push_back(number.value_or(std::numeric_limits<double>::quiet_NaN()));
+    if (missing && !hasNoText(cell))
+        noteMissing(textOf(cell));
+    numberSeen_ = numberSeen_ || !missing;
+    if (const auto* const text = std::get_if<std::string_view>(&cell); text && !missing)
+        doubt_.look(*text, *number, form_);
+    column_.numbers.push_back(missing ? std::numeric_limits<double>::quiet_NaN() : *number);
     return true;
+}
+
+/// Empty cells are no words.
+void ColumnFiller::noteMissing(const std::string& text)
+{
+    if (const std::string_view word = trimmed(text); !word.empty())
+        ++column_.missingCells[std::string(word)];
 }
 
 std::int32_t ColumnFiller::labelOf(std::string_view text)
@@ -67,7 +104,9 @@ std::int32_t ColumnFiller::labelOf(std::string_view text)
     return lastLabel_;
 }
 
-TableBuilder::TableBuilder(std::span<const ColumnRequest> requests, OtherColumns others) : others_(others)
+TableBuilder::TableBuilder(std::span<const ColumnRequest> requests, OtherColumns others,
+                           std::shared_ptr<const MissingWords> words)
+    : others_(others), words_(std::move(words))
 {
     for (const ColumnRequest& request : requests)
         if (std::ranges::find(fillers_, request, &ColumnFiller::request) == fillers_.end())
@@ -81,13 +120,13 @@ std::vector<std::size_t> TableBuilder::begin(const InputHeader& header)
         ++places_.try_emplace(header_.columns[column], Place{.position = column}).first->second.count;
     fillersOf_.resize(header_.columns.size());
     for (ColumnFiller& filler : fillers_)
-        fillersOf_[positionOf(filler.request())].push_back(&filler);
+        fillersOf_[positionOf(filler)].push_back(&filler);
     for (std::size_t column = 0; others_ == OtherColumns::numeric && column < header_.columns.size(); ++column)
         if (fillersOf_[column].empty())
             fillersOf_[column].push_back(
                 &fillers_.emplace_back(ColumnRequest{header_.columns[column], ColumnKind::numbers}, false));
     for (ColumnFiller& filler : fillers_)
-        filler.setDecimal(header.decimal);
+        filler.setForm(header.numbers);
     std::vector<std::size_t> wanted;
     for (std::size_t column = 0; column < fillersOf_.size(); ++column)
         if (!fillersOf_[column].empty())
@@ -99,7 +138,7 @@ bool TableBuilder::take(std::size_t column, const Cell& cell)
 {
     bool fits = true;
     for (ColumnFiller* const filler : fillersOf_[column])
-        fits = filler->append(cell) && fits;
+        fits = filler->append(cell, *words_) && fits;
     return fits;
 }
 
@@ -112,7 +151,7 @@ void TableBuilder::endRow()
 
 DataTable TableBuilder::finish()
 {
-    DataTable table{.source = header_.source, .rows = rows()};
+    DataTable table{.source = header_.source, .rows = rows(), .missingWords = words_};
     for (ColumnFiller& filler : fillers_) {
         if (!filler.isKept())
             continue;
@@ -123,8 +162,11 @@ DataTable TableBuilder::finish()
     return table;
 }
 
-std::size_t TableBuilder::positionOf(const ColumnRequest& request) const
+std::size_t TableBuilder::positionOf(ColumnFiller& filler) const
 {
+    if (const ColumnRequest& request = filler.request(); !places_.contains(request.name) && !request.orElse.empty())
+        filler.rename(std::string(request.orElse));
+    const ColumnRequest& request = filler.request();
     const auto found = places_.find(request.name);
     if (found == places_.end())
         throw unknownColumn(request, header_);

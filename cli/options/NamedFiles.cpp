@@ -44,7 +44,7 @@ struct NamedFile {
 };
 
 /// What a command does with the file that an option names.
-enum class FileUse { none, read, written };
+enum class FileUse { none, read, written, tables };
 
 /// An option whose value stands as FILE names a file to write, unless it is one of those that read.
 FileUse fileUseOf(const CLI::Option& option)
@@ -52,6 +52,8 @@ FileUse fileUseOf(const CLI::Option& option)
     constexpr std::array<std::string_view, 3> reading{"FILE", "sqlite", "config"};
     if (std::ranges::find(reading, nameOf(option)) != reading.end())
         return FileUse::read;
+    if (option.get_type_name() == "FOLDER")
+        return FileUse::tables;
     const bool namesFile = option.get_expected_max() > 0 && option.get_type_name().starts_with("FILE");
     return namesFile ? FileUse::written : FileUse::none;
 }
@@ -71,6 +73,12 @@ std::vector<NamedFile> writtenBy(const CLI::App& command)
 {
     const std::string standardOutput = "-"; // where --output goes anyway
     std::vector<NamedFile> files = filesOf(command, FileUse::written);
+    const std::vector<NamedFile> folders = filesOf(command, FileUse::tables);
+    for (const auto& [option, folder, identity] : folders)
+        for (const std::string_view table : tableNames) {
+            const std::string path = tableFile(folder, table);
+            files.push_back({option, path, identityOf(path)});
+        }
     std::erase_if(files, [&](const NamedFile& f) { return f.option == "--output" && f.path == standardOutput; });
     for (const auto& [option, path, identity] : files)
         if (path == standardOutput)
@@ -86,6 +94,14 @@ void requireNotRead(const NamedFile& written, const std::vector<NamedFile>& file
         if (isSame(written, file))
             throw usageError(written.option + " names " + role
                              + (file.path == "-" ? "on standard input" : visible(file.path)) + "; choose another file");
+}
+
+/// The file, or its folder where that is not there yet.
+std::string firstToMake(const std::string& path)
+{
+    const fs::path folder = fs::path(path).parent_path();
+    std::error_code ignored;
+    return fs::exists(folder, ignored) ? path : folder.string();
 }
 
 } // namespace
@@ -104,8 +120,13 @@ std::vector<std::string> soundFilesToWrite(const CLI::App& command)
     }
     std::vector<std::string> paths;
     for (const NamedFile& file : written)
-        paths.push_back(file.path);
+        paths.push_back(file.option == "--tables" ? firstToMake(file.path) : file.path);
     return paths;
+}
+
+std::string tableFile(const std::string& folder, std::string_view table)
+{
+    return (fs::path(folder) / table).string() + ".csv";
 }
 
 } // namespace vexroc

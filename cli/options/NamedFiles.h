@@ -1,6 +1,8 @@
 #pragma once
 
+#include <array>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace CLI {
@@ -8,6 +10,11 @@ class App;
 }
 
 namespace vexroc {
+
+/// The tables of all commands, as their files in the folder of --tables are called.
+inline constexpr std::array<std::string_view, 8> tableNames{"areas",       "best_cut_offs", "cases",  "columns",
+                                                            "comparisons", "next",          "points", "words"};
+std::string tableFile(const std::string& folder, std::string_view table);
 
 /// The files that the options of a called command name for output; looks at them before any is opened.
 ///

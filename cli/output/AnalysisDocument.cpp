@@ -1,32 +1,24 @@
 #include "cli/output/Documents.h"
 #include "cli/output/questionWords.h"
-#include "cli/output/resultColumns.h"
+#include "cli/output/resultTables.h"
 #include "cli/words/VisibleText.h"
 
 #include <algorithm>
+#include <array>
 
 namespace vexroc {
 
 namespace {
-
-constexpr TableColumn valueColumn{"by", "by", CellRole::name};
-constexpr TableColumn groupColumn{"group", "group", CellRole::name};
-constexpr std::array testColumns{testColumn, groupColumn};
 
 constexpr std::array caseColumns{
     TableColumn{"cases", "cases", CellRole::name},
     TableColumn{"count", "count", CellRole::count},
 };
 
-constexpr std::array weightedCountColumns{
-    TableColumn{"weighted_positive", "weighted positive", CellRole::count, 1},
-    TableColumn{"weighted_negative", "weighted negative", CellRole::count, 1},
-};
-
 constexpr std::array shapeColumns{
-    TableColumn{"gini", "Gini index", CellRole::statistic},
-    TableColumn{"max_ks", "maximum K-S", CellRole::statistic},
-    TableColumn{"max_ks_cut_off", "at cut-off", CellRole::measure},
+    TableColumn{"gini", "Gini index", CellRole::statistic, 3},
+    TableColumn{"max_ks", "maximum K-S", CellRole::statistic, 3},
+    TableColumn{"max_ks_cut_off", "at cut-off", CellRole::cutOff, 3},
 };
 
 constexpr std::array curveColumns{cutOffColumn, sensitivityColumn, specificityColumn};
@@ -36,41 +28,13 @@ constexpr std::array bestColumns{
     TableColumn{"youden", "Youden", CellRole::statistic},
     sensitivityColumn,
     specificityColumn,
-    TableColumn{"true_positive", "TP", CellRole::count},
-    TableColumn{"false_positive", "FP", CellRole::count},
-    TableColumn{"true_negative", "TN", CellRole::count},
-    TableColumn{"false_negative", "FN", CellRole::count},
+    TableColumn{"true_positive", "TP", CellRole::count, 1},
+    TableColumn{"false_positive", "FP", CellRole::count, 1},
+    TableColumn{"true_negative", "TN", CellRole::count, 1},
+    TableColumn{"false_negative", "FN", CellRole::count, 1},
 };
 
-constexpr std::array precisionRecallColumns{recallColumn, precisionColumn, interpolatedColumn};
-
-/// The table of one kind over all values: a column of values leads where the question has one.
-class TableMaker {
-public:
-    TableMaker(const Question& question, std::span<const TableColumn> columns)
-        : byValue_(!question.by.empty()),
-          table_(byValue_ ? joined({std::span(&valueColumn, 1), columns}) : joined({columns}))
-    {
-    }
-    void setValue(const std::string& value) { value_ = value; }
-    /// Names, then numbers.
-    void add(std::initializer_list<std::string_view> names, std::initializer_list<double> numbers)
-    {
-        row_.clear();
-        if (byValue_)
-            row_.emplace_back(value_);
-        row_.insert(row_.end(), names.begin(), names.end());
-        row_.insert(row_.end(), numbers.begin(), numbers.end());
-        table_.addRow(row_);
-    }
-    Table take() { return std::move(table_); }
-
-private:
-    bool byValue_;
-    std::string_view value_;
-    std::vector<Table::Value> row_;
-    Table table_;
-};
+constexpr std::array precisionRecallColumns{cutOffColumn, recallColumn, precisionColumn, interpolatedColumn};
 
 /// The table that `addRows(value's results, table)` fills, value by value.
 Table tableOf(const Analysis& analysis, std::span<const TableColumn> columns, auto addRows)
@@ -83,13 +47,13 @@ Table tableOf(const Analysis& analysis, std::span<const TableColumn> columns, au
     return table.take();
 }
 
-std::string_view groupOf(const Area& area) { return area.group.empty() ? "all cases" : std::string_view(area.group); }
-
 bool isWeighted(const Question& question) { return !question.weight.empty(); }
 
 void addCases(const RowCounts& rows, bool weighted, TableMaker& table)
 {
-    const auto add = [&](std::string_view what, auto count) { table.add({what}, {static_cast<double>(count)}); };
+    const auto add = [&](std::string_view what, auto count) { table.add({what, static_cast<double>(count)}); };
+    if (rows.given != rows.read)
+        add("rows of the table", rows.given);
     add("rows read", rows.read);
     add("left out", rows.leftOut());
     for (const auto& [reason, count] : rows.reasons())
@@ -112,78 +76,91 @@ Table caseTable(const Analysis& analysis)
     });
 }
 
+/// Columns that say which test and group a row is about, then others.
+std::vector<TableColumn> perTest(const Question& question, std::span<const TableColumn> columns)
+{
+    const TableColumn group = groupColumn(question);
+    return joined({std::span(&testColumn, 1), std::span(&group, 1), columns});
+}
+
+/// The cut-off of the maximum, as the best cut-offs have it.
+CutOffCell maximumCell(const TestResult& test)
+{
+    const auto best = std::ranges::find(test.best, test.area.ksCutOff, &CutOff::value); // exact: the same number
+    return best != test.best.end() ? cutOffCell(test, *best) : CutOffCell{test.area.ksCutOff, test.area.reading};
+}
+
 Table areaTable(const Analysis& analysis)
 {
     const bool weighted = isWeighted(analysis.question);
-    const std::span<const TableColumn> weights =
-        weighted ? std::span<const TableColumn>(weightedCountColumns) : std::span<const TableColumn>();
-    const auto addArea = [&](const Area& a, TableMaker& table) {
-        const double positive = static_cast<double>(a.positive);
-        const double negative = static_cast<double>(a.negative);
-        if (weighted)
-            table.add({a.test, groupOf(a)},
-                      {positive, negative, a.weightedPositive, a.weightedNegative, a.area, a.stdError, a.significance,
-                       a.lower, a.upper, a.gini, a.ksMaximum, a.ksCutOff});
-        else
-            table.add({a.test, groupOf(a)},
-                      {positive, negative, a.area, a.stdError, a.significance, a.lower, a.upper, a.gini, a.ksMaximum,
-                       a.ksCutOff});
-    };
-    return tableOf(
-        analysis,
-        joined({testColumns, inPanel(1, stateColumns), weights, inPanel(1, areaColumns), inPanel(2, shapeColumns)}),
-        [&](const Results& results, TableMaker& table) {
-            for (const TestResult& test : results.tests)
-                addArea(test.area, table);
-        });
+    return tableOf(analysis, perTest(analysis.question, joined({areaColumns(weighted), shapeColumns})),
+                   [&](const Results& results, TableMaker& table) {
+                       for (const TestResult& test : results.tests) {
+                           std::vector<Table::Value> row{test.area.test, groupOf(test.area)};
+                           addAreaCells(test.area, weighted, row);
+                           row.insert(row.end(), {test.area.gini, test.area.ksMaximum, maximumCell(test)});
+                           table.add(row);
+                       }
+                   });
 }
 
-Table comparisonTable(const Analysis& analysis)
+/// The groups of all differences, as the title of their table says them; empty where they are not the same.
+std::string groupsInCommon(const Analysis& analysis)
 {
-    const bool paired = analysis.question.comparison == Comparison::paired;
-    const std::span<const TableColumn> names =
-        paired ? std::span<const TableColumn>(testPairColumns) : groupPairColumns;
-    return tableOf(analysis, joined({names, differenceColumns}), [&](const Results& results, TableMaker& table) {
-        for (const Difference& d : results.differences) {
-            const std::initializer_list<double> numbers{d.difference,   d.stdError, d.z,
-                                                        d.significance, d.lower,    d.upper};
-            if (paired)
-                table.add({d.first.test, d.second.test}, numbers);
-            else
-                table.add({d.first.test, groupOf(d.first), groupOf(d.second)}, numbers);
+    const Difference* first = nullptr;
+    for (const ValueResults& value : analysis.values)
+        for (const Difference& difference : value.results.differences) {
+            first = first ? first : &difference;
+            if (difference.first.group != first->first.group || difference.second.group != first->second.group)
+                return "";
         }
-    });
+    const bool grouped = first && analysis.question.comparison == Comparison::independent;
+    return grouped ? "; groups: 1, " + visible(first->first.group) + "; 2, " + visible(first->second.group) : "";
+}
+
+Document::Part comparisonPart(const Analysis& analysis)
+{
+    const std::string groups = groupsInCommon(analysis);
+    const auto addComparisons = [&](const Results& results, TableMaker& table) {
+        for (const Difference& difference : results.differences)
+            addComparison(analysis.question, difference, table);
+    };
+    return {"comparisons", "Differences between the areas" + groups,
+            tableOf(analysis, comparisonColumns(analysis.question, !groups.empty()), addComparisons)};
 }
 
 Table bestCutOffTable(const Analysis& analysis)
 {
-    return tableOf(analysis, joined({testColumns, bestColumns}), [](const Results& results, TableMaker& table) {
+    return tableOf(analysis, perTest(analysis.question, bestColumns), [](const Results& results, TableMaker& table) {
         for (const TestResult& test : results.tests)
             for (const CutOff& c : test.best)
-                table.add({test.area.test, groupOf(test.area)},
-                          {c.value, test.area.ksMaximum, c.sensitivity, c.specificity, double(c.truePositive),
-                           double(c.falsePositive), double(test.area.negative - c.falsePositive),
-                           double(test.area.positive - c.truePositive)});
+                table.add({test.area.test, groupOf(test.area), cutOffCell(test, c), test.area.ksMaximum, c.sensitivity,
+                           c.specificity, double(c.truePositive), double(c.falsePositive),
+                           double(test.area.negative - c.falsePositive), double(test.area.positive - c.truePositive)});
     });
 }
 
-std::vector<std::string> headingOf(const Question& question)
+std::vector<std::string> headingOf(const Question& question, const CaseLabels& labels)
 {
-    std::vector<std::string> lines{"ROC analysis", questionHeading(question)};
+    std::vector<std::string> lines{"ROC analysis", questionHeading(question, labels)};
     if (!question.by.empty())
         lines.push_back("One analysis by value of " + visible(question.by));
     if (isWeighted(question))
         lines.push_back("Weights: " + visible(question.weight)
                         + "; they enter the weighted counts only: areas and curves count every row once");
-    lines.push_back(question.comparison == Comparison::paired
-                        ? pairedErrorHeading(question.level)
-                        : standardErrorHeading(question.biNegative, question.level));
+    if (!question.count.empty())
+        lines.push_back("Cases per row: " + visible(question.count));
+    lines.push_back(standardErrorHeading(question));
+    if (question.comparison == Comparison::paired) {
+        lines.push_back(std::string("Standard errors of differences: ") + pairedErrorWord);
+        lines.push_back(pairedCasesHeading(question));
+    }
     return lines;
 }
 
-std::vector<Fact> factsOf(const Question& question)
+std::vector<Fact> factsOf(const Question& question, const CaseLabels& labels)
 {
-    std::vector<Fact> facts = questionFacts(question);
+    std::vector<Fact> facts = questionFacts(question, labels);
     if (question.grouping)
         facts.emplace_back("group", question.grouping->column);
     if (!question.by.empty())
@@ -193,7 +170,11 @@ std::vector<Fact> factsOf(const Question& question)
     const bool paired = question.comparison == Comparison::paired;
     if (question.comparison != Comparison::none)
         facts.emplace_back("comparison", paired ? "paired" : "independent");
-    addInference(facts, paired ? pairedErrorWord : standardErrorWord(question.biNegative), question.level);
+    if (paired)
+        facts.emplace_back("cases", pairedCasesWord(question));
+    addInference(facts, standardErrorWord(question), question);
+    if (paired)
+        facts.emplace_back("standard_error_difference", pairedErrorWord);
     return facts;
 }
 
@@ -230,12 +211,14 @@ long long Analysis::cases(long long RowCounts::*state) const
 Document analysisDocument(const Analysis& analysis)
 {
     const Question& question = analysis.question;
-    Document document{.command = "analyze", .heading = headingOf(question), .question = factsOf(question)};
+    Document document{.command = "analyze",
+                      .heading = headingOf(question, *analysis.labels),
+                      .question = factsOf(question, *analysis.labels)};
     document.parts.push_back({"cases", "Cases", caseTable(analysis)});
     if (anyValue(analysis, [](const Results& results) { return !results.tests.empty(); }))
         document.parts.push_back({"areas", "Areas under the ROC curves", areaTable(analysis)});
     if (anyValue(analysis, [](const Results& results) { return !results.differences.empty(); }))
-        document.parts.push_back({"comparisons", "Differences between the areas", comparisonTable(analysis)});
+        document.parts.push_back(comparisonPart(analysis));
     if (analysis.bestTable && analysis.anyResult())
         document.parts.push_back({"best_cut_offs", "Best cut-offs by Youden's index: sensitivity + specificity - 1",
                                   bestCutOffTable(analysis)});
@@ -244,21 +227,26 @@ Document analysisDocument(const Analysis& analysis)
 
 Table curvePoints(const Analysis& analysis)
 {
-    return tableOf(analysis, joined({testColumns, curveColumns}), [](const Results& results, TableMaker& table) {
-        for (const auto& [area, roc, precisionRecall, best] : results.tests)
-            for (std::size_t i = 0; i < roc.size(); ++i)
-                table.add({area.test, groupOf(area)}, {roc.cutOffs[i], roc.sensitivity[i], roc.specificity[i]});
+    return tableOf(analysis, perTest(analysis.question, curveColumns), [](const Results& results, TableMaker& table) {
+        for (const TestResult& test : results.tests)
+            for (std::size_t i = 0; i < test.roc.size(); ++i) {
+                const CutOff point = test.roc.at(i);
+                table.add({test.area.test, groupOf(test.area), cutOffCell(test, point), point.sensitivity,
+                           point.specificity});
+            }
     });
 }
 
 Table precisionRecallPoints(const Analysis& analysis)
 {
-    return tableOf(analysis, joined({testColumns, precisionRecallColumns}),
+    return tableOf(analysis, perTest(analysis.question, precisionRecallColumns),
                    [](const Results& results, TableMaker& table) {
-                       for (const auto& [area, roc, curve, best] : results.tests)
+                       for (const TestResult& test : results.tests) {
+                           const PrecisionRecallCurve& curve = test.precisionRecall;
                            for (std::size_t i = 0; i < curve.size(); ++i)
-                               table.add({area.test, groupOf(area)},
-                                         {curve.recall[i], curve.precision[i], double(curve.interpolated[i])});
+                               table.add({test.area.test, groupOf(test.area), precisionRecallCutOff(test, i),
+                                          curve.recall[i], curve.precision[i], double(curve.interpolated[i])});
+                       }
                    });
 }
 

@@ -1,27 +1,22 @@
 #include "cli/output/Documents.h"
 #include "cli/output/questionWords.h"
-#include "cli/output/resultColumns.h"
+#include "cli/output/resultTables.h"
 
 namespace vexroc {
-
-namespace {
-
-constexpr std::array caseColumns{testColumn, stateColumns[0], stateColumns[1],
-                                 TableColumn{"left_out", "left out", CellRole::count}};
-
-} // namespace
 
 Document areaDocument(const Question& question, const Results& results)
 {
     Document document{.command = "auc",
-                      .heading = {"Area under the ROC curve", questionHeading(question),
-                                  standardErrorHeading(question.biNegative, question.level)},
-                      .question = questionFacts(question)};
-    addInference(document.question, standardErrorWord(question.biNegative), question.level);
-    Table table(joined({caseColumns, areaColumns}));
-    for (const auto& [area, roc, precisionRecall, best] : results.tests)
-        table.addRow({area.test, double(area.positive), double(area.negative), double(area.leftOut), area.area,
-                      area.stdError, area.significance, area.lower, area.upper});
+                      .heading = {"Area under the ROC curve", questionHeading(question, *results.labels),
+                                  standardErrorHeading(question)},
+                      .question = questionFacts(question, *results.labels)};
+    addInference(document.question, standardErrorWord(question), question);
+    Table table(joined({std::span(&testColumn, 1), areaColumns(false)}));
+    for (const TestResult& test : results.tests) {
+        std::vector<Table::Value> row{test.area.test};
+        addAreaCells(test.area, false, row);
+        table.addRow(row);
+    }
     document.parts.push_back({"areas", "", std::move(table)});
     return document;
 }

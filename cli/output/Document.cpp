@@ -2,35 +2,66 @@
 
 #include "cli/output/Json.h"
 #include "cli/output/TableForms.h"
+#include "cli/words/Failure.h"
 #include "cli/words/version.h"
 
 #include <nlohmann/json.hpp>
+
+#include <algorithm>
 
 namespace vexroc {
 
 namespace {
 
-std::string textOf(const Document& document)
+/// The part of a line up to where it may be broken: behind a comma or semicolon before a blank.
+std::string_view firstPart(std::string_view line)
+{
+    const std::size_t end = std::min(line.find(", "), line.find("; "));
+    return end == std::string_view::npos ? line : line.substr(0, end + 1);
+}
+
+/// The line, broken where it is wider than that.
+std::string broken(std::string_view line, std::size_t width)
+{
+    constexpr std::string_view indent = "\n ";
+    std::string text;
+    std::size_t used = 0;
+    while (!line.empty()) {
+        const std::string_view part = firstPart(line);
+        if (used > 0 && used + displayWidth(part) > width) {
+            text += indent;
+            used = indent.size() - 1;
+        }
+        text += part;
+        used += displayWidth(part);
+        line.remove_prefix(part.size());
+    }
+    return text + '\n';
+}
+
+std::string textOf(const Document& document, std::size_t width)
 {
     std::string text;
     for (const std::string& line : document.heading)
-        text += line + '\n';
+        text += broken(line, width);
     for (const Document::Part& part : document.parts) {
         text += '\n';
         if (!part.title.empty())
-            text.append(part.title) += '\n';
-        writeText(part.table, text);
+            text += part.title + '\n';
+        writeText(part.table, width, text);
     }
+    text += document.closing.empty() ? "" : "\n";
+    for (const std::string& line : document.closing)
+        text += line + '\n';
     return text;
 }
 
 std::string csvOf(const Document& document)
 {
+    if (document.parts.size() > 1)
+        throw severalTables();
     std::string text;
-    for (const Document::Part& part : document.parts) {
-        text += text.empty() ? "" : "\n";
-        writeCsv(part.table, text);
-    }
+    writeCsv(document.parts.front().table, text);
     return text;
 }
 
@@ -68,14 +99,20 @@ std::string jsonOf(const Document& document, const Remarks& remarks)
 
 } // namespace
 
-std::string spelled(const Document& document, const Remarks& remarks, DocumentForm form)
+Failure severalTables()
+{
+    return usageError("--format csv is one table, and the answer has several: --tables FOLDER writes each of them to a "
+                      "file of its own as CSV, --format json holds all");
+}
+
+std::string spelled(const Document& document, const Remarks& remarks, DocumentForm form, std::size_t width)
 {
     switch (form) {
     case DocumentForm::csv: return csvOf(document);
     case DocumentForm::json: return jsonOf(document, remarks);
     case DocumentForm::text: break;
     }
-    return textOf(document);
+    return textOf(document, width);
 }
 
 } // namespace vexroc

@@ -2,6 +2,7 @@
 
 #include "cli/output/Table.h"
 #include "cli/study/Remarks.h"
+#include "cli/words/Failure.h"
 
 #include <string>
 #include <string_view>
@@ -21,16 +22,21 @@ using Fact = std::pair<std::string_view, std::variant<std::string, double, std::
 struct Document {
     struct Part {
         std::string_view member; ///< in JSON
-        std::string_view title;  ///< for people; empty where the heading says it
+        std::string title;       ///< for people; empty where the heading says it
         Table table;
     };
     std::string_view command;
     std::vector<std::string> heading; ///< lines for people
     std::vector<Fact> question;       ///< the same for programs
     std::vector<Part> parts = {};
+    std::vector<std::string> closing = {}; ///< lines for people behind the parts
 };
 
-/// Heading and tables for people, the tables as CSV, or one JSON document with the notes and cautions.
-std::string spelled(const Document& document, const Remarks& remarks, DocumentForm form);
+/// The usage error for several tables as CSV.
+Failure severalTables();
+
+/// Heading and tables for people in lines of so many places, the table as CSV, or one JSON document with the notes and
+/// cautions. Throws a usage error for several tables as CSV.
+std::string spelled(const Document& document, const Remarks& remarks, DocumentForm form, std::size_t width);
 
 } // namespace vexroc

@@ -5,6 +5,7 @@
 #include "cli/study/Results.h"
 #include "cli/study/Study.h"
 
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -25,7 +26,8 @@ Document precisionRecallDocument(const Question& question, const Results& result
 struct Analysis {
     const Question& question;
     std::vector<ValueResults> values = {}; ///< with one value, the empty text, when the question has no column `by`
-    bool bestTable = false;                ///< with the best cut-offs
+    std::shared_ptr<const CaseLabels> labels = {};
+    bool bestTable = false; ///< with the best cut-offs
 
     [[nodiscard]] bool anyResult() const;
     /// Why there is no result at all: of the last value that failed, when all did.
@@ -39,7 +41,8 @@ Document analysisDocument(const Analysis& analysis);
 Table curvePoints(const Analysis& analysis);
 Table precisionRecallPoints(const Analysis& analysis);
 
-/// "Positive: diagnosis = malignant; larger values are more positive"
-std::string questionHeading(const Question& question);
+/// "Positive: diagnosis = malignant (212); negative: benign (357); larger values are more positive", with the rows that
+/// hold each value.
+std::string questionHeading(const Question& question, const CaseLabels& labels);
 
 } // namespace vexroc

@@ -8,7 +8,8 @@
 namespace vexroc {
 
 Table::Table(std::span<const TableColumn> columns)
-    : columns_(columns.begin(), columns.end()), numbers_(columns.size()), names_(columns.size())
+    : columns_(columns.begin(), columns.end()), numbers_(columns.size()), readings_(columns.size()),
+      names_(columns.size())
 {
 }
 
@@ -22,6 +23,12 @@ void Table::addRow(std::span<const Value> values)
             names_[c].push_back(nameIndex(std::get<std::string_view>(values[c])));
             continue;
         }
+        if (columns_[c].role == CellRole::cutOff) {
+            const auto& [value, reading] = std::get<CutOffCell>(values[c]);
+            numbers_[c].push_back(value);
+            readings_[c].push_back(reading);
+            continue;
+        }
         numbers_[c].push_back(text ? std::numeric_limits<double>::quiet_NaN() : std::get<double>(values[c]));
         if (text)
             textsForNumbers_[{rows_, c}] = nameIndex(*text);
@@ -33,6 +40,8 @@ Table::Value Table::at(std::size_t row, std::size_t column) const
 {
     if (columns_[column].role == CellRole::name)
         return std::string_view(texts_[names_[column][row]]);
+    if (columns_[column].role == CellRole::cutOff)
+        return CutOffCell{numbers_[column][row], readings_[column][row]};
     if (!textsForNumbers_.empty())
         if (const auto text = textsForNumbers_.find({row, column}); text != textsForNumbers_.end())
             return std::string_view(texts_[text->second]);
@@ -47,11 +56,11 @@ std::uint32_t Table::nameIndex(std::string_view name)
     return textIndex_.emplace(name, static_cast<std::uint32_t>(texts_.size() - 1)).first->second;
 }
 
-std::vector<TableColumn> inPanel(int panel, std::span<const TableColumn> columns)
+std::vector<TableColumn> asPart(int part, std::span<const TableColumn> columns)
 {
     std::vector<TableColumn> moved(columns.begin(), columns.end());
     for (TableColumn& column : moved)
-        column.panel = panel;
+        column.part = part;
     return moved;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/study/CutOffReading.h"
 #include "cli/words/Readable.h"
 
 #include <cstddef>
@@ -17,22 +18,31 @@ namespace vexroc {
 
 struct TableColumn {
     std::string_view name;  ///< in CSV and JSON
-    std::string_view title; ///< for people
+    std::string_view title; ///< for people; empty: not for them
     CellRole role;
-    int panel = 0; ///< for people a wide table is set as panels below each other; columns of panel 0 stand in each
+    int part = 0; ///< for people: columns of one part stay together where a wide table is set as several panels
+    bool unlessZero = false; ///< for people only where a number in it is not 0
+};
+
+/// A cut-off with what it takes to say it in words.
+struct CutOffCell {
+    double value;
+    CutOffReading reading;
 };
 
 /// Rows of results: names and numbers, kept as they are and spelled by whoever writes them, in whatever form.
 ///
-/// Memory: eight bytes for a number, four for a name, and each name once; a curve has millions of rows.
+/// Memory: eight bytes for a number, twelve for a cut-off, four for a name, and each name once; a curve has millions of
+/// rows.
 class Table {
 public:
-    /// A cell: text for names, a number for the others. A text may stand where a number cannot be told ("more than").
-    using Value = std::variant<std::string_view, double>;
+    /// A cell: text for names, cut-offs, a number for the others. A text may stand where a number cannot be told ("more
+    /// than").
+    using Value = std::variant<std::string_view, double, CutOffCell>;
 
     explicit Table(std::span<const TableColumn> columns);
 
-    /// One value per column; NaN for what is not known.
+    /// One value per column; NaN for what is not known, and for a cut-off where there is none.
     void addRow(std::span<const Value> values);
     void addRow(std::initializer_list<Value> values) { addRow(std::span(values.begin(), values.size())); }
 
@@ -45,30 +55,16 @@ private:
 
     std::vector<TableColumn> columns_;
     std::size_t rows_ = 0;
-    std::vector<std::vector<double>> numbers_;      ///< per column; empty for names
-    std::vector<std::vector<std::uint32_t>> names_; ///< per column of names: index into texts_
+    std::vector<std::vector<double>> numbers_;         ///< per column; empty for names
+    std::vector<std::vector<CutOffReading>> readings_; ///< per column of cut-offs
+    std::vector<std::vector<std::uint32_t>> names_;    ///< per column of names: index into texts_
     std::vector<std::string> texts_;
     std::map<std::string, std::uint32_t, std::less<>> textIndex_;
     std::map<std::pair<std::size_t, std::size_t>, std::uint32_t> textsForNumbers_; ///< by (row, column); few
 };
 
-/// Columns as one panel of a wide table.
-std::vector<TableColumn> inPanel(int panel, std::span<const TableColumn> columns);
+/// Columns as one part of a wide table.
+std::vector<TableColumn> asPart(int part, std::span<const TableColumn> columns);
 std::vector<TableColumn> joined(std::initializer_list<std::span<const TableColumn>> parts);
-
-/// The cells of one row, as they are put together.
-class Row {
-public:
-    Row(std::initializer_list<std::string_view> names) : values_(names.begin(), names.end()) {}
-    Row& add(std::initializer_list<double> numbers)
-    {
-        values_.insert(values_.end(), numbers.begin(), numbers.end());
-        return *this;
-    }
-    [[nodiscard]] std::span<const Table::Value> values() const noexcept { return values_; }
-
-private:
-    std::vector<Table::Value> values_;
-};
 
 } // namespace vexroc

@@ -1,44 +1,150 @@
 #include "cli/output/questionWords.h"
 
 #include "cli/output/Documents.h"
+#include "cli/words/Letters.h"
 #include "cli/words/Numbers.h"
 #include "cli/words/VisibleText.h"
 
 namespace vexroc {
 
-std::string questionHeading(const Question& question)
+namespace {
+
+/// The values of a state as they are spelled first.
+std::vector<std::string> valuesOf(const CaseLabels& labels, vexroc_state state)
 {
-    return "Positive: " + visible(question.state.column) + " = " + visible(question.state.values.front()) + "; "
-        + question.positiveEnd() + " values are more positive";
+    std::vector<std::string> texts;
+    for (const ColumnLabels::Value& value : labels.state().values())
+        if (value.state == state)
+            texts.push_back(value.text);
+    return texts;
 }
 
-std::vector<Fact> questionFacts(const Question& question)
+/// With its rows; in quotes where blanks would not be seen.
+std::string withRows(const ColumnLabels::Value& value)
 {
-    return {{"input", question.input},
-            {"state", question.state.column},
-            {"positive", std::vector<std::string>{question.state.values.front()}},
-            {"more_positive", question.positiveEnd()},
-            {"equal_to_cut_off", question.equalIsPositive ? "positive" : "negative"}};
+    constexpr std::size_t most = 40; // characters
+    const bool isPlain = trimmed(value.text) == value.text;
+    const std::string text = bothEnds(isPlain ? visible(value.text) : inQuotes(value.text), most);
+    return text + " (" + std::to_string(value.rows) + ')';
 }
 
-void addInference(std::vector<Fact>& facts, const char* standardError, double level)
+/// "malignant (212), suspect (3)".
+std::string withRows(const CaseLabels& labels, vexroc_state state)
+{
+    constexpr int most = 5;
+    std::string list;
+    int count = 0;
+    for (const ColumnLabels::Value& value : labels.state().values())
+        if (value.state == state && ++count <= most)
+            list += (list.empty() ? "" : ", ") + withRows(value);
+    return count > most ? list + " and " + std::to_string(count - most) + " more" : list;
+}
+
+std::string rowsOf(const CaseLabels& labels, vexroc_state state)
+{
+    long long rows = 0;
+    for (const ColumnLabels::Value& value : labels.state().values())
+        rows += value.state == state ? value.rows : 0;
+    return " (" + std::to_string(rows) + ')';
+}
+
+/// "Positive: grade >= 3 (12); negative: grade < 3 (24)".
+std::string cutHeading(const StateQuestion& state, const CaseLabels& labels)
+{
+    const std::string& sign = state.choice.sign;
+    const std::string otherSign = sign == ">=" ? "<" : sign == ">" ? "<=" : sign == "<=" ? ">" : ">=";
+    const auto side = [&](const std::string& s) { return visible(state.column + ' ' + s + ' ' + state.choice.bound); };
+    return "Positive: " + side(sign) + rowsOf(labels, VEXROC_STATE_POSITIVE) + "; negative: " + side(otherSign)
+        + rowsOf(labels, VEXROC_STATE_NEGATIVE);
+}
+
+std::string statesHeading(const StateQuestion& state, const CaseLabels& labels)
+{
+    if (!state.choice.sign.empty())
+        return cutHeading(state, labels);
+    const std::string negative = withRows(labels, VEXROC_STATE_NEGATIVE);
+    const std::string others = withRows(labels, VEXROC_STATE_OTHER);
+    return "Positive: " + visible(state.column) + " = " + withRows(labels, VEXROC_STATE_POSITIVE)
+        + "; negative: " + (negative.empty() ? "none" : negative) + (others.empty() ? "" : "; left out: " + others);
+}
+
+std::string intervalHeading(const Question& question)
+{
+    return "; Wald interval; confidence level " + shortest(question.level);
+}
+
+/// Of the tests that are not like most.
+std::string otherDirections(const Question& question)
+{
+    std::string tests;
+    for (const auto& [test, larger] : question.largerOf)
+        if (larger != question.largerIsPositive)
+            tests += (tests.empty() ? "" : ", ") + visible(test);
+    return tests.empty() ? "" : std::string("; ") + (question.largerIsPositive ? "smaller" : "larger") + " of " + tests;
+}
+
+} // namespace
+
+std::string questionHeading(const Question& question, const CaseLabels& labels)
+{
+    return statesHeading(question.state, labels) + "; " + question.positiveEnd() + " values are more positive"
+        + otherDirections(question);
+}
+
+std::vector<Fact> questionFacts(const Question& question, const CaseLabels& labels)
+{
+    const StateChoice& choice = question.state.choice;
+    std::vector<Fact> facts{{"input", question.input}, {"state", question.state.column}};
+    if (choice.sign.empty()) {
+        facts.emplace_back("positive", valuesOf(labels, VEXROC_STATE_POSITIVE));
+        facts.emplace_back("negative", valuesOf(labels, VEXROC_STATE_NEGATIVE));
+    } else {
+        facts.emplace_back("state_cut", choice.sign + choice.bound);
+    }
+    facts.emplace_back("more_positive", question.positiveEnd());
+    if (!question.largerOf.empty()) {
+        std::vector<std::string> own;
+        for (const auto& [test, larger] : question.largerOf)
+            own.push_back(test + (larger ? ":larger" : ":smaller"));
+        facts.emplace_back("directions", std::move(own));
+    }
+    if (!question.count.empty())
+        facts.emplace_back("count", question.count);
+    facts.emplace_back("equal_to_cut_off", question.equalIsPositive ? "positive" : "negative");
+    return facts;
+}
+
+void addInference(std::vector<Fact>& facts, const char* standardError, const Question& question)
 {
     facts.emplace_back("standard_error", standardError);
-    facts.emplace_back("confidence_level", level);
+    facts.emplace_back("interval", question.interval == IntervalKind::wald ? "wald" : "wald-delong");
+    facts.emplace_back("confidence_level", question.level);
 }
 
-const char* standardErrorWord(bool biNegative) { return biNegative ? "bi-negative exponential" : "nonparametric"; }
-
-std::string standardErrorHeading(bool biNegative, double level)
+const char* standardErrorWord(const Question& question)
 {
-    const std::string assumption =
-        biNegative ? "bi-negative exponential where the states are equally many" : "nonparametric";
-    return "Standard error: " + assumption + "; confidence level " + shortest(level);
+    return question.interval == IntervalKind::waldDelong ? pairedErrorWord
+        : question.biNegative                            ? "bi-negative exponential"
+                                                         : "nonparametric";
 }
 
-std::string pairedErrorHeading(double level)
+std::string standardErrorHeading(const Question& question)
 {
-    return std::string("Standard errors: ") + pairedErrorWord + "; confidence level " + shortest(level);
+    return std::string("Standard error: ") + standardErrorWord(question)
+        + (question.biNegative ? " where the states are equally many" : "") + intervalHeading(question);
+}
+
+std::string pairedErrorHeading(const Question& question)
+{
+    return std::string("Standard errors: ") + pairedErrorWord + intervalHeading(question);
+}
+
+const char* pairedCasesWord(const Question& question) { return question.completeCases ? "complete" : "pairwise"; }
+
+std::string pairedCasesHeading(const Question& question)
+{
+    return std::string("Cases: ") + pairedCasesWord(question) + ", the rows in which "
+        + (question.completeCases ? "all tests" : "both tests of a pair") + " are known";
 }
 
 } // namespace vexroc

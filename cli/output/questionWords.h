@@ -10,15 +10,18 @@ namespace vexroc {
 
 // The parts of a question as documents say them.
 
-std::vector<Fact> questionFacts(const Question& question);
-/// Adds which standard error and which confidence level the results have.
-void addInference(std::vector<Fact>& facts, const char* standardError, double level);
-/// The word for programs: "nonparametric" or "bi-negative exponential".
-const char* standardErrorWord(bool biNegative);
-/// "Standard error: nonparametric; confidence level 0.95"
-std::string standardErrorHeading(bool biNegative, double level);
-/// "Standard errors: DeLong; confidence level 0.95"
-std::string pairedErrorHeading(double level);
+std::vector<Fact> questionFacts(const Question& question, const CaseLabels& labels);
+/// Adds which standard error, interval and confidence level the results have.
+void addInference(std::vector<Fact>& facts, const char* standardError, const Question& question);
+/// The word for programs: "nonparametric", "bi-negative exponential" or "DeLong".
+const char* standardErrorWord(const Question& question);
+/// "Standard error: nonparametric; Wald interval; confidence level 0.95"
+std::string standardErrorHeading(const Question& question);
+/// The same of the differences of tests on the same cases.
+std::string pairedErrorHeading(const Question& question);
+/// "pairwise" or "complete".
+const char* pairedCasesWord(const Question& question);
+std::string pairedCasesHeading(const Question& question);
 constexpr const char* pairedErrorWord = "DeLong";
 
 } // namespace vexroc

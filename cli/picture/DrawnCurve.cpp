@@ -6,7 +6,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <map>
+#include <numeric>
+#include <utility>
 
 namespace vexroc {
 
@@ -29,6 +32,22 @@ void makeDistinct(std::vector<DrawnCurve>& curves, std::string DrawnCurve::*text
     }
 }
 
+/// Drops the smallest areas; of equal ones, those that come last.
+void keepLargest(std::vector<DrawnCurve>& curves)
+{
+    if (curves.size() <= mostDrawnCurves)
+        return;
+    std::vector<std::size_t> order(curves.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::ranges::stable_sort(order, std::greater(), [&](std::size_t c) { return curves[c].area; });
+    order.resize(mostDrawnCurves);
+    std::ranges::sort(order);
+    std::vector<DrawnCurve> kept;
+    for (const std::size_t c : order)
+        kept.push_back(std::move(curves[c]));
+    curves = std::move(kept);
+}
+
 } // namespace
 
 std::string DrawnCurve::areaText() const
@@ -37,13 +56,15 @@ std::string DrawnCurve::areaText() const
     return rounded(area) + (std::isnan(lower) ? "" : " [" + rounded(lower) + ", " + rounded(upper) + "]");
 }
 
-std::string DrawnCurve::cutOffText() const { return best ? readable(best->value, CellRole::measure) : ""; }
+std::string DrawnCurve::cutOffText(const CutOff& point) const
+{
+    return vexroc::cutOffText(point.value, {.positive = callsOf(point, positive, negative)});
+}
 
 std::string prepareForDrawing(std::vector<DrawnCurve>& curves)
 {
     const std::size_t all = curves.size();
-    if (all > mostDrawnCurves)
-        curves.erase(curves.begin() + mostDrawnCurves, curves.end());
+    keepLargest(curves);
     makeDistinct(curves, &DrawnCurve::name);
     constexpr std::size_t longestLegend = 80;
     for (DrawnCurve& curve : curves)
@@ -51,8 +72,8 @@ std::string prepareForDrawing(std::vector<DrawnCurve>& curves)
     makeDistinct(curves, &DrawnCurve::legend);
     if (all == curves.size())
         return "";
-    return "only the first " + std::to_string(curves.size()) + " of " + std::to_string(all)
-        + " curves are drawn; for the others, analyze fewer tests or values at a time";
+    return "only the " + std::to_string(curves.size()) + " largest areas of " + std::to_string(all)
+        + " are drawn; for the others, analyze fewer tests or values at a time";
 }
 
 std::string thinningNote(const std::vector<DrawnCurve>& curves)

@@ -41,14 +41,16 @@ struct DrawnCurve {
 
     /// "0.9375 [0.9170, 0.9580]"
     [[nodiscard]] std::string areaText() const;
-    [[nodiscard]] std::string cutOffText() const; ///< of the best point
+    /// "15.045", or what the cut-off does: "any".
+    [[nodiscard]] std::string cutOffText(const CutOff& point) const;
+    [[nodiscard]] std::string cutOffText() const { return best ? cutOffText(*best) : ""; } ///< of the best point
     [[nodiscard]] double prevalence() const { return double(positive) / double(positive + negative); }
 };
 
 /// More curves than these nobody tells apart.
 constexpr std::size_t mostDrawnCurves = 100;
 
-/// Drops the curves behind the first mostDrawnCurves and gives each of the others a name and a legend of its own: names
+/// Keeps the mostDrawnCurves largest areas, in their order, and gives each of the others a name and a legend of its own: names
 /// that are shown alike get numbers. Says what was dropped; empty where nothing was.
 std::string prepareForDrawing(std::vector<DrawnCurve>& curves);
 

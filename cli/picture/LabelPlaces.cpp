@@ -30,9 +30,9 @@ bool overlap(const Box& a, const Box& b)
     return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
 }
 
-bool isInsideAxes(const Box& box)
+bool isInside(double side, const Box& box)
 {
-    return box.left >= edge && box.top >= edge && box.right <= panelSide - edge && box.bottom <= panelSide - edge;
+    return box.left >= edge && box.top >= edge && box.right <= side - edge && box.bottom <= side - edge;
 }
 
 /// Widths of characters in the widest of the fonts that stand for sans-serif, in units of the font size.
@@ -134,7 +134,7 @@ std::optional<PlacedLabel> LabelPlaces::along(double y, const std::string& text)
     constexpr double step = 6;
     const double halfWidth = textWidth(text, smallTextSize) / 2 + 3;
     for (const double side : {-1.0, 1.0}) {
-        for (double x = edge + halfWidth; x <= panelSide; x += step) {
+        for (double x = edge + halfWidth; x <= side_; x += step) {
             const Box box = labelBox({x, y + side * (gap + labelHeight / 2)}, text);
             if (!isFree(box))
                 continue;
@@ -150,7 +150,7 @@ bool LabelPlaces::isFree(const Box& box) const
     constexpr double air = 2; // between a label and a line
     const Box wide{box.left - air, box.top - air, box.right + air, box.bottom + air};
     const auto covers = [&](const Box& other) { return overlap(wide, other); };
-    return isInsideAxes(box) && std::ranges::none_of(taken_, covers)
+    return isInside(side_, box) && std::ranges::none_of(taken_, covers)
         && !anyPart(lines_, [&](PathPoint a, PathPoint b) { return crosses(wide, a, b); });
 }
 

@@ -11,8 +11,6 @@ namespace vexroc {
 
 // Places and lengths are pixels of a panel: from the left and from the top of its axes.
 
-/// A side of a panel, whose axes go from 0 to 1.
-constexpr double panelSide = 440;
 /// Font sizes.
 constexpr int textSize = 13;
 constexpr int smallTextSize = 12;
@@ -43,6 +41,8 @@ struct PlacedLabel {
 /// Finds places inside the axes where a label covers no line, no dot and no other label.
 class LabelPlaces {
 public:
+    /// Of axes that are so long.
+    explicit LabelPlaces(double side) : side_(side) {}
     void avoidLine(const std::vector<PathPoint>& line) { lines_.push_back(line); }
     void avoidDot(PathPoint dot);
 
@@ -55,6 +55,7 @@ private:
     [[nodiscard]] bool isFree(const Box& box) const;
     [[nodiscard]] bool isClear(PathPoint dot, PathPoint end) const;
 
+    double side_;
     std::vector<std::vector<PathPoint>> lines_;
     std::vector<Box> taken_; ///< by dots and labels
 };

@@ -15,37 +15,15 @@ namespace {
 
 using markup::pixels;
 
-constexpr double axesLeft = 64; // of the axes in the panel
-constexpr double axesTop = 40;
 constexpr std::size_t mostLabelled = 4;  // with more curves than these, the legend alone tells numbers
 constexpr std::size_t mostTwoWidths = 8; // with more, lines of two widths confuse
 constexpr const char* grey = "#606060";
-
-PathPoint place(double x, double y) { return {panelSide * x, panelSide * (1.0 - y)}; }
-PathPoint rocPlace(const CutOff& point) { return place(1.0 - point.specificity, point.sensitivity); }
-PathPoint dotOf(const DrawnCurve& curve) { return rocPlace(*curve.best); }
-
-std::vector<PathPoint> rocLine(const DrawnCurve& curve)
-{
-    std::vector<PathPoint> line;
-    for (const CutOff& point : curve.roc)
-        line.push_back(rocPlace(point));
-    return line;
-}
 
 /// Points without a precision, where nothing is called positive, have no place.
 std::vector<PrecisionRecallPoint> placed(std::vector<PrecisionRecallPoint> points)
 {
     std::erase_if(points, [](const PrecisionRecallPoint& point) { return std::isnan(point.precision); });
     return points;
-}
-
-std::vector<PathPoint> precisionRecallLine(const DrawnCurve& curve)
-{
-    std::vector<PathPoint> line;
-    for (const PrecisionRecallPoint& point : placed(curve.precisionRecall))
-        line.push_back(place(point.recall, point.precision));
-    return line;
 }
 
 std::string attribute(const char* name, const std::string& value)
@@ -79,27 +57,6 @@ std::string pathOf(const std::vector<PathPoint>& line)
     return path;
 }
 
-/// The measured parts of a precision-recall curve; a point alone between interpolated ones becomes a short line.
-std::string measuredPath(const std::vector<PrecisionRecallPoint>& points)
-{
-    std::string path;
-    std::vector<PathPoint> part;
-    const auto endPart = [&] {
-        if (part.size() == 1)
-            part = {{part[0].x - 1, part[0].y}, {part[0].x + 1, part[0].y}};
-        path += pathOf(part);
-        part.clear();
-    };
-    for (const PrecisionRecallPoint& point : points) {
-        if (point.measured)
-            part.push_back(place(point.recall, point.precision));
-        else
-            endPart();
-    }
-    endPart();
-    return path;
-}
-
 std::string linePath(const std::string& d, double width, const std::string& dashes)
 {
     return "<path" + attribute("d", d) + attribute("stroke-width", pixels(width)) + dashes + "/>\n";
@@ -110,10 +67,10 @@ std::string dashedLine(PathPoint from, PathPoint to)
     return "<line" + at("x1", "y1", from) + at("x2", "y2", to) + " stroke-dasharray=\"4 4\"/>\n";
 }
 
-std::string cutOffText(const CutOff& point)
+std::string pointText(const DrawnCurve& curve, const CutOff& point)
 {
     return std::to_string(point.falsePositive) + " " + std::to_string(point.truePositive) + " "
-        + readable(point.value, CellRole::measure);
+        + curve.cutOffText(point);
 }
 
 // What the page's script reads: "false positives, true positives, cut-off" of a point that stands for a cut-off,
@@ -123,7 +80,7 @@ std::string rocData(const DrawnCurve& curve)
 {
     std::string data;
     for (const CutOff& point : curve.roc)
-        data.append(data.empty() ? "" : ";").append(cutOffText(point));
+        data.append(data.empty() ? "" : ";").append(pointText(curve, point));
     return data;
 }
 
@@ -133,7 +90,7 @@ std::string precisionRecallData(const DrawnCurve& curve)
     std::string data;
     for (const auto& [precision, recall, measured] : placed(curve.precisionRecall))
         data.append(data.empty() ? "" : ";")
-            .append(measured ? cutOffText(*measured) : rate(recall) + " " + rate(precision));
+            .append(measured ? pointText(curve, *measured) : rate(recall) + " " + rate(precision));
     return data;
 }
 
@@ -160,18 +117,10 @@ std::vector<PrevalenceLine> prevalenceLines(const std::vector<DrawnCurve>& curve
     return lines;
 }
 
-/// The start of an element that belongs to a curve; to several without one.
-std::string groupOf(const std::optional<std::size_t>& curve)
-{
-    if (!curve)
-        return std::string("<g") + attribute("color", grey) + " class=\"soft\">";
-    return "<g " + markup::colourOf(*curve) + attribute("data-curve", std::to_string(*curve)) + ">";
-}
-
 /// Draws the panels of one drawing.
 class Painter {
 public:
-    Painter(const Drawing& drawing, PanelUse use) : curves_(drawing.curves), use_(use) {}
+    Painter(const Drawing& drawing, const PanelStyle& style) : curves_(drawing.curves), style_(style) {}
 
     Panel roc()
     {
@@ -184,7 +133,7 @@ public:
         addCutOffLabels();
         addDots();
         if (std::ranges::all_of(curves_, [](const DrawnCurve& curve) { return curve.roc.empty(); }))
-            addText("no curve to draw", panelSide / 2, panelSide / 4,
+            addText("no curve to draw", style_.side / 2, style_.side / 4,
                     " class=\"ink\" font-size=\"13\" text-anchor=\"middle\"");
         return end(std::move(panel));
     }
@@ -204,6 +153,63 @@ public:
     }
 
 private:
+    [[nodiscard]] PathPoint place(double x, double y) const { return {style_.side * x, style_.side * (1.0 - y)}; }
+    [[nodiscard]] PathPoint rocPlace(const CutOff& point) const
+    {
+        return place(1.0 - point.specificity, point.sensitivity);
+    }
+    [[nodiscard]] PathPoint dotOf(const DrawnCurve& curve) const { return rocPlace(*curve.best); }
+
+    [[nodiscard]] std::vector<PathPoint> rocLine(const DrawnCurve& curve) const
+    {
+        std::vector<PathPoint> line;
+        for (const CutOff& point : curve.roc)
+            line.push_back(rocPlace(point));
+        return line;
+    }
+
+    [[nodiscard]] std::vector<PathPoint> precisionRecallLine(const DrawnCurve& curve) const
+    {
+        std::vector<PathPoint> line;
+        for (const PrecisionRecallPoint& point : placed(curve.precisionRecall))
+            line.push_back(place(point.recall, point.precision));
+        return line;
+    }
+
+    /// The measured parts of a precision-recall curve; a point alone between interpolated ones becomes a short line.
+    [[nodiscard]] std::string measuredPath(const std::vector<PrecisionRecallPoint>& points) const
+    {
+        std::string path;
+        std::vector<PathPoint> part;
+        const auto endPart = [&] {
+            if (part.size() == 1)
+                part = {{part[0].x - 1, part[0].y}, {part[0].x + 1, part[0].y}};
+            path += pathOf(part);
+            part.clear();
+        };
+        for (const PrecisionRecallPoint& point : points) {
+            if (point.measured)
+                part.push_back(place(point.recall, point.precision));
+            else
+                endPart();
+        }
+        endPart();
+        return path;
+    }
+
+    [[nodiscard]] std::string colourOf(std::size_t curve) const
+    {
+        return style_.grey ? markup::greyOf(curve) : markup::colourOf(curve);
+    }
+
+    /// The start of an element that belongs to a curve; to several without one.
+    [[nodiscard]] std::string groupOf(const std::optional<std::size_t>& curve) const
+    {
+        if (!curve)
+            return std::string("<g") + attribute("color", grey) + " class=\"soft\">";
+        return "<g " + colourOf(*curve) + attribute("data-curve", std::to_string(*curve)) + ">";
+    }
+
     [[nodiscard]] double width() const { return curves_.size() > mostTwoWidths ? 1.5 : 2.0; }
 
     void addText(std::string_view text, double x, double y, const char* more)
@@ -214,29 +220,31 @@ private:
     /// Grid, frame and the words around them. Places are those of the axes.
     void begin(const Panel& panel)
     {
-        svg_ = "<g transform=\"translate(" + pixels(axesLeft) + " " + pixels(axesTop) + ")\" class=\"axes\">\n";
+        svg_ =
+            "<g transform=\"translate(" + pixels(style_.left()) + " " + pixels(style_.top()) + ")\" class=\"axes\">\n";
         std::string grid;
         std::string ticks;
         constexpr std::array shares{"0.0", "0.2", "0.4", "0.6", "0.8", "1.0"};
         constexpr int steps = shares.size() - 1;
         for (int i = 0; i <= steps; ++i) {
-            const double from = panelSide * i / steps;
-            const std::string side = pixels(panelSide);
+            const double from = style_.side * i / steps;
+            const std::string side = pixels(style_.side);
             grid += "M0 " + pixels(from) + "H" + side + "M" + pixels(from) + " 0V" + side;
             ticks += "M-5 " + pixels(from) + "H0M" + pixels(from) + " " + side + "v5";
         }
         svg_ += "<path class=\"grid\" stroke=\"#e4e4e4\" d=\"" + grid
             + "\"/>\n<path class=\"frame\" fill=\"none\" "
               "stroke=\"#606060\" d=\"M0 0V"
-            + pixels(panelSide) + "H" + pixels(panelSide) + ticks + "\"/>\n";
+            + pixels(style_.side) + "H" + pixels(style_.side) + ticks + "\"/>\n";
         svg_ += "<g class=\"ink\" font-size=\"13\" text-anchor=\"middle\">\n";
         for (int i = 0; i <= steps; ++i) {
-            addText(shares[i], panelSide * i / steps, panelSide + 21, "");
-            addText(shares[i], -9, panelSide * (steps - i) / steps + 4.5, " text-anchor=\"end\"");
+            addText(shares[i], style_.side * i / steps, style_.side + 21, "");
+            addText(shares[i], -9, style_.side * (steps - i) / steps + 4.5, " text-anchor=\"end\"");
         }
-        addText(panel.title, panelSide / 2, -14, " font-size=\"15\" font-weight=\"bold\"");
-        addText(panel.x, panelSide / 2, panelSide + 45, "");
-        addText(panel.y, -panelSide / 2, -42, " transform=\"rotate(-90)\"");
+        if (style_.titles)
+            addText(panel.title, style_.side / 2, -14, " font-size=\"15\" font-weight=\"bold\"");
+        addText(panel.x, style_.side / 2, style_.side + 45, "");
+        addText(panel.y, -style_.side / 2, -42, " transform=\"rotate(-90)\"");
         svg_ += "</g>\n";
     }
 
@@ -263,12 +271,12 @@ private:
     void addCurve(std::size_t c, std::string (*dataOf)(const DrawnCurve&), const std::string& paths)
     {
         std::string more;
-        if (use_ == PanelUse::explored)
+        if (style_.use == PanelUse::explored)
             more = attribute("data-name", markup::text(curves_[c].name))
                 + attribute("data-positive", std::to_string(curves_[c].positive))
                 + attribute("data-negative", std::to_string(curves_[c].negative))
                 + attribute("data-points", dataOf(curves_[c]));
-        svg_ += "<g " + markup::colourOf(c) + attribute("data-curve", std::to_string(c)) + more
+        svg_ += "<g " + colourOf(c) + attribute("data-curve", std::to_string(c)) + more
             + " fill=\"none\" stroke=\"currentColor\" stroke-linejoin=\"round\">\n" + paths + "</g>\n";
     }
 
@@ -308,7 +316,7 @@ private:
     {
         if (curves_.size() > mostLabelled)
             return;
-        LabelPlaces room;
+        LabelPlaces room(style_.side);
         room.avoidLine({place(0, 0), place(1, 1)});
         std::vector<std::size_t> dotted; // from the top; one for all that have the same to say of the same dot
         for (std::size_t c = 0; c < curves_.size(); ++c) {
@@ -344,7 +352,7 @@ private:
     {
         if (lines.size() > mostLabelled)
             return;
-        LabelPlaces places;
+        LabelPlaces places(style_.side);
         for (const DrawnCurve& curve : curves_)
             places.avoidLine(precisionRecallLine(curve));
         for (const PrevalenceLine& line : lines)
@@ -357,15 +365,15 @@ private:
     }
 
     const std::vector<DrawnCurve>& curves_;
-    PanelUse use_;
+    const PanelStyle& style_;
     std::string svg_;
 };
 
 } // namespace
 
-std::vector<Panel> panelsOf(const Drawing& drawing, PanelUse use)
+std::vector<Panel> panelsOf(const Drawing& drawing, const PanelStyle& style)
 {
-    Painter painter(drawing, use);
+    Painter painter(drawing, style);
     std::vector<Panel> panels{painter.roc()};
     if (drawing.hasPrecisionRecall())
         panels.push_back(painter.precisionRecall());

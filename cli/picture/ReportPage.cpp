@@ -47,11 +47,12 @@ std::string figures(const Drawing& drawing)
 {
     constexpr double edge = 8; // of a panel, that a page needs not
     std::string html = "<div id=\"curves\">\n";
-    for (const Panel& panel : panelsOf(drawing, PanelUse::explored))
-        html += "<svg viewBox=\"" + pixels(edge) + " 0 " + pixels(panelWidth - 2 * edge) + " " + pixels(panelHeight)
-            + "\" role=\"img\" aria-label=\"" + std::string(panel.title) + ": " + std::string(panel.y) + " against "
-            + std::string(panel.x) + ", one line per curve of the legend; the tables below tell the numbers\">\n"
-            + panel.svg + "</svg>\n";
+    const PanelStyle style{.use = PanelUse::explored};
+    for (const Panel& panel : panelsOf(drawing, style))
+        html += "<svg viewBox=\"" + pixels(edge) + " 0 " + pixels(style.width() - 2 * edge) + " "
+            + pixels(style.height()) + "\" role=\"img\" aria-label=\"" + std::string(panel.title) + ": "
+            + std::string(panel.y) + " against " + std::string(panel.x)
+            + ", one line per curve of the legend; the tables below tell the numbers\">\n" + panel.svg + "</svg>\n";
     return html + "</div>\n";
 }
 

@@ -13,6 +13,8 @@ namespace {
 // The last is that of text: on dark a page turns it round.
 constexpr std::array colours{"#0072B2", "#D55E00", "#009E73", "#CC79A7", "#000000"};
 // The counts of colours and dashes share no factor: 40 curves pass before a pair of them comes again.
+// With these, 24.
+constexpr std::array greys{"#000000", "#6c6c6c", "#969696"};
 constexpr std::array dashes{"", "9 4", "2.5 2.5", "12 3 2.5 3", "5 2.5", "16 3 2.5 3 2.5 3", "20 5", "7 2.5 2.5 2.5"};
 
 } // namespace
@@ -44,6 +46,8 @@ std::string colourOf(std::size_t curve)
     const std::size_t colour = curve % colours.size();
     return "class=\"c" + std::to_string(colour) + "\" color=\"" + colours[colour] + "\"";
 }
+
+std::string greyOf(std::size_t curve) { return std::string("color=\"") + greys[curve % greys.size()] + "\""; }
 
 std::string dashesOf(std::size_t curve)
 {

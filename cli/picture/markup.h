@@ -17,6 +17,9 @@ std::string text(std::string_view visibleText);
 /// element take by the name currentColor, and a class for pages, which may colour it otherwise on dark.
 std::string colourOf(std::size_t curve);
 
+/// The same of a picture without colour.
+std::string greyOf(std::size_t curve);
+
 /// The attribute for the dashes of a curve; empty for a line without any.
 std::string dashesOf(std::size_t curve);
 

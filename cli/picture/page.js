@@ -10,7 +10,7 @@ function pointOf({name, positive, negative}, isRoc, text) {
   const parts = text.split(' ');
   const place = (x, y) => ({x: x * side, y: (1 - y) * side});
   if (parts.length === 2) // interpolated: it stands for no cut-off and has no counts
-    return {...place(...parts), lines: [['curve', name], ['cut-off', 'none: interpolated'], ['recall', parts[0]],
+    return {...place(...parts), lines: [['curve', name], ['cut-off', 'no cut-off: interpolated'], ['recall', parts[0]],
       ['precision', parts[1]]]};
   const [fp, tp] = parts.map(Number);
   const [tn, fn, sensitivity, precision] = [negative - fp, positive - tp, tp / positive, tp / (tp + fp)];

@@ -1,5 +1,6 @@
 #include "cli/sources/Input.h"
 
+#include "cli/sources/DecodedSource.h"
 #include "cli/sources/FileSource.h"
 #include "cli/sources/PackedSource.h"
 #include "cli/sources/PostgresReader.h"
@@ -26,15 +27,16 @@ void readInput(const Input& input, const Surroundings& surroundings, RowSink& si
     if (input.kind == Input::Kind::sqlite)
         return input.table.empty() ? readSqliteQuery(input.place, input.query, surroundings.progress, sink)
                                    : readSqliteTable(input.place, input.table, surroundings.progress, sink);
-    const std::unique_ptr<ByteSource> text = unpacked(openSource(input.place, surroundings.standardInput));
+    const std::unique_ptr<ByteSource> text =
+        decoded(unpacked(openSource(input.place, surroundings.standardInput)), input.form.encoding);
     WatchedSource watched(*text, surroundings.progress, sink);
-    readDelimited(watched, input.form, sink);
+    readDelimited(watched, input.form, sink, surroundings.call);
 }
 
 DataTable readTable(const Input& input, const Surroundings& surroundings, std::span<const ColumnRequest> requests,
                     OtherColumns others)
 {
-    TableBuilder builder(requests, others);
+    TableBuilder builder(requests, others, input.missingWords);
     readInput(input, surroundings, builder);
     return builder.finish();
 }

@@ -6,6 +6,7 @@
 #include "cli/study/RowSink.h"
 #include "cli/system/Surroundings.h"
 
+#include <memory>
 #include <span>
 #include <string>
 
@@ -17,6 +18,7 @@ struct Input {
     Kind kind = Kind::delimited;
     std::string place; ///< file, "-" for standard input; database file; connection
     TextForm form;     ///< of delimited text
+    std::shared_ptr<const MissingWords> missingWords = std::make_shared<MissingWords>();
     std::string table;
     std::string query; ///< empty with a table
 

@@ -1,5 +1,6 @@
 #include "cli/sources/PackedSource.h"
 
+#include "cli/sources/LookedAtSource.h"
 #include "cli/system/Library.h"
 #include "cli/words/Failure.h"
 
@@ -19,36 +20,6 @@ namespace {
 
 constexpr std::size_t blockSize = std::size_t{128} << 10;
 constexpr std::size_t longestMark = 6; ///< bytes that tell a format, at most
-
-/// A source and what was read of it to see what it is.
-class LookedAtSource final : public ByteSource {
-public:
-    explicit LookedAtSource(std::unique_ptr<ByteSource> source) : ByteSource(source->name()), source_(std::move(source))
-    {
-        // A pipe may give bytes one by one.
-        std::array<char, longestMark> mark{};
-        std::size_t length = longestMark;
-        while (length > 0 && front_.size() < longestMark) {
-            length = source_->read(std::span(mark).first(longestMark - front_.size()));
-            front_.append(mark.data(), length);
-        }
-    }
-
-    [[nodiscard]] std::string_view front() const noexcept { return front_; }
-    std::size_t read(std::span<char> block) override
-    {
-        if (front_.empty())
-            return source_->read(block);
-        const std::size_t length = front_.copy(block.data(), block.size());
-        front_.erase(0, length);
-        return length;
-    }
-    [[nodiscard]] std::optional<double> shareRead() const noexcept override { return source_->shareRead(); }
-
-private:
-    std::unique_ptr<ByteSource> source_;
-    std::string front_;
-};
 
 /// Packed bytes in, unpacked bytes out; and what may be wrong with them.
 class PackedSource : public ByteSource {
@@ -277,7 +248,7 @@ bool isBzip2(std::string_view front)
 std::unique_ptr<ByteSource> unpacked(std::unique_ptr<ByteSource> source)
 {
     using namespace std::string_view_literals;
-    auto looked = std::make_unique<LookedAtSource>(std::move(source));
+    auto looked = std::make_unique<LookedAtSource>(std::move(source), longestMark);
     const std::string_view front = looked->front();
     if (front.starts_with("\x1F\x8B"))
         return std::make_unique<GzipSource>(std::move(looked));

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "cli/study/ColumnLabels.h"
 #include "cli/study/DataTable.h"
-#include "cli/study/ValueChoice.h"
+#include "cli/words/CallLine.h"
 
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -21,6 +23,21 @@ struct Grouping {
     By by = By::twoValues;
     std::vector<std::string> selected = {}; ///< two for By::selected
     double cut = 0.0;                       ///< for By::cut
+
+    [[nodiscard]] bool isOfWords() const noexcept { return by == By::twoValues || by == By::selected; }
+};
+
+/// The state column, and which of its values are positive and negative.
+struct StateQuestion {
+    std::string column;
+    StateChoice choice;
+    /// What "grade>=3" may mean as well: a column grade, cut at 3. It holds where there is no column `column`.
+    struct Cut {
+        std::string column;
+        std::string sign;
+        std::string bound;
+    };
+    std::optional<Cut> otherwise = {};
 };
 
 enum class Comparison {
@@ -29,28 +46,42 @@ enum class Comparison {
     independent, ///< each test between the groups
 };
 
-/// Who takes part.
-enum class CaseRule {
-    together, ///< one analysis: each test on the cases in which it is known, in a paired comparison in which all are
-    eachTest, ///< every test as if it were the only one
-    pairwise, ///< every two tests on the cases in which both are known
+/// Where the standard error and the interval of an area come from.
+enum class IntervalKind {
+    wald,       ///< nonparametric, or bi-negative exponential
+    waldDelong, ///< DeLong's
+};
+
+/// A test as it is typed, such as "neg:smaller", and what it means where there is no column of the whole name.
+struct DirectedTest {
+    std::string typed;
+    std::string column;
+    bool largerIsPositive;
 };
 
 /// What is asked of a table, whichever command asks it.
 struct Question {
-    std::string input;              ///< where the data are, as the user calls it
-    ValueChoice state;              ///< one value: that of the positive cases
-    std::vector<std::string> tests; ///< as named, repeats included
+    std::string input;          ///< where the data are, as the user calls it
+    CallLine call = CallLine(); ///< how it is asked, for messages
+    StateQuestion state;
+    std::vector<std::string> tests;            ///< as named, repeats included
+    std::vector<DirectedTest> directed = {};   ///< those of `tests` that may be a column with its direction
+    std::map<std::string, bool> largerOf = {}; ///< of the tests that have a direction of their own: is larger positive?
     std::optional<Grouping> grouping;
-    std::string weight; ///< column; empty for none
-    std::string by;     ///< column with a value for each analysis; empty for one analysis
-    CaseRule rule = CaseRule::eachTest;
+    std::string weight;   ///< column; empty for none
+    std::string count;    ///< likewise: the number of cases that a row stands for
+    std::string by;       ///< column with a value for each analysis; empty for one analysis
+    bool eachTest = true; ///< every test as if it were the only one, or one analysis of all
     Comparison comparison = Comparison::none;
+    bool completeCases = false; ///< a paired comparison is of the rows in which all tests are known
+    bool weightIsCount = false; ///< it is said that weights only count
+    IntervalKind interval = IntervalKind::wald;
     bool largerIsPositive = true;
     bool equalIsPositive = true;      ///< a value equal to a cut-off
     bool biNegative = false;          ///< standard errors of bi-negative exponential distributions
     bool alongFalsePositives = false; ///< how precision-recall points are interpolated
     double level = 0.95;              ///< of the intervals
+    bool byArea = false;              ///< the tests of the answer: largest area first, then those without one
     // What is needed beside the areas.
     bool rocCurve = false; ///< and with it the Kolmogorov-Smirnov maximum
     bool precisionRecall = false;
@@ -59,8 +90,16 @@ struct Question {
 
     /// The columns to read, of the tests those that are named.
     [[nodiscard]] std::vector<ColumnRequest> columns() const;
+    /// Settles what the state and the tests are, once the columns are read. Throws a usage error where a test is named
+    /// with two directions.
+    void settle(const DataTable& table);
+    [[nodiscard]] bool isLargerPositive(const std::string& test) const;
     /// "larger" or "smaller": which test values are more positive.
     [[nodiscard]] const char* positiveEnd() const noexcept { return largerIsPositive ? "larger" : "smaller"; }
+
+private:
+    void settleState(const DataTable& table);
+    void settleTests(const DataTable& table);
 };
 
 } // namespace vexroc

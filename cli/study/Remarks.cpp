@@ -31,6 +31,12 @@ vexroc_area_facts casesOf(const Area& area)
     return facts;
 }
 
+bool isAboutErrors(std::string_view code)
+{
+    constexpr std::string_view codes[] = {"bound-outside", "no-error", "zero-error"};
+    return std::ranges::find(codes, code) != std::end(codes);
+}
+
 } // namespace
 
 void Remarks::Free::operator()(vexroc_remarks* list) const noexcept { vexroc_remarks_free(list); }
@@ -47,31 +53,32 @@ void Remarks::add(const char* code, const std::string& subject, const std::strin
     require(vexroc_remarks_add(handle(), code, subject.c_str(), detail.c_str()));
 }
 
-void Remarks::addArea(const std::string& prefix, const Area& area, bool intervalShown)
+void Remarks::addArea(const Area& area)
 {
     vexroc_area_facts facts = casesOf(area);
     facts.area = area.area;
     facts.std_error = area.stdError;
-    // An interval that nobody sees may still lie below one half.
-    facts.lower = intervalShown ? area.lower : std::max(area.lower, 0.0);
-    facts.upper = intervalShown ? area.upper : std::min(area.upper, 1.0);
-    require(vexroc_remarks_area(handle(), (prefix + subjectOf(area)).c_str(), &facts));
+    facts.lower = area.lower;
+    facts.upper = area.upper;
+    facts.ties = area.ties ? 1 : 0;
+    require(vexroc_remarks_area(handle(), subjectOf(area).c_str(), &facts));
 }
 
-void Remarks::addCases(const std::string& prefix, const Area& area)
+void Remarks::addDifference(const Difference& difference)
+{
+    require(
+        vexroc_remarks_difference(handle(), subjectOf(difference).c_str(), difference.difference, difference.stdError));
+}
+
+void Remarks::addComparisons(std::size_t count)
+{
+    require(vexroc_remarks_comparisons(handle(), "", static_cast<long long>(count)));
+}
+
+void Remarks::addCases(const Area& area)
 {
     const vexroc_area_facts facts = casesOf(area);
-    require(vexroc_remarks_area(handle(), (prefix + subjectOf(area)).c_str(), &facts));
-}
-
-void Remarks::addDifference(const std::string& subject, const Difference& difference)
-{
-    require(vexroc_remarks_difference(handle(), subject.c_str(), difference.difference, difference.stdError));
-}
-
-void Remarks::addComparisons(const std::string& subject, std::size_t count)
-{
-    require(vexroc_remarks_comparisons(handle(), subject.c_str(), static_cast<long long>(count)));
+    require(vexroc_remarks_area(handle(), subjectOf(area).c_str(), &facts));
 }
 
 std::vector<Remark> Remarks::linesOf(bool caution) const
@@ -81,7 +88,7 @@ std::vector<Remark> Remarks::linesOf(bool caution) const
         vexroc_remark remark{};
         remark.struct_size = sizeof remark;
         require(vexroc_remarks_get(list_.get(), i, &remark));
-        if ((remark.caution != 0) == caution)
+        if ((remark.caution != 0) == caution && !(errorsLeftOut_ && isAboutErrors(remark.code)))
             lines.push_back({remark.code, remark.count, visible(remark.text)});
     }
     return lines;
@@ -98,19 +105,11 @@ std::string subjectOf(const Difference& difference)
 std::vector<std::pair<std::string, long long>> RowCounts::reasons() const
 {
     std::vector<std::pair<std::string, long long>> reasons{
-        {"missing state", missingState},  {"missing group", missingGroup},     {"missing weight", missingWeight},
-        {"in neither group", otherGroup}, {"unusable weight", unusableWeight}, {"missing test", incomplete}};
+        {"missing state", missingState},     {"other state", otherState},       {"missing count", missingCount},
+        {"missing group", missingGroup},     {"missing weight", missingWeight}, {"in neither group", otherGroup},
+        {"unusable weight", unusableWeight}, {"missing test", incomplete}};
     std::erase_if(reasons, [](const auto& reason) { return reason.second == 0; });
     return reasons;
-}
-
-std::string leftOutDetail(const RowCounts& rows)
-{
-    std::string text = std::to_string(rows.leftOut()) + " of " + std::to_string(rows.read);
-    const char* separator = ": ";
-    for (const auto& [reason, count] : rows.reasons())
-        text += std::exchange(separator, ", ") + reason + ' ' + std::to_string(count);
-    return text;
 }
 
 } // namespace vexroc

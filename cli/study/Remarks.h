@@ -26,13 +26,14 @@ public:
 
     /// One of the library's codes; docs/remarks.md lists them. Subject and detail are texts as the data spell them.
     void add(const char* code, const std::string& subject = "", const std::string& detail = "");
-    /// What there is to say of an area that is shown with its error and, perhaps, its interval. `prefix` tells the value
-    /// that the analysis is of.
-    void addArea(const std::string& prefix, const Area& area, bool intervalShown = true);
-    /// What there is to say of the cases alone that an area or a curve is of.
-    void addCases(const std::string& prefix, const Area& area);
-    void addDifference(const std::string& subject, const Difference& difference);
-    void addComparisons(const std::string& subject, std::size_t count);
+    // What there is to say of results that are put together from several runs; a single one says it itself.
+    void addArea(const Area& area);
+    void addDifference(const Difference& difference);
+    void addComparisons(std::size_t count);
+    /// Of the cases alone that an area or a curve is of.
+    void addCases(const Area& area);
+    /// From now on nothing is said of standard errors and intervals: none is shown.
+    void leaveOutErrors() noexcept { errorsLeftOut_ = true; }
 
     [[nodiscard]] std::vector<Remark> notes() const { return linesOf(false); }
     [[nodiscard]] std::vector<Remark> cautions() const { return linesOf(true); }
@@ -46,13 +47,12 @@ private:
     [[nodiscard]] std::vector<Remark> linesOf(bool caution) const;
 
     std::unique_ptr<vexroc_remarks, Free> list_;
+    bool errorsLeftOut_ = false;
 };
 
 /// A test, in its group if it has one: "marker where sex = female".
 std::string subjectOf(const Area& area);
 /// "a and b" for two tests, else the test of two groups.
 std::string subjectOf(const Difference& difference);
-/// "3 of 12: missing state 2, missing test 1"
-std::string leftOutDetail(const RowCounts& rows);
 
 } // namespace vexroc

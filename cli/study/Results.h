@@ -1,8 +1,10 @@
 #pragma once
 
+#include "cli/study/CutOffReading.h"
 #include "host/VexMV.h"
 
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -10,14 +12,19 @@
 
 namespace vexroc {
 
+class CaseLabels;
+
 /// For what cannot be computed, or was not: a NaN.
 constexpr double notComputed = VexCommon_920::VexMV::Missing();
 
 /// What became of the rows read. Each is counted once: in the first reason to leave it out, or as used.
 struct RowCounts {
-    long long read = 0;
+    long long given = 0; ///< rows of the table
+    long long read = 0;  ///< as often as their counts say
     long long missingState = 0;
+    long long otherState = 0; ///< neither positive nor negative
     long long missingGroup = 0;
+    long long missingCount = 0;
     long long missingWeight = 0;
     long long otherGroup = 0;     ///< in neither of the groups
     long long unusableWeight = 0; ///< the weight rounds to less than one case, or is beyond counting
@@ -53,13 +60,16 @@ struct Area {
     double weightedNegative = 0.0;
     double area = notComputed;
     double stdError = notComputed;
-    double significance = notComputed;
+    double pValue = notComputed;
+    double log10P = notComputed;
     double lower = notComputed;
     double upper = notComputed;
     double gini = notComputed;
     double ksMaximum = notComputed; ///< without a curve
     double ksCutOff = notComputed;
-    int distinctValues = 0; ///< different test values, as far as known: 0 not, 3 for three and more
+    CutOffReading reading = {}; ///< of the cut-offs between the ends
+    int distinctValues = 0;     ///< different test values, as far as known: 0 not, 3 for three and more
+    bool ties = false;          ///< positive and negative cases share a test value
     bool largerIsPositive = true;
 };
 
@@ -71,6 +81,9 @@ struct CutOff {
     long long truePositive;
     long long falsePositive;
 };
+
+/// Which of so many cases are called positive.
+CutOffReading::Calls callsOf(const CutOff& cutOff, long long positive, long long negative);
 
 /// The points of a ROC curve, cut-offs ascending; all lists are parallel.
 struct RocCurve {
@@ -103,17 +116,21 @@ struct TestResult {
     RocCurve roc = {};                         ///< empty where it was not asked for, or is not there
     PrecisionRecallCurve precisionRecall = {}; ///< likewise
     std::vector<CutOff> best = {};             ///< those of the largest Youden index, ascending
+
+    /// How one of its cut-offs reads.
+    [[nodiscard]] CutOffReading readingOf(const CutOff& cutOff) const;
 };
 
 /// The difference of two areas: first less second.
 struct Difference {
-    Area first;
+    Area first; ///< on the cases of the difference, in a paired comparison
     Area second;
     long long leftOut = 0; ///< rows that could not take part in it
     double difference = notComputed;
     double stdError = notComputed;
     double z = notComputed;
-    double significance = notComputed;
+    double pValue = notComputed;
+    double log10P = notComputed;
     double lower = notComputed;
     double upper = notComputed;
 };
@@ -125,19 +142,13 @@ struct RunMessage {
     std::string sentence; ///< visible text
 };
 
-/// A warning of the component.
-struct RunWarning {
-    int code;
-    std::vector<std::string> tests; ///< those that it is about
-};
-
 /// What one analysis came to.
 struct Results {
     RowCounts rows = {};
     std::vector<TestResult> tests = {};
     std::vector<Difference> differences = {};
-    std::vector<RunWarning> warnings = {};
-    std::optional<RunMessage> failure = {}; ///< why there is no result; then the tests tell their cases at most
+    std::shared_ptr<const CaseLabels> labels = {}; ///< of the whole table
+    std::optional<RunMessage> failure = {};        ///< why there is no result; then the tests tell their cases at most
 };
 
 /// The results of the rows with one value.

@@ -1,10 +1,7 @@
 #include "cli/study/RowsByValue.h"
 
-#include "cli/study/ValueChoice.h"
 #include "cli/words/Failure.h"
-#include "cli/words/VisibleText.h"
 
-#include <algorithm>
 #include <numeric>
 #include <span>
 #include <utility>
@@ -27,23 +24,23 @@ std::vector<Element> picked(const std::vector<Element>& all, std::span<const std
 
 } // namespace
 
-RowsByValue::RowsByValue(DataTable table, const std::string& name) : table_(std::move(table))
+RowsByValue::RowsByValue(DataTable table, const ColumnLabels& labels) : table_(std::move(table))
 {
-    const DataColumn& column = table_.column(name, ColumnKind::labels);
-    const std::string where = table_.source + ": column " + inQuotes(name);
-    if (column.labelTexts.empty())
-        throw inputError(where + " holds missing cells only");
-    if (column.labelTexts.size() > mostValues)
-        throw inputError(where + " holds " + std::to_string(column.labelTexts.size()) + " different values; --by takes "
+    const std::size_t count = labels.values().size();
+    if (count == 0)
+        throw inputError(labels.place() + " holds missing cells only");
+    if (count > mostValues)
+        throw inputError(labels.place() + " holds " + std::to_string(count) + " different values; --by takes "
                          + std::to_string(mostValues) + " at most: a column of sites or years, not of measurements");
-    values_ = distinctValues(column);
-    sortRows(column);
+    for (const ColumnLabels::Value& value : labels.values())
+        values_.push_back(value.text);
+    sortRows(labels);
 }
 
 DataTable RowsByValue::rowsOf(std::size_t value) const
 {
     const std::span rows = std::span(rows_).subspan(begins_[value], begins_[value + 1] - begins_[value]);
-    DataTable some{.source = table_.source, .rows = rows.size()};
+    DataTable some{.source = table_.source, .rows = rows.size(), .missingWords = table_.missingWords};
     for (const DataColumn& column : table_.columns)
         some.columns.push_back({.request = column.request,
                                 .decimal = column.decimal,
@@ -54,16 +51,13 @@ DataTable RowsByValue::rowsOf(std::size_t value) const
 }
 
 /// A counting sort: by value, then as the rows came.
-void RowsByValue::sortRows(const DataColumn& column)
+void RowsByValue::sortRows(const ColumnLabels& labels)
 {
-    std::vector<std::size_t> valueOf; // of each label
-    for (const std::string& text : column.labelTexts)
-        valueOf.push_back(static_cast<std::size_t>(std::ranges::lower_bound(values_, text, LessValue{column.decimal})
-                                                   - values_.begin()));
+    const DataColumn& column = table_.column(labels.column(), ColumnKind::labels);
     const auto forEachRow = [&](auto use) {
         for (std::size_t row = 0; row < column.labels.size(); ++row)
-            if (const std::int32_t label = column.labels[row]; label != DataColumn::missingLabel)
-                use(valueOf[static_cast<std::size_t>(label)], row);
+            if (const int value = labels.valueOf(column.labels[row]); value >= 0)
+                use(static_cast<std::size_t>(value), row);
     };
     begins_.resize(values_.size() + 1);
     forEachRow([&](std::size_t value, std::size_t) { ++begins_[value + 1]; });

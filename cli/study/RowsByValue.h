@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/study/ColumnLabels.h"
 #include "cli/study/DataTable.h"
 
 #include <cstddef>
@@ -11,12 +12,13 @@ namespace vexroc {
 
 /// The rows of a table by the values of one of its label columns.
 ///
-/// Values come in ascending order, numbers before words; 1 and 1.0 are one value. Rows without a value are left aside.
+/// Values come in ascending order, numbers before words. Rows without a value are left aside.
 /// Memory: the table, four bytes per row, and the rows of one value at a time.
-/// Failure: throws an input error for a column that holds no value, or so many that it must be another kind of column.
+/// Failure: throws an input error for labels that hold no value, or so many that it must be another kind of column.
 class RowsByValue {
 public:
-    RowsByValue(DataTable table, const std::string& column);
+    /// The labels are those of the table.
+    RowsByValue(DataTable table, const ColumnLabels& labels);
 
     [[nodiscard]] const std::vector<std::string>& values() const noexcept { return values_; }
     [[nodiscard]] std::size_t missing() const noexcept { return table_.rows - rows_.size(); }
@@ -26,7 +28,7 @@ public:
     static constexpr std::size_t mostValues = 1000;
 
 private:
-    void sortRows(const DataColumn& column);
+    void sortRows(const ColumnLabels& labels);
 
     DataTable table_;
     std::vector<std::string> values_;

@@ -9,7 +9,6 @@
 
 #include <map>
 #include <memory>
-#include <set>
 
 namespace vexroc {
 
@@ -25,7 +24,7 @@ void require(int result)
 class HandleRun {
 public:
     HandleRun(const RunCases& cases, const Question& question, Comparison comparison, const Watch& watch)
-        : cases_(cases), question_(question)
+        : cases_(cases), question_(question), watch_(watch)
     {
         vexroc_analysis* handle = nullptr;
         require(vexroc_analysis_new(&handle));
@@ -55,7 +54,8 @@ public:
             results.failure = statusInWords(ROCALG_920::statusCode::noTestVar);
             return results;
         }
-        results.warnings = warnings();
+        if (watch_.remarks != nullptr)
+            require(vexroc_analysis_add_remarks(handle_.get(), watch_.remarks->handle(), watch_.prefix.c_str()));
         if (ended == VEXROC_NO_RESULT)
             addFailure(results);
         else
@@ -95,20 +95,42 @@ private:
                 testOf_.emplace(known->second, cases_.tests[t]);
             }
             setColumn("test", known->second);
+            if (isNew && question_.isLargerPositive(cases_.tests[t]) != question_.largerIsPositive)
+                require(vexroc_analysis_set_direction(handle_.get(), known->second,
+                                                      question_.largerIsPositive ? "smaller" : "larger"));
         }
         if (!cases_.weight.empty())
             setColumn("weight", addColumn(question_.weight, cases_.weight));
+        if (!cases_.count.empty())
+            setColumn("count", addColumn(question_.count, cases_.count));
         if (!cases_.group.empty())
-            setColumn("group", addColumn(question_.grouping->column, cases_.group));
+            setGroups(addColumn(question_.grouping->column, cases_.group));
+    }
+
+    /// The codes of groups of words stand for these words, in remarks as well.
+    void setGroups(int column)
+    {
+        setColumn("group", column);
+        const auto nameCode = [&](double code, const std::string& word) {
+            require(vexroc_analysis_name_value(handle_.get(), column, code, word.c_str()));
+        };
+        if (cases_.groupWords.empty())
+            return;
+        nameCode(CaseColumns::firstGroup, cases_.groupWords[0]);
+        nameCode(CaseColumns::secondGroup, cases_.groupWords[1]);
     }
 
     void setOptions(Comparison comparison)
     {
         setNumber("confidence_level", question_.level);
+        require(vexroc_analysis_add_negative(handle_.get(), CaseColumns::negativeState));
         setNumber("roc", question_.rocCurve);
         setNumber("pr", question_.precisionRecall);
         setWord("direction", question_.positiveEnd());
+        setWord("cases", question_.completeCases ? "complete" : "pairwise");
+        setWord("interval", question_.interval == IntervalKind::wald ? "wald" : "wald-delong");
         setWord("cut_off", question_.equalIsPositive ? "include" : "exclude");
+        setWord("weight_kind", question_.weightIsCount ? "counts" : "unsaid");
         setWord("distribution", question_.biNegative ? "bi-negative" : "nonparam");
         setWord("interpolation", question_.alongFalsePositives ? "keilwagen" : "davis-goadrich");
         setWord("comparison",
@@ -142,9 +164,12 @@ private:
     [[nodiscard]] RowCounts rowCounts() const
     {
         const auto rows = told<vexroc_rows>(vexroc_analysis_rows);
-        RowCounts counts{.read = rows.read,
+        RowCounts counts{.given = rows.given,
+                         .read = rows.read,
                          .missingState = rows.missing_state,
+                         .otherState = rows.other_state,
                          .missingGroup = rows.missing_group,
+                         .missingCount = rows.missing_count,
                          .missingWeight = rows.missing_weight,
                          .otherGroup = rows.other_group,
                          .unusableWeight = rows.unusable_weight,
@@ -161,21 +186,6 @@ private:
                 counts.gaps.push_back(std::move(gap));
         }
         return counts;
-    }
-
-    [[nodiscard]] std::vector<RunWarning> warnings() const
-    {
-        std::vector<RunWarning> warnings;
-        for (int i = 0; i < vexroc_analysis_warning_count(handle_.get()); ++i) {
-            const auto warning = told<vexroc_warning>(vexroc_analysis_warning, i);
-            std::vector<std::string> tests;
-            std::set<int> named;
-            for (const int column : std::span(warning.parameters, static_cast<std::size_t>(warning.parameter_count)))
-                if (named.insert(column).second)
-                    tests.push_back(testOf_.at(column));
-            warnings.push_back({warning.code, std::move(tests)});
-        }
-        return warnings;
     }
 
     /// Without a result the tests still tell their cases, unless it takes groups to know them.
@@ -211,20 +221,47 @@ private:
 
     void addResults(Results& results) const
     {
-        for (int i = 0; i < vexroc_analysis_record_count(handle_.get()); ++i)
-            results.tests.push_back(testResult(i, results.rows.read));
-        for (int i = 0; i < vexroc_analysis_comparison_count(handle_.get()); ++i) {
-            const auto found = told<vexroc_comparison>(vexroc_analysis_comparison, i);
-            results.differences.push_back({.first = results.tests[static_cast<std::size_t>(found.first)].area,
-                                           .second = results.tests[static_cast<std::size_t>(found.second)].area,
-                                           .leftOut = results.rows.leftOut(),
-                                           .difference = found.difference,
-                                           .stdError = found.std_error,
-                                           .z = found.z,
-                                           .significance = found.significance,
-                                           .lower = found.ci_lower,
-                                           .upper = found.ci_upper});
+        for (int i = 0; i < vexroc_analysis_record_count(handle_.get()); ++i) {
+            long long read = 0; // rows of its group
+            require(vexroc_analysis_record_rows(handle_.get(), i, &read, nullptr));
+            results.tests.push_back(testResult(i, read));
         }
+        for (int i = 0; i < vexroc_analysis_comparison_count(handle_.get()); ++i)
+            results.differences.push_back(
+                differenceOf(told<vexroc_comparison>(vexroc_analysis_comparison, i), results));
+    }
+
+    [[nodiscard]] Difference differenceOf(const vexroc_comparison& found, const Results& results) const
+    {
+        Difference difference{.first = results.tests[static_cast<std::size_t>(found.first)].area,
+                              .second = results.tests[static_cast<std::size_t>(found.second)].area,
+                              .difference = found.difference,
+                              .stdError = found.std_error,
+                              .z = found.z,
+                              .pValue = found.p_value,
+                              .log10P = found.log10_p,
+                              .lower = found.ci_lower,
+                              .upper = found.ci_upper};
+        if (question_.comparison == Comparison::paired) {
+            difference.first = ofPair(difference.first, found, found.first_area, found.first_std_error);
+            difference.second = ofPair(difference.second, found, found.second_area, found.second_std_error);
+            difference.leftOut = results.rows.read - found.positive - found.negative;
+        } else {
+            difference.leftOut = difference.first.leftOut + difference.second.leftOut + results.rows.missingGroup;
+        }
+        return difference;
+    }
+
+    /// The area of a test on the cases of a pair.
+    static Area ofPair(const Area& test, const vexroc_comparison& pair, double area, double stdError)
+    {
+        return {.test = test.test,
+                .positive = pair.positive,
+                .negative = pair.negative,
+                .area = area,
+                .stdError = stdError,
+                .distinctValues = test.distinctValues,
+                .largerIsPositive = test.largerIsPositive};
     }
 
     [[nodiscard]] TestResult testResult(int index, long long rowsRead) const
@@ -240,14 +277,16 @@ private:
                                    .weightedNegative = record.weighted_negative,
                                    .area = record.area,
                                    .stdError = record.std_error,
-                                   .significance = record.significance,
+                                   .pValue = record.p_value,
+                                   .log10P = record.log10_p,
                                    .lower = record.ci_lower,
                                    .upper = record.ci_upper,
                                    .gini = record.gini,
                                    .ksMaximum = hasCurve ? record.ks_maximum : notComputed,
                                    .ksCutOff = hasCurve ? record.ks_cut_off : notComputed,
                                    .distinctValues = record.distinct_values,
-                                   .largerIsPositive = question_.largerIsPositive}};
+                                   .ties = record.ties != 0,
+                                   .largerIsPositive = record.smaller_is_positive == 0}};
         if (question_.points)
             addPoints(index, record, result);
         if (question_.bestCutOffs)
@@ -299,6 +338,7 @@ private:
 
     const RunCases& cases_;
     const Question& question_;
+    const Watch& watch_;
     std::unique_ptr<vexroc_analysis, FreeHandle> handle_;
     std::map<std::string, int> columnOf_; ///< of each test
     std::map<int, std::string> testOf_;   ///< the other way round

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/study/Question.h"
+#include "cli/study/Remarks.h"
 #include "cli/study/Results.h"
 
 #include <functional>
@@ -10,17 +11,20 @@
 
 namespace vexroc {
 
-/// What a run tells and asks while it lasts; either may be empty.
+/// What a run tells and asks; each may be empty.
 struct Watch {
     std::function<void(double share, int records)> progress = {}; ///< share of the work, in [0, 1]
     std::function<bool()> cancelRequested;
+    Remarks* remarks = nullptr; ///< get what there is to say beside the numbers
+    std::string prefix = {};    ///< of their subjects
 };
 
 /// The cases of one run of the component, as parallel columns that outlive it; NaN where a value is missing.
 struct RunCases {
-    std::span<const double> state;                ///< 1 positive
+    std::span<const double> state;                ///< 1 positive, 0 negative; others take no part
     std::span<const double> group = {};           ///< empty without groups
     std::span<const double> weight = {};          ///< empty without weights
+    std::span<const double> count = {};           ///< likewise: of cases that a row stands for
     std::span<const std::string> groupWords = {}; ///< what codes of the group stand for; empty where it holds numbers
     std::vector<std::string> tests = {};          ///< names, as asked: a test may be named twice
     std::vector<std::span<const double>> values = {}; ///< parallel to tests

@@ -1,141 +1,85 @@
 #include "cli/study/remarksOn.h"
 
-#include "cli/words/Readable.h"
-#include "vexrocproc/ROCStatusCodes.h"
-
-#include <utility>
-
 namespace vexroc {
 
 namespace {
 
-namespace statusCode = ROCALG_920::statusCode;
-
 bool hasBothStates(const Area& area) { return area.positive > 0 && area.negative > 0; }
+
+/// A pair may have fewer cases than each of its tests.
+void addPair(const Difference& difference, Remarks& remarks)
+{
+    Area pair = difference.first;
+    pair.test = subjectOf(difference);
+    pair.distinctValues = 0;
+    if (!hasBothStates(pair))
+        remarks.addCases(pair);
+}
 
 /// The bi-negative exponential error that was asked for cannot be had.
 void addDistribution(const Area& area, Remarks& remarks)
 {
     if (hasBothStates(area) && area.positive != area.negative)
-        remarks.add("distribution-changed", subjectOf(area),
-                    std::to_string(area.positive) + " and " + std::to_string(area.negative));
+        remarks.add("distribution-changed", subjectOf(area));
 }
 
-void addMissingCurve(const std::string& prefix, const Area& area, Remarks& remarks)
+/// A test in two groups.
+void addGroups(const Question& question, const Difference& difference, Remarks& remarks)
 {
-    constexpr long long fewestCases = 3; // of a curve
-    if (hasBothStates(area) && area.positive + area.negative < fewestCases)
-        remarks.add("no-curve", prefix + subjectOf(area));
-}
-
-void addPrevalence(const std::string& prefix, const Area& area, Remarks& remarks)
-{
-    if (hasBothStates(area))
-        remarks.add("sample-prevalence", prefix + subjectOf(area),
-                    readable(double(area.positive) / double(area.positive + area.negative), CellRole::statistic));
-}
-
-void addLeftOut(const Area& area, Remarks& remarks)
-{
-    if (area.leftOut > 0)
-        remarks.add("left-out", subjectOf(area),
-                    std::to_string(area.leftOut) + " of "
-                        + std::to_string(area.positive + area.negative + area.leftOut));
-}
-
-/// Two tests on the same cases, or a test in two groups.
-void addDifference(const Question& question, const Difference& difference, Remarks& remarks)
-{
-    const bool paired = question.comparison == Comparison::paired;
-    for (Area area : {difference.first, difference.second}) {
-        if (paired && !hasBothStates(area)) // the cases of the pair, not of the test
-            area.test = subjectOf(difference);
-        remarks.addArea("", area, false);
+    for (const Area& area : {difference.first, difference.second}) {
+        remarks.addArea(area);
         if (question.biNegative)
             addDistribution(area, remarks);
     }
-    remarks.addDifference(subjectOf(difference), difference);
-}
-
-void addWarnings(const std::string& prefix, const std::string& value, const Results& results, Remarks& remarks)
-{
-    for (const auto& [code, tests] : results.warnings) {
-        if (code == statusCode::tiesExist)
-            for (const std::string& test : tests)
-                remarks.add("ties", prefix + test);
-        if (code == statusCode::distributionChanged)
-            remarks.add("distribution-changed", value);
-        if (code == statusCode::groupIgnored)
-            remarks.add("groups-ignored", value);
-    }
-}
-
-void addWeights(const Question& question, const std::string& value, const RowCounts& rows, Remarks& remarks)
-{
-    const auto ofRows = [](long long count) { return std::to_string(count) + (count == 1 ? " row" : " rows"); };
-    if (!question.weight.empty())
-        remarks.add("weight-counts-only", question.weight);
-    if (rows.roundedWeights > 0)
-        remarks.add("weights-rounded", value, ofRows(rows.roundedWeights));
-    if (rows.unusableWeight > 0)
-        remarks.add("weights-dropped", value, ofRows(rows.unusableWeight));
+    remarks.addDifference(difference);
 }
 
 } // namespace
 
-void remarkOnAreas(const Question& question, const Results& results, Remarks& remarks)
+void remarkOnAreas(const Results& results, Remarks& remarks)
 {
-    for (const TestResult& test : results.tests) {
-        remarks.addArea("", test.area);
-        if (question.biNegative)
-            addDistribution(test.area, remarks);
-    }
+    for (const TestResult& test : results.tests)
+        if (!hasBothStates(test.area))
+            remarks.addCases(test.area);
+}
+
+void remarkOnCurves(const Results& results, Remarks& remarks)
+{
+    remarks.leaveOutErrors();
+    remarkOnAreas(results, remarks);
+    for (const auto& [area, roc, precisionRecall, best] : results.tests)
+        if (area.leftOut > 0)
+            remarks.add("left-out", subjectOf(area),
+                        std::to_string(area.leftOut) + " of "
+                            + std::to_string(area.positive + area.negative + area.leftOut));
 }
 
 void remarkOnDifferences(const Question& question, const Results& results, Remarks& remarks)
 {
+    if (question.comparison == Comparison::paired) {
+        for (const Difference& difference : results.differences)
+            addPair(difference, remarks);
+        return;
+    }
     for (const Difference& difference : results.differences)
-        addDifference(question, difference, remarks);
-    remarks.addComparisons("", results.differences.size());
+        addGroups(question, difference, remarks);
+    remarks.addComparisons(results.differences.size());
     if (const long long others = results.rows.otherGroup; others > 0)
         remarks.add("left-out", "", std::to_string(others) + " in neither group");
 }
 
-void remarkOnCurves(const Question& question, const Results& results, Remarks& remarks)
-{
-    for (const TestResult& test : results.tests) {
-        remarks.addCases("", test.area);
-        addMissingCurve("", test.area, remarks);
-        addLeftOut(test.area, remarks);
-        if (question.precisionRecall)
-            addPrevalence("", test.area, remarks);
-    }
-}
-
-void remarkOnAnalysis(const Question& question, const ValueResults& value, Remarks& remarks)
+void remarkOnValue(const Question& question, const ValueResults& value, Remarks& remarks)
 {
     const Results& results = value.results;
-    const std::string subject = question.by.empty() ? "" : question.by + " = " + value.value;
-    const std::string prefix = subject.empty() ? "" : subject + ": ";
-    addWeights(question, subject, results.rows, remarks);
-    if (results.failure) {
-        if (results.rows.leftOut() > 0)
-            remarks.add("left-out", subject, leftOutDetail(results.rows));
-        if (!subject.empty()) // else it is the error that ends the program
-            remarks.add("no-result", subject, results.failure->sentence);
+    if (!results.failure || question.by.empty()) // without values it is the error that ends the program
         return;
-    }
-    for (const TestResult& test : results.tests) {
-        remarks.addArea(prefix, test.area);
-        if (question.rocCurve)
-            addMissingCurve(prefix, test.area, remarks);
-        if (question.precisionRecall)
-            addPrevalence(prefix, test.area, remarks);
-    }
-    for (const Difference& difference : results.differences)
-        remarks.addDifference(prefix + subjectOf(difference), difference);
-    remarks.addComparisons(subject, results.differences.size());
-    addWarnings(prefix, subject, results, remarks);
+    const Area rows{.test = question.by + " = " + value.value,
+                    .positive = results.rows.positive,
+                    .negative = results.rows.negative};
+    if (hasBothStates(rows))
+        remarks.add("no-result", rows.test, results.failure->sentence);
+    else
+        remarks.addCases(rows);
 }
 
 } // namespace vexroc

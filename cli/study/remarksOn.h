@@ -6,15 +6,15 @@
 
 namespace vexroc {
 
-// What each command has to say of its results. The ordinary case is silent: where a table tells it, a remark does not.
+// What each command has to say that the runs behind its results do not say: of a run without a result, and of what is
+// put together from several runs.
 
-/// Areas, each with its interval.
-void remarkOnAreas(const Question& question, const Results& results, Remarks& remarks);
-/// Differences of areas, whose own intervals are not shown.
+void remarkOnAreas(const Results& results, Remarks& remarks);
+/// Points, whose tables tell no numbers of cases.
+void remarkOnCurves(const Results& results, Remarks& remarks);
+/// Differences of areas.
 void remarkOnDifferences(const Question& question, const Results& results, Remarks& remarks);
-/// Points of ROC or precision-recall curves.
-void remarkOnCurves(const Question& question, const Results& results, Remarks& remarks);
-/// A whole analysis, of all rows or of those with one value.
-void remarkOnAnalysis(const Question& question, const ValueResults& value, Remarks& remarks);
+/// The analysis of the rows with one value.
+void remarkOnValue(const Question& question, const ValueResults& value, Remarks& remarks);
 
 } // namespace vexroc

@@ -51,8 +51,14 @@ void AnalysisProgress::show(double announced, int recordsRead)
     const double done = std::max(announced, shareBeforeRecords + (shareAfterRecords - shareBeforeRecords) * read);
     const std::string perSecond = rounded(records / readingSeconds_.value_or(teller_.secondsUntil(now)));
     teller_.tell(now,
-                 rounded(100.0 * done) + " %, " + rounded(records) + " of " + std::to_string(rows_) + " rows, "
-                     + perSecond + " rows/s");
+                 "analyzing: " + rounded(100.0 * done) + " %, " + rounded(records) + " of " + std::to_string(rows_)
+                     + " rows, " + perSecond + " rows/s");
+}
+
+void AnalysisProgress::end()
+{
+    if (teller_.hasTold())
+        teller_.tell(ProgressTeller::Clock::now(), "analyzing: 100 %, " + std::to_string(rows_) + " rows");
 }
 
 ReadingProgress::ReadingProgress(const ProgressDisplay& display, Share share) : share_(std::move(share))

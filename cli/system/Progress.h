@@ -31,6 +31,7 @@ public:
 
     [[nodiscard]] bool isDue(Clock::time_point now) const;
     void tell(Clock::time_point now, const std::string& words);
+    [[nodiscard]] bool hasTold() const noexcept { return lastTold_.has_value(); }
     [[nodiscard]] double secondsUntil(Clock::time_point now) const;
 
 private:
@@ -39,13 +40,15 @@ private:
     std::optional<Clock::time_point> lastTold_;
 };
 
-/// Progress of an analysis, as the component reports it: "42 %, 3000000 of 10000000 rows, 1500000 rows/s".
+/// Progress of an analysis, as the component reports it: "analyzing: 42 %, 3000000 of 10000000 rows, 1500000 rows/s".
 class AnalysisProgress {
 public:
     /// The display has a stream.
     AnalysisProgress(const ProgressDisplay& display, std::size_t rows) : teller_(display), rows_(rows) {}
     /// The share of the work that is done, and the records read so far.
     void show(double announced, int records);
+    /// All work is done; tells so where anything was told.
+    void end();
 
 private:
     ProgressTeller teller_;

@@ -57,6 +57,9 @@ namespace {
 
 Failure cannotDraw(const std::string& why) { return outputError("librsvg could not draw the picture: " + why); }
 
+/// The size of a picture has two decimals; what they cut off is not another dot.
+int wholeDots(double length) { return static_cast<int>(std::ceil(length - 0.1)); }
+
 int append(void* bytes, const unsigned char* data, unsigned length)
 {
     static_cast<std::string*>(bytes)->append(reinterpret_cast<const char*>(data), length);
@@ -76,12 +79,11 @@ public:
             throw cannotDraw("it has no size");
     }
 
-    [[nodiscard]] std::string png() const
+    [[nodiscard]] std::string png(double scale) const
     {
-        constexpr int rgb = 1;      // without transparency
-        constexpr double scale = 2; // pixels to one of a screen
-        const int width = static_cast<int>(std::ceil(width_ * scale));
-        const int height = static_cast<int>(std::ceil(height_ * scale));
+        constexpr int rgb = 1; // without transparency
+        const int width = wholeDots(width_ * scale);
+        const int height = wholeDots(height_ * scale);
         const Surface surface(library_.image(rgb, width, height), library_.destroySurface);
         draw(surface.get(), width, height);
         std::string bytes;
@@ -138,12 +140,12 @@ Rasterizer::Rasterizer(const std::string& option, const std::string& file)
     library_ = &library;
 }
 
-std::string Rasterizer::convert(std::string svg) const
+std::string Rasterizer::convert(std::string svg, double resolution) const
 {
     if (library_ == nullptr)
         return svg;
     const SvgDocument document(*library_, svg);
-    return isPng_ ? document.png() : document.pdf();
+    return isPng_ ? document.png(resolution) : document.pdf();
 }
 
 } // namespace vexroc

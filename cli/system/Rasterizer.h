@@ -15,8 +15,8 @@ class Rasterizer {
 public:
     /// `option` is what the errors name.
     Rasterizer(const std::string& option, const std::string& file);
-    /// The bytes of the file.
-    [[nodiscard]] std::string convert(std::string svg) const;
+    /// The bytes of the file; a PNG has so many dots to a pixel.
+    [[nodiscard]] std::string convert(std::string svg, double resolution) const;
 
 private:
     bool isPng_ = false;

@@ -4,9 +4,11 @@
 
 #include <fast_float/fast_float.h>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <utility>
 
 namespace vexroc {
 
@@ -15,7 +17,11 @@ namespace {
 /// The number that the whole text spells; an infinity also for digits beyond the range of a double.
 std::optional<double> spelledNumber(std::string_view text, char decimal) noexcept
 {
-    text = trimmed(text);
+    if (text.empty())
+        return std::nullopt;
+    const auto isBlank = [](char c) { return c == ' ' || c == '\t'; };
+    if (isBlank(text.front()) || isBlank(text.back()))
+        return spelledNumber(trimmed(text), decimal);
     if (text.size() > 1 && text[0] == '+' && text[1] != '-')
         text.remove_prefix(1);
     double value = 0.0;
@@ -27,6 +33,25 @@ std::optional<double> spelledNumber(std::string_view text, char decimal) noexcep
     return value;
 }
 
+std::size_t digitsAt(std::string_view text) noexcept
+{
+    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+    return static_cast<std::size_t>(std::ranges::find_if_not(text, isDigit) - text.begin());
+}
+
+/// Length of the sign between thousands that begins the text; 0 where none does.
+std::size_t signAt(std::string_view text, Thousands sign) noexcept
+{
+    if (text.starts_with(static_cast<char>(sign)))
+        return 1;
+    constexpr std::array<std::string_view, 3> blanks{"\u00A0", "\u2009", "\u202F"};
+    constexpr std::string_view curved = "\u2019";
+    for (const std::string_view blank : blanks)
+        if (sign == Thousands::blank && text.starts_with(blank))
+            return blank.size();
+    return sign == Thousands::apostrophe && text.starts_with(curved) ? curved.size() : 0;
+}
+
 bool endsAsInfinityDoes(std::string_view text) noexcept
 {
     text = trimmed(text);
@@ -35,20 +60,47 @@ bool endsAsInfinityDoes(std::string_view text) noexcept
 
 } // namespace
 
-bool isMissingWord(std::string_view cell) noexcept
-{
-    std::string_view word = trimmed(cell);
-    if (word.empty() || word == "." || equalIgnoringCase(word, "na"))
-        return true;
-    if (word.front() == '-' || word.front() == '+')
-        word.remove_prefix(1);
-    return equalIgnoringCase(word, "nan");
-}
-
 std::optional<double> parseNumber(std::string_view text, char decimal) noexcept
 {
     const std::optional<double> number = spelledNumber(text, decimal);
     return number && std::isinf(*number) && !endsAsInfinityDoes(text) ? std::nullopt : number;
+}
+
+std::optional<double> parseNumber(std::string_view text, const NumberForm& form)
+{
+    const std::optional<double> number = parseNumber(text, form.decimal);
+    if (number || form.thousands == Thousands::notSaid || form.thousands == Thousands::none)
+        return number;
+    const std::optional<GroupedNumber> grouped = groupedNumber(text, form.thousands);
+    return grouped ? parseNumber(grouped->plain, form.decimal) : std::nullopt;
+}
+
+std::optional<GroupedNumber> groupedNumber(std::string_view text, Thousands sign)
+{
+    GroupedNumber number;
+    text = trimmed(text);
+    if (!text.empty() && (text.front() == '-' || text.front() == '+')) {
+        number.plain = text.front();
+        text.remove_prefix(1);
+    }
+    std::size_t digits = digitsAt(text);
+    if (digits == 0 || digits > 3 || text.front() == '0')
+        return std::nullopt;
+    for (;;) {
+        number.plain += text.substr(0, digits);
+        text.remove_prefix(digits);
+        const std::size_t length = signAt(text, sign);
+        if (length == 0)
+            break;
+        text.remove_prefix(length);
+        digits = digitsAt(text);
+        if (digits != 3)
+            return std::nullopt;
+        ++number.signs;
+    }
+    number.endsThere = text.empty();
+    number.plain += text;
+    return number.signs > 0 ? std::optional(std::move(number)) : std::nullopt;
 }
 
 bool isBeyondDouble(std::string_view text, char decimal) noexcept

@@ -37,7 +37,8 @@ std::string readable(double value, CellRole role)
     case CellRole::flag: return value != 0.0 ? "yes" : "no";
     case CellRole::statistic: return statistic(value);
     case CellRole::pValue: return value < 0.0001 ? "<0.0001" : statistic(value);
-    case CellRole::measure: return digits(value, std::chars_format::general, 8);
+    case CellRole::measure:
+    case CellRole::cutOff: return digits(value, std::chars_format::general, 8);
     case CellRole::name:
     case CellRole::count: break;
     }

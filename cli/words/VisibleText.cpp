@@ -32,25 +32,32 @@ char32_t codePointOf(std::string_view sequence) noexcept
     return codePoint;
 }
 
-/// Length of the UTF-8 sequence that starts the text and may be shown as it is; 0 for bytes that need an escape.
-std::size_t shownSequence(std::string_view text) noexcept
+/// Length of the UTF-8 sequence that starts the text; 0 for bytes that are none.
+std::size_t sequenceLength(std::string_view text) noexcept
 {
     const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
     const unsigned char lead = byte(0);
     if (lead < 0x80)
-        return lead >= 0x20 && lead != 0x7F ? 1 : 0;
+        return 1;
     const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
     if (lead < 0xC2 || lead > 0xF4 || text.size() < length)
         return 0;
     for (std::size_t i = 1; i < length; ++i)
         if ((byte(i) & 0xC0) != 0x80)
             return 0;
-    // Overlong forms, surrogates and what lies beyond Unicode; then the control characters U+0080 to U+009F.
+    // Overlong forms, surrogates and what lies beyond Unicode.
     const bool malformed = (lead == 0xE0 && byte(1) < 0xA0) || (lead == 0xED && byte(1) > 0x9F)
         || (lead == 0xF0 && byte(1) < 0x90) || (lead == 0xF4 && byte(1) > 0x8F);
-    const bool hidden =
-        malformed || (lead == 0xC2 && byte(1) < 0xA0) || isIn(deceptive, codePointOf(text.substr(0, length)));
-    return hidden ? 0 : length;
+    return malformed ? 0 : length;
+}
+
+/// Length of the UTF-8 sequence that starts the text and may be shown as it is; 0 for bytes that need an escape.
+std::size_t shownSequence(std::string_view text) noexcept
+{
+    const std::size_t length = sequenceLength(text);
+    const char32_t codePoint = length > 0 ? codePointOf(text.substr(0, length)) : 0;
+    const bool isControl = codePoint < 0x20 || (codePoint >= 0x7F && codePoint < 0xA0);
+    return isControl || isIn(deceptive, codePoint) ? 0 : length;
 }
 
 bool needsEscape(std::string_view text) noexcept
@@ -94,6 +101,13 @@ std::string escapedShellWord(std::string_view word)
 }
 
 } // namespace
+
+bool isUtf8(std::string_view text) noexcept
+{
+    while (!text.empty() && sequenceLength(text) > 0)
+        text.remove_prefix(sequenceLength(text));
+    return text.empty();
+}
 
 std::string visible(std::string_view text)
 {

@@ -6,6 +6,8 @@
 
 namespace vexroc {
 
+bool isUtf8(std::string_view text) noexcept;
+
 /// Text for people: control characters, characters that are invisible or turn the direction of others, and bytes that
 /// are not UTF-8 become escapes such as \n and \x1b. A backslash is doubled where it would read as one of them, so that
 /// different texts stay different.

@@ -10,10 +10,11 @@
  *    failed call of the thread complained about. No exception leaves a call and nothing is printed.
  *  - Ownership: the values of columns are not copied; they must stay as they are until the last run has ended. Names
  *    are copied. Texts and arrays that a call hands out belong to the handle and live until its next run or its end.
- *  - Missing values: any NaN in a column is missing. A row without a state, or without the group or weight in use, is
- *    left out; a test value that is missing leaves its row out of that test, and of every test in a paired comparison,
- *    so that positive + negative of a record are fewer. vexroc_analysis_rows and vexroc_analysis_missing_test tell how
- *    many, by reason. A statistic that cannot be computed is the quiet NaN with the payload 1954, as in arraycalls.h.
+ *  - Missing values: any NaN in a column is missing. A row without a state, or without the group, weight or count in
+ *    use, is left out; a test value that is missing leaves its row out of that test, and of every test in a paired
+ *    comparison of complete cases, so that positive + negative of a record are fewer. vexroc_analysis_rows and
+ *    vexroc_analysis_missing_test tell how many, by reason. A statistic that cannot be computed is the quiet NaN with
+ *    the payload 1954, as in arraycalls.h.
  *  - Growth: the caller sets struct_size of a result structure to its sizeof; the library fills no more than that,
  *    so that a program goes on working with a later library. New members are added at the end only.
  *  - Threads: one handle is used by one thread at a time; handles share nothing. Callbacks run on the thread that
@@ -120,8 +121,9 @@ int vexroc_analysis_name_value(vexroc_analysis* analysis, int column, double val
  *                  which both are known, and each test has the record that it has without a comparison
  *   interval       record, wald, wald-delong: standard error and interval of a record's area. record: those of the
  *                  distribution, but DeLong's in a paired comparison of complete cases. wald: those of the
- *                  distribution, wald-delong: DeLong's, always; with these, significance, ci_lower and ci_upper of a
- *                  standard error of 0 are missing
+ *                  distribution, wald-delong: DeLong's, always; with these two, each test settles its distribution by
+ *                  itself, and significance, ci_lower and ci_upper of a standard error of 0 are missing. An
+ *                  independent comparison is made of the standard errors of its records
  *   weight_kind    unsaid, counts: that weights only count is meant, and needs no caution
  */
 int vexroc_analysis_set_word(vexroc_analysis* analysis, const char* setting, const char* word);
@@ -150,12 +152,13 @@ int vexroc_analysis_status(const vexroc_analysis* analysis, int* code, const cha
 int vexroc_analysis_warning_count(const vexroc_analysis* analysis);
 int vexroc_analysis_record_count(const vexroc_analysis* analysis);
 int vexroc_analysis_comparison_count(const vexroc_analysis* analysis);
-/** Rows that the last run left out, as state, group or weight was missing. */
+/** Rows that the last run left out, as state, group, weight or count was missing, or the state was not listed. */
 int vexroc_analysis_left_out_count(const vexroc_analysis* analysis);
 
 /**
  * What became of the rows of the last run. Each is counted once: under the first reason that leaves it out, in the
- * order of the members, or as used. So read is the sum of all members from missing_state to negative.
+ * order missing_count, missing_state, other_state, missing_group and on, or as used. So read is the sum of all members
+ * from missing_state to negative, other_state and missing_count. With a "count" a row counts as often as that says.
  */
 typedef struct vexroc_rows {
     size_t struct_size;
@@ -165,7 +168,7 @@ typedef struct vexroc_rows {
     long long missing_weight;
     long long other_group;     /**< neither group_first nor group_second; 0 in a paired comparison: all are used */
     long long unusable_weight; /**< rounds to less than one case, or is beyond the range of int */
-    long long incomplete;      /**< a test is missing, in a paired comparison; 0 in others */
+    long long incomplete;      /**< a test is missing, in a paired comparison of complete cases; 0 in others */
     long long positive;        /**< of the rows used */
     long long negative;
     double weighted_positive; /**< sum of their weights, each rounded with halves up; their number without weights */
@@ -175,7 +178,7 @@ typedef struct vexroc_rows {
     long long too_heavy;       /**< of unusable_weight: beyond the range of int */
     long long other_state;     /**< neither the positive state nor a listed negative one; part of the sum as well */
     long long missing_count;   /**< likewise: without a "count" */
-    long long given;           /**< rows of the columns; read counts each as often as its "count" says */
+    long long given;           /**< rows of the columns; read is their number, or the sum of their counts */
 } vexroc_rows;
 
 /** Fills the structure, also after a run that ended with an error or was cancelled: all rows are counted before. */
@@ -203,15 +206,15 @@ typedef struct vexroc_record {
     int test;                 /**< column of the test variable */
     int group;                /**< column of the group; -1 for all cases */
     int group_operation;      /**< group value of the cases: 0 equal to, 1 at least, 2 below group_value */
-    int ties;                 /**< 1 when positive and negative cases share a test value */
+    int ties;                 /**< 1 when positive and negative cases share a test value, with a curve or without */
     double group_value;       /**< missing for all cases */
     int positive;             /**< number of positive cases */
     int negative;             /**< number of negative cases */
     double weighted_positive; /**< sum of their weights; their number without weights */
     double weighted_negative;
     double area;         /**< area under the ROC curve, in [0, 1] */
-    double std_error;    /**< of the area; that of DeLong in a paired comparison */
-    double significance; /**< two-sided, against the area 0.5 */
+    double std_error;    /**< of the area; "interval" says which */
+    double significance; /**< two-sided, against the area 0.5; to about 2e-16 */
     double ci_lower;     /**< of the area, not clipped to [0, 1] */
     double ci_upper;
     double gini;              /**< 2 * area - 1 */
@@ -219,10 +222,11 @@ typedef struct vexroc_record {
     double ks_cut_off;        /**< its cut-off */
     int curve_rows;           /**< rows of the ROC curve */
     int pr_rows;              /**< points of the precision-recall curve, interpolated ones included */
-    int distribution_changed; /**< 1 when bi-negative was asked for and replaced, for the whole run */
+    int distribution_changed; /**< 1 when bi-negative was asked for and replaced: for the whole run, or by the test */
     int smaller_is_positive;  /**< direction of the test */
-    int distinct_values;      /**< different test values of its cases; 3 for three and more */
-    double p_value;           /**< two-sided: erfc(|z| / sqrt(2)) of z = (area - 0.5) / std_error, without a floor */
+    int distinct_values;      /**< different test values of its cases, 3 for three and more; 0 without both states */
+    double p_value;           /**< two-sided: erfc(|z| / sqrt(2)) of z = (area - 0.5) / std_error, without a floor;
+                                   missing for a standard error of 0 */
     double log10_p;           /**< its decimal logarithm, also where p_value underflows to 0 */
     const char* interval;     /**< "nonparam", "bi-negative" or "delong": what std_error is */
 } vexroc_record;

@@ -40,7 +40,10 @@ typedef struct vexroc_remark {
     const char* text; /**< one line of UTF-8, without full stop; lives until the list changes */
 } vexroc_remark;
 
-/** Number of different remarks; 0 for a null list. */
+/**
+ * Number of different remarks; 0 for a null list. The note "ties", which nearly all data call for, gives way to any
+ * other note.
+ */
 int vexroc_remarks_count(const vexroc_remarks* remarks);
 /** One of them: cautions first, then in the order in which their kinds came. VEXROC_INVALID for another index. */
 int vexroc_remarks_get(vexroc_remarks* remarks, int index, vexroc_remark* remark);
@@ -64,17 +67,18 @@ typedef struct vexroc_area_facts {
     int smaller_is_positive; /**< 1: smaller test values are more positive */
     int distinct_values;     /**< different test values, as far as they are known: 0 not, 3 for three and more */
     const char* test;        /**< name of the test, for what to do about it; null or "": spelled as NAME */
+    int ties;                /**< 1 when positive and negative cases share a test value */
 } vexroc_area_facts;
 
 /**
  * Adds what there is to say of an area: "no-positive", "no-negative", "no-case", "no-error", "few-cases", "zero-error",
- * "bound-outside", "below-chance", "two-values".
+ * "bound-outside", "below-chance", "two-values", "ties".
  */
 int vexroc_remarks_area(vexroc_remarks* remarks, const char* subject, const vexroc_area_facts* facts);
 
 /**
  * Adds what there is to say of a difference of two areas: "zero-error-of-difference" for any difference but 0 with the
- * standard error 0.
+ * standard error 0, "no-error" where the error alone is missing.
  */
 int vexroc_remarks_difference(vexroc_remarks* remarks, const char* subject, double difference, double std_error);
 

@@ -66,6 +66,7 @@ public:
     /// Of the column of counts; empty without one.
     [[nodiscard]] std::string_view countName() const { return count_ == none ? std::string_view() : nameOf(count_); }
     [[nodiscard]] double positiveValue() const noexcept { return positiveValue_; }
+    [[nodiscard]] bool listsNegatives() const noexcept { return negativeValues_.has_value(); }
     [[nodiscard]] const ROCSetting& options() const noexcept { return options_; }
     [[nodiscard]] bool isPaired() const noexcept;
     [[nodiscard]] PairedRows pairedRows() const noexcept { return pairedRows_; }

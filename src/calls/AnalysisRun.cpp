@@ -8,6 +8,7 @@
 #include "vexrocproc/ROCStatusCodes.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <map>
 #include <new>
@@ -75,10 +76,7 @@ public:
 private:
     [[nodiscard]] bool isBiNegative() const { return request_.distribution() == BiNegativeExponential; }
     /// In one run, a test with unequal counts takes the assumption from the others.
-    [[nodiscard]] bool settlesAlone() const
-    {
-        return isBiNegative() && request_.interval() != IntervalKind::record;
-    }
+    [[nodiscard]] bool settlesAlone() const { return isBiNegative() && request_.interval() != IntervalKind::record; }
 
     [[nodiscard]] bool pairsFitOneRun(const RowTally& rows) const
     {
@@ -156,6 +154,7 @@ private:
         told.test = test;
         told.group = record.getGroupVarInd() < 0 ? AnalysisRequest::none : request_.group();
         told.smaller_is_positive = request_.directionOf(test) == SmallerMorePositive;
+        told.distinct_values = record.triples() ? distinctValues(record, test) : 0;
         settleInterval(record, told);
         setP(told);
         run_.records_.push_back({&record, told, rowsOf(record), record.bestCutOffs()});
@@ -167,8 +166,7 @@ private:
         const bool isDeLong = request_.isPaired() && plan_.comparesInOneRun();
         const bool wantsDeLong = request_.interval() == IntervalKind::waldDelong
             || (request_.interval() == IntervalKind::record && rule_.needsAllTests);
-        const bool isNonparam =
-            isDeLong || told.distribution_changed != 0 || request_.distribution() == NonParametric;
+        const bool isNonparam = isDeLong || told.distribution_changed != 0 || request_.distribution() == NonParametric;
         told.interval = wantsDeLong ? "delong" : isNonparam ? "nonparam" : "bi-negative";
         if (isDeLong != wantsDeLong && record.triples()) {
             const double stdError = wantsDeLong ? stdErrorOfVariance(deLongVariance(record, told.test))
@@ -179,20 +177,45 @@ private:
             dropWithoutError(told);
     }
 
-    /// Over the cases of the record, ordered anew.
-    [[nodiscard]] double deLongVariance(const RunRecord& record, int test) const
+    /// Calls visit(positive, value) for the cases of the record, until it answers false.
+    template <class Visit>
+    void visitCases(const RunRecord& record, int test, Visit&& visit) const
     {
         const auto& columns = selection_.columns();
-        Observations cases;
-        for (std::size_t i = 0; i < columns[static_cast<std::size_t>(test)].size(); ++i) {
+        bool goesOn = true;
+        for (std::size_t i = 0; goesOn && i < columns[static_cast<std::size_t>(test)].size(); ++i) {
             const RowOf<std::vector<std::span<const double>>> row{columns, i};
             const RowPart part = rule_.of(row);
             const bool isCase = isUsable(part.fate) && !std::isnan(row[test])
                 && (record.getGroupVarInd() < 0 || isMember(record, row[rule_.group]));
-            if (isCase)
-                cases.add(part.positive, row[test]);
+            goesOn = !isCase || visit(part.positive, row[test]);
         }
+    }
+
+    /// Over the cases of the record, ordered anew.
+    [[nodiscard]] double deLongVariance(const RunRecord& record, int test) const
+    {
+        Observations cases;
+        visitCases(record, test, [&](bool positive, double value) {
+            cases.add(positive, value);
+            return true;
+        });
         return withWalk(cases, [&](const auto& walk) { return placementSums(walk, cases.counts()).variance(); });
+    }
+
+    /// As far as they matter: 3 for more as well. Mostly known after a few cases.
+    [[nodiscard]] int distinctValues(const RunRecord& record, int test) const
+    {
+        constexpr int most = 3;
+        std::array<double, most> known{};
+        int count = 0;
+        visitCases(record, test, [&](bool /*positive*/, double value) {
+            const auto end = known.begin() + count;
+            if (std::find(known.begin(), end, value) == end) // exact
+                known[static_cast<std::size_t>(count++)] = value;
+            return count < most;
+        });
+        return count;
     }
 
     [[nodiscard]] GroupRows rowsOf(const ROCOutBase& record)
@@ -308,6 +331,25 @@ AnalysisRun::AnalysisRun(const AnalysisRequest& request, const RunCallbacks& cal
     request.check();
     Assembly(*this, request, callbacks).work();
     statusName_ = nameOf(statusCode_);
+    remark(request);
+}
+
+void AnalysisRun::remark(const AnalysisRequest& request)
+{
+    remarks_.emplace(request, rows_);
+    std::vector<vexroc_record> told;
+    for (const Record& record : records_) {
+        remarks_->addRecord(request, record.told);
+        told.push_back(record.told);
+    }
+    for (const vexroc_comparison& comparison : comparisons_)
+        remarks_->addComparison(request, told, comparison);
+    if (std::ranges::find(warnings_, statusCode::groupIgnored, &RunWarning::code) != warnings_.end())
+        remarks_->add("groups-ignored", "");
+    remarks::RemarkList list(VEXROC_VOICE_C);
+    remarks_->sayTo(list);
+    for (std::size_t i = 0; i < list.size(); ++i)
+        remarkLines_.push_back(list.line(i));
 }
 
 } // namespace ROCALG_920::calls

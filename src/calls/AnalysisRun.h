@@ -3,12 +3,14 @@
 #include "calls/AnalysisRequest.h"
 #include "calls/FacadeRun.h"
 #include "calls/RowSelection.h"
+#include "calls/RunRemarks.h"
 #include "calls/RunWatch.h"
 #include "inference/OperatingPoint.h"
 #include "inference/TestAndInterval.h"
 #include "vexrocproc/analysis.h"
 
 #include <deque>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -43,9 +45,13 @@ public:
     [[nodiscard]] const RowTally& rows() const noexcept { return rows_; }
     [[nodiscard]] const std::vector<Record>& records() const noexcept { return records_; }
     [[nodiscard]] const std::vector<vexroc_comparison>& comparisons() const noexcept { return comparisons_; }
+    [[nodiscard]] const RunRemarks& remarks() const noexcept { return *remarks_; }
+    /// The same in the spelling of the header.
+    [[nodiscard]] const std::vector<remarks::RemarkList::Line>& remarkLines() const noexcept { return remarkLines_; }
 
 private:
     class Assembly;
+    void remark(const AnalysisRequest& request);
 
     int statusCode_ = 0;
     bool ranOutOfMemory_ = false;
@@ -55,6 +61,8 @@ private:
     RowTally rows_;
     std::vector<Record> records_;
     std::vector<vexroc_comparison> comparisons_;
+    std::optional<RunRemarks> remarks_;
+    std::vector<remarks::RemarkList::Line> remarkLines_;
 };
 
 } // namespace ROCALG_920::calls

@@ -1,4 +1,5 @@
 #include "calls/AnalysisHandle.h"
+#include "calls/RemarksHandle.h"
 #include "calls/guard.h"
 #include "vexrocproc/analysis.h"
 
@@ -203,6 +204,34 @@ int vexroc_analysis_precision_recall_rows(const vexroc_analysis* analysis, int r
         int measured = 0; // points so far, one per row of the curve
         for (std::size_t i = 0; i < found.getPrecisionRecallDraw().size(); ++i)
             put(curve_rows, i, hasCurve && !found.isInterpolated(i) ? measured++ : -1);
+        return VEXROC_OK;
+    });
+}
+
+int vexroc_analysis_remark_count(const vexroc_analysis* analysis)
+{
+    return numberOf(analysis, [](const AnalysisRun& run) { return run.remarkLines().size(); });
+}
+
+int vexroc_analysis_remark(const vexroc_analysis* analysis, int index, vexroc_remark* remark)
+{
+    return guarded([&] {
+        const remarks::RemarkList::Line& line = at(lastRun(analysis).remarkLines(), index, "remark");
+        return deliver({.struct_size = 0,
+                        .code = line.kind.code.data(), // a literal
+                        .caution = line.kind.caution,
+                        .count = line.count,
+                        .text = line.text.c_str()},
+                       remark);
+    });
+}
+
+int vexroc_analysis_add_remarks(const vexroc_analysis* analysis, vexroc_remarks* remarks, const char* prefix)
+{
+    return guarded([&] {
+        vexroc_remarks& all = required(remarks, "the list of remarks");
+        lastRun(analysis).remarks().sayTo(all.list, prefix != nullptr ? prefix : "");
+        all.handedOut.clear();
         return VEXROC_OK;
     });
 }

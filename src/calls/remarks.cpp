@@ -1,5 +1,6 @@
 #include "vexrocproc/remarks.h"
 
+#include "calls/RemarksHandle.h"
 #include "calls/guard.h"
 #include "remarks/areaRules.h"
 
@@ -7,12 +8,6 @@
 
 using namespace ROCALG_920;
 using namespace ROCALG_920::calls;
-
-/// What the opaque list of remarks.h points at.
-struct vexroc_remarks {
-    remarks::RemarkList list;
-    std::vector<std::string> handedOut = {}; ///< by index; empty when the list has changed
-};
 
 namespace {
 

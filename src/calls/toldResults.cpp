@@ -2,7 +2,6 @@
 
 #include "numeric/tails.h"
 
-#include <algorithm>
 #include <cmath>
 #include <numbers>
 
@@ -19,7 +18,6 @@ TwoSidedP twoSidedP(double z) noexcept
 vexroc_record toldRecord(const RunRecord& record)
 {
     const auto [ksMaximum, ksCutOff] = record.getKolmogorovSmirnov();
-    constexpr std::int64_t mostDistinct = 3;
     vexroc_record out{};
     out.group_operation = record.getGroupValueOperation();
     out.ties = record.existTies();
@@ -40,10 +38,8 @@ vexroc_record toldRecord(const RunRecord& record)
     out.curve_rows = static_cast<int>(record.getSensitivitySpecificity().size());
     out.pr_rows = static_cast<int>(record.getPrecisionRecallDraw().size());
     out.distribution_changed = record.isDistrbutionChanged();
-    if (const auto& triples = record.triples()) { // the record itself knows ties only with a curve
-        out.ties = triples->values.ties;
-        out.distinct_values = static_cast<int>(std::min(triples->values.distinct, mostDistinct));
-    }
+    if (const auto& triples = record.triples()) // the record itself knows ties only with a curve
+        out.ties = triples->ties;
     return out;
 }
 

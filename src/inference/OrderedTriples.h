@@ -15,7 +15,7 @@ struct OrderedTriples {
     OrderedPairs pairs;
     Int128 threeTimesS1; ///< sum of a * (c^2 + 3bc + 3b^2): two positives against one negative
     Int128 threeTimesS2; ///< sum of c * (a^2 + 3ad + 3d^2): one positive against two negatives
-    ValueTally values = {};
+    bool ties = false;   ///< some value occurs with both states
 };
 
 /// Exact sums over the distinct values x of the sample, with a and c the negatives and positives equal to x,
@@ -33,7 +33,6 @@ public:
 
     void add(const DistinctValue& x)
     {
-        values_.add(x);
         if (x.positives == 0)
             pendingNegatives_ += static_cast<Count>(x.negatives);
         else
@@ -42,7 +41,7 @@ public:
     [[nodiscard]] OrderedTriples totals(const StateCounts& cases) const noexcept
     {
         const OrderedPairs pairs{static_cast<Int128>(twiceS_), Int128{2} * cases.positives * cases.negatives};
-        return {cases, pairs, threeTimesS1_, threeTimesS2_, values_};
+        return {cases, pairs, threeTimesS1_, threeTimesS2_, ties_};
     }
 
 private:
@@ -56,6 +55,7 @@ private:
 
         const Count b = positivesAbove_ -= c;
         const Count d = negativesBelow_;
+        ties_ = ties_ || a > 0;
         twiceS_ += a * (c + 2 * b);
         threeTimesS1_ += static_cast<Int128>(a) * static_cast<Int128>(c * c + 3 * b * (c + b));
         threeTimesS2_ += static_cast<Int128>(c) * static_cast<Int128>(a * a + 3 * d * (a + d));
@@ -65,7 +65,7 @@ private:
     Count twiceS_ = 0; ///< sum of a * (c + 2b)
     Int128 threeTimesS1_ = 0;
     Int128 threeTimesS2_ = 0;
-    ValueTally values_;
+    bool ties_ = false;
     Count positivesAbove_;
     Count negativesBelow_ = 0;   ///< up to the last value that held positives
     Count pendingNegatives_ = 0; ///< after it

@@ -44,7 +44,7 @@ double covarianceOf(const CentredSums& sums, const StateCounts& cases)
 OrderedTriples PlacementSums::triples() const noexcept
 {
     return {cases_, pairs(), (3 * squares_.negatives + ties_.negatives) / 4,
-            (3 * squares_.positives + ties_.positives) / 4, values_};
+            (3 * squares_.positives + ties_.positives) / 4, ties_.positives > 0};
 }
 
 double PlacementSums::variance() const noexcept { return covarianceOf(centred(squares_, *this, *this), cases_); }

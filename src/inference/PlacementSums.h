@@ -49,11 +49,10 @@ public:
         const std::int64_t twiceBelow = 2 * seen_.negatives + x.negatives;
         const std::int64_t twiceAbove = 2 * (cases_.positives - seen_.positives) - x.positives;
         seen_.add(x);
-        values_.add(x);
         twiceOrdered_ += Int128{x.positives} * twiceBelow;
         squares_.positives += Int128{x.positives} * twiceBelow * twiceBelow;
         squares_.negatives += Int128{x.negatives} * twiceAbove * twiceAbove;
-        if (x.positives > 0 && x.negatives > 0)
+        if (x.positives > 0 && x.negatives > 0) [[unlikely]]
             addTie(x);
         return {twiceBelow, twiceAbove};
     }
@@ -82,7 +81,6 @@ private:
     Int128 twiceOrdered_ = 0;
     StateSums squares_;
     StateSums ties_; ///< over the tied cases, the square of the number of others at their value
-    ValueTally values_;
 };
 
 /// The placements of a whole sample in these states.

@@ -64,23 +64,22 @@ bool LabelColumn::isMissingWord(const Spelling& spelling) const
 void LabelColumn::makeDoubtfulWordsMissing()
 {
     constexpr int enough = 2;
-    const auto isDoubtful = [this](const Spelling& spelling) {
-        return spelling.kind == TextKind::text && words_.isDoubtfulLabel(spelling.text) && !isNamed(spelling);
-    };
     const auto isText = [](const Spelling& spelling, std::string_view text) { return trimmed(spelling.text) == text; };
-    int others = 0;
-    bool hasPlus = false;
-    for (const Value& value : values_) {
-        others += isDoubtful(spellingOf(value)) ? 0 : 1;
-        hasPlus = hasPlus || isText(spellingOf(value), "+");
-    }
-    if (others < enough || others == static_cast<int>(values_.size()))
+    const bool hasPlus =
+        std::ranges::any_of(values_, [&](const Value& value) { return isText(spellingOf(value), "+"); });
+    const auto isDoubtful = [&](const Spelling& spelling) {
+        return spelling.kind == TextKind::text && words_.isDoubtfulLabel(spelling.text) && !isNamed(spelling)
+            && !(hasPlus && isText(spelling, "-"));
+    };
+    const auto doubtful =
+        std::ranges::count_if(values_, [&](const Value& value) { return isDoubtful(spellingOf(value)); });
+    if (doubtful == 0 || std::ssize(values_) - doubtful < enough)
         return;
     std::vector<int> present;
     for (std::size_t s = 0; s < spellings_.size(); ++s)
         if (Spelling& spelling = spellings_[s]; spelling.value != missing) {
             spelling.value = missing;
-            if (!isDoubtful(spelling) || (hasPlus && isText(spelling, "-")))
+            if (!isDoubtful(spelling))
                 present.push_back(static_cast<int>(s));
         }
     arrange(std::move(present));

@@ -120,9 +120,8 @@ std::string LabelWords::namedTwice(std::string_view first, std::string_view seco
 std::string LabelWords::statesNotSaid(const std::vector<std::string>& positive) const
 {
     const std::array<std::string, 2> ways = waysOn(positive);
-    return where() + " holds " + listed(column_.values()) + ", and which of them are "
-        + (positive.empty() ? "positive" : "negative") + " is not said; say so, with " + ways[0]
-        + ", or, for all others, " + ways[1];
+    return where() + " holds " + listed(column_.values()) + ", and which are "
+        + (positive.empty() ? "positive" : "negative") + " is not said; say " + ways[0] + " or " + ways[1];
 }
 
 std::array<std::string, 2> LabelWords::waysOn(const std::vector<std::string>& named) const

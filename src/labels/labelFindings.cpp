@@ -50,10 +50,17 @@ private:
 
     void findLeadingZeros()
     {
-        std::map<Decimal, std::vector<int>> alike;
-        for (int v = 0; v < static_cast<int>(column_.values().size()); ++v)
-            if (const std::optional<Decimal> number = withoutLeadingZeros(spellingOf(v)))
-                alike[*number].push_back(v);
+        std::map<Decimal, std::vector<int>> alike; // values that are numbers but for their zeros, and the number itself
+        for (int v = 0; v < static_cast<int>(column_.values().size()); ++v) {
+            const std::string plain = withoutLeadingZeros(spellingOf(v));
+            const std::optional<Decimal> number = Decimal::of(plain, column_.decimalSign());
+            if (plain.empty() || !number)
+                continue;
+            std::vector<int>& values = alike[*number];
+            if (const int itself = column_.find(plain); values.empty() && itself != LabelColumn::missing)
+                values.push_back(itself);
+            values.push_back(v);
+        }
         add("leading-zeros", alike);
     }
 
@@ -62,15 +69,17 @@ private:
         return column_.spellingOf(column_.values()[static_cast<std::size_t>(value)]);
     }
 
-    [[nodiscard]] std::optional<Decimal> withoutLeadingZeros(const Spelling& spelling) const
+    /// A text without the zeros before its first digit; empty where there are none.
+    [[nodiscard]] static std::string withoutLeadingZeros(const Spelling& spelling)
     {
         if (spelling.number || spelling.kind == TextKind::value)
-            return spelling.number;
+            return {};
         std::string text(trimmed(spelling.text));
-        const std::size_t digits = text.starts_with('-') || text.starts_with('+') ? 1 : 0;
-        while (text.size() > digits + 1 && text[digits] == '0' && text[digits + 1] >= '0' && text[digits + 1] <= '9')
-            text.erase(digits, 1);
-        return Decimal::of(text, column_.decimalSign());
+        const std::size_t first = text.starts_with('-') || text.starts_with('+') ? 1 : 0;
+        const std::size_t length = text.size();
+        while (text.size() > first + 1 && text[first] == '0' && text[first + 1] >= '0' && text[first + 1] <= '9')
+            text.erase(first, 1);
+        return text.size() < length ? text : "";
     }
 
     /// One finding of all sets of values that are alike, though not in the same state.

@@ -48,9 +48,16 @@ void RemarkList::add(const Kind& kind, const About& about)
         remark.named.push_back(std::move(name));
 }
 
+bool RemarkList::hidesTies() const noexcept
+{
+    const auto notes = std::ranges::count_if(remarks_, [](const Remark& remark) { return !remark.kind->caution; });
+    return notes > 1 && std::ranges::any_of(remarks_, isTies);
+}
+
 RemarkList::Line RemarkList::line(std::size_t index) const
 {
-    const Remark& remark = remarks_[index];
+    const auto ties = static_cast<std::size_t>(std::ranges::find_if(remarks_, isTies) - remarks_.begin());
+    const Remark& remark = remarks_[hidesTies() && index >= ties ? index + 1 : index];
     return {*remark.kind, static_cast<long long>(remark.known.size()), textOf(remark)};
 }
 
@@ -62,8 +69,8 @@ std::string RemarkList::textOf(const Remark& remark) const
         text.append(separator) += name;
         separator = ", ";
     }
-    if (const std::size_t more = remark.known.size() - std::min(remark.known.size(), subjectsNamed); more > 0)
-        text += " and " + std::to_string(more) + " more";
+    if (remark.known.size() > subjectsNamed)
+        text += " and more, " + std::to_string(remark.known.size()) + " in all";
     return text + adviceOf(remark);
 }
 

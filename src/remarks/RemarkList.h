@@ -25,7 +25,7 @@ public:
     /// Adds a subject; one that the kind has already changes nothing. Of subjects that are empty the details count.
     void add(const Kind& kind, const About& about);
 
-    [[nodiscard]] std::size_t size() const noexcept { return remarks_.size(); }
+    [[nodiscard]] std::size_t size() const noexcept { return remarks_.size() - (hidesTies() ? 1 : 0); }
     struct Line {
         const Kind& kind;
         long long count; ///< of subjects
@@ -42,7 +42,10 @@ private:
         std::string test = {};               ///< of the first subject
         std::string direction = {};
     };
+    [[nodiscard]] static bool isTies(const Remark& remark) noexcept { return remark.kind->code == "ties"; }
     Remark& remarkOf(const Kind& kind);
+    /// Nearly all data have ties: where there is another note, theirs is not worth a line.
+    [[nodiscard]] bool hidesTies() const noexcept;
     [[nodiscard]] std::string textOf(const Remark& remark) const;
     [[nodiscard]] std::string adviceOf(const Remark& remark) const;
 

@@ -9,13 +9,20 @@ namespace ROCALG_920::remarks {
 namespace {
 
 constexpr long long enoughCases = 10; ///< of either state
+constexpr long long enoughForError = 2;
 constexpr double chance = 0.5;
 constexpr long long manyComparisons = 3;
 constexpr int valuesOfYesNoTest = 2;
 
-std::string casesOf(const vexroc_area_facts& facts)
+/// The states with fewer cases than that.
+std::string statesBelow(long long enough, const vexroc_area_facts& facts)
 {
-    return std::to_string(facts.positive) + " positive, " + std::to_string(facts.negative) + " negative";
+    std::string states;
+    if (facts.positive < enough)
+        states += std::to_string(facts.positive) + " positive";
+    if (facts.negative < enough)
+        states += (states.empty() ? "" : ", ") + std::to_string(facts.negative) + " negative";
+    return states;
 }
 
 std::string intervalOf(const vexroc_area_facts& facts)
@@ -47,9 +54,9 @@ void addAreaRemarks(std::string_view subject, const vexroc_area_facts& facts, Re
     if (const char* const absent = absentState(facts))
         return add(absent);
     if (std::min(facts.positive, facts.negative) < enoughCases)
-        add("few-cases", casesOf(facts));
+        add("few-cases", statesBelow(enoughCases, facts));
     if (!std::isnan(facts.area) && std::isnan(facts.std_error))
-        add("no-error", casesOf(facts));
+        add("no-error", statesBelow(enoughForError, facts));
     const bool noWidth = facts.std_error == 0.0; // exact
     if (noWidth)
         add("zero-error");
@@ -57,13 +64,19 @@ void addAreaRemarks(std::string_view subject, const vexroc_area_facts& facts, Re
         add("bound-outside", intervalOf(facts));
     if (noWidth ? facts.area < chance : facts.upper < chance)
         add("below-chance");
-    if (facts.distinct_values == valuesOfYesNoTest)
+    if (facts.distinct_values == valuesOfYesNoTest && facts.positive + facts.negative > valuesOfYesNoTest)
         add("two-values");
+    if (facts.ties != 0)
+        add("ties");
 }
 
 void addDifferenceRemarks(std::string_view subject, double difference, double stdError, RemarkList& list)
 {
-    if (stdError == 0.0 && difference != 0.0 && !std::isnan(difference)) // exact
+    if (std::isnan(difference))
+        return; // an area is missing, which is said of the area
+    if (std::isnan(stdError))
+        list.add(*kindOf("no-error"), {.subject = subject});
+    if (stdError == 0.0 && difference != 0.0) // exact
         list.add(*kindOf("zero-error-of-difference"), {.subject = subject});
 }
 

@@ -64,18 +64,6 @@ struct StateCounts {
     }
 };
 
-/// What the distinct values of a sample are like.
-struct ValueTally {
-    std::int64_t distinct = 0;
-    bool ties = false; ///< some value occurs with both states
-
-    void add(const DistinctValue& x) noexcept
-    {
-        ++distinct;
-        ties = ties || (x.positives > 0 && x.negatives > 0);
-    }
-};
-
 /// The counts of all values to come.
 template <ValueWalk Walk>
 [[nodiscard]] StateCounts countsOf(const Walk& walk)

@@ -1,3 +1,4 @@
+#include "tests/calls/Analysis.h"
 #include "tests/support/calls.h"
 #include "vexrocproc/analysis.h"
 
@@ -6,7 +7,6 @@
 #include <cmath>
 #include <cstddef>
 #include <functional>
-#include <limits>
 #include <new>
 #include <string>
 #include <tuple>
@@ -18,69 +18,6 @@ namespace {
 using namespace roctest;
 using testing::ElementsAre;
 using testing::HasSubstr;
-
-constexpr double missing = std::numeric_limits<double>::quiet_NaN();
-
-void expectOk(int result) { EXPECT_EQ(result, VEXROC_OK) << vexroc_last_error(); }
-
-struct Analysis {
-    vexroc_analysis* handle = nullptr;
-    Analysis() { expectOk(vexroc_analysis_new(&handle)); }
-    ~Analysis() { vexroc_analysis_free(handle); }
-    Analysis(const Analysis&) = delete;
-    Analysis& operator=(const Analysis&) = delete;
-
-    int column(const char* name, const std::vector<double>& values) const
-    {
-        int index = -1;
-        expectOk(vexroc_analysis_add_column(handle, name, values.data(), std::ssize(values), &index));
-        return index;
-    }
-    void part(const char* name, int index) const { expectOk(vexroc_analysis_set_column(handle, name, index)); }
-    void word(const char* name, const char* value) const { expectOk(vexroc_analysis_set_word(handle, name, value)); }
-    void number(const char* name, double value) const { expectOk(vexroc_analysis_set_number(handle, name, value)); }
-    void run() const { expectOk(vexroc_analysis_run(handle)); }
-
-    /// What a call fills in.
-    template <class Result, class Call, class... Index>
-    Result get(Call call, Index... index) const
-    {
-        Result result{};
-        result.struct_size = sizeof result;
-        expectOk(call(handle, index..., &result));
-        return result;
-    }
-    vexroc_record record(int i) const { return get<vexroc_record>(vexroc_analysis_record, i); }
-    vexroc_comparison comparison(int i) const { return get<vexroc_comparison>(vexroc_analysis_comparison, i); }
-    vexroc_cut_off bestCutOff(int record, int i) const
-    {
-        return get<vexroc_cut_off>(vexroc_analysis_best_cut_off, record, i);
-    }
-    /// In the order of the structure.
-    std::vector<double> rows() const
-    {
-        const auto r = get<vexroc_rows>(vexroc_analysis_rows);
-        const auto listed = [](auto... numbers) { return std::vector{static_cast<double>(numbers)...}; };
-        return listed(r.read, r.missing_state, r.missing_group, r.missing_weight, r.other_group, r.unusable_weight,
-                      r.incomplete, r.positive, r.negative, r.weighted_positive, r.weighted_negative, r.rounded_weights,
-                      r.rounded_used, r.too_heavy);
-    }
-    using Pair = std::pair<long long, long long>;
-    /// Rows that lack only this test: positive, negative.
-    Pair gap(int column) const
-    {
-        Pair rows;
-        expectOk(vexroc_analysis_missing_test(handle, column, &rows.first, &rows.second));
-        return rows;
-    }
-    /// Of the cases that a record stands for: read, usable.
-    Pair recordRows(int record) const
-    {
-        Pair rows;
-        expectOk(vexroc_analysis_record_rows(handle, record, &rows.first, &rows.second));
-        return rows;
-    }
-};
 
 /// Ten cases of two tests, in two groups.
 struct Study : Analysis {
@@ -338,6 +275,8 @@ TEST(AnalysisHandle, SaysWhatCannotBe)
     constexpr auto number = vexroc_analysis_set_number;
     constexpr auto word = vexroc_analysis_set_word;
     const std::vector<double> three{1, 2, 3};
+    const std::vector<double> fractions{0, missing, 0.5, 1, 1, 1, 1, 1, 1, 1};
+    const std::vector<double> many{2147483646, 2, 1, 1, 1, 1, 1, 1, 1, 1};
     const struct {
         const char* message;
         std::function<int(vexroc_analysis*)> call;
@@ -366,6 +305,17 @@ TEST(AnalysisHandle, SaysWhatCannotBe)
          [](auto* a) {
              return column(a, "group", 2) + number(a, "group_first", 1) + number(a, "group_second", 1) + run(a);
          }},
+        {"is no test; take it back", [](auto* a) { return vexroc_analysis_set_direction(a, 0, "smaller") + run(a); }},
+        {"direction: no column 7", [](auto* a) { return vexroc_analysis_set_direction(a, 7, nullptr); }},
+        {"no word \"up\"; the words are \"larger\"", [](auto* a) { return vexroc_analysis_set_direction(a, 1, "up"); }},
+        {"no state is listed", [](auto* a) { return word(a, "negative", "listed") + run(a); }},
+        {"2 is the positive state as well", [](auto* a) { return vexroc_analysis_add_negative(a, 2) + run(a); }},
+        {"name_value: NaN", [](auto* a) { return vexroc_analysis_name_value(a, 1, missing, "x"); }},
+        {"a run takes one of them", [](auto* a) { return column(a, "count", 1) + column(a, "weight", 2) + run(a); }},
+        {"count: row 3 of column \"x\" holds 0.5; a count is",
+         [&](auto* a) { return add(a, "x", &fractions[0], 10, nullptr) + column(a, "count", 3) + run(a); }},
+        {"count: row 2 of column \"x\" brings the cases to more than 2147483647",
+         [&](auto* a) { return add(a, "x", &many[0], 10, nullptr) + column(a, "count", 3) + run(a); }},
         {"the last run was refused",
          [](auto* a) {
              column(a, "test", -1);

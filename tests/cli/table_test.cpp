@@ -4,28 +4,36 @@
 
 #include <array>
 #include <limits>
+#include <string>
+#include <tuple>
 
 namespace vexroc {
 
 namespace {
 
 constexpr std::array columns{
-    TableColumn{"test", "test", CellRole::name},          TableColumn{"cases", "cases", CellRole::count, 1},
-    TableColumn{"yes", "yes", CellRole::flag, 1},         TableColumn{"area", "area", CellRole::statistic, 2},
-    TableColumn{"sig", "sig", CellRole::pValue, 2}, TableColumn{"cut", "cut", CellRole::measure, 2},
+    TableColumn{"test", "test", CellRole::name},      TableColumn{"cases", "cases", CellRole::count, 1},
+    TableColumn{"yes", "yes", CellRole::flag, 1},     TableColumn{"area", "area", CellRole::statistic, 2},
+    TableColumn{"p_value", "p", CellRole::pValue, 2}, TableColumn{"cut", "cut", CellRole::cutOff, 2},
+    TableColumn{"log", "", CellRole::statistic, 2},
 };
 
-/// The same table in one form: "more" stands where a number cannot be told.
-std::string spelledBy(void (*write)(const Table&, std::string&))
+/// "more" stands where a number cannot be told, nothing where there is no cut-off.
+Table example()
 {
     constexpr double infinity = std::numeric_limits<double>::infinity();
     constexpr double missing = std::numeric_limits<double>::quiet_NaN();
     Table table(columns);
-    table.addRow({"\"a\"", 1000000.0, 1.0, 0.1 + 0.2, 0.00009, 18.000000000000004});
-    table.addRow({"größe, \"x\"\n", 2.0, 0.0, -1e-7, 0.05, infinity});
-    table.addRow({"", "more", missing, missing, 1.0, -0.0});
+    table.addRow({"\"a\"", 1000000.0, 1.0, 0.1 + 0.2, 0.00009, CutOffCell{18.000000000000004, {}}, -4.0});
+    table.addRow({"größe, \"x\"\n", 2.0, 0.0, -1e-7, 0.05, CutOffCell{infinity, {}}, 0.0});
+    table.addRow({"", "more", missing, missing, 1.0, CutOffCell{missing, {}}, 0.0});
+    return table;
+}
+
+std::string inLinesOf(std::size_t width, const Table& table)
+{
     std::string text;
-    write(table, text);
+    writeText(table, width, text);
     return text;
 }
 
@@ -33,25 +41,58 @@ std::string spelledBy(void (*write)(const Table&, std::string&))
 
 TEST(Table, CsvIsExactAndQuotesWhatNeedsIt)
 {
-    EXPECT_EQ(spelledBy(writeCsv),
-              "test,cases,yes,area,sig,cut\n"
-              "\"\"\"a\"\"\",1000000,1,0.30000000000000004,9e-05,18.000000000000004\n"
-              "\"größe, \"\"x\"\"\n\",2,0,-1e-07,0.05,inf\n"
-              "\"\",more,NA,NA,1,-0\n");
+    std::string text;
+    writeCsv(example(), text);
+    EXPECT_EQ(text,
+              "test,cases,yes,area,p_value,cut,log\n"
+              "\"\"\"a\"\"\",1000000,1,0.30000000000000004,9e-05,18.000000000000004,-4\n"
+              "\"größe, \"\"x\"\"\n\",2,0,-1e-07,0.05,inf,0\n"
+              "\"\",more,NA,NA,1,,0\n");
 }
 
-TEST(Table, TextIsRoundedAlignedAndSetInPanels)
+TEST(Table, TextIsRoundedAlignedAndSetInAsManyPanelsAsTheWidthNeeds)
 {
-    EXPECT_EQ(spelledBy(writeText),
+    EXPECT_EQ(inLinesOf(49, example()),
               "test            cases  yes\n"
               "\"a\"           1000000  yes\n"
               "größe, \"x\"\\n        2   no\n"
               "                 more   NA\n"
               "\n"
-              "test              area      sig  cut\n"
+              "test              area        p  cut\n"
               "\"a\"             0.3000  <0.0001   18\n"
               "größe, \"x\"\\n  -1.0e-07   0.0500  inf\n"
-              "                    NA   1.0000   -0\n");
+              "                    NA   1.0000\n");
+    const std::string wide = inLinesOf(50, example());
+    EXPECT_EQ(wide.substr(0, wide.find('\n')), "test            cases  yes      area        p  cut");
+}
+
+TEST(Table, LongNamesKeepTheirEndsAndStayDifferent)
+{
+    Table table(std::array{TableColumn{"test", "test", CellRole::name}, TableColumn{"n", "n", CellRole::count}});
+    for (const char* const name :
+         {"a long name of a test, once", "a long text of a test, once", "年齢年齢年齢年齢年齢年齢年齢"})
+        table.addRow({name, 1.0});
+    EXPECT_EQ(inLinesOf(25, table),
+              "test           n\n"
+              "a long…, once  1\n"
+              "a lon…2… once  1\n"
+              "年齢年…齢年齢  1\n");
+}
+
+TEST(Table, CutOffsReadAsWhatTheyDo)
+{
+    using Calls = CutOffReading::Calls;
+    EXPECT_EQ(cutOffText(3.5, {}), "3.5");
+    EXPECT_EQ(cutOffText(-1.0, {.positive = Calls::all, .wholeNumbers = true}), "any");
+    EXPECT_EQ(cutOffText(9.0, {.positive = Calls::none}), "none");
+    for (const auto& [cutOff, larger, equal, text] : {std::tuple{3.5, true, true, "at least 4"},
+                                                      {3.5, true, false, "at least 4"},
+                                                      {3.5, false, true, "at most 3"},
+                                                      {3.0, true, true, "at least 3"},
+                                                      {3.0, true, false, "at least 4"},
+                                                      {3.0, false, true, "at most 3"},
+                                                      {3.0, false, false, "at most 2"}})
+        EXPECT_NE(cutOffText(cutOff, {Calls::some, larger, equal, true}).find(text), std::string::npos) << text;
 }
 
 TEST(Table, TextIsAsWideAsATerminalShowsIt)

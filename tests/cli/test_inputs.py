@@ -30,7 +30,7 @@ QUESTIONS = [
     ["auc", "--state", "state=ill", "--test", NEWLINE, "--format", "csv"],
     ["compare", "--state", "state=ill", "--test", "count", "--test", NEWLINE],
     ["compare", "--state", "state=ill", "--test", "count", "--group", "site=2,3"],
-    ["curve", "--state", "site=2.0", "--test", "count"],
+    ["curve", "--state", "site=2.0", "--negative", "others", "--test", "count"],
     ["pr", "--state", "state=ill", "--test", NEWLINE, "--format", "csv"],
     ["analyze", "--state", "state=ill", "--test", "all", "--group", "site", "--cut", "2"],
     ["analyze", "--state", "state=ill", "--test", "count", "--by", "site", "--format", "csv"],
@@ -74,6 +74,7 @@ def answers(vexroc, source, name, data=None):
     for question in QUESTIONS:
         ran = vexroc(question[0], *source, *question[1:], data=data)
         text = f"{question}: {ran.code} {ran.out} {ran.err}"
+        text = re.sub("vexroc auc .* --state", "vexroc auc SOURCE --state", text)
         for place, word in places.items():
             text = text.replace(place, word)
         said.append(text)

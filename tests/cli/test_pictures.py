@@ -5,6 +5,7 @@ import re
 import struct
 import xml.etree.ElementTree
 
+import pytest
 from harness import as_csv
 
 SVG = "{http://www.w3.org/2000/svg}"
@@ -91,11 +92,30 @@ def test_every_curve_is_drawn_and_named(vexroc, tmp_path):
     names = ["a\n", "a\\n", long + "1" + long, long + "2" + long, *(f"t{i}" for i in range(110))]
     data = as_csv(["s", *names], *([row % 2, *((row * 7 + i) % 11 for i, _ in enumerate(names))] for row in range(12)))
     root = drawn(vexroc, tmp_path, data, "--level", "0.9")
-    assert "the first 100 of 114 curves are drawn" in vexroc(*QUESTION, "--plot", "p.svg", data=data, cwd=tmp_path).err
+    said = vexroc(*QUESTION, "--plot", "p.svg", data=data, cwd=tmp_path).err
+    assert "only the 100 largest areas of 114 are drawn" in said
     texts = texts_of(root)
     cut = f"{'x' * 40}…{'x' * 39}"
-    named = ["a\\n", "a\\\\n", cut + " (1)", cut + " (2)", *(f"t{i}" for i in range(96))]
+    names = ["a\\n", "a\\\\n", cut + " (1)", cut + " (2)", *names[4:]]
+    areas = [row["area"] for row in vexroc.json(*QUESTION, data=data)["results"]["areas"]]
+    largest = sorted(range(len(names)), key=lambda i: -areas[i])[:100]
+    named = [names[i] for i in sorted(largest)]
     assert [text for text in texts if text in named] == named
     assert "area [90 % confidence interval]" in texts
     lowest = max(float(node.get("y")) for node in root.iter(SVG + "text"))
     assert lowest < float(root.get("height"))
+
+
+def test_a_picture_has_the_size_and_the_looks_that_are_asked_for(vexroc, tmp_path):
+    """At 85 mm text is as large as ever; grey has no colour."""
+    data = made_up(1)
+    root = drawn(vexroc, tmp_path, data, "--pr", "--plot-size", "85mm", "--grey", "--no-title")
+    assert float(root.get("width")) == pytest.approx(85 / 25.4 * 96, abs=0.01)
+    assert float(root.get("viewBox").split()[2]) == float(root.get("width"))
+    assert "ROC curve" not in texts_of(root)
+    colours = {node.get("color") for node in root.iter() if node.get("color")}
+    assert all(colour[1:3] == colour[3:5] == colour[5:7] for colour in colours)
+    for size, message in ("85", "expected a width"), ("85mmx20mm", "expected a width"), ("170mmx61mm", "too low"):
+        vexroc.fails(2, message, *QUESTION, "--plot", "x.svg", "--plot-size", size, data=data, cwd=tmp_path)
+    vexroc.fails(1, "no curve to draw: there is no negative case", *QUESTION, "--plot", "x.svg",
+                 data=b"s,t\n1,1\n1,2\n", cwd=tmp_path)

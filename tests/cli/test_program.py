@@ -2,9 +2,12 @@
 import csv
 import io
 import itertools
+import math
 import operator
+import pathlib
 import re
 import shlex
+import tempfile
 
 import pytest
 from harness import DATA, as_csv
@@ -23,9 +26,12 @@ def ends_as(vexroc, begin, endings, data=b"", folder=DATA):
 
 
 def tables(vexroc, arguments, data=b"", folder=DATA):
-    """The rows of each table that a run prints as CSV, without its header."""
-    text = vexroc.done(*shlex.split(arguments), "--format", "csv", data=data, cwd=folder)
-    return [list(csv.reader(io.StringIO(table)))[1:] for table in text.split("\n\n")]
+    """The rows of each table that a run writes as CSV, without its header, in their order."""
+    with tempfile.TemporaryDirectory() as place:
+        vexroc.done(*shlex.split(arguments), "--tables", place, data=data, cwd=folder)
+        files = {file.stem: file.read_bytes().decode() for file in pathlib.Path(place).iterdir()}
+    order = ["cases", "areas", "comparisons", "best_cut_offs", "points", "columns"]
+    return [list(csv.reader(io.StringIO(files[name])))[1:] for name in order if name in files]
 
 
 def test_curves_are_those_of_the_definition_in_every_command(vexroc, tmp_path):
@@ -57,35 +63,75 @@ def test_precision_recall_points_are_interpolated_as_asked(vexroc, tmp_path):
     for options, way in between.items():
         tables(vexroc, f"analyze {ON_INPUT} t --pr {options} --pr-curve pr.csv", data, tmp_path)
         header, *written = [line.split(",") for line in (tmp_path / "pr.csv").read_text().splitlines()]
-        points = [list(map(float, row[1:])) for row in tables(vexroc, f"pr {ON_INPUT} t {options}", data)[0]]
-        assert header[2:] == ["recall", "precision", "interpolated"]
-        assert [list(map(float, row[2:])) for row in written] == [row[1:] for row in points]
-        found = sorted(points, key=lambda row: (-row[1], row[2]))
+        points = tables(vexroc, f"pr {ON_INPUT} t {options}", data)[0]
+        assert header[2:] == ["cut_off", "recall", "precision", "interpolated"]
+        assert [row[2:] for row in written] == [row[1:] for row in points]
+        found = [[float(cell or "nan") for cell in row[1:]] for row in points]
         expected = [[cut, recall, precision, 0] for cut, precision, recall in measured]
-        expected[2:2] = [[1.5, recall, precision, 1] for recall, precision in way]
-        assert found == [pytest.approx(row) for row in sorted(expected, key=lambda row: (-row[1], row[2]))], options
+        expected += [[math.nan, recall, precision, 1] for recall, precision in way]  # no cut-off makes them
+        assert sorted(found, key=lambda row: (-row[1], row[2])) == [
+            pytest.approx(row, nan_ok=True) for row in sorted(expected, key=lambda row: (-row[1], row[2]))], options
 
 
 def test_one_question_has_one_answer_in_all_commands(vexroc):
     tests = CANCER + "--test radius_mean,texture_mean --test area_mean,area_worst "
-    _, areas, pairs = tables(vexroc, "analyze " + tests + "--compare paired --level 0.9 --smaller")
+    paired = "--compare paired --level 0.9 --smaller "
+    _, areas, pairs = tables(vexroc, "analyze " + tests + paired + "--interval wald-delong")
     compared = tables(vexroc, "compare " + tests + "--level 0.9 --smaller")[0]
-    assert [row[:2] + row[9:] for row in compared] == pairs
+    assert compared == pairs == tables(vexroc, "analyze " + tests + paired)[2]
     assert [row[:2] + row[5:9] for row in compared] == [
-        [first[0], second[0], *first[4:6], *second[4:6]] for first, second in itertools.combinations(areas, 2)]
+        [first[0], second[0], *first[5:7], *second[5:7]] for first, second in itertools.combinations(areas, 2)]
     seen = []
     for options in "", "--smaller", "--bi-negative", "--level 0.5":
         area = tables(vexroc, "auc " + FAWCETT + options)[0][0][4:]
-        assert area == tables(vexroc, "analyze --no-curve " + FAWCETT + options)[1][0][4:9] and area not in seen
+        assert area == tables(vexroc, "analyze --no-curve " + FAWCETT + options)[1][0][5:11] and area not in seen
         seen.append(area)
     assert seen[0][0] == "0.68"  # as published
-    assert tables(vexroc, "analyze --no-curve " + FAWCETT)[1][0][10] == "NA"
+    assert tables(vexroc, "analyze --no-curve " + FAWCETT)[1][0][12] == "NA"
+
+
+def test_a_marker_has_one_line_whatever_else_is_asked(vexroc):
+    """A direction is the negated column, a count as many rows, and neither pairs nor neighbours change an area."""
+    rows = [[row % 3 == 0, row * 7 % 10, -(row * 5 % 8) if row % 4 else "", row // 3 % 3] for row in range(60)]
+    data = as_csv(["s", "a", "b:smaller", "n"], *(map(int, row) if "" not in row else row for row in rows))
+    data = data.replace(b"True", b"1").replace(b"False", b"0")
+    named, plain = data, data.replace(b"b:smaller", b"b")
+    turned = plain.replace(b",-", b",")
+    lines = data.splitlines()
+    repeated = b"\n".join([lines[0], *(line for line in lines[1:] for _ in range(int(line[-1:])))]) + b"\n"
+    for options in "", "--interval wald-delong", "--bi-negative":
+        own = tables(vexroc, f"auc {ON_INPUT} a,b:smaller {options}", plain)[0]
+        assert own == tables(vexroc, f"auc {ON_INPUT} a,b {options}", turned)[0]
+        assert own[1:] == tables(vexroc, f"auc {ON_INPUT} b --smaller {options}", plain)[0]
+        assert own[1][1:] != tables(vexroc, f"auc {ON_INPUT} b:smaller {options}", named)[0][0][1:]  # a column's name
+        counted = f"analyze {ON_INPUT} a,b:smaller {options} --no-curve"
+        assert tables(vexroc, counted + " --count n", named)[1:] == tables(vexroc, counted, repeated)[1:]
+        if options != "--bi-negative":
+            whole = tables(vexroc, f"analyze {ON_INPUT} a,b:smaller {options} --compare paired", plain)
+            assert [row[:1] + row[2:11] for row in whole[1]] == own
+            assert whole[2] == tables(vexroc, f"compare {ON_INPUT} a,b:smaller {options}", plain)[0]
+    ends_as(vexroc, f"compare {ON_INPUT} a,", """
+b,b:smaller -> 2: --test names 'b' with two directions
+b --count a,b -> 3: no column 'a,b'
+b --count b -> 3: column 'b', data row 2: '-5' is no count; --count takes whole numbers from 0
+b --group n=1,2 --cases complete -> 2: it does not go with --group
+b --interval delong -> 2: the words are 'wald', 'wald-delong'
+""", plain)
+    ends_as(vexroc, f"analyze {ON_INPUT} a ", """
+--weight n --count n -> 2: give one of them
+--weight-kind counts -> 2: name them with --weight
+--bi-negative --interval wald-delong -> 2: two standard errors
+--cases complete -> 2: ask for that with --compare paired
+""", plain)
+    ran = vexroc(*f"analyze {ON_INPUT} a --weight n --weight-kind counts".split(), data=plain)
+    assert ran.code == 0 and "--weight-kind" not in ran.err
 
 
 def test_cases_are_split_in_every_way(vexroc):
     data = b"s,t,sex,age,flag\n1,2,m,20,0\n0,1,f,40,1\n1,3,f,60,1\n0,1,m,20,0\n1,1,f,60.0,0\n0,4,m,40,1\n"
     for split, first, second in re.findall("(.*) -> (.*); (.*)", """
 sex -> sex = f,2,1; sex = m,1,2
+sex=m,f -> sex = m,1,2; sex = f,2,1
 sex --select m,f -> sex = m,1,2; sex = f,2,1
 flag -> flag = 0,2,1; flag = 1,1,2
 age --select 60,2e1 -> age = 60,2,0; age = 2e1,1,1
@@ -96,9 +142,8 @@ age --mid-point -> age < 40,1,1; age >= 40,2,2
         _, areas, differences = tables(vexroc, question, data)
         assert [",".join(row[1:4]) for row in areas] == [first, second], split
         assert differences[0][:3] == ["t", first.split(",")[0], second.split(",")[0]], split
-        if split == "sex":
-            compared = tables(vexroc, f"compare {ON_INPUT} t,t --group sex=f,m", data)[0]
-            assert [row[12:] for row in compared] == 2 * [differences[0][3:]]
+        if "age --" not in split or "--select" in split:
+            assert tables(vexroc, f"compare {ON_INPUT} t,t --group {split}", data)[0] == 2 * differences
 
 
 def test_every_row_is_accounted_for(vexroc):
@@ -109,9 +154,9 @@ def test_every_row_is_accounted_for(vexroc):
         "rows read,13", "left out,7", "left out: missing state,1", "left out: missing group,1",
         "left out: missing weight,1", "left out: in neither group,1", "left out: unusable weight,3", "used,6",
         "positive,3", "negative,3", "weighted positive,7", "weighted negative,3", "missing: a,2", "missing: b,3"]
-    assert areas[0][:6] == ["a", "g = x", "2", "1", "4", "1"]
-    ends_as(vexroc, f"analyze {ON_INPUT} a,b --weight w", " -> 0: not whole numbers, rounded with halves up: 3", data)
-    counts, areas, _ = tables(vexroc, f"analyze {ON_INPUT} a,b --compare paired", data)
+    assert areas[0][:7] == ["a", "g = x", "2", "1", "3", "4", "1"]
+    ends_as(vexroc, f"analyze {ON_INPUT} a,b --weight w", " -> 0: whole numbers are rounded, halves up: 2 rows", data)
+    counts, areas, _ = tables(vexroc, f"analyze {ON_INPUT} a,b --compare paired --cases complete", data)
     assert [",".join(row) for row in counts] == [
         "rows read,13", "left out,5", "left out: missing state,1", "left out: missing test,4", "used,8", "positive,5",
         "negative,3", "missing: a,2", "missing: b,3"]
@@ -123,17 +168,58 @@ def test_every_row_is_accounted_for(vexroc):
                           ("compare - --test a --group g=x,y", "a,g = x,g = y,2,1,1,1,3")]:
         assert ",".join(tables(vexroc, question + " --state s=1", data)[0][0]).startswith(row + ",")
     ends_as(vexroc, "", """
-compare - --state s=1 --test a --group g=x,y -> 0: rows in neither group, not part of the analysis: 1
-curve - --state s=1 --test a -> 0: a: 4 positive and 3 negative cases, 2 rows left out
+compare - --state s=1 --test a --group g=x,y -> 0: note: rows left out: 1 in neither group
+curve - --state s=1 --test a -> 0: note: rows left out: 1 of 9: missing state 1, a (2 of 9)
 """, data)
 
 
-def test_states_match_as_text_or_as_numbers(vexroc):
-    for state in "1", "1.0", "01", "1e0":
-        row = tables(vexroc, f"auc - --test t --state s={state}", b"s,t\n1,2\n1.0,3\n0,1\n2,1\n")[0][0]
-        assert row[1:3] == ["2", "2"], state
-    ends_as(vexroc, "auc - --state s=Yes --test t", " -> 3: standard input: column 's' never holds 'Yes'; it holds "
-            "'yes', 'no'", b"s,t\nyes,1\nno,2\nNA,3\n")
+def test_states_are_what_is_said_of_their_values(vexroc):
+    words = b'state,t,g\nill,3,a\nill,4,a\nwell,1,a\nwell,2,b\nN/A,9,b\n"ill ",6,b\nothers,5,a\n'
+    grades = b"grade,grade>,a=b,t,g\n1,3,x,1,a\n2.0,3,x,2,a\n3,3,y,3,a\n10,4,y,4,b\nNA,NA,NA,5,b\n"
+    for data, options, counts in [
+            (words, "state=ill --negative well", "2,2,3"),
+            (words, "state=ill --negative others", "2,4,1"),
+            (words, """'state=ill,"ill "' --negative '"others"'""", "3,1,3"),
+            (words, "state=N/A --negative well", "1,2,4"),
+            (words, "state=ill --missing none,Others --negative others", "2,4,1"),
+            (grades, "'grade>=3'", "3,1,1"),  # a column of that name goes first
+            (grades, "'\"grade\">=3'", "2,2,1"),
+            (grades, "'grade<=2.0'", "2,2,1"),
+            (grades, "grade=2,1e1 --missing 1,3", "2,0,3"),
+            (grades, "'\"a=b\"=y'", "2,2,1")]:
+        row = tables(vexroc, f"auc - --test t --state {options}", data)[0][0]
+        assert ",".join(row[1:4]) == counts, options
+    document = vexroc.json("auc", "-", "--test", "t", "--state", "state=ill", "--negative", "others", data=words)
+    assert document["question"]["positive"] == ["ill"]
+    assert document["question"]["negative"] == ["ill ", "others", "well"]
+    assert "state_cut" not in document["question"]
+    document = vexroc.json("auc", "-", "--test", "t", "--state", "grade>2", data=grades)
+    assert document["question"]["state_cut"] == ">2" and "positive" not in document["question"]
+    counts = tables(vexroc, "analyze - --test t --state state=ill --negative well --by g", words)[0]
+    assert ["a", "left out: other state", "1"] in counts and ["b", "positive", "0"] in counts
+    ends_as(vexroc, "auc - --test t --state ", """
+state=Ill -> 3: standard input: column 'state' never holds 'Ill'; it holds 'ill' (2), 'well' (2), 'ill ' (1)
+state=ill -> 3: 'ill ' (1), 'others' (1), and which are negative is not said; say
+state=ill --negative well,others -> 2: the word others stands alone
+state=ill --negative well,ill -> 3: cannot be positive and negative
+'state>5' -> 3: column 'state' is cut as numbers, and also holds 'ill' (2)
+'states>5' -> 3: did you mean 'state'?
+'state>high' -> 2: expected COLUMN=VALUE[,VALUE...], or COLUMN>=NUMBER
+'state>=' -> 2: expected COLUMN=VALUE[,VALUE...], or COLUMN>=NUMBER
+""", words)
+    ends_as(vexroc, "auc - --test t --state 'grade>2' --negative 1", " -> 3: no positive or negative values go", grades)
+
+
+def test_missing_words_are_those_of_the_list(vexroc):
+    data = b"s,t\nill,1\nill,-\nill,n/a\nwell,?\nwell,-9\nwell,-9.0\nwell,2\nill,unsure\nill,5\nnull,3\n"
+    for options, counts, words in [("--missing unsure", "2,3,5", "t ('-': 1, '?': 1, 'n/a': 1, 'unsure': 1)"),
+                                   ("--missing Unsure,-9", "2,1,7", "'-9': 1, '-9.0': 1")]:
+        ran = vexroc(*shlex.split(f"auc - --state s=ill --test t --format csv {options}"), data=data)
+        assert ",".join(ran.out.splitlines()[1].split(",")[1:4]) == counts and words in ran.err, ran
+    ends_as(vexroc, "auc - --state s=ill --test t", """
+ -> 3: line 9, column 't': 'unsure' is neither a number nor missing; write a number, or leave the cell empty; if it
+ --missing none,unsure -> 3: line 3, column 't': '-' is neither
+""", data)
 
 
 def test_best_cut_offs_are_all_ties_with_their_counts_in_the_cases(vexroc):
@@ -155,15 +241,15 @@ def test_one_analysis_by_value_is_that_of_its_rows(vexroc, tmp_path):
     data = header + "0,1,1,a,x\n1,1,1,a,\n0,2,1,b,x\n" + ten + nine
 
     def written(options, rows):
-        ran = vexroc(*shlex.split(f"analyze {ON_INPUT} t,u --format csv --curve c --pr-curve p {options}"),
-                     data=rows.encode(), cwd=tmp_path)
-        assert ran.code == 0, ran.err
-        return ran.err, [line for text in (ran.out, *((tmp_path / file).read_text() for file in "cp"))
-                         for line in text.splitlines() if line]
+        with tempfile.TemporaryDirectory(dir=tmp_path) as place:
+            ran = vexroc(*shlex.split(f"analyze {ON_INPUT} t,u --tables . --curve c --pr-curve p {options}"),
+                         data=rows.encode(), cwd=place)
+            assert ran.code == 0, ran.err
+            return ran.err, [line for file in sorted(pathlib.Path(place).iterdir())
+                             for line in file.read_text().splitlines()]
     for options in "--group g --compare independent", "--compare paired", "--weight u --pr":
         said, together = written(options + " --by site", data)
-        for part in ("warning: site = x: no result: no row with the positive state is left",
-                     "rows with a missing 'site', in no analysis: 1\n", "warning: site = 9: ties"):
+        for part in ("site = x; check --state", "site = 9: t", "1 without a value of site\n"):
             assert part in said
         for value, rows in ("9", nine), ("10", ten):
             alone = written(options, header + rows)[1]
@@ -175,13 +261,13 @@ def test_one_analysis_by_value_is_that_of_its_rows(vexroc, tmp_path):
     for code, message, rows in [
             (3, "'id' holds 1001 different values; --by takes 1000 at most", [[1, 2, i] for i in range(1001)]),
             (3, "column 'id' holds missing cells only", [[1, 2, ""]]),
-            (0, "id = a: t: no area: every case is positive", [[1, 2, "a"], [1, 3, "b"]]),
+            (0, "there is no negative case, so there is no area: id = a: t", [[1, 2, "a"], [1, 3, "b"]]),
             (1, "no value of 'id' gave a result", [[0, 2, "a"], [1, 3, ""]])]:
         ends_as(vexroc, by_id, f" -> {code}: {message}", as_csv(["s", "t", "id"], *rows))
     none_ill = b"s,t,u,id\n1,2,1,a\n0,1,1,a\n1,3,2,a\n0,5,,b\n0,6,7,b\n"  # among b
     counts, areas = tables(vexroc, f"analyze {ON_INPUT} t,u --by id", none_ill)
     assert ["b", "rows read", "2"] in counts
-    assert [row[:6] for row in areas[2:]] == [["b", test, "all cases", "0", n, "NA"] for test, n in ("t2", "u1")]
+    assert [row[:7] for row in areas[2:]] == [["b", *row, "NA"] for row in (["t", "all cases", "0", "2", "0"], ["u", "all cases", "0", "1", "1"])]
 
 
 def test_all_tests_are_the_numbers_without_another_part(vexroc):
@@ -192,19 +278,21 @@ def test_all_tests_are_the_numbers_without_another_part(vexroc):
         vexroc.fails(code, "", "analyze", "-", "--state", "s=1", "--test", "all", data=data)
 
 
-def test_warnings_notes_and_refusals_say_what_to_do(vexroc):
+def test_notes_cautions_and_refusals_say_what_to_do(vexroc):
     ends_as(vexroc, f"analyze {ON_INPUT}", """
-t,u,t -> 0: share test values in 't'; each such pair counts one half (430102 WARN_TieExist)
-t,u --compare paired --group g -> 0: a paired comparison uses all cases (430104 WARN_GROUP_IGNORE)
-u --bi-negative -> 0: positive as negative cases, for every test and group (430103 WARN_DIST_CHANGE)
-u,s -> 0: note: 's' is the state; it is not also a test
-u --pr -> 0: drawn by --plot and --report and written by --pr-curve FILE
-u --group u --cut 2 -> 0: u where u < 2: no area: every case is positive
-t,one --compare paired -> 0: one: no standard error: at least 2 positive
+t,u,t -> 0: note: positive and negative cases share test values; each such pair counts one half: t
+t,u --compare paired --group g -> 0: caution: the groups are not used: a paired comparison takes all cases
+u --bi-negative -> 0: caution: the standard error is nonparametric
+u,s -> 0: note: the state is not also a test: s
+u --pr -> 0: note: the points of --pr are not shown; --plot and --report draw them, --pr-curve FILE writes
+u --group u --cut 2 -> 0: there is no negative case, so there is no area: u where u < 2
+t,one --compare paired -> 0: so there is no standard error, p value and interval: t and one (1 positive, 1 negative)
+t --best -> 0: note: best cut-offs are chosen on the data
+t --weight u -> 0: numbers of cases only, not areas, errors and curves: u; for cases per row give --count COLUMN; if
 """, b"s,t,u,g,one\n1,2,1,x,7\n0,2,2,x,\n1,3,3,y,\n0,1,4,y,8\n1,4,5,y,\n")
     ends_as(vexroc, f"analyze {ON_INPUT}", """
-t --group g -> 1: 2 left out (missing group: 2)
-t --group g -> 1: vexroc: error: status 430004 Setting_Error_StateValue_NotExist: no row with the positive
+t --group g -> 1: note: rows left out: 2 of 4: missing group 2
+t --group g -> 1: vexroc: error: status 430004 Setting_Error_StateValue_NotExist: there is no positive
 s -> 1: vexroc: error: status 430005 Setting_Error_TestVar: no test is left; name columns of numbers other than
 t --compare paired -> 1: 430006 Setting_Error_AtLeast2Test: a paired comparison needs two tests; name them with --test
 t --compare independent -> 1: 430007 Setting_Error_Group_Required: an independent comparison needs two groups
@@ -217,9 +305,11 @@ t --cut 1 -> 2: name it with --group
 t --group n --cut 6 --mid-point -> 2: give one of them
 t --group n --cut six -> 2: --cut 'six': expected a number
 t --group g --select x -> 2: --select 'x': expected two values
-t --group g --select x,NA -> 2: 'NA' stands for a missing value
-t --group n --select 5,5.0 -> 2: are the same
-t,n --compare paired --bi-negative -> 2: --bi-negative does not go with --compare paired
+t --group g --select x,NA -> 3: never holds 'NA'
+t --group n --select 5,5.0 -> 3: '5', '5.0' are one value
+t --group g=x,y --select x,y -> 2: give one of them
+t --group g=x,y --cut 2 -> 2: give --group without values
+t,n --compare paired --bi-negative -> 2: --bi-negative does not go with tests on the same
 t --keilwagen -> 2: --pr or --pr-curve
 t --no-curve --curve x -> 2: --no-curve
 t --no-curve --best -> 2: --no-curve
@@ -227,7 +317,7 @@ t --curve x --pr-curve x -> 2: the same file
 t --curve x --plot ./x -> 2: name the same file
 t --report x.html --output x.html -> 2: --output and --report name the same file
 t --curve - -> 2: --curve -: only --output goes to standard output
-t --group g -> 3: holds 'x', 'y', 'z'; it needs two values: pick them with --select
+t --group g -> 3: holds 'x' (1), 'y' (1), 'z' (2); it needs two values: pick them with --select
 t --group g --mid-point -> 3: line 2, column 'g': 'x' is neither a number
 t --group g --select x,w -> 3: column 'g' never holds 'w'
 t --by s -> 2: --by names the state column
@@ -236,21 +326,22 @@ t --curve /no/such/place.csv -> 4: cannot write /no/such/place.csv: No such file
 t --curve / -> 4: cannot write /: Is a directory
 """, b"s,t,g,n\n1,2,x,5\n0,1,y,7\n1,3,z,8\n0,2,z,9\n")
     ends_as(vexroc, f"auc {ON_INPUT}", """
-positive -> 0: positive: no area: every case is positive
-none -> 0: none: no area: no case is left
-t --bi-negative -> 0: needs as many positive as negative cases (1 and 2
+positive -> 0: caution: there is no negative case, so there is no area: positive
+negative -> 0: caution: there is no positive case, so there is no area: negative
+none -> 0: caution: there is no case, so there is no area: none
+t --bi-negative -> 0: as many positive as negative cases: t
 """, b"s,t,positive,negative,none\n1,2,2,,\n0,1,,1,\n0,3,,3,\n")
     ends_as(vexroc, "", """
-curve - --state s=1 --test t -> 0: no curve: every case is negative
-compare - --state s=1 --test u,u -> 0: no standard error: at least 2 positive and 2 negative
+curve - --state s=1 --test t -> 0: there is no positive case, so there is no area: t
+compare - --state s=1 --test u,u -> 0: fewer than 2 cases of a state, so there is no standard error
 """, b"s,t,u\n1,NA,2\n0,3,1\n0,4,3\n0,5,NA\n")
     ends_as(vexroc, "", """
-pr - --state s=1 --test t -> 0: at least 3 cases are needed
-analyze - --state s=1 --test t -> 0: t: no curve: at least 3 cases are needed
-auc - --state s=1 --test t -> 0: t: the standard error is 0; p value and interval say nothing
+pr - --state s=1 --test t -> 0: fewer than 3 cases, so there is no curve: t
+analyze - --state s=1 --test t -> 0: fewer than 3 cases, so there is no curve: t
+auc - --state s=1 --test t -> 0: the standard error is 0, so p value and interval say nothing
 """, b"s,t\n1,2\n0,3\n")
-    ends_as(vexroc, f"auc {ON_INPUT} t", " -> 0: the area is below 0.5, smaller values are more positive; give "
-            "--smaller", b"s,t\n1,1\n1,2\n1,3\n1,7\n0,4\n0,5\n0,6\n0,8\n0,9\n")
+    ends_as(vexroc, f"auc {ON_INPUT} t", " -> 0: the area is clearly below 0.5: t; if smaller values are more "
+            "positive, give --test t:smaller", b"s,t\n1,1\n1,2\n1,3\n1,7\n0,4\n0,5\n0,6\n0,8\n0,9\n")
 
 
 def test_misuse_ends_with_what_is_wrong_and_what_to_do(vexroc):
@@ -263,8 +354,7 @@ auc -> 2: --state is required; see vexroc auc --help
 auc {FAWCETT} --smaler -> 2: no option '--smaler' in auc; did you mean '--smaller'?
 auc {RADIUS} more -> 2: unexpected argument 'more'
 auc fawcett_2006.csv --test score --state class -> 2: expected COLUMN=VALUE
-auc fawcett_2006.csv --test score --state class=1,0 -> 2: expected COLUMN=VALUE
-auc fawcett_2006.csv --test score --state class=NA -> 2: missing value
+auc fawcett_2006.csv --test score --state class=NA -> 3: never holds 'NA'
 auc {CANCER} --test radius_mean, -> 2: an item of the list is empty
 auc {RADIUS} --level 1 -> 2: --level '1': expected a number between 0 and 1
 auc {RADIUS} --format cvs -> 2: no word 'cvs'; did you mean 'csv'?
@@ -279,9 +369,10 @@ auc {RADIUS} --output --quiet -> 2: --output: needs a value; the option --quiet 
 auc {RADIUS} --output= -> 2: --output: 
 curve {RADIUS} --level 0.9 -> 2: no option '--level'
 compare {RADIUS} -> 2: name two or more tests
-compare {RADIUS} --group diagnosis=benign -> 2: expected COLUMN=VALUE,VALUE
-compare {RADIUS} --group area_mean=1001,1001.0 -> 2: are the same
-compare {RADIUS} --test area_mean --bi-negative -> 2: --bi-negative goes with
+compare {RADIUS} --group diagnosis=benign -> 2: expected two values
+compare {RADIUS} --select 1,2 -> 2: name it with --group
+compare {RADIUS} --group area_mean=1001,1001.0 -> 3: are one value
+compare {RADIUS} --test area_mean --bi-negative -> 2: --bi-negative does not go with tests on the same cases
 auc nothing.csv --state a=1 --test b -> 3: cannot read nothing.csv: No such file or directory
 auc . --state a=1 --test b -> 3: Is a directory
 auc {CANCER} --test radius_men -> 3: did you mean 'radius_mean'?
@@ -291,8 +382,27 @@ auc {RADIUS} --test all -> 3: analyze alone takes --test all
 auc {RADIUS} --config nothing.toml -> 3: file nothing.toml: no such file
 columns - -> 3: standard input is empty: a header row with column names and rows of data are expected
 """)
-    assert vexroc("columns", "-", data=b"x;y;z\n1,5;1,5;2\n2;a;3\n").err == (
-        "vexroc: note: 'x' holds numbers with the other decimal sign; read them with --decimal comma\n")
+
+
+def test_columns_points_out_what_misleads_and_ends_with_the_next_call(vexroc, tmp_path):
+    (tmp_path / "it's.csv").write_text("patient;ill;age;psa;limit;crp;site\n" + "".join(
+        f"P{i // 2:02};{'yes' if i % 3 else 'No'};{-9 if i % 7 == 0 else 30 + i};{i},{i % 10};"
+        f"{'<5' if i % 4 else i};1,2{i:02};{'A' if i else 'a'}\n" for i in range(24)))
+    found = {remark["code"]: remark["text"] for remark in vexroc.json("columns", tmp_path / "it's.csv")["notes"]}
+    for code, words in [("repeated-ids", "patient (12 values"), ("likely-codes", "age (-9 in 4 rows)"),
+                        ("decimal-sign", "psa (read with --decimal comma)"), ("nearly-numbers", "limit ('<5' in 18"),
+                        ("nearly-numbers", "crp ('1,200' in 24 rows: --thousands comma or --decimal comma)")]:
+        assert words in found[code], found
+    text = vexroc.done("columns", "it's.csv", cwd=tmp_path)
+    assert re.search("site +a +1\n", text) and "differ only in case" in text and "tell ill = yes?" in text
+    call = shlex.split(text.splitlines()[-1])
+    assert call == ["vexroc", "auc", "it's.csv", "--decimal", "comma", "--state", "ill=yes", "--test", "psa"]
+    vexroc.done(*call[1:], cwd=tmp_path)
+    odd = b'"a=b","x,y",-z,"q""uote"\n' + b"".join(b"%d,%d,%d,%d.5\n" % (i % 2, i, i * i, i) for i in (1, 4, 2, 6))
+    call = vexroc.json("columns", "-", data=odd)["results"]["next"][0]
+    assert call["complete"] and not call["sure"]
+    vexroc.done(*shlex.split(call["call"])[1:], data=odd)
+    assert vexroc.done("columns", "-", data=b"a,b\nx,y\n").endswith("--state COLUMN=VALUE --test COLUMN\n")
 
 
 def test_help_names_every_command_and_its_options(vexroc):
@@ -302,13 +412,29 @@ def test_help_names_every_command_and_its_options(vexroc):
         assert vexroc.done("help", command) == vexroc.done(command, "--help")
 
 
-def test_quiet_says_nothing_and_strict_takes_warnings_for_errors(vexroc):
-    question, tied = ["analyze", "-", "--state", "s=1", "--test", "t"], b"s,t\n1,1\n0,1\n1,2\n"
-    plain = vexroc(*question, data=tied)
-    assert "warning: ties" in plain.err and plain.code == 0
+def test_quiet_drops_notes_and_strict_fails_on_cautions(vexroc):
+    question = ["analyze", "-", "--state", "s=1", "--test", "t"]
+    tied = as_csv("st", *([row % 2, row // 2 + 3 * (row % 2)] for row in range(20)))
+    plain = vexroc(*question, "--strict", data=tied)
+    assert plain.code == 0 and plain.err.count("\n") == 1 and "note: positive and negative cases share" in plain.err
     assert vexroc(*question, "--quiet", "--progress", "always", data=tied) == (0, plain.out, "")
-    assert vexroc(*question, "--strict", data=tied)[:2] == (1, plain.out)  # nothing is lost
-    vexroc.done(*question, "--strict", data=b"s,t\n1,1\n0,3\n1,2\n")
+    few = as_csv("st", [1, 1], [0, 1], [1, 2], [0, 0])
+    plain = vexroc(*question, data=few)
+    quiet = vexroc(*question, "--quiet", data=few)
+    assert "caution: fewer than 10 cases" in quiet.err and "note:" not in quiet.err and plain.err.startswith(quiet.err)
+    strict = vexroc(*question, "--strict", data=few)  # nothing is lost
+    assert strict == (1, plain.out, plain.err + "vexroc: error: --strict: there is a caution\n")
+    missing = vexroc("auc", *question[1:], "--strict", data=b"s,t\n1,1\n1,2\n")
+    assert missing.code == 1 and "there is no negative case" in missing.err
+
+
+def test_each_remark_is_one_line_that_json_tells_with_code_and_count(vexroc):
+    tests = [f"t{i}" for i in range(7)]
+    data = as_csv(["s", *tests], *([row % 2, *(row % (3 + i) for i in range(7))] for row in range(12)))
+    document = vexroc.json("compare", "-", "--state", "s=1", "--test", ",".join(tests), data=data)
+    remarks = {remark["code"]: remark for remark in document["notes"] + document["cautions"]}
+    assert remarks["many-comparisons"]["text"].endswith(": 21")
+    assert remarks["few-cases"]["count"] == 7 and remarks["few-cases"]["text"].endswith("and more, 7 in all")
 
 
 def test_a_config_file_fills_in_what_the_arguments_do_not_say(vexroc, tmp_path):

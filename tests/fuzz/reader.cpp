@@ -61,8 +61,14 @@ std::string written(const std::string& cell, bool quoted)
     return text + '"';
 }
 
-/// A label that is no word for a missing value and has no blanks at its ends.
-std::string anyLabel(FuzzInput& input) { return std::string(1, '<').append(input.text(12)).append(1, '>'); }
+/// A label that is no word for a missing value, has no blanks at its ends and is UTF-8.
+std::string anyLabel(FuzzInput& input)
+{
+    std::string label = std::string(1, '<').append(input.text(12)).append(1, '>');
+    for (char& c : label)
+        c = static_cast<char>(c & 0x7F);
+    return label;
+}
 
 /// A table of known numbers and labels, written in any of the ways that are allowed, reads back as it was.
 void readWhatWasWritten(FuzzInput& input)

@@ -63,6 +63,9 @@ TEST(LargeCounts, GiveTheStatisticsOfRationalArithmetic)
         const PlacementSums placements = placementSums(walk, cases);
         EXPECT_EQ(placements.pairs().area(true), sample.area);
         EXPECT_LE(ulpsApart(placements.variance(), sample.variance), 3);
+        const OrderedTriples same = placements.triples();
+        EXPECT_TRUE(same.threeTimesS1 == triples.threeTimesS1 && same.threeTimesS2 == triples.threeTimesS2);
+        EXPECT_EQ(same.ties, triples.ties);
         // Against itself: the products are the squares, and nothing is left of them.
         EXPECT_EQ(pairedDifference(placements, placements, placements.squares()).stdErrorDiff, 0.0);
     }

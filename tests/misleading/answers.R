@@ -6,9 +6,13 @@ say <- function(...) cat(paste(..., sep = "\x1f"), "\x1e\n", sep = "")
 say_rows <- function(name, kind, frame, columns)
   for (i in seq_len(nrow(frame))) do.call(say, c(name, kind, lapply(frame[i, columns], format, digits = 17)))
 
+# Of the areas and of their comparison, which say in part the same.
 said_of <- function(fit, pairs) {
-  remarks <- unique(rbind(fit$cautions, if (!is.null(pairs)) pairs$cautions))
-  list(cautions = remarks[!duplicated(remarks$code), ], notes = unique(rbind(fit$notes, pairs$notes)))
+  both <- function(kind) {
+    remarks <- rbind(fit[[kind]], if (!is.null(pairs)) pairs[[kind]])
+    remarks[!duplicated(remarks$code), ]
+  }
+  list(cautions = both("cautions"), notes = both("notes"))
 }
 
 answer <- function(name, fit, compare, file, ...) {
@@ -29,7 +33,9 @@ answer <- function(name, fit, compare, file, ...) {
   said <- said_of(fit, pairs)
   stopifnot(said$cautions$text %in% warned)
   for (kind in names(said)) say_rows(name, kind, said[[kind]], c("code", "text"))
-  say_rows(name, "area", fit$areas, c("area", "std_error", "p_value", "log10_p", "lower", "upper", "positive", "negative"))
+  areas <- if (is.null(pairs)) fit$areas else pairs$areas
+  say_rows(name, "area", areas,
+           c("area", "standard_error", "p_value", "log10_p", "lower", "upper", "positive", "negative"))
   if (!is.null(pairs))
     say_rows(name, "pair", pairs$comparisons,
              c("difference", "z", "p_value", "log10_p", "lower", "upper", "positive", "negative"))

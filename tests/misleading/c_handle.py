@@ -171,7 +171,8 @@ class Handle:
         try:
             rows = list(csv.DictReader(io.StringIO(data_of(case).decode("utf-8-sig"), newline=""),
                                        delimiter=case.read.get("sep", ",")))
-            columns = {name: [row[name].replace(case.read.get("decimal", "."), ".") for row in rows] for name in rows[0]}
+            sign = case.read.get("decimal", ".")
+            columns = {name: [row[name].replace(sign, ".") for row in rows] for name in rows[0]}
             self.load(analysis, case, columns, remarks, keep)
             self.settings(analysis, case)
             self.library("analysis_run", analysis)
@@ -189,7 +190,8 @@ class Handle:
         return structure
 
     def said(self, analysis, remarks, case):
-        read = [self.fetch("remarks_get", remarks, i, Remark()) for i in range(self.library.count("remarks_count", remarks))]
+        read = [self.fetch("remarks_get", remarks, i, Remark())
+                for i in range(self.library.count("remarks_count", remarks))]
         told = [[(one.code.decode(), one.text.decode()) for one in read if bool(one.caution) == caution]
                 for caution in (True, False)]
         areas = [self.fetch("analysis_record", analysis, i, Record())

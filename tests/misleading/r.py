@@ -36,7 +36,9 @@ def call_of(case):
         arguments.update(group=label % spelled(case.group[0]), groups=spelled(case.group[1:]))
     state = label % spelled(case.state)
     fit = f"vexroc(data[{spelled(case.tests)}], {state}, " + ", ".join(f"{k} = {v}" for k, v in arguments.items()) + ")"
-    compare = f"compare(fit, cases = {spelled(case.cases)})" if case.compare else "compare(fit)" if case.group else "NULL"
+    compare = "compare(fit)" if case.group else "NULL"
+    if case.compare:
+        compare = f"compare(fit, cases = {spelled(case.cases)})"
     return f"quote({fit}), quote({compare})"
 
 

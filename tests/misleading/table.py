@@ -4,7 +4,10 @@
 of one of `tables`. The question is asked of the column `state` with the positive value "ill" and the test `t` unless it
 says otherwise. Expected is either `refused`, words that the error has to name; or an answer with exactly these
 `cautions`, at least these `notes`, words that stand in their texts (`says`), and right numbers as far as they are
-known. A member named after a door replaces what is expected of it. `doors` names the doors that a question is for.
+known. A member named after a door replaces what is expected of `doors` names the doors that a question is for.
+
+mtcars.csv (Motor Trend 1974, by Henderson and Velleman 1981), tooth_growth.csv (Crampton 1947) and air_quality.csv (New
+York, May and July 1973, by Chambers and others 1983; missing cells are empty here) are data sets of R.
 """
 import json
 import pathlib

@@ -77,6 +77,13 @@ void checkAnalysis(void* library)
     pair.struct_size = sizeof pair;
     find<decltype(vexroc_analysis_comparison)>(library, "vexroc_analysis_comparison")(analysis, 0, &pair);
     check(pair.difference == area - 1, "analysis");
+    vexroc_remarks* remarks = nullptr;
+    check(find<decltype(vexroc_remarks_new)>(library, "vexroc_remarks_new")(VEXROC_VOICE_C, &remarks) == VEXROC_OK,
+          "remarks");
+    find<decltype(vexroc_analysis_add_remarks)>(library, "vexroc_analysis_add_remarks")(analysis, remarks, nullptr);
+    check(find<decltype(vexroc_remarks_count)>(library, "vexroc_remarks_count")(remarks) > 0,
+          "remarks of the analysis");
+    find<decltype(vexroc_remarks_free)>(library, "vexroc_remarks_free")(remarks);
     find<decltype(vexroc_analysis_free)>(library, "vexroc_analysis_free")(analysis);
 }
 

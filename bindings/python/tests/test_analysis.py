@@ -37,8 +37,38 @@ def test_records_agree_with_the_array_calls(direction):
             np.testing.assert_array_equal(getattr(record.precision_recall, name), getattr(points, name))
         assert record.ks_maximum == pytest.approx((curve.tpr - curve.fpr).max())
         assert record.weighted_positive == TABLE["n"][SICK == 1].sum()
-    assert [warning.code for warning in result.warnings] == [430102] and "value" in repr(result)
-    assert result.warnings[0].message.endswith(": a")
+    assert "weight-counts-only" in {caution.code for caution in result.cautions}
+    assert [record.ties for record in result] == [True, False]
+    prevalence, = result.notes
+    assert prevalence.code == "sample-prevalence" and f"note: {prevalence.text}" in repr(result)
+
+
+def test_a_pair_is_compared_where_both_are_known_and_no_record_changes_for_it():
+    table = {**TABLE, "a": np.where(np.arange(400) % 3, TABLE["a"], np.nan), "c": -TABLE["b"]}
+    options = {"tests": ["a", "b", "c"], "comparison": "paired", "nan_policy": "omit",
+               "direction": {"c": "smaller"}, **OPTIONS}
+    result = vexroc.analyze(table, **options)
+    assert [record.area for record in result] == [
+        vexroc.auc(SICK, table["a"], nan_policy="omit"), *[vexroc.auc(SICK, table["b"])] * 2]
+    pair = vexroc.compare_paired(SICK, table["a"], table["c"], direction={"y_score_2": "smaller"}, nan_policy="omit",
+                                 interval="wald-delong")
+    assert result.comparisons[1].difference == pair.difference
+    assert result.comparisons[1].first is result["a"].area and result.comparisons[1].second.ci_lower == pytest.approx(
+        pair.second.ci_lower, abs=1e-15)
+    assert result.comparisons[2].difference == 0 and result.comparisons[2].second is result["c"].area
+    complete = vexroc.analyze(table, **{**options, "cases": "complete"})
+    assert {record.area.n_omitted for record in complete} == {pair.first.n_omitted} and "costly-test" in {
+        note.code for note in complete.notes}
+
+
+def test_counts_are_repeated_rows():
+    repeated = {name: np.repeat(column, TABLE["n"]) for name, column in TABLE.items()}
+    for options in {"comparison": "paired"}, {"group": "sex", "comparison": "independent"}:
+        options.update(tests=["a", "b"], **OPTIONS)
+        counted, whole = vexroc.analyze(TABLE, count="n", **options), vexroc.analyze(repeated, **options)
+        assert counted.comparisons == whole.comparisons and counted.notes == whole.notes
+    with pytest.raises(ValueError, match="count"):
+        vexroc.analyze(TABLE, count="n", weight="n", tests="a", **OPTIONS)
 
 
 @pytest.mark.parametrize("split, first, names", [
@@ -67,8 +97,8 @@ def test_cases_left_out_are_counted_by_reason():
     with pytest.raises(ValueError, match="sick has 2 missing values, the first at position 0"):
         vexroc.analyze(table, **options)
     result = vexroc.analyze(table, nan_policy="omit", **options)
-    assert result.omitted == {"missing sick": 2, "missing group sex": 3, "missing a": 4, "other sex": 1,
-                              "unusable weight in n: below 1 or beyond 2147483647": 1}
+    assert result.omitted == {"missing sick": 2, "missing group sex": 3, "missing a": 4, "other group sex": 1,
+                              "unusable weight n: below 1 or beyond 2147483647": 1}
     for record in result:  # every case of a group counts or is left out
         assert record.area.n_positive + record.area.n_negative + record.area.n_omitted == np.count_nonzero(
             table["sex"] == record.group.value)
@@ -76,7 +106,10 @@ def test_cases_left_out_are_counted_by_reason():
     used = [sum(record.area.n_positive + record.area.n_negative for record in result.records if record.test == test)
             for test in "ab"]
     assert used == [400 - 2 - 3 - 4 - 1 - 1, 400 - 2 - 3 - 1 - 1]
-    assert result.warnings[-1].message == "weights in n that are not whole numbers, rounded with halves up: 1"
+    assert {caution.code for caution in result.cautions} == {"weight-counts-only", "weights-rounded", "weights-dropped"}
+    for n in ([*TABLE["n"][:-1], 1.5], [*TABLE["n"][:-1], -1]):
+        with pytest.raises(ValueError, match="weight n has .* at position 399.* nan_policy='omit'"):
+            vexroc.analyze({**TABLE, "n": n}, tests="a", weight="n", **OPTIONS)
 
 
 @pytest.mark.parametrize("options, error, message", [
@@ -94,6 +127,7 @@ def test_cases_left_out_are_counted_by_reason():
     ({"tests": "a", "group": "sex", "group_values": ("f", "w")}, ValueError, "'w' does not occur in sex"),
     ({"tests": "a", "comparison": "independent"}, vexroc.AnalysisError, "needs two groups; name .* group="),
     ({"tests": "a", "comparison": "paired"}, vexroc.AnalysisError, "needs two tests or more"),
+    ({"tests": "a", "direction": {"b": "smaller"}}, ValueError, "direction names 'b', which is no test; .* 'a'"),
 ])
 def test_what_does_not_fit_is_turned_away(options, error, message):
     with pytest.raises(error, match=message):
@@ -111,7 +145,8 @@ def test_results_and_errors_survive_a_process_pool():
     with multiprocessing.Pool(1) as pool, pytest.raises(vexroc.AnalysisError, match="two tests") as caught:
         pool.apply(vexroc.analyze, (TABLE,), {"tests": "a", "comparison": "paired", **OPTIONS})
     assert caught.value.code == 430006
-    result = copy.deepcopy(vexroc.analyze({**TABLE, "n": TABLE["n"] * 0.25}, tests="a", weight="n", **OPTIONS))
+    result = copy.deepcopy(vexroc.analyze({**TABLE, "n": TABLE["n"] - 1}, tests="a", weight="n", nan_policy="omit",
+                                          **OPTIONS))
     with pytest.raises(TypeError, match="cannot be changed"):
         result.omitted["missing a"] = 1
     with pytest.raises(ValueError, match="read-only"):

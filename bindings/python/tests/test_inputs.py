@@ -73,13 +73,19 @@ def test_missing_values_are_told_or_left_out(states, scores):
     (STATES, np.array([1, 2, 3, 4, 5, 10**400], object), {}, ValueError, r"integers beyond 2\*\*53"),
     (STATES, np.arange(6) + np.longdouble(2)**-60, {}, ValueError, "longdouble values .* the first at position 1"),
     (STATES, lambda: nullable(list("abcdef"), "category"), {}, TypeError, "without an order, such as 'a'"),
-    ([1, 2] * 3, SCORES, {}, ValueError, "labels 1, 2; say with pos_label="),
-    (["ill", "well"] * 3, SCORES, {"pos_label": 1}, ValueError, "labels 'ill', 'well'|does not occur"),
-    (["ill", "well"] * 3, SCORES, {"pos_label": "Ill"}, ValueError, "'Ill' does not occur in y_true"),
+    (STATES, ["3", "1", "<5", "1", "2", "0"], {}, TypeError, "y_score has '<5' .* at position 2; replace it by"),
+    ([1, 2] * 3, SCORES, {}, ValueError, '"1" .3., "2" .3.*say pos_label=2, neg_label=1 or pos_label=2, .*OTHERS'),
+    (["ill", "well"] * 3, SCORES, {"pos_label": 1}, ValueError, 'never holds "1"; it holds "ill" .3., "well" .3.'),
+    (["ill", "well", "dead"] * 2, SCORES, {"pos_label": "ill"}, ValueError, 'pos_label="ill", neg_label="dead" or'),
+    (["ill", "well", "dead"] * 2, SCORES, {"pos_label": ["ill", "dead"], "neg_label": "Well"}, ValueError, '"Well"'),
+    (["ill", "well"] * 3, SCORES, {"pos_label": "ill", "neg_label": "others"}, ValueError, 'never holds "others"'),
     (np.array([{}] * 6), SCORES, {}, TypeError, "y_true has {} .*at position 0, which cannot be a label"),
-    ([1j, 2j] * 3, SCORES, {"pos_label": 3}, ValueError, "whose labels are 1j, 2j"),
-    (np.array(["2020", "2021"] * 3, "M8[Y]"), SCORES, {}, ValueError, "has the labels 2020, 2021; say"),
-    (STATES, SCORES, {"pos_label": np.array([1])}, TypeError, "pos_label=.* is no single label"),
+    ([1j, 2j] * 3, SCORES, {"pos_label": 3}, ValueError, 'it holds "1j" .3., "2j" .3.'),
+    (np.array(["2020", "2021"] * 3, "M8[Y]"), SCORES, {}, ValueError, 'pos_label="2021-01-01"'),
+    (np.linspace(0, 1, 20), [0, 1] * 10, {"pos_label": 1, "neg_label": vexroc.OTHERS}, ValueError, "swapped"),
+    (lambda: nullable(STATES, "int"), lambda: nullable(SCORES, "float")[::-1], {}, ValueError,
+     r"another order.*y_score.reindex\(y_true.index\).*y_score.to_numpy\(\)"),
+    (STATES, SCORES, {"pos_label": {}}, TypeError, "pos_label=.* is no single label"),
     (STATES, SCORES, {"pos_label": NAN}, ValueError, "pos_label=nan is a missing value"),
     (STATES, SCORES, {"confidence_level": "0.95"}, TypeError, r"confidence_level='0.95' \(str\) is no number"),
     (STATES, SCORES, {"direction": "bigger"}, ValueError, "direction='bigger' is not known; use 'larger' or 'smaller'"),
@@ -87,7 +93,7 @@ def test_missing_values_are_told_or_left_out(states, scores):
     (STATES, SCORES, {"nan_policy": "drop"}, ValueError, "nan_policy='drop'"),
 ])
 def test_what_does_not_fit_is_turned_away(states, scores, options, error, message):
-    scores = scores() if callable(scores) else scores
+    states, scores = (column() if callable(column) else column for column in (states, scores))
     with pytest.raises(error, match=message):
         vexroc.auc(states, scores, **options)
 
@@ -98,7 +104,46 @@ def test_more_cases_than_the_library_counts_are_turned_away():
         vexroc._inputs.check_lengths({"y_true": many, "y_score": many})
 
 
-def test_one_state_only_gives_no_points_and_nan():
-    for states in ([1, 1, 1], [0, 0, 0]):
-        assert len(vexroc.roc_curve(states, [1, 2, 3]).fpr) == len(vexroc.pr_curve(states, [1, 2, 3]).recall) == 0
-        assert np.isnan(float(vexroc.auc(states, [1, 2, 3])))
+@pytest.mark.parametrize("states, options, cases", [
+    (["ill", "Ill", "well", "", "n/a", "dead"], {"pos_label": ["ill", "Ill"], "neg_label": "well"}, (2, 1, 3)),
+    (["ill", "Ill", "well", "", "n/a", "dead"], {"pos_label": "ill", "neg_label": vexroc.OTHERS}, (1, 3, 2)),
+    (["ill", "na", "well", "NA", "x", "x"], {"pos_label": "ill", "neg_label": "NA"}, (1, 1, 4)),
+    (["ill", "well", "ill", "well", "?", "x"], {"pos_label": "ill", "missing": ["x"]}, (2, 2, 2)),
+    (["ill", "NULL", "ill", "NULL", "ill", "ill"], {"pos_label": "ill", "missing": False}, (4, 2, 0)),
+    (["1", "1.0", "+1", "2", "2e0", "02"], {"pos_label": 1, "neg_label": 2}, (3, 2, 1)),
+    ([9007199254740993, 9007199254740992, 1, 1, 1, 1], {"pos_label": 9007199254740993, "neg_label": 1}, (1, 4, 1)),
+    ([1.5, 1.5, 2.0, 3.0, NAN, 2.0], {"pos_label": 1.5, "neg_label": [2, 3]}, (2, 3, 1)),
+])
+def test_labels_make_the_states_that_are_asked_for(states, options, cases):
+    area = vexroc.auc(states, SCORES, nan_policy="omit", **options)
+    assert (area.n_positive, area.n_negative, area.n_omitted) == cases
+    assert ("left-out" in {note.code for note in area.notes}) == (area.n_omitted > 0)
+
+
+def test_cautions_warn_where_the_call_is_and_stay_in_the_result():
+    few = [[1, 0, 1, 0, 1], [5, 1, 4, 4, 3]]
+    for call in (lambda: vexroc.auc(*few), lambda: vexroc.roc_curve(*few), lambda: vexroc.pr_curve(*few),
+                 lambda: vexroc.compare_paired(*few, few[1]), lambda: vexroc.compare_independent(*few, *few),
+                 lambda: vexroc.analyze({"y": few[0], "t": few[1]}, state="y", tests="t")):
+        with pytest.warns(vexroc.CautionWarning) as caught:
+            result = call()
+        assert [(one.message.code, str(one.message)) for one in caught] == [
+            (caution.code, caution.text) for caution in result.cautions]
+        assert result.cautions[0].code == "few-cases" and {one.filename for one in caught} == {__file__}
+    wrong = vexroc.auc(np.tile([0, 1], 20), np.tile([2, 1, 4, 3], 10), direction="larger")
+    assert [caution.code for caution in wrong.cautions] == ["below-chance"]
+    assert wrong.cautions[0].text.endswith('direction={"y_score": "smaller"}')
+    mapped = vexroc.auc(np.tile([0, 1], 20), np.tile([2, 1, 4, 3], 10), direction={"y_score": "smaller"})
+    assert not mapped.cautions and mapped.area == 1 - wrong.area
+    perfect = vexroc.auc([0] * 12 + [1] * 12, range(24))
+    assert perfect.area == 1 and np.isnan([perfect.p_value, perfect.log10_p, perfect.ci_lower, perfect.ci_upper]).all()
+    assert [note.code for note in vexroc.auc([0, 1] * 20, [0, 1, 1, 1] * 10).notes] == ["two-values"]
+
+
+def test_an_absent_state_is_named_and_gives_no_points_and_nan():
+    for states, absent in ([1, 1, 1], "no-negative"), ([0, 0, 0], "no-positive"), ([], "no-case"):
+        area, curve = vexroc.auc(states, range(len(states))), vexroc.roc_curve(states, range(len(states)))
+        assert [[caution.code for caution in result.cautions] for result in (area, curve)] == [[absent]] * 2
+        assert len(curve.fpr) == len(vexroc.pr_curve(states, range(len(states))).recall) == 0 and np.isnan(float(area))
+        with pytest.raises(ValueError, match="nothing to draw: .* 0 (positive|negative)|0 negative"):
+            vexroc.RocCurveDisplay(curve).plot()

@@ -32,6 +32,7 @@ def test_curves_and_area_are_those_of_scikit_learn(seed, direction):
     np.testing.assert_allclose(curve.recall[measured], recall, atol=1e-12)
     np.testing.assert_allclose(curve.precision[measured][:-1], precision[:-1], atol=1e-12)  # the end is 0/0
     np.testing.assert_array_equal(curve.thresholds[measured], thresholds[::-1])
+    assert not measured.all() and np.isnan(curve.thresholds[~measured]).all()
 
 
 def test_inference_follows_its_definition():
@@ -39,16 +40,43 @@ def test_inference_follows_its_definition():
     y, one, two = sample(0)
     first, second = (vexroc.auc(y[half], one[half]) for half in (slice(0, 150), slice(150, None)))
     independent = vexroc.compare_independent(y[:150], one[:150], y[150:], one[150:], confidence_level=0.9)
-    assert dataclasses.astuple(independent.first)[:3] == dataclasses.astuple(first)[:3]
+    assert (independent.first.area, independent.first.p_value) == (first.area, first.p_value)
     assert independent.second.std_error == second.std_error
     assert independent.std_error == pytest.approx(np.hypot(first.std_error, second.std_error))
     paired = vexroc.compare_paired(y, one, two, confidence_level=0.9)
-    assert paired.second.area == vexroc.auc(y, two).area
+    assert paired.second == vexroc.auc(y, two, confidence_level=0.9)  # alone or beside another
     for result in independent, paired:
         difference, z = result.first.area - result.second.area, result.difference / result.std_error
         half = normal.ppf(0.95) * result.std_error
-        assert dataclasses.astuple(result)[2:] == pytest.approx(
-            (difference, result.std_error, z, 2 * normal.sf(abs(z)), difference - half, difference + half, 0.9))
+        assert dataclasses.astuple(result)[2:9] == pytest.approx(
+            (difference, result.std_error, z, 2 * normal.sf(abs(z)), np.log10(2 * normal.sf(abs(z))),
+             difference - half, difference + half))
+
+
+def test_p_values_reach_far_into_the_tail():
+    stats = pytest.importorskip("scipy.stats")
+    y = np.tile([0, 1], 2000)
+    for shift, least in (2000, 1e-16), (1000, 1e-300), (100, 0):
+        area = vexroc.auc(y, np.arange(4000) + y * (4000 - shift))
+        z = (area.area - 0.5) / area.std_error
+        assert area.p_value == pytest.approx(2 * stats.norm.sf(z), rel=1e-12, abs=0) and area.p_value <= least
+        assert area.log10_p == pytest.approx((stats.norm.logsf(z) + np.log(2)) / np.log(10), rel=1e-12)
+
+
+def test_both_kinds_of_standard_error_are_named():
+    y, one, two = sample(1)
+    wald, delong = (vexroc.auc(y, one, interval=interval) for interval in ("wald", "wald-delong"))
+    assert (wald.distribution, delong.distribution) == ("nonparam", "delong") and wald.std_error != delong.std_error
+    table = {"y": y, "one": one, "two": two}
+    for comparison in "none", "paired":
+        for area in wald, delong:
+            result = vexroc.analyze(table, state="y", tests=["one", "two"], comparison=comparison,
+                                    interval=area.interval)
+            assert result["one"].area == area
+    assert vexroc.compare_paired(y, one, two, interval="wald-delong").first == delong
+    halves = vexroc.compare_independent(y[:150], one[:150], y[150:], one[150:], interval="wald-delong")
+    assert halves.std_error == pytest.approx(np.hypot(halves.first.std_error, halves.second.std_error))
+    assert halves.first.distribution == "delong" and "(delong)" in repr(delong)
 
 
 def test_published_rating_data():

@@ -8,15 +8,17 @@ from ._analysis import AnalysisError, analyze
 from ._arraycalls import auc, compare_independent, compare_paired, pr_curve, roc_curve
 from ._display import PrecisionRecallDisplay, RocCurveDisplay
 from ._library import library as _library
+from ._labels import OTHERS
 from ._library import library_path, library_version
-from ._results import (Analysis, AnalysisWarning, Area, Comparison, Group, PrecisionRecallCurve, Record, RocCurve)
+from ._remarks import CautionWarning, Remark
+from ._results import (Analysis, Area, Comparison, Group, PrecisionRecallCurve, Record, RocCurve)
 
 __version__ = "0.1.0"
 
 __all__ = [
-    "Analysis", "AnalysisError", "AnalysisWarning", "Area", "Comparison", "Group", "PrecisionRecallCurve",
-    "PrecisionRecallDisplay", "Record", "RocCurve", "RocCurveDisplay", "analyze", "auc", "compare_independent",
-    "compare_paired", "library_path", "library_version", "pr_curve", "roc_curve",
+    "OTHERS", "Analysis", "AnalysisError", "Area", "CautionWarning", "Comparison", "Group", "PrecisionRecallCurve",
+    "PrecisionRecallDisplay", "Record", "Remark", "RocCurve", "RocCurveDisplay", "analyze", "auc",
+    "compare_independent", "compare_paired", "library_path", "library_version", "pr_curve", "roc_curve",
 ]
 
 _library()  # a package without its library says so when it is imported

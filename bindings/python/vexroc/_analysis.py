@@ -2,6 +2,7 @@
 from __future__ import annotations
 
 import ctypes
+import functools
 import queue
 import threading
 from collections import Counter
@@ -11,21 +12,24 @@ from typing import Any, Literal
 
 import numpy as np
 
-from ._arraycalls import (CUT_OFFS, DIRECTIONS, DISTRIBUTIONS, INTERPOLATIONS, CutOff, Direction, Distribution,
-                          Interpolation)
-from ._inputs import (Floats, NanPolicy, check_lengths, check_level, check_number, check_word, complete_cases,
-                      is_hashable, to_groups, to_numbers, to_states)
-from ._library import PROGRESS, PairResult, RecordResult, RowsResult, WarningResult, library, stop_when_told
-from ._results import (Analysis, AnalysisWarning, Area, Comparison, Counts, Group, PrecisionRecallCurve, Record,
-                       RocCurve, frozen, number)
+from ._arraycalls import (CUT_OFFS, DISTRIBUTIONS, INTERPOLATIONS, INTERVALS, CutOff, Directions, Distribution,
+                          Interpolation, Interval)
+from ._inputs import (MAX_CASES, Floats, NanPolicy, check_directions, check_lengths, check_level, check_number,
+                      check_order, check_word, complete_cases, is_hashable, to_numbers)
+from ._labels import to_groups, to_states
+from ._library import (NO_RESULT, PROGRESS, AreaResult, PairResult, RecordResult, RowsResult, check, library,
+                       stop_when_told)
+from ._remarks import RemarkList
+from ._results import (Analysis, Area, Asked, Comparison, Counts, Group, PrecisionRecallCurve, Record, RocCurve,
+                       area_of, frozen, number, pr_curve_of)
 
 ComparisonKind = Literal["none", "independent", "paired"]
+Cases = Literal["pairwise", "complete"]
+WeightKind = Literal["unsaid", "counts"]
 Progress = Callable[[float, int], object]
 
-_NO_RESULT, _INVALID, _NO_MEMORY = 2, 3, 4
-
 _REMEDIES = {
-    430004: "no case with the positive label is left; check pos_label and which cases are missing",
+    430004: "there is no positive case; check pos_label and which cases are missing",
     430006: "a paired comparison needs two tests or more; name them in tests=",
     430007: "an independent comparison needs two groups; name their column with group=",
     430010: "there is no case; check the filter before the analysis, or which cases are missing",
@@ -50,36 +54,33 @@ class _Handle:
 
     def __init__(self) -> None:
         self._library = library()
-        self._address = ctypes.c_void_p()
+        self.address = ctypes.c_void_p()
         self._columns: list[Floats] = []
-        self.call("new", ctypes.byref(self._address), of_handle=False)
+        self.call("new", ctypes.byref(self.address), of_handle=False)
 
     def __del__(self) -> None:
-        self._library.vexroc_analysis_free(self._address)
+        self._library.vexroc_analysis_free(self.address)
 
     def call(self, name: str, *arguments: Any, of_handle: bool = True) -> None:
-        head = (self._address,) if of_handle else ()
+        head = (self.address,) if of_handle else ()
         code = getattr(self._library, f"vexroc_analysis_{name}")(*head, *arguments)
-        if code == 0:
-            return
-        message = self._library.vexroc_last_error().decode(errors="replace")
-        if code == _NO_MEMORY:
-            raise MemoryError(message)
-        if code == _NO_RESULT:
+        if code == NO_RESULT:
             status = ctypes.c_int()
-            self._library.vexroc_analysis_status(self._address, ctypes.byref(status), None)
+            self._library.vexroc_analysis_status(self.address, ctypes.byref(status), None)
+            message = self._library.vexroc_last_error().decode(errors="replace")
             raise AnalysisError(status.value, _REMEDIES.get(status.value, message))
-        raise ValueError(message) if code == _INVALID else RuntimeError(message)
+        check(code)
 
     def count(self, name: str) -> int:
-        return int(getattr(self._library, f"vexroc_analysis_{name}_count")(self._address))
+        return int(getattr(self._library, f"vexroc_analysis_{name}_count")(self.address))
 
-    def add(self, name: str, values: Floats, *parts: str) -> None:
+    def add(self, name: str, values: Floats, part: str) -> int:
+        """The index of the new column, which plays this part."""
         self._columns.append(values)
         index = ctypes.c_int()
         self.call("add_column", name.encode(errors="replace"), values.ctypes.data, len(values), ctypes.byref(index))
-        for part in parts:
-            self.call("set_column", part.encode(), index)
+        self.call("set_column", part.encode(), index)
+        return index.value
 
     def fetch(self, name: str, index: int, result: Any) -> Any:
         result.struct_size = ctypes.sizeof(result)
@@ -134,21 +135,23 @@ class _Handle:
 class _Request:
     """The checked columns and settings of one analysis."""
 
-    def __init__(self, data: Any, state: Any, tests: Any, group: Any, weight: Any):
+    def __init__(self, data: Any, state: Any, tests: Any, group: Any, weight: Any, count: Any):
         if isinstance(data, np.ndarray) and data.dtype.names is None:
             raise TypeError("data is an array, whose columns have no names; give a DataFrame or a dict of arrays")
         self.data = data
         tests = self._names(tests)
-        for name in (state, *tests, group, weight):
+        for name in (state, *tests, group, weight, count):
             if not is_hashable(name):
                 raise TypeError(f"{name!r} is a {type(name).__name__}, no name of a column; give the name of one")
         if state in tests:
             raise ValueError(f"tests names the state {state!r}; a test is another column")
-        self.state, self.tests, self.group, self.weight = state, tests, group, weight
-        used = dict.fromkeys(name for name in (state, *tests, group, weight) if name is not None)
+        self.tests = tests
+        given = {"state": state, "group": group, "weight": weight, "count": count}
+        self.parts = {part: name for part, name in given.items() if name is not None}
+        used = dict.fromkeys([*self.parts.values(), *tests])
         alike = Counter(map(str, used))
         self.texts = {name: str(name) if alike[str(name)] == 1 else repr(name) for name in used}
-        self.group_labels: tuple[Any, Any] | None = None
+        self.group_labels: list[Any] | None = None
 
     def _names(self, tests: Any) -> list[Any]:
         if isinstance(tests, AbstractSet):
@@ -176,46 +179,69 @@ class _Request:
         except TypeError:
             raise TypeError(f"data is a {type(self.data).__name__}; give a DataFrame or a dict of arrays") from None
 
-    def load(self, pos_label: Any, group_values: Any, splits_by_number: bool, nan_policy: NanPolicy) -> None:
+    def load(self, labels: tuple[Any, Any, Any], group_values: Any, splits_by_number: bool, nan_policy: NanPolicy,
+             remarks: RemarkList) -> None:
         """Reads the columns; with nan_policy "omit" the library leaves out what is missing."""
-        state = self.texts[self.state]
-        required = {state: to_states(state, self.values(self.state), pos_label)}
-        if self.group is not None:
-            group = self.texts[self.group]
-            if splits_by_number:
-                codes = to_numbers(group, self.values(self.group))
+        check_order({self.texts[name]: self.values(name) for name in self.texts})
+        self.test_columns = {name: to_numbers(self.texts[name], self.values(name)) for name in self.tests}
+        self.required: dict[str, Floats] = {}
+        for part, name in self.parts.items():
+            text, values = self.texts[name], self.values(name)
+            if part == "state":
+                states = to_states(text, values, *labels, remarks)
+                self.required[part], self.has_other_states = states.column, states.have_others()
+            elif part == "group" and not splits_by_number:
+                self.required[part], self.group_labels = to_groups(text, values, group_values, labels[2], remarks)
             else:
-                codes, self.group_labels = to_groups(group, self.values(self.group), group_values)
-            required["group " + group] = codes
-        if self.weight is not None:
-            weight = self.texts[self.weight]
-            required["weight " + weight] = to_numbers(weight, self.values(self.weight))
-        tests = {name: to_numbers(self.texts[name], self.values(name)) for name in self.tests}
-        named = {self.texts[name]: column for name, column in tests.items()}
+                self.required[part] = to_numbers(text, values)
+        named = {self.texts[name]: column for name, column in self.test_columns.items()}
+        required = {self.called(part): column for part, column in self.required.items()}
         check_lengths({**required, **named})
         if nan_policy != "omit":
             complete_cases(required, nan_policy)
             complete_cases(named, nan_policy)
-        self.required, self.test_columns = list(required.values()), tests
+            if "weight" in self.parts:
+                _check_weights(self.called("weight"), self.required["weight"])
+
+    def called(self, part: str) -> str:
+        """How messages call the column that plays the part."""
+        return ("" if part == "state" else part + " ") + self.texts[self.parts[part]] if part in self.parts else part
+
+    def add_to(self, handle: _Handle, directions: dict[Any, str]) -> list[Any]:
+        """Adds the columns; the name of each."""
+        for part, values in self.required.items():
+            index = handle.add(self.texts[self.parts[part]], values, part)
+            if part == "state" and self.has_other_states:
+                handle.call("add_negative", 0.0)
+            for code, label in enumerate(self.group_labels or ()) if part == "group" else ():
+                handle.call("name_value", index, float(code), str(label).encode(errors="replace"))
+        for name in self.tests:
+            index = handle.add(self.texts[name], self.test_columns[name], "test")
+            handle.call("set_direction", index, directions[name].encode())
+        return [*self.parts.values(), *self.tests]
 
     def omitted(self, rows: RowsResult, missing_tests: dict[Any, int]) -> Counter[str]:
         """Rows that were left out, of all tests or of one, by reason."""
-        group, weight = self.texts.get(self.group), self.texts.get(self.weight)
+        state, group, weight, count = map(self.called, ("state", "group", "weight", "count"))
         counts: Counter[str] = Counter()
-        for reason, count in ((f"missing {self.texts[self.state]}", rows.missing_state),
-                              (f"missing group {group}", rows.missing_group),
-                              (f"missing weight {weight}", rows.missing_weight),
-                              *((f"missing {self.texts[name]}", count) for name, count in missing_tests.items()),
-                              (f"unusable weight in {weight}: below 1 or beyond 2147483647", rows.unusable_weight),
-                              (f"other {group}", rows.other_group)):
-            counts[reason] += count
+        for reason, number_of_rows in (
+                (f"missing {state}", rows.missing_state), (f"neither positive nor negative: {state}", rows.other_state),
+                (f"missing {group}", rows.missing_group), (f"missing {weight}", rows.missing_weight),
+                (f"missing {count}", rows.missing_count),
+                *((f"missing {self.texts[name]}", number_of_rows) for name, number_of_rows in missing_tests.items()),
+                (f"unusable {weight}: below 1 or beyond 2147483647", rows.unusable_weight),
+                (f"other {group}", rows.other_group)):
+            counts[reason] += number_of_rows
         return +counts  # what there is
 
-    def notes(self, rows: RowsResult) -> list[AnalysisWarning]:
-        if not rows.rounded_used:
-            return []
-        return [AnalysisWarning(0, f"weights in {self.texts[self.weight]} that are not whole numbers, rounded with "
-                                   f"halves up: {rows.rounded_used}")]
+
+def _check_weights(name: str, weights: Floats) -> None:
+    wrong = (weights < 0) | (weights != np.rint(weights)) | (weights > MAX_CASES)
+    if wrong.any():
+        position = int(wrong.argmax())
+        raise ValueError(f"{name} has {weights[position]:g} at position {position}, which is no number of cases "
+                         f"({int(wrong.sum())} such values); correct them, or call with nan_policy='omit', which "
+                         "rounds halves up and leaves out what is less than 1 or too large")
 
 
 def _split(request: _Request, handle: _Handle, group_cut: float | None, group_mid_point: bool) -> None:
@@ -228,89 +254,90 @@ def _split(request: _Request, handle: _Handle, group_cut: float | None, group_mi
         handle.call("set_number", b"group_mid_point", 1.0)
 
 
+@functools.cache
+def _critical_value(level: float) -> float:
+    """Standard errors from an estimate to a bound of its interval."""
+    return float(library().auc_comparison(AreaResult(std_error=1.0), AreaResult(), level).ci_upper)
+
+
 class _Reader:
     """Turns what a run left in the handle into results."""
 
-    def __init__(self, handle: _Handle, request: _Request, names: list[Any], level: float, direction: Direction,
-                 comparison: ComparisonKind, distribution: Distribution, with_roc: bool):
-        self.handle, self.request, self.names, self.level = handle, request, names, level
-        self.descending, self.paired = direction == "larger", comparison == "paired"
-        self.distribution, self.with_roc = distribution, with_roc
+    def __init__(self, handle: _Handle, request: _Request, names: list[Any], asked: Asked, with_roc: bool):
+        self.handle, self.request, self.names, self.asked, self.with_roc = handle, request, names, asked, with_roc
 
     def _group(self, record: RecordResult) -> Group | None:
         if record.group < 0:
             return None
         labels = self.request.group_labels
         value = record.group_value if labels is None else labels[int(record.group_value)]
-        return Group(self.request.texts[self.request.group], ("==", ">=", "<")[record.group_operation], value)
+        return Group(self.request.texts[self.names[record.group]], ("==", ">=", "<")[record.group_operation], value)
 
     def _roc(self, index: int, record: RecordResult, omitted: int) -> RocCurve:
         thresholds, tpr, specificity = (np.empty(record.curve_rows) for _ in range(3))
         self.handle.call("curve", index, thresholds.ctypes.data, tpr.ctypes.data, specificity.ctypes.data)
-        order = slice(None, None, -1 if self.descending else 1)  # ascending by 1 - specificity
+        order = slice(None, None, 1 if record.smaller_is_positive else -1)  # ascending by 1 - specificity
         fpr, tpr, thresholds = (frozen(column[order].copy()) for column in (1.0 - specificity, tpr, thresholds))
         return RocCurve(fpr, tpr, thresholds, record.n_positive, record.n_negative, omitted)
 
-    def _precision_recall(self, index: int, record: RecordResult, omitted: int,
-                          thresholds: Floats) -> PrecisionRecallCurve:
-        """thresholds: of the measured points, ascending."""
+    def _precision_recall(self, index: int, record: RecordResult, roc: RocCurve) -> PrecisionRecallCurve:
         precision, recall = np.empty(record.pr_rows), np.empty(record.pr_rows)
         flags = np.empty(record.pr_rows, dtype=np.uint8)
         self.handle.call("precision_recall", index, precision.ctypes.data, recall.ctypes.data, flags.ctypes.data)
-        interpolated = flags != 0
-        leads_to = np.cumsum(~interpolated) - ~interpolated  # the number of measured points before it
-        order = slice(None, None, 1 if self.descending else -1)
-        precision, recall, reached = (
-            frozen(column[order].copy()) for column in (precision, recall, thresholds[leads_to]))
-        return PrecisionRecallCurve(precision, recall, reached, frozen(interpolated[order].copy()),
-                                    record.n_positive, record.n_negative, omitted)
+        order = slice(None, None, -1 if record.smaller_is_positive else 1)
+        interpolated = (flags != 0)[order].copy()
+        thresholds = np.empty(record.pr_rows)
+        thresholds[~interpolated] = roc.thresholds[::-1]
+        return pr_curve_of(precision[order].copy(), recall[order].copy(), thresholds, interpolated, record.n_positive,
+                           record.n_negative, roc.n_omitted)
 
     def record(self, index: int) -> Record:
         r = self.handle.fetch("record", index, RecordResult())
         omitted = self.handle.numbers("record_rows", index)[0] - r.n_positive - r.n_negative
-        changed = self.distribution == "bi-negative" and (bool(r.distribution_changed) or self.paired)
-        area = Area(number(r.area), number(r.std_error), number(r.p_value), number(r.ci_lower), number(r.ci_upper),
-                    r.n_positive, r.n_negative, omitted, self.level,
-                    "nonparam" if changed else self.distribution, changed)
         roc = self._roc(index, r, omitted)
-        ascending = roc.thresholds[:: -1 if self.descending else 1]
-        points = self._precision_recall(index, r, omitted, ascending) if r.pr_rows else None
         has_curve = r.ks_maximum != -1.0
-        return Record(self.names[r.test], self._group(r), area, number(r.gini),
-                      r.ks_maximum if has_curve else np.nan, number(r.ks_threshold) if has_curve else np.nan,
-                      bool(r.ties), number(r.weighted_positive), number(r.weighted_negative),
-                      roc if self.with_roc else None, points)
+        return Record(self.names[r.test], self._group(r), area_of(r, omitted, self.asked, r.interval.decode()),
+                      number(r.gini), r.ks_maximum if has_curve else np.nan,
+                      number(r.ks_threshold) if has_curve else np.nan, bool(r.ties), number(r.weighted_positive),
+                      number(r.weighted_negative), roc if self.with_roc else None,
+                      self._precision_recall(index, r, roc) if r.pr_rows else None)
 
-    def warning(self, index: int) -> AnalysisWarning:
-        w = self.handle.fetch("warning", index, WarningResult())
-        tests = ", ".join(self.request.texts[self.names[w.parameters[i]]] for i in range(w.parameter_count))
-        messages = {430102: f"positive and negative cases share values, which count half: {tests}",
-                    430103: "positive and negative cases are not equally many everywhere: all standard errors are "
-                            "nonparametric",
-                    430104: "the group is not used: results are over all cases"}
-        return AnalysisWarning(w.code, messages.get(w.code, w.name.decode()))
+    def _area_in(self, pair: PairResult, area: float, std_error: float, record: Record) -> Area:
+        """The area of a record on the cases of a comparison; its own where these are the same, else with DeLong's
+        standard error."""
+        whole = record.area
+        if record.group is not None or (pair.n_positive, pair.n_negative) == (whole.n_positive, whole.n_negative):
+            return whole
+        half = _critical_value(self.asked.confidence_level) * std_error
+        on_these = AreaResult(pair.n_positive, pair.n_negative, area, std_error, np.nan, area - half, area + half)
+        omitted = whole.n_positive + whole.n_negative + whole.n_omitted - pair.n_positive - pair.n_negative
+        return area_of(on_these, omitted, self.asked._replace(interval="wald-delong"), "delong")
 
-    def analysis(self) -> Analysis:
+    def comparison(self, index: int, records: tuple[Record, ...]) -> tuple[Comparison, tuple[Record, Record]]:
+        pair = self.handle.fetch("comparison", index, PairResult())
+        first, second = records[pair.first], records[pair.second]
+        return Comparison(self._area_in(pair, pair.first_area, pair.first_std_error, first),
+                          self._area_in(pair, pair.second_area, pair.second_std_error, second),
+                          number(pair.difference), number(pair.std_error), number(pair.z), number(pair.p_value),
+                          number(pair.log10_p), number(pair.ci_lower), number(pair.ci_upper),
+                          self.asked.confidence_level), (first, second)
+
+    def analysis(self, remarks: RemarkList) -> Analysis:
         records = tuple(self.record(index) for index in range(self.handle.count("record")))
-        pairs = [self.handle.fetch("comparison", index, PairResult())
-                 for index in range(self.handle.count("comparison"))]
-        compared = tuple((records[pair.first], records[pair.second]) for pair in pairs)
-        comparisons = tuple(
-            Comparison(first.area, second.area, number(pair.difference), number(pair.std_error), number(pair.z),
-                       number(pair.p_value), number(pair.ci_lower), number(pair.ci_upper), self.level)
-            for pair, (first, second) in zip(pairs, compared))
-        rows = self.handle.rows()
+        compared = [self.comparison(index, records) for index in range(self.handle.count("comparison"))]
         missing = {self.names[column]: sum(self.handle.numbers("missing_test", column))
-                   for column in range(len(self.names) - len(self.request.tests), len(self.names))}
-        warnings = [self.warning(index) for index in range(self.handle.count("warning"))] + self.request.notes(rows)
-        return Analysis(records, comparisons, compared, tuple(warnings),
-                        Counts(self.request.omitted(rows, missing)))
+                   for column in range(len(self.request.parts), len(self.names))}
+        check(library().vexroc_analysis_add_remarks(self.handle.address, remarks.address, None))
+        omitted = Counts(self.request.omitted(self.handle.rows(), missing))
+        return Analysis(records, tuple(pair for pair, _ in compared), tuple(both for _, both in compared),
+                        *remarks.tell(), omitted)
 
 
-def analyze(data: Any, *, state: Any, tests: Any, pos_label: Any = None, group: Any = None,
-            group_values: Any = None, group_cut: float | None = None, group_mid_point: bool = False,
-            weight: Any = None, comparison: ComparisonKind = "none", direction: Direction = "larger",
-            cut_off: CutOff = "include", distribution: Distribution = "nonparam",
+def analyze(data: Any, *, state: Any, tests: Any, pos_label: Any = None, neg_label: Any = None, missing: Any = None,
+            group: Any = None, group_values: Any = None, group_cut: float | None = None,
+            group_mid_point: bool = False, weight: Any = None, weight_kind: WeightKind = "unsaid", count: Any = None,
+            comparison: ComparisonKind = "none", cases: Cases = "pairwise", direction: Directions = "larger",
+            cut_off: CutOff = "include", distribution: Distribution = "nonparam", interval: Interval = "wald",
             interpolation: Interpolation = "davis-goadrich", confidence_level: float = 0.95, roc: bool = True,
             precision_recall: bool = False, nan_policy: NanPolicy = "raise",
             progress: Progress | None = None) -> Analysis:
@@ -322,21 +349,28 @@ def analyze(data: Any, *, state: Any, tests: Any, pos_label: Any = None, group: 
         A pandas DataFrame, a dict of arrays, or anything else that gives a column of shape (n,) by name.
     state, tests
         Names of the column of states and of the test variables (one name or a list).
-    pos_label, direction, cut_off, distribution, confidence_level
-        As in roc_curve and auc.
+    pos_label, neg_label, missing, direction, cut_off, distribution, interval, confidence_level
+        As in roc_curve and auc. direction may map tests to words: {"b": "smaller"}.
     group
         Column that splits the cases in two groups: those with its two values in ascending order (categories in
         theirs), or with the two of group_values (a list), or below and from group_cut on, or below and from the middle
         of its range on (group_mid_point).
-    weight
-        Column of whole numbers of cases that a row stands for. Weights enter the weighted counts only.
+    count
+        Column of the whole number of cases that each row stands for: the results are those of as many rows.
+    weight, weight_kind
+        Column of frequency weights. They enter the weighted counts only, not areas, errors and curves: a caution says
+        so unless weight_kind is "counts".
     comparison
         "none", "independent" (each test between the groups) or "paired" (all pairs of tests on the same cases).
+    cases
+        Of a paired comparison. "pairwise": two tests are compared on the cases in which both are known; "complete":
+        every test is looked at in the cases in which all are known.
     roc, precision_recall, interpolation
         Which curves the records hold (the Kolmogorov-Smirnov maximum is always there); interpolation as in pr_curve.
     nan_policy
-        "raise", or "omit": cases without state, group or weight are left out, a missing test value leaves the case
-        out of that test, in a paired comparison of all tests. ``omitted`` of the result counts them by reason.
+        "raise", also for weights that would be rounded or left out; or "omit": cases without state, group, weight or
+        count are left out, a missing test value leaves the case out of that test. ``omitted`` of the result counts
+        them by reason.
     progress
         Called with the share of the work done, in [0, 1], and the records read so far. What it raises ends the run.
 
@@ -360,31 +394,30 @@ def analyze(data: Any, *, state: Any, tests: Any, pos_label: Any = None, group: 
     >>> round(result["b"].ks_maximum, 4), round(result.comparisons[0].difference, 4)
     (0.3333, 0.4444)
     """
-    words = {"direction": check_word("direction", direction, DIRECTIONS),
-             "cut_off": check_word("cut_off", cut_off, CUT_OFFS),
+    words = {"cut_off": check_word("cut_off", cut_off, CUT_OFFS),
              "distribution": check_word("distribution", distribution, DISTRIBUTIONS),
+             "interval": check_word("interval", interval, INTERVALS),
              "interpolation": check_word("interpolation", interpolation, INTERPOLATIONS),
-             "comparison": check_word("comparison", comparison, ("none", "independent", "paired"))}
-    level = check_level(confidence_level)
+             "comparison": check_word("comparison", comparison, ("none", "independent", "paired")),
+             "cases": check_word("cases", cases, ("pairwise", "complete")),
+             "weight_kind": check_word("weight_kind", weight_kind, ("unsaid", "counts"))}
+    asked = Asked(check_level(confidence_level), interval, distribution)
     splits = [group_values is not None, group_cut is not None, bool(group_mid_point)]
     if sum(splits) > 1 or (group is None and any(splits)):
         raise ValueError("groups are made by one of group_values=, group_cut= and group_mid_point=, "
                          "together with group=")
     cut = None if group_cut is None else check_number("group_cut", group_cut, "give the first value of the upper group")
-    request = _Request(data, state, tests, group, weight)
-    request.load(pos_label, group_values, splits[1] or splits[2], nan_policy)
+    request = _Request(data, state, tests, group, weight, count)
+    directions = check_directions(direction, request.tests)
+    remarks = RemarkList()
+    request.load((pos_label, neg_label, missing), group_values, splits[1] or splits[2], nan_policy, remarks)
 
     handle = _Handle()
-    parts = ["state"] + ["group"] * (group is not None) + ["weight"] * (weight is not None)
-    names = [name for name in (state, group, weight) if name is not None]
-    for name, values, part in zip(names, request.required, parts):
-        handle.add(request.texts[name], values, part)
-    for name in request.tests:
-        handle.add(request.texts[name], request.test_columns[name], "test")
+    names = request.add_to(handle, directions)
     for setting, word in words.items():
         handle.call("set_word", setting.encode(), word)
-    handle.call("set_number", b"confidence_level", level)
+    handle.call("set_number", b"confidence_level", asked.confidence_level)
     handle.call("set_number", b"pr", 1.0 if precision_recall else 0.0)
     _split(request, handle, cut, group_mid_point)
     handle.run(progress)
-    return _Reader(handle, request, names + request.tests, level, direction, comparison, distribution, roc).analysis()
+    return _Reader(handle, request, names, asked, roc).analysis(remarks)

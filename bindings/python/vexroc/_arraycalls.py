@@ -3,46 +3,108 @@ from __future__ import annotations
 
 import ctypes
 from collections.abc import Mapping
+from dataclasses import replace
 from typing import Any, Literal, NoReturn
 
 import numpy as np
 import numpy.typing as npt
 
-from ._inputs import (Floats, NanPolicy, check_lengths, check_level, check_word, complete_cases, to_numbers, to_states)
-from ._library import AreaResult, ComparisonResult, RocRows, library
-from ._results import Area, Comparison, PrecisionRecallCurve, RocCurve, frozen, number
+from ._inputs import (Floats, NanPolicy, check_directions, check_lengths, check_level, check_order, check_word,
+                      complete_cases, distinct_values, to_numbers)
+from ._labels import OTHER_STATE, to_states
+from ._library import AreaResult, ComparisonResult, RocRows, library, two_sided_p
+from ._remarks import RemarkList
+from ._results import (Area, Asked, Comparison, PrecisionRecallCurve, RocCurve, area_of, frozen, number,
+                       pr_curve_of)
 
 Direction = Literal["larger", "smaller"]
+Directions = Direction | Mapping[Any, Direction]
 CutOff = Literal["include", "exclude"]
 Distribution = Literal["nonparam", "bi-negative"]
 Interpolation = Literal["davis-goadrich", "keilwagen"]
+Interval = Literal["wald", "wald-delong"]
 
-DIRECTIONS = ("larger", "smaller")
 CUT_OFFS = ("include", "exclude")
 DISTRIBUTIONS = ("nonparam", "bi-negative")
 INTERPOLATIONS = ("davis-goadrich", "keilwagen")
+INTERVALS = ("wald", "wald-delong")
 
 _PR_ROW = np.dtype([("threshold", "f8"), ("recall", "f8"), ("precision", "f8"), ("interpolated", "i4")], align=True)
 
 
 class _Cases:
-    """Checked columns of the cases that take part, states first."""
+    """Checked columns of the cases that take part, and what there is to say of them."""
 
-    def __init__(self, y_true: tuple[str, Any], scores: Mapping[str, Any], pos_label: Any, nan_policy: NanPolicy):
-        state_name, states = y_true
-        columns = {name: to_numbers(name, values) for name, values in scores.items()}
-        columns = {state_name: to_states(state_name, states, pos_label), **columns}
+    def __init__(self, y_true: tuple[str, Any], scores: Mapping[str, Any], labels: tuple[Any, Any, Any],
+                 direction: Directions, nan_policy: NanPolicy, remarks: RemarkList | None = None):
+        name, states = y_true
+        self.remarks = RemarkList() if remarks is None else remarks
+        self.names, self.directions = list(scores), list(check_directions(direction, scores).values())
+        check_order({name: states, **scores})
+        numbers = {test: to_numbers(test, values) for test, values in scores.items()}
+        told = to_states(name, states, *labels, self.remarks)
+        columns = {name: told.column, **numbers}
         check_lengths(columns)
-        complete = complete_cases(columns, nan_policy)
-        self.n_omitted = 0 if complete is None else int(np.count_nonzero(~complete))
-        self.columns: list[Floats] = [c if complete is None else c[complete] for c in columns.values()]
-        self.n_positive = int(np.count_nonzero(self.columns[0]))
-        self.n_negative = len(self.columns[0]) - self.n_positive
+        kept = complete_cases(columns, nan_policy, {name} if told.are_two else ())
+        if told.have_others():
+            kept = (told.column != OTHER_STATE) & (True if kept is None else kept)
+        self.n_omitted = 0 if kept is None else int(np.count_nonzero(~kept))
+        self.states, *self.scores = (column if kept is None else column[kept] for column in columns.values())
+        self.n_positive = int(np.count_nonzero(self.states))
+        self.n_negative = len(self.states) - self.n_positive
+        if self.n_omitted:
+            self.remarks.add("left-out", "", f"{self.n_omitted} of {self.n_omitted + len(self.states)}")
 
-    @property
-    def arguments(self) -> list[int | None]:
+    def arguments(self, *scores: Floats) -> list[int | None]:
         """Addresses, the number of cases, and null for the positive value: 1.0."""
-        return [*(column.ctypes.data for column in self.columns), len(self.columns[0]), None]
+        return [self.states.ctypes.data, *(column.ctypes.data for column in scores), len(self.states), None]
+
+    def curve(self, call: Any, cut_off: bytes, *words: bytes) -> RocRows:
+        """Rows of a curve of the only scores, to be released."""
+        self._add_remarks(0)
+        rows: RocRows = call(*self.arguments(*self.scores), cut_off, self.directions[0].encode(), *words)
+        if not rows.rows:
+            _out_of_memory()
+        if self.n_positive and self.n_negative and not rows.count:
+            self.remarks.add("no-curve")
+        return rows
+
+    def difference(self, level: float, first: int = 0, second: int = 1) -> ComparisonResult:
+        """Of two scores, which may be the same twice. Their directions may differ: the library knows one only."""
+        directions = self.directions[first], self.directions[second]
+        alike = directions[0] == directions[1]
+        scores = [column if alike or direction == "larger" else -column
+                  for direction, column in zip(directions, (self.scores[first], self.scores[second]))]
+        result: ComparisonResult = library().auc_pairedcomparison(
+            *self.arguments(*scores), b"include", directions[0].encode() if alike else b"larger", level)
+        return result
+
+    def result(self, index: int, asked: Asked) -> AreaResult:
+        """Of the scores with this index, with the standard error of the interval asked for."""
+        if asked.interval == "wald-delong":
+            result: AreaResult = self.difference(asked.confidence_level, index, index).first
+            return result
+        result = library().auc(*self.arguments(self.scores[index]), b"include",
+                                           self.directions[index].encode(), asked.distribution.encode(),
+                                           asked.confidence_level)
+        return result
+
+    def area(self, index: int, result: AreaResult, asked: Asked) -> Area:
+        """The area, after adding what there is to say of it."""
+        if (result.n_positive, result.n_negative) != (self.n_positive, self.n_negative):
+            _out_of_memory()
+        replaced = asked.distribution == "bi-negative" and self.n_positive != self.n_negative
+        area = area_of(result, self.n_omitted, asked, "delong" if asked.interval == "wald-delong" else
+                       "nonparam" if replaced else asked.distribution)
+        if area.distribution_changed:
+            self.remarks.add("distribution-changed")
+        self._add_remarks(index, area.area, area.std_error, area.ci_lower, area.ci_upper)
+        return area
+
+    def _add_remarks(self, index: int, *numbers: float) -> None:
+        name = self.names[index]
+        self.remarks.add_area("" if name == "y_score" else name, name, self.n_positive, self.n_negative,
+                              self.directions[index] == "smaller", distinct_values(self.scores[index]), *numbers)
 
 
 def _out_of_memory() -> NoReturn:
@@ -58,36 +120,45 @@ def _table(rows: RocRows, row: npt.DTypeLike, width: int) -> npt.NDArray[Any]:
     return table.reshape(-1, width) if width > 1 else table
 
 
-def _area(result: AreaResult, level: float, cases: _Cases, distribution: Distribution = "nonparam") -> Area:
-    n_positive, n_negative = int(result.n_positive), int(result.n_negative)
-    if (n_positive, n_negative) != (cases.n_positive, cases.n_negative):
-        _out_of_memory()
-    changed = distribution == "bi-negative" and n_positive != n_negative
-    return Area(number(result.area), number(result.std_error), number(result.p_value), number(result.ci_lower),
-                number(result.ci_upper), n_positive, n_negative, cases.n_omitted, level,
-                "nonparam" if changed else distribution, changed)
+def _asked(confidence_level: float, interval: Interval, distribution: Distribution = "nonparam") -> Asked:
+    check_word("interval", interval, INTERVALS)
+    check_word("distribution", distribution, DISTRIBUTIONS)
+    return Asked(check_level(confidence_level), interval, distribution)
 
 
-def _comparison(result: ComparisonResult, first: Area, second: Area, level: float) -> Comparison:
+def _of_test(direction: Directions, test: str) -> Directions:
+    return direction.get(test, "larger") if isinstance(direction, Mapping) else direction
+
+
+def _comparison(result: ComparisonResult, first: Area, second: Area, level: float, remarks: RemarkList) -> Comparison:
+    remarks.add_difference("", result.difference, result.std_error)
     return Comparison(first, second, number(result.difference), number(result.std_error), number(result.z),
-                      number(result.p_value), number(result.ci_lower), number(result.ci_upper), level)
+                      *two_sided_p(result.z), number(result.ci_lower), number(result.ci_upper), level, *remarks.tell())
 
 
-def roc_curve(y_true: Any, y_score: Any, *, pos_label: Any = None, direction: Direction = "larger",
-              cut_off: CutOff = "include", nan_policy: NanPolicy = "raise") -> RocCurve:
+def roc_curve(y_true: Any, y_score: Any, *, pos_label: Any = None, neg_label: Any = None, missing: Any = None,
+              direction: Directions = "larger", cut_off: CutOff = "include",
+              nan_policy: NanPolicy = "raise") -> RocCurve:
     """Empirical ROC curve (Fawcett 2006, Pattern Recognition Letters 27, 861-874).
 
     Parameters
     ----------
     y_true : shape (n,)
-        State of each case: numbers, bools or texts. Every label but the positive one is negative.
+        State of each case: numbers, bools or texts, among which NA, N/A, NULL, NaN and the like are missing.
     y_score : shape (n,)
         Test value of each case, any scale, infinities allowed: the largest and smallest values. Of a categorical the
         order counts where its categories are no ascending numbers.
     pos_label
-        The positive label; may be left out for labels 0 and 1, -1 and 1, and bools. For dates also their text.
+        The positive label or a list of them; may be left out for labels 0 and 1, -1 and 1, and bools. For dates also
+        their text.
+    neg_label
+        The negative label or a list of them, or vexroc.OTHERS: all others. Needed with more than two labels; cases of
+        labels that are neither are left out.
+    missing
+        A label, or a list of them, that stands for a missing one beside the usual words; False: no word does.
     direction
-        "larger" or "smaller": which end of the scale is positive.
+        "larger" or "smaller": which end of the scale is positive. Or a mapping of a word per test, such as
+        {"y_score": "smaller"}.
     cut_off
         "include" or "exclude": is a case whose score equals the threshold positive?
     nan_policy
@@ -115,21 +186,20 @@ def roc_curve(y_true: Any, y_score: Any, *, pos_label: Any = None, direction: Di
     >>> curve.fpr, curve.tpr
     (array([0. , 0. , 0.5, 0.5, 1. ]), array([0. , 0.5, 0.5, 1. , 1. ]))
     """
-    words = check_word("cut_off", cut_off, CUT_OFFS), check_word("direction", direction, DIRECTIONS)
-    cases = _Cases(("y_true", y_true), {"y_score": y_score}, pos_label, nan_policy)
-    rows = library().roccurve(*cases.arguments, *words)
+    word = check_word("cut_off", cut_off, CUT_OFFS)
+    cases = _Cases(("y_true", y_true), {"y_score": y_score}, (pos_label, neg_label, missing), direction, nan_policy)
+    rows = cases.curve(library().roccurve, word)
     try:
-        if not rows.rows:
-            _out_of_memory()
-        table = _table(rows, np.float64, 3)[:: -1 if direction == "larger" else 1]
+        table = _table(rows, np.float64, 3)[:: -1 if cases.directions[0] == "larger" else 1]
         thresholds, fpr, tpr = (frozen(table[:, column].copy()) for column in range(3))
     finally:
         library().release_roccurve_res(rows)
-    return RocCurve(fpr, tpr, thresholds, cases.n_positive, cases.n_negative, cases.n_omitted)
+    return RocCurve(fpr, tpr, thresholds, cases.n_positive, cases.n_negative, cases.n_omitted, *cases.remarks.tell())
 
 
-def pr_curve(y_true: Any, y_score: Any, *, pos_label: Any = None, direction: Direction = "larger",
-             cut_off: CutOff = "include", interpolation: Interpolation = "davis-goadrich",
+def pr_curve(y_true: Any, y_score: Any, *, pos_label: Any = None, neg_label: Any = None, missing: Any = None,
+             direction: Directions = "larger", cut_off: CutOff = "include",
+             interpolation: Interpolation = "davis-goadrich",
              nan_policy: NanPolicy = "raise") -> PrecisionRecallCurve:
     """Precision-recall curve (Davis and Goadrich 2006, ICML; Keilwagen, Grosse and Grau 2014, PLoS ONE 9(3) e92209).
 
@@ -142,14 +212,14 @@ def pr_curve(y_true: Any, y_score: Any, *, pos_label: Any = None, direction: Dir
     interpolation
         "davis-goadrich": a point for every whole true positive between two measured points; "keilwagen": for every
         whole false positive.
-    pos_label, direction, cut_off, nan_policy
+    pos_label, neg_label, missing, direction, cut_off, nan_policy
         As in roc_curve.
 
     Returns
     -------
     PrecisionRecallCurve
-        precision, recall, thresholds and interpolated of shape (points,). Without points for fewer than 3 cases, or
-        when all of them have the same state.
+        precision, recall, thresholds (NaN for an interpolated point) and interpolated of shape (points,). Without
+        points for fewer than 3 cases, or when all of them have the same state.
 
     Raises
     ------
@@ -166,25 +236,24 @@ def pr_curve(y_true: Any, y_score: Any, *, pos_label: Any = None, direction: Dir
     >>> curve.precision.round(2), curve.recall
     (array([0.5 , 0.67, 0.5 , 1.  , 1.  ]), array([1. , 1. , 0.5, 0.5, 0. ]))
     """
-    words = (check_word("cut_off", cut_off, CUT_OFFS), check_word("direction", direction, DIRECTIONS),
-             check_word("interpolation", interpolation, INTERPOLATIONS))
-    cases = _Cases(("y_true", y_true), {"y_score": y_score}, pos_label, nan_policy)
-    rows = library().prcurve(*cases.arguments, *words)
+    words = check_word("cut_off", cut_off, CUT_OFFS), check_word("interpolation", interpolation, INTERPOLATIONS)
+    cases = _Cases(("y_true", y_true), {"y_score": y_score}, (pos_label, neg_label, missing), direction, nan_policy)
+    rows = cases.curve(library().prcurve, *words)
     try:
-        if not rows.rows:
-            _out_of_memory()
-        table = _table(rows, _PR_ROW, 1)[:: 1 if direction == "larger" else -1]
-        precision, recall, thresholds = (frozen(table[name].copy()) for name in ("precision", "recall", "threshold"))
-        interpolated = frozen(table["interpolated"] != 0)
+        table = _table(rows, _PR_ROW, 1)[:: 1 if cases.directions[0] == "larger" else -1]
+        precision, recall, thresholds = (table[name].copy() for name in ("precision", "recall", "threshold"))
+        interpolated = table["interpolated"] != 0
     finally:
         library().release_prcurve_res(rows)
-    return PrecisionRecallCurve(precision, recall, thresholds, interpolated, cases.n_positive, cases.n_negative,
-                                cases.n_omitted)
+    if len(recall):
+        cases.remarks.add("sample-prevalence", "", f"{cases.n_positive / len(cases.states):.4f}")
+    return pr_curve_of(precision, recall, thresholds, interpolated, cases.n_positive, cases.n_negative,
+                       cases.n_omitted, *cases.remarks.tell())
 
 
-def auc(y_true: Any, y_score: Any, *, pos_label: Any = None, direction: Direction = "larger",
-        distribution: Distribution = "nonparam", confidence_level: float = 0.95,
-        nan_policy: NanPolicy = "raise") -> Area:
+def auc(y_true: Any, y_score: Any, *, pos_label: Any = None, neg_label: Any = None, missing: Any = None,
+        direction: Directions = "larger", distribution: Distribution = "nonparam", interval: Interval = "wald",
+        confidence_level: float = 0.95, nan_policy: NanPolicy = "raise") -> Area:
     """Area under the ROC curve, its standard error, test against 0.5 and interval (Hanley and McNeil 1982, Radiology
     143, 29-36). Takes states and scores; it is not the trapezoid rule for points of a curve, sklearn.metrics.auc(x, y).
 
@@ -197,15 +266,19 @@ def auc(y_true: Any, y_score: Any, *, pos_label: Any = None, direction: Directio
     distribution
         "nonparam", or "bi-negative" (exponential), which applies only when positive and negative cases are equally
         many and is replaced otherwise, which the result tells: the assumption behind the standard error.
+    interval
+        "wald": area +- z * std_error, with the standard error that distribution says; "wald-delong": with that of
+        DeLong.
     confidence_level
         Of the interval, in (0, 1).
-    pos_label, direction, nan_policy
+    pos_label, neg_label, missing, direction, nan_policy
         As in roc_curve.
 
     Returns
     -------
     Area
-        Numbers; NaN in all statistics without a positive or without a negative case.
+        Numbers; NaN in all statistics without a positive or without a negative case, and in p value and interval
+        where the standard error is 0.
 
     Raises
     ------
@@ -222,16 +295,16 @@ def auc(y_true: Any, y_score: Any, *, pos_label: Any = None, direction: Directio
     >>> area.area
     0.75
     """
-    words = (b"include", check_word("direction", direction, DIRECTIONS),
-             check_word("distribution", distribution, DISTRIBUTIONS))
-    level = check_level(confidence_level)
-    cases = _Cases(("y_true", y_true), {"y_score": y_score}, pos_label, nan_policy)
-    return _area(library().auc(*cases.arguments, *words, level), level, cases, distribution)
+    asked = _asked(confidence_level, interval, distribution)
+    cases = _Cases(("y_true", y_true), {"y_score": y_score}, (pos_label, neg_label, missing), direction, nan_policy)
+    area = cases.area(0, cases.result(0, asked), asked)
+    cautions, notes = cases.remarks.tell()
+    return replace(area, cautions=cautions, notes=notes) if cautions or notes else area
 
 
-def compare_paired(y_true: Any, y_score_1: Any, y_score_2: Any, *, pos_label: Any = None,
-                   direction: Direction = "larger", confidence_level: float = 0.95,
-                   nan_policy: NanPolicy = "raise") -> Comparison:
+def compare_paired(y_true: Any, y_score_1: Any, y_score_2: Any, *, pos_label: Any = None, neg_label: Any = None,
+                   missing: Any = None, direction: Directions = "larger", interval: Interval = "wald",
+                   confidence_level: float = 0.95, nan_policy: NanPolicy = "raise") -> Comparison:
     """Compares the areas of two test variables of the same cases (DeLong, DeLong and Clarke-Pearson 1988, Biometrics
     44, 837-845).
 
@@ -241,13 +314,14 @@ def compare_paired(y_true: Any, y_score_1: Any, y_score_2: Any, *, pos_label: An
         State of each case, as in roc_curve.
     y_score_1, y_score_2 : shape (n,)
         Test values, the same cases in the same order. With nan_policy "omit" a case that misses either is left out.
-    pos_label, direction, confidence_level, nan_policy
+    pos_label, neg_label, missing, direction, interval, confidence_level, nan_policy
         As in auc.
 
     Returns
     -------
     Comparison
-        Numbers: the first area less the second. The standard errors of both areas are those of DeLong.
+        Numbers: the first area less the second. The areas are what auc says of these cases, the standard error of
+        their difference is that of DeLong.
 
     Raises
     ------
@@ -262,15 +336,19 @@ def compare_paired(y_true: Any, y_score_1: Any, y_score_2: Any, *, pos_label: An
     >>> round(result.difference, 4), round(result.z, 4), round(result.p_value, 4)
     (0.4444, 1.4142, 0.1573)
     """
-    words = b"include", check_word("direction", direction, DIRECTIONS)
-    level = check_level(confidence_level)
-    cases = _Cases(("y_true", y_true), {"y_score_1": y_score_1, "y_score_2": y_score_2}, pos_label, nan_policy)
-    result = library().auc_pairedcomparison(*cases.arguments, *words, level)
-    return _comparison(result, _area(result.first, level, cases), _area(result.second, level, cases), level)
+    asked = _asked(confidence_level, interval)
+    cases = _Cases(("y_true", y_true), {"y_score_1": y_score_1, "y_score_2": y_score_2},
+                   (pos_label, neg_label, missing), direction, nan_policy)
+    result = cases.difference(asked.confidence_level)
+    results = (result.first, result.second) if interval == "wald-delong" else (
+        cases.result(index, asked) for index in range(2))
+    first, second = (cases.area(index, one, asked) for index, one in enumerate(results))
+    return _comparison(result, first, second, asked.confidence_level, cases.remarks)
 
 
 def compare_independent(y_true_1: Any, y_score_1: Any, y_true_2: Any, y_score_2: Any, *, pos_label: Any = None,
-                        direction: Direction = "larger", distribution: Distribution = "nonparam",
+                        neg_label: Any = None, missing: Any = None, direction: Directions = "larger",
+                        distribution: Distribution = "nonparam", interval: Interval = "wald",
                         confidence_level: float = 0.95, nan_policy: NanPolicy = "raise") -> Comparison:
     """Compares the areas of one test variable in two independent samples: the difference by its standard error, the
     root of the sum of both squared standard errors (Hanley and McNeil 1982, Radiology 143, 29-36).
@@ -281,7 +359,7 @@ def compare_independent(y_true_1: Any, y_score_1: Any, y_true_2: Any, y_score_2:
         The first sample.
     y_true_2, y_score_2 : shape (m,)
         The second sample.
-    pos_label, direction, distribution, confidence_level, nan_policy
+    pos_label, neg_label, missing, direction, distribution, interval, confidence_level, nan_policy
         As in auc, for both samples.
 
     Returns
@@ -302,11 +380,14 @@ def compare_independent(y_true_1: Any, y_score_1: Any, y_true_2: Any, y_score_2:
     >>> result.first.area, round(result.second.area, 4), round(result.p_value, 4)
     (0.75, 0.8333, 0.8097)
     """
-    words = (b"include", check_word("direction", direction, DIRECTIONS),
-             check_word("distribution", distribution, DISTRIBUTIONS))
-    level = check_level(confidence_level)
-    samples = [_Cases(("y_true_1", y_true_1), {"y_score_1": y_score_1}, pos_label, nan_policy),
-               _Cases(("y_true_2", y_true_2), {"y_score_2": y_score_2}, pos_label, nan_policy)]
-    results = [library().auc(*cases.arguments, *words, level) for cases in samples]
-    first, second = (_area(result, level, cases, distribution) for result, cases in zip(results, samples))
-    return _comparison(library().auc_comparison(*results, level), first, second, level)
+    asked = _asked(confidence_level, interval, distribution)
+    check_directions(direction, ("y_score_1", "y_score_2"))
+    remarks = RemarkList()
+    samples = [_Cases((f"y_true_{number}", y_true), {name: y_score}, (pos_label, neg_label, missing),
+                      _of_test(direction, name), nan_policy, remarks)
+               for number, (name, y_true, y_score) in enumerate(
+                   (("y_score_1", y_true_1, y_score_1), ("y_score_2", y_true_2, y_score_2)), 1)]
+    results = [cases.result(0, asked) for cases in samples]
+    first, second = (cases.area(0, result, asked) for result, cases in zip(results, samples))
+    return _comparison(library().auc_comparison(*results, asked.confidence_level), first, second,
+                       asked.confidence_level, remarks)

@@ -1,12 +1,18 @@
 """Pictures of curves. matplotlib is imported when one is drawn, not before."""
 from __future__ import annotations
 
+import math
 from dataclasses import dataclass, field
 from typing import Any
 
-from ._arraycalls import CutOff, Direction, Distribution, Interpolation, auc, pr_curve, roc_curve
+from ._arraycalls import CutOff, Directions, Distribution, Interpolation, Interval, auc, pr_curve, roc_curve
 from ._inputs import NanPolicy
 from ._results import Area, PrecisionRecallCurve, RocCurve
+
+
+def _check_points(points: int, curve: RocCurve | PrecisionRecallCurve) -> None:
+    if points == 0:
+        raise ValueError(f"there is nothing to draw: {curve!r}")
 
 
 def _axes(ax: Any) -> Any:
@@ -40,21 +46,26 @@ class RocCurveDisplay:
     line_: Any = field(default=None, repr=False)
 
     @classmethod
-    def from_predictions(cls, y_true: Any, y_score: Any, *, pos_label: Any = None, direction: Direction = "larger",
-                         cut_off: CutOff = "include", distribution: Distribution = "nonparam",
+    def from_predictions(cls, y_true: Any, y_score: Any, *, pos_label: Any = None, neg_label: Any = None,
+                         missing: Any = None, direction: Directions = "larger", cut_off: CutOff = "include",
+                         distribution: Distribution = "nonparam", interval: Interval = "wald",
                          confidence_level: float = 0.95, nan_policy: NanPolicy = "raise", name: str | None = None,
                          ax: Any = None, plot_chance_level: bool = True, **line: Any) -> RocCurveDisplay:
         """Computes and draws the curve, with area and interval in the legend. Parameters: roc_curve, auc, plot."""
-        curve = roc_curve(y_true, y_score, pos_label=pos_label, direction=direction, cut_off=cut_off,
-                          nan_policy=nan_policy)
-        area = auc(y_true, y_score, pos_label=pos_label, direction=direction, distribution=distribution,
-                   confidence_level=confidence_level, nan_policy=nan_policy)
+        cases: dict[str, Any] = {"pos_label": pos_label, "neg_label": neg_label, "missing": missing,
+                                 "direction": direction, "nan_policy": nan_policy}
+        curve = roc_curve(y_true, y_score, cut_off=cut_off, **cases)
+        area = auc(y_true, y_score, distribution=distribution, interval=interval, confidence_level=confidence_level,
+                   **cases)
         return cls(curve, area, name).plot(ax, plot_chance_level=plot_chance_level, **line)
 
     def plot(self, ax: Any = None, *, plot_chance_level: bool = True, **line: Any) -> RocCurveDisplay:
         """Draws into the axes, by default those of a new figure; further arguments go to ``ax.plot``."""
+        _check_points(len(self.curve.fpr), self.curve)
         area = self.area
-        statistics = f"area {area.area:.2f}, {area.ci_lower:.2f} to {area.ci_upper:.2f}" if area is not None else ""
+        statistics = "" if area is None else f"area {area.area:.2f}"
+        if area is not None and not math.isnan(area.ci_lower):
+            statistics += f", {area.ci_lower:.2f} to {area.ci_upper:.2f}"
         label = f"{self.name} ({statistics})" if self.name and statistics else self.name or statistics or None
         self.ax_ = _axes(ax)
         self.figure_ = self.ax_.figure
@@ -63,7 +74,8 @@ class RocCurveDisplay:
         self.line_, = self.ax_.plot(self.curve.fpr, self.curve.tpr, **{"label": label, **line})
         _frame(self.ax_, "1 - specificity", "Sensitivity")
         if self.line_.get_label() and not self.line_.get_label().startswith("_"):
-            self.ax_.legend(loc="lower right")
+            title = None if area is None else f"{area.confidence_level * 100:g} % interval: {area.interval}"
+            self.ax_.legend(loc="lower right", title=title)
         return self
 
 
@@ -83,17 +95,19 @@ class PrecisionRecallDisplay:
     line_: Any = field(default=None, repr=False)
 
     @classmethod
-    def from_predictions(cls, y_true: Any, y_score: Any, *, pos_label: Any = None, direction: Direction = "larger",
-                         cut_off: CutOff = "include", interpolation: Interpolation = "davis-goadrich",
-                         nan_policy: NanPolicy = "raise", name: str | None = None, ax: Any = None,
-                         plot_chance_level: bool = True, **line: Any) -> PrecisionRecallDisplay:
+    def from_predictions(cls, y_true: Any, y_score: Any, *, pos_label: Any = None, neg_label: Any = None,
+                         missing: Any = None, direction: Directions = "larger", cut_off: CutOff = "include",
+                         interpolation: Interpolation = "davis-goadrich", nan_policy: NanPolicy = "raise",
+                         name: str | None = None, ax: Any = None, plot_chance_level: bool = True,
+                         **line: Any) -> PrecisionRecallDisplay:
         """Computes and draws the curve, interpolated points included. Parameters: pr_curve, plot."""
-        curve = pr_curve(y_true, y_score, pos_label=pos_label, direction=direction, cut_off=cut_off,
-                         interpolation=interpolation, nan_policy=nan_policy)
+        curve = pr_curve(y_true, y_score, pos_label=pos_label, neg_label=neg_label, missing=missing,
+                         direction=direction, cut_off=cut_off, interpolation=interpolation, nan_policy=nan_policy)
         return cls(curve, name).plot(ax, plot_chance_level=plot_chance_level, **line)
 
     def plot(self, ax: Any = None, *, plot_chance_level: bool = True, **line: Any) -> PrecisionRecallDisplay:
         """Draws into the axes, by default those of a new figure, with the share of positive cases as chance level."""
+        _check_points(len(self.curve.recall), self.curve)
         self.ax_ = _axes(ax)
         self.figure_ = self.ax_.figure
         cases = self.curve.n_positive + self.curve.n_negative

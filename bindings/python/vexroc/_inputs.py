@@ -2,8 +2,9 @@
 from __future__ import annotations
 
 import decimal
+import math
 import numbers
-from collections.abc import Iterable, Mapping
+from collections.abc import Collection, Iterable, Mapping
 from collections.abc import Set as AbstractSet
 from typing import Any, Literal
 
@@ -15,12 +16,12 @@ Mask = npt.NDArray[np.bool_]
 NanPolicy = Literal["raise", "omit"]
 
 MAX_CASES = 2**31 - 1
+_DIRECTIONS = ("larger", "smaller")
 EXACT_INTEGERS = 2.0**53
 """From it on neighbouring integers become the same float64."""
 
 
-def check_word(name: str, word: str, words: Iterable[str]) -> bytes:
-    words = list(words)
+def check_word(name: str, word: str, words: tuple[str, ...]) -> bytes:
     if not isinstance(word, str) or word not in words:
         raise ValueError(f"{name}={word!r} is not known; use " + " or ".join(map(repr, words)))
     return word.encode()
@@ -32,6 +33,19 @@ def check_number(name: str, value: Any, hint: str) -> float:
     if value != value:
         raise ValueError(f"{name} is NaN; {hint}")
     return float(value)
+
+
+def check_directions(direction: Any, tests: Iterable[Any]) -> dict[Any, str]:
+    """The direction of each test, given as one word for all or as a word for some."""
+    if not isinstance(direction, Mapping):
+        check_word("direction", direction, _DIRECTIONS)
+        return dict.fromkeys(tests, direction)
+    words = dict.fromkeys(tests, "larger")
+    for test, word in direction.items():
+        if test not in words:
+            raise ValueError(f"direction names {test!r}, which is no test; the tests are {listed(list(words))}")
+        check_word("direction", word, _DIRECTIONS)
+    return {**words, **direction}
 
 
 def check_level(confidence_level: float) -> float:
@@ -50,6 +64,17 @@ def check_lengths(columns: Mapping[str, npt.NDArray[Any]]) -> None:
     name, length = next(iter(lengths.items()))
     if length > MAX_CASES:
         raise ValueError(f"{name} has {length} values; the library counts up to {MAX_CASES} cases")
+
+
+def check_order(columns: Mapping[str, Any]) -> None:
+    """Throws for two pandas columns with the same index in another order: which cases belong together is not clear."""
+    indexes = [(name, values.index) for name, values in columns.items()
+               if hasattr(getattr(values, "index", None), "equals")]
+    for name, index in indexes[1:]:
+        first_name, first = indexes[0]
+        if index is not first and len(index) == len(first) and not index.equals(first) and set(index) == set(first):
+            raise ValueError(f"{first_name} and {name} have the same index labels in another order; pair the cases by "
+                             f"label, with {name}.reindex({first_name}.index), or by position, with {name}.to_numpy()")
 
 
 def is_missing(value: object) -> bool:
@@ -88,7 +113,7 @@ def _one_dimensional(name: str, array: npt.NDArray[Any]) -> npt.NDArray[Any]:
     return array
 
 
-def _categorical(values: Any) -> Any:
+def categorical(values: Any) -> Any:
     """The pandas.Categorical behind a column of categories; None for any other column."""
     if hasattr(getattr(values, "dtype", None), "categories"):
         held = getattr(values, "array", values)  # of a Series or an Index
@@ -108,7 +133,7 @@ def _masked(name: str, data: npt.NDArray[Any], mask: Mask) -> npt.NDArray[Any]:
     return array
 
 
-def _array(name: str, values: Any) -> npt.NDArray[Any]:
+def array_of(name: str, values: Any) -> npt.NDArray[Any]:
     """A one-dimensional array; missing numbers are NaN."""
     dtype = getattr(values, "dtype", None)
     kind = getattr(dtype, "kind", "")
@@ -149,15 +174,28 @@ def _check_long(name: str, given: npt.NDArray[np.longdouble], result: Floats) ->
                          f"{int(lost.argmax())}; round them, or give ranks")
 
 
+def _spells_number(value: Any) -> bool:
+    try:
+        return isinstance(value, str) and math.isfinite(float(value))
+    except ValueError:
+        return False
+
+
+def _refuse_strange(name: str, values: list[tuple[int, Any]]) -> None:
+    """Names, of values with their positions that are no numbers, one that does not even spell a number."""
+    for position, value in sorted(values, key=lambda pair: _spells_number(pair[1]))[:1]:
+        replace = isinstance(value, str) and not _spells_number(value)
+        raise TypeError(f"{name} has {value!r} ({type(value).__name__}) at position {position}; "
+                        + "replace it by a number or None, and " * replace + "convert the column to numbers first")
+
+
 def _objects_to_numbers(name: str, array: npt.NDArray[Any]) -> Floats:
     values = array.tolist()
     types = set(map(type, values))
     strange = tuple(kind for kind in types if not issubclass(kind, (numbers.Real, decimal.Decimal, np.bool_)))
     if strange:
-        for position, value in enumerate(values):
-            if isinstance(value, strange) and not is_missing(value):
-                raise TypeError(f"{name} has {value!r} ({type(value).__name__}) at position {position}; "
-                                "convert it to numbers first")
+        _refuse_strange(name, [(position, value) for position, value in enumerate(values)
+                               if isinstance(value, strange) and not is_missing(value)])
         values = [None if isinstance(value, strange) else value for value in values]
     try:
         with np.errstate(over="ignore"):  # of a longdouble, which is told below
@@ -175,7 +213,7 @@ def _categories_to_numbers(name: str, held: Any) -> Floats:
     """The numbers that the categories are, or their order where it is all there is."""
     usable = getattr(held.categories.dtype, "kind", "O") in tuple("iufb")
     if not usable and not held.ordered:
-        raise TypeError(f"{name} has categories without an order, such as {_listed(list(held.categories[:1]))}; "
+        raise TypeError(f"{name} has categories without an order, such as {listed(list(held.categories[:1]))}; "
                         "make it ordered, or convert it to numbers")
     scale = to_numbers(name, held.categories) if usable else np.empty(0)
     if held.ordered and not (usable and bool(np.all(scale[1:] > scale[:-1]))):
@@ -185,164 +223,48 @@ def _categories_to_numbers(name: str, held: Any) -> Floats:
 
 def to_numbers(name: str, values: Any) -> Floats:
     """One contiguous float64 per case, NaN for a missing one. Shares memory with the input where it can."""
-    held = _categorical(values)
+    held = categorical(values)
     if held is not None:
         return _categories_to_numbers(name, held)
-    array = _array(name, values)
+    array = array_of(name, values)
     kind = array.dtype.kind
-    if kind == "O":
+    if kind in tuple("OU"):
         return _objects_to_numbers(name, array)
     if kind not in tuple("iufb"):
         raise TypeError(f"{name} holds {array.dtype}, not numbers; convert it first, for instance with float()")
-    with np.errstate(over="ignore"):  # of a longdouble, which is told below
-        result = np.ascontiguousarray(array, dtype=np.float64)
+    if array.dtype.itemsize > 8:
+        with np.errstate(over="ignore"):  # it is told below
+            result = array.astype(np.float64)
+        _check_long(name, array, result)
+        return result
+    result = np.ascontiguousarray(array, dtype=np.float64)
     if array.dtype.itemsize == 8 and kind in tuple("iu"):
         _check_exact(name, array, result)
-    elif array.dtype.itemsize > 8:
-        _check_long(name, array, result)
     return result
 
 
-def _sorted(labels: list[Any]) -> list[Any]:
-    """In ascending order, by type first; TypeError where there is none."""
-    return sorted(labels, key=lambda label: (str(type(label)), label))
-
-
-def _listed(labels: list[Any]) -> str:
-    try:
-        labels = _sorted(labels)
-    except TypeError:  # labels without an order stay in that of the cases
-        pass
+def listed(labels: list[Any]) -> str:
     shown = [str(label) if isinstance(label, np.generic) else repr(label) for label in labels[:10]]
     return ", ".join(shown) + (f" and {len(labels) - 10} more" if len(labels) > 10 else "")
 
 
-class _Labels:
-    """The labels of a column: as the array that it is, or as codes of the different ones, -1 for a missing one."""
-
-    def __init__(self, name: str, values: Any):
-        self.name = name
-        self.array: npt.NDArray[Any] | None = None
-        held = _categorical(values)
-        if held is not None:
-            self.codes = np.asarray(held.codes)
-            self.table = {label: code for code, label in enumerate(held.categories)}
-            return
-        array = _array(name, values)
-        if array.dtype.kind == "O":
-            self._factorize(array)
-        else:
-            self.array = array
-
-    def _factorize(self, array: npt.NDArray[Any]) -> None:
-        labels = array.tolist()
-        try:
-            self.table = table = {label: code for code, label in enumerate(dict.fromkeys(labels))}
-        except TypeError:
-            position, label = next((p, v) for p, v in enumerate(array) if not is_hashable(v))
-            raise TypeError(f"{self.name} has {label!r} ({type(label).__name__}) at position {position}, which cannot "
-                            "be a label; give numbers, bools or texts") from None
-        self.codes = np.fromiter(map(table.__getitem__, labels), dtype=np.int64, count=len(labels))
-        lacking = [code for label, code in table.items() if is_missing(label)]
-        if lacking:
-            self.codes[np.isin(self.codes, lacking)] = -1
-
-    def distinct(self) -> list[Any]:
-        """The labels that occur: categories in their order, others as they come."""
-        if self.array is None:
-            present = set(np.unique(self.codes).tolist())
-            return [label for label, code in self.table.items() if code in present]
-        there = self.array[~self.missing()]
-        return list(np.unique(there)) if self.array.dtype.kind in tuple("mM") else list(dict.fromkeys(there.tolist()))
-
-    def missing(self) -> Mask:
-        if self.array is None:
-            return np.asarray(self.codes < 0)
-        if self.array.dtype.kind in tuple("mM"):
-            return np.asarray(np.isnat(self.array))
-        if self.array.dtype.kind in tuple("fc"):
-            return np.asarray(np.isnan(self.array))
-        return np.zeros(len(self.array), dtype=np.bool_)
-
-    def equal_to(self, label: Any) -> Mask:
-        if self.array is None:
-            return np.asarray(self.codes == self.table.get(label, -2))
-        kind = self.array.dtype.kind
-        if kind in tuple("mM"):
-            try:
-                label = np.datetime64(label) if kind == "M" else np.timedelta64(label)
-            except (TypeError, ValueError):
-                return np.zeros(len(self.array), dtype=np.bool_)
-        elif not isinstance(label, {"U": (str,), "S": (bytes,)}.get(kind, (numbers.Number, np.bool_))):
-            return np.zeros(len(self.array), dtype=np.bool_)
-        return np.asarray(self.array == label, dtype=np.bool_)
+def distinct_values(values: Floats) -> int:
+    """Number of different ones; 3 for three and more."""
+    if len(set(values[:20].tolist())) > 2:
+        return 3
+    lowest, highest = values.min(initial=np.inf), values.max(initial=-np.inf)
+    between = bool(((values != lowest) & (values != highest)).any())
+    return 3 if between else int(len(values) > 0) + int(lowest < highest)
 
 
-def to_states(name: str, values: Any, pos_label: Any) -> Floats:
-    """1.0 for a positive case, 0.0 for a negative one, NaN for a missing label.
-
-    pos_label None means 1, for labels that are all 0 and 1, or all -1 and 1, or bools.
-    """
-    labels = _Labels(name, values)
-    label = 1 if pos_label is None else check_label("pos_label", pos_label)
-    usual = isinstance(label, (numbers.Number, np.bool_)) and bool(label == 1)
-    positive = labels.equal_to(label)
-    if usual and labels.array is not None and bool((positive | labels.equal_to(0)).all()):
-        return to_numbers(name, labels.array)  # these numbers are the states; no copy where they are float64
-    missing = labels.missing()
-    if usual:
-        usual = any(bool((positive | missing | labels.equal_to(negative)).all()) for negative in (0, -1))
-    if not usual and pos_label is None:
-        raise ValueError(f"{name} has the labels {_listed(labels.distinct())}; say with pos_label= which one is "
-                         "positive")
-    if not usual and not bool(positive.any()):
-        raise ValueError(f"pos_label={pos_label!r} does not occur in {name}, whose labels are "
-                         f"{_listed(labels.distinct()) or '(none)'}; check its spelling and type")
-    return np.where(missing, np.nan, positive)
-
-
-def _two_values(name: str, chosen: Any, present: list[Any]) -> tuple[Any, Any]:
-    """The two group values that the caller chose."""
-    if isinstance(chosen, (str, bytes, AbstractSet, Mapping)) or not hasattr(chosen, "__len__"):
-        raise ValueError(f"group_values={chosen!r} ({type(chosen).__name__}) is no list of two values; give them in "
-                         "the order in which to compare them")
-    if len(chosen) != 2:
-        raise ValueError(f"group_values={chosen!r} are not two values; give two of {_listed(present)}")
-    first, second = (check_label("group_values", label) for label in chosen)
-    if bool(first == second):
-        raise ValueError(f"group_values={chosen!r} are the same value twice; give two of {_listed(present)}")
-    return first, second
-
-
-def to_groups(name: str, values: Any, chosen: Any) -> tuple[Floats, tuple[Any, Any]]:
-    """0.0 and 1.0 for the cases of the two groups, 2.0 for others, NaN for a missing label; and the two labels."""
-    labels = _Labels(name, values)
-    present = labels.distinct()
-    if chosen is not None:
-        first, second = _two_values(name, chosen, present)
-    elif len(present) != 2:
-        raise ValueError(f"{name} has the values {_listed(present)}; say with group_values=, group_cut= or "
-                         "group_mid_point= how to make two groups of them")
-    else:
-        try:
-            first, second = present if _categorical(values) is not None else _sorted(present)
-        except TypeError:
-            raise ValueError(f"{name} has the values {_listed(present)}, which have no order; say with group_values= "
-                             "which one is the first") from None
-    for label in (first, second):
-        if not bool(labels.equal_to(label).any()):
-            raise ValueError(f"group_values: {label!r} does not occur in {name}, whose values are {_listed(present)}")
-    groups = np.where(labels.equal_to(first), 0.0, np.where(labels.equal_to(second), 1.0, 2.0))
-    groups[labels.missing()] = np.nan
-    return groups, (first, second)
-
-
-def complete_cases(columns: Mapping[str, Floats], nan_policy: NanPolicy) -> Mask | None:
+def complete_cases(columns: Mapping[str, Floats], nan_policy: NanPolicy, without_nan: Collection[str] = (),
+                   ) -> Mask | None:
     """Cases without a NaN in any column; None when these are all. Throws with nan_policy "raise" when they are not."""
     check_word("nan_policy", nan_policy, ("raise", "omit"))
     complete: Mask | None = None
     for name, column in columns.items():
-        if not np.isnan(column.min(initial=0.0)):  # a minimum is NaN when a value is, and needs no array for the answer
+        lowest = 0.0 if name in without_nan else np.minimum.reduce(column, initial=0.0)
+        if lowest == lowest:  # a minimum is NaN when a value is, and needs no array for the answer
             continue
         missing = np.isnan(column)
         if nan_policy == "raise":

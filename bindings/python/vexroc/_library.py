@@ -1,4 +1,4 @@
-"""Finds and loads the shared library and declares its calls (headers arraycalls.h, analysis.h, version.h)."""
+"""Finds and loads the shared library and declares its calls, those of the headers in include/vexrocproc."""
 from __future__ import annotations
 
 import ctypes
@@ -7,12 +7,16 @@ import functools
 import os
 import pathlib
 import warnings
-from ctypes import POINTER, c_char_p, c_double, c_int, c_longlong, c_size_t, c_void_p
+from ctypes import POINTER, c_char, c_char_p, c_double, c_int, c_longlong, c_size_t, c_void_p
 
-ANALYSIS_VERSION = 2
+ANALYSIS_VERSION = 3
 """The oldest library that will do: its vexroc_analysis_version() counts up with every addition."""
 
 LIBRARY_NAME = "vexrocproc920r"
+PYTHON_VOICE = 2
+"""Texts of the library spell options as this package does."""
+
+NO_RESULT, _INVALID, _NO_MEMORY = 2, 3, 4
 
 
 class RocRows(ctypes.Structure):
@@ -29,30 +33,46 @@ class ComparisonResult(ctypes.Structure):
         "z", "p_value", "difference", "std_error", "ci_lower", "ci_upper")]
 
 
-class WarningResult(ctypes.Structure):
-    _fields_ = [("struct_size", c_size_t), ("name", c_char_p), ("parameters", POINTER(c_int)),
-                ("parameter_count", c_int), ("code", c_int)]
-
-
 class RecordResult(ctypes.Structure):
     _fields_ = [("struct_size", c_size_t)] + [(name, c_int) for name in (
         "test", "group", "group_operation", "ties")] + [
         ("group_value", c_double), ("n_positive", c_int), ("n_negative", c_int)] + [(name, c_double) for name in (
-            "weighted_positive", "weighted_negative", "area", "std_error", "p_value", "ci_lower", "ci_upper",
+            "weighted_positive", "weighted_negative", "area", "std_error", "significance", "ci_lower", "ci_upper",
             "gini", "ks_maximum", "ks_threshold")] + [(name, c_int) for name in (
-                "curve_rows", "pr_rows", "distribution_changed")]
+                "curve_rows", "pr_rows", "distribution_changed", "smaller_is_positive", "distinct_values")] + [
+                    ("p_value", c_double), ("log10_p", c_double), ("interval", c_char_p)]
 
 
 class RowsResult(ctypes.Structure):
     _fields_ = [("struct_size", c_size_t)] + [(name, c_longlong) for name in (
         "read", "missing_state", "missing_group", "missing_weight", "other_group", "unusable_weight", "incomplete",
         "n_positive", "n_negative")] + [("weighted_positive", c_double), ("weighted_negative", c_double)] + [
-            (name, c_longlong) for name in ("rounded_weights", "rounded_used", "too_heavy")]
+            (name, c_longlong) for name in ("rounded_weights", "rounded_used", "too_heavy", "other_state",
+                                            "missing_count", "given")]
 
 
 class PairResult(ctypes.Structure):
     _fields_ = [("struct_size", c_size_t), ("first", c_int), ("second", c_int)] + [(name, c_double) for name in (
-        "difference", "std_error", "z", "p_value", "ci_lower", "ci_upper")]
+        "difference", "std_error", "z", "significance", "ci_lower", "ci_upper", "p_value", "log10_p")] + [
+            (name, c_longlong) for name in ("n_positive", "n_negative")] + [(name, c_double) for name in (
+                "first_area", "first_std_error", "second_area", "second_std_error")]
+
+
+class RemarkResult(ctypes.Structure):
+    _fields_ = [("struct_size", c_size_t), ("code", c_char_p), ("caution", c_int), ("count", c_longlong),
+                ("text", c_char_p)]
+
+
+class AreaFacts(ctypes.Structure):
+    _fields_ = [("struct_size", c_size_t), ("n_positive", c_longlong), ("n_negative", c_longlong)] + [
+        (name, c_double) for name in ("area", "std_error", "lower", "upper")] + [
+            ("smaller_is_positive", c_int), ("distinct_values", c_int), ("test", c_char_p)]
+
+
+class StateChoice(ctypes.Structure):
+    _fields_ = [("struct_size", c_size_t), ("positive", POINTER(c_char_p)), ("positive_count", c_int),
+                ("negative", POINTER(c_char_p)), ("negative_count", c_int), ("others", c_int), ("sign", c_char_p),
+                ("bound", c_char_p)]
 
 
 PROGRESS = ctypes.CFUNCTYPE(None, c_double, c_int, c_void_p)
@@ -76,21 +96,46 @@ _SIGNATURES: dict[str, tuple[object, list[object]]] = {
     "vexroc_analysis_set_column": (c_int, [c_void_p, c_char_p, c_int]),
     "vexroc_analysis_set_number": (c_int, [c_void_p, c_char_p, c_double]),
     "vexroc_analysis_set_word": (c_int, [c_void_p, c_char_p, c_char_p]),
+    "vexroc_analysis_add_negative": (c_int, [c_void_p, c_double]),
+    "vexroc_analysis_set_direction": (c_int, [c_void_p, c_int, c_char_p]),
+    "vexroc_analysis_name_value": (c_int, [c_void_p, c_int, c_double, c_char_p]),
     "vexroc_analysis_on_progress": (c_int, [c_void_p, PROGRESS, c_void_p]),
     "vexroc_analysis_on_cancel": (c_int, [c_void_p, CANCEL, c_void_p]),
     "vexroc_analysis_run": (c_int, [c_void_p]),
     "vexroc_analysis_status": (c_int, [c_void_p, POINTER(c_int), POINTER(c_char_p)]),
-    "vexroc_analysis_warning_count": (c_int, [c_void_p]),
     "vexroc_analysis_record_count": (c_int, [c_void_p]),
     "vexroc_analysis_comparison_count": (c_int, [c_void_p]),
     "vexroc_analysis_rows": (c_int, [c_void_p, POINTER(RowsResult)]),
     "vexroc_analysis_missing_test": (c_int, [c_void_p, c_int, POINTER(c_longlong), POINTER(c_longlong)]),
     "vexroc_analysis_record_rows": (c_int, [c_void_p, c_int, POINTER(c_longlong), POINTER(c_longlong)]),
-    "vexroc_analysis_warning": (c_int, [c_void_p, c_int, POINTER(WarningResult)]),
     "vexroc_analysis_record": (c_int, [c_void_p, c_int, POINTER(RecordResult)]),
     "vexroc_analysis_comparison": (c_int, [c_void_p, c_int, POINTER(PairResult)]),
     "vexroc_analysis_curve": (c_int, [c_void_p, c_int, c_void_p, c_void_p, c_void_p]),
     "vexroc_analysis_precision_recall": (c_int, [c_void_p, c_int, c_void_p, c_void_p, c_void_p]),
+    "vexroc_analysis_add_remarks": (c_int, [c_void_p, c_void_p, c_char_p]),
+    "vexroc_two_sided_p": (c_double, [c_double, POINTER(c_double)]),
+    "vexroc_remarks_new": (c_int, [c_int, POINTER(c_void_p)]),
+    "vexroc_remarks_free": (None, [c_void_p]),
+    "vexroc_remarks_count": (c_int, [c_void_p]),
+    "vexroc_remarks_get": (c_int, [c_void_p, c_int, POINTER(RemarkResult)]),
+    "vexroc_remarks_add": (c_int, [c_void_p, c_char_p, c_char_p, c_char_p]),
+    "vexroc_remarks_area": (c_int, [c_void_p, c_char_p, POINTER(AreaFacts)]),
+    "vexroc_remarks_difference": (c_int, [c_void_p, c_char_p, c_double, c_double]),
+    "vexroc_words_new": (c_int, [POINTER(c_void_p)]),
+    "vexroc_words_free": (None, [c_void_p]),
+    "vexroc_words_clear": (c_int, [c_void_p]),
+    "vexroc_words_add": (c_int, [c_void_p, c_char_p]),
+    "vexroc_labels_new": (c_int, [c_char_p, c_void_p, c_char, c_int, POINTER(c_void_p)]),
+    "vexroc_labels_free": (None, [c_void_p]),
+    "vexroc_labels_add": (c_int, [c_void_p, c_char_p, c_size_t, c_int, c_longlong, POINTER(c_int)]),
+    "vexroc_labels_name": (c_int, [c_void_p, c_char_p, c_size_t]),
+    "vexroc_labels_settle": (c_int, [c_void_p]),
+    "vexroc_labels_count": (c_int, [c_void_p]),
+    "vexroc_labels_value_of": (c_int, [c_void_p, c_int]),
+    "vexroc_labels_find": (c_int, [c_void_p, c_char_p, c_size_t]),
+    "vexroc_labels_choose": (c_int, [c_void_p, POINTER(StateChoice)]),
+    "vexroc_labels_state_of": (c_int, [c_void_p, c_int]),
+    "vexroc_labels_add_remarks": (c_int, [c_void_p, c_void_p]),
 }
 
 
@@ -144,6 +189,20 @@ def library() -> ctypes.CDLL:
     raise ImportError("vexroc found no library to work with. Tried:\n  " + "\n  ".join(tried)
                       + f"\nInstall the wheel of tools/build_wheel.sh, which brings lib{LIBRARY_NAME}.so along, or set "
                         "VEXROC_LIBRARY to its path.")
+
+
+def check(result: int) -> None:
+    """Throws what a call of the library answered, unless it went well."""
+    if result:
+        message = library().vexroc_last_error().decode(errors="replace")
+        raise {_INVALID: ValueError, _NO_MEMORY: MemoryError}.get(result, RuntimeError)(message)
+
+
+def two_sided_p(z: float) -> tuple[float, float]:
+    """The p value of a standard normal z, and its decimal logarithm, which is there where p underflows."""
+    log10_p = c_double()
+    p = library().vexroc_two_sided_p(z, ctypes.byref(log10_p))
+    return p, log10_p.value
 
 
 def library_path() -> str:

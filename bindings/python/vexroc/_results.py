@@ -3,13 +3,15 @@ from __future__ import annotations
 
 import math
 from collections.abc import Callable, Iterator
-from dataclasses import dataclass, field
-from typing import Any, NoReturn
+from dataclasses import dataclass, field, fields
+from typing import Any, NamedTuple, NoReturn
 
 import numpy as np
 import numpy.typing as npt
 
 from ._inputs import Floats, Mask
+from ._library import AreaResult, RecordResult, two_sided_p
+from ._remarks import Remarks
 
 
 def frozen(array: npt.NDArray[Any]) -> npt.NDArray[Any]:
@@ -73,7 +75,9 @@ class RocCurve(_Frozen):
     n_positive: int
     n_negative: int
     n_omitted: int = 0
-    """Cases left out because a value is missing."""
+    """Cases left out because a value is missing, or the label neither positive nor negative."""
+    cautions: Remarks = field(default=(), compare=False)
+    notes: Remarks = field(default=(), compare=False)
 
     def __iter__(self) -> Iterator[Floats]:
         return iter((self.fpr, self.tpr, self.thresholds))
@@ -91,12 +95,14 @@ class PrecisionRecallCurve(_Frozen):
     recall: Floats
     """Shape (points,)."""
     thresholds: Floats
-    """Shape (points,), in the unit of the scores; an interpolated point has that of the measured point it leads to."""
+    """Shape (points,), in the unit of the scores; NaN for an interpolated point, which no threshold gives."""
     interpolated: Mask
     """Shape (points,): True for a point between two measured ones."""
     n_positive: int
     n_negative: int
     n_omitted: int = 0
+    cautions: Remarks = field(default=(), compare=False)
+    notes: Remarks = field(default=(), compare=False)
 
     def __iter__(self) -> Iterator[Floats]:
         return iter((self.precision, self.recall, self.thresholds))
@@ -114,7 +120,7 @@ class Area:
     """Share of (positive, negative) pairs in the right order, ties counting half; in [0, 1]."""
     std_error: float
     p_value: float
-    """Two-sided, against the area 0.5."""
+    """Two-sided, against the area 0.5; NaN, as are both bounds, where the standard error is 0."""
     ci_lower: float
     """Lower confidence bound, not clipped to [0, 1]."""
     ci_upper: float
@@ -124,10 +130,16 @@ class Area:
     """Cases left out because a value is missing. In an analysis: cases of the data, of the record's group where there
     are groups, that do not count here for want of a state, value or usable weight."""
     confidence_level: float = 0.95
+    interval: str = "wald"
+    """What the interval is: "wald" or "wald-delong"."""
     distribution: str = "nonparam"
-    """Assumption behind the standard error: "nonparam" (in a paired comparison that of DeLong) or "bi-negative"."""
+    """What the standard error is: "nonparam", "bi-negative" or "delong"."""
     distribution_changed: bool = False
     """True when bi-negative was asked for and replaced."""
+    log10_p: float = math.nan
+    """Decimal logarithm of p_value, also where that is 0 for being too small."""
+    cautions: Remarks = field(default=(), compare=False)
+    notes: Remarks = field(default=(), compare=False)
 
     def __float__(self) -> float:
         return self.area
@@ -135,9 +147,9 @@ class Area:
     def __repr__(self) -> str:
         assumption = " (nonparam, not bi-negative)" if self.distribution_changed else (
             "" if self.distribution == "nonparam" else f" ({self.distribution})")
-        return (f"<area {self.area:.4f}, standard error {self.std_error:.4f}{assumption}, {_p(self.p_value)}, "
-                f"{_interval(self.confidence_level, self.ci_lower, self.ci_upper)}; "
-                f"{self.cases}>")
+        inference = "no p value and interval" if math.isnan(self.p_value) else (
+            f"{_p(self.p_value)}, {_interval(self.confidence_level, self.ci_lower, self.ci_upper)}")
+        return f"<area {self.area:.4f}, standard error {self.std_error:.4f}{assumption}, {inference}; {self.cases}>"
 
     @property
     def cases(self) -> str:
@@ -150,15 +162,20 @@ class Comparison:
     """Difference of two areas, the first less the second."""
 
     first: Area
+    """On the cases that the difference is of."""
     second: Area
     difference: float
     std_error: float
     z: float
     p_value: float
-    """Two-sided significance of z."""
+    """Two-sided, of z."""
+    log10_p: float
+    """Decimal logarithm of p_value, also where that is 0 for being too small."""
     ci_lower: float
     ci_upper: float
     confidence_level: float = 0.95
+    cautions: Remarks = field(default=(), compare=False)
+    notes: Remarks = field(default=(), compare=False)
 
     def __repr__(self) -> str:
         first, second = self.first.cases, self.second.cases
@@ -215,15 +232,6 @@ class Record:
         return f"<{self.name}: {repr(self.area)[1:]}"
 
 
-@dataclass(frozen=True)
-class AnalysisWarning:
-    """Something to know about a result that is nevertheless there."""
-
-    code: int
-    """430102 ties, 430103 other standard errors, 430104 group not used; 0 for a note of this package."""
-    message: str
-
-
 @dataclass(frozen=True, repr=False, eq=False)
 class Analysis:
     """A whole analysis. Its records come in the order of the tests, with a group one for each group.
@@ -237,10 +245,10 @@ class Analysis:
     """Paired: (0, 1), (0, 2), ..., (1, 2), ... Independent: one per test."""
     compared: tuple[tuple[Record, Record], ...] = ()
     """The records of each comparison."""
-    warnings: tuple[AnalysisWarning, ...] = ()
+    cautions: Remarks = field(default=(), compare=False)
+    notes: Remarks = field(default=(), compare=False)
     omitted: Counts = field(default_factory=Counts)
-    """Number of cases left out, by reason; one case may count under several. In a paired comparison a case with a
-    missing test value is left out of all tests."""
+    """Number of cases left out, by reason; one case may count under several."""
 
     def __iter__(self) -> Iterator[Record]:
         return iter(self.records)
@@ -266,8 +274,10 @@ class Analysis:
         except ImportError as error:
             raise ImportError("to_frame needs pandas: install python3-pandas, or pandas from PyPI") from error
         shown = ("gini", "ks_maximum", "ks_threshold", "ties", "weighted_positive", "weighted_negative")
+        of_area = [one.name for one in fields(Area) if one.name not in ("cautions", "notes")]  # of the whole analysis
         return pandas.DataFrame([
-            {"test": record.test, "group": None if record.group is None else str(record.group), **vars(record.area),
+            {"test": record.test, "group": None if record.group is None else str(record.group),
+             **{name: getattr(record.area, name) for name in of_area},
              **{name: getattr(record, name) for name in shown}} for record in self.records])
 
     def __repr__(self) -> str:
@@ -275,10 +285,39 @@ class Analysis:
         lines += [f"{first.name} - {second.name}: {comparison!r}"
                   for comparison, (first, second) in zip(self.comparisons, self.compared)]
         lines += [f"left out: {count}, {reason}" for reason, count in self.omitted.items()]
-        lines += [f"warning: {warning.message}" for warning in self.warnings]
+        lines += [f"caution: {caution.text}" for caution in self.cautions]
+        lines += [f"note: {note.text}" for note in self.notes]
         return "\n".join(lines)
 
 
 def number(value: float) -> float:
     """The value; for any NaN, the library's missing value included, the ordinary one."""
     return math.nan if value != value else value
+
+
+class Asked(NamedTuple):
+    """What kind of area is asked for."""
+
+    confidence_level: float
+    interval: str
+    distribution: str
+
+
+def area_of(result: AreaResult | RecordResult, n_omitted: int, asked: Asked, used: str) -> Area:
+    """used: what the standard error is."""
+    std_error = number(result.std_error)
+    area = number(result.area)
+    p_value, log10_p, lower, upper = math.nan, math.nan, math.nan, math.nan
+    if std_error != 0:  # of an error of 0 nothing can be said
+        p_value, log10_p = two_sided_p((area - 0.5) / std_error)
+        lower, upper = number(result.ci_lower), number(result.ci_upper)
+    return Area(area, std_error, p_value, lower, upper, int(result.n_positive), int(result.n_negative), n_omitted,
+                asked.confidence_level, asked.interval, used,
+                asked.distribution == "bi-negative" and used == "nonparam", log10_p)
+
+
+def pr_curve_of(precision: Floats, recall: Floats, thresholds: Floats, interpolated: Mask, n_positive: int,
+                n_negative: int, n_omitted: int, cautions: Remarks = (), notes: Remarks = ()) -> PrecisionRecallCurve:
+    thresholds[interpolated] = math.nan
+    return PrecisionRecallCurve(frozen(precision), frozen(recall), frozen(thresholds), frozen(interpolated),
+                                n_positive, n_negative, n_omitted, cautions, notes)

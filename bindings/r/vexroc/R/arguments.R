@@ -20,7 +20,7 @@ refuse_others <- function(of, ...) {
   known <- setdiff(names(formals(of)), c("...", "call", "x", "object"))
   takes <- if (length(known) > 0) paste("it takes", paste(known, collapse = ", ")) else "it takes no argument more"
   if (is.null(name) || name == "") fail(call, " does not know what ", shown(given[[1]]), " is for; ", takes)
-  near <- known[utils::adist(name, known) <= 2]
+  near <- known[utils::adist(name, known) <= nchar(name) %/% 3]
   hint <- if (name %in% names(asked_elsewhere)) asked_elsewhere[[name]]
           else if (length(near) > 0) paste0("did you mean `", near[1], "`?")
           else takes

@@ -49,9 +49,17 @@ columns_of <- function(column, name) {
 as_numbers <- function(x, what) {
   if (is_integer64(x)) return(doubles_of_integer64(x, what))
   if (is.numeric(x) || is.logical(x)) return(as.double(x))
-  fail(what, " is of class ", class(x)[1], "; it has to be numbers", if (is.ordered(x))
-    ", such as as.integer() makes of the order of its levels" else if (is.character(x) || is.factor(x))
-    ", such as as.numeric(as.character()) makes of texts that spell numbers")
+  fail(what, " is of class ", class(x)[1], "; it has to be numbers", advice_on(x))
+}
+
+#' How texts and levels become numbers.
+advice_on <- function(x) {
+  if (is.ordered(x)) return(", such as as.integer() makes of the order of its levels")
+  if (!is.character(x) && !is.factor(x)) return("")
+  texts <- unique(as.character(x[!is.na(x)]))
+  words <- texts[is.na(suppressWarnings(as.numeric(texts)))]
+  paste0(", such as as.numeric() makes of texts that spell some", if (length(words) > 0)
+    paste0("; these do not: ", paste0("\"", head(words, 5), "\"", collapse = ", "), if (length(words) > 5) ", ..."))
 }
 
 doubles_of_integer64 <- function(x, what) {
@@ -119,7 +127,7 @@ state_codes <- function(state, positive, negative, missing, remarks) {
   read <- read_labels(column, missing, c(positive, negative), list(positive, negative, all_others), remarks)
   codes <- c(0, 1, 2, NA)[read$state + 1][column$at]
   of <- function(code) paste(unique(read$values[read$value[read$state == code]]), collapse = ", ")
-  list(name = column$name, codes = codes, negative = of(0), positive = of(1))
+  list(name = column$name, codes = codes, values = c(of(0), of(1)))
 }
 
 #' The positive state when it is not named: the one beside the negative ones, the last of two levels, or the larger of

@@ -10,11 +10,12 @@ compare.vexroc <- function(x, method = NULL, cases = c("pairwise", "complete"),
   if (method == "paired" && length(study$tests) < 2) fail("a paired comparison needs two tests")
   if (method == "independent" && is.null(study$group))
     fail("an independent comparison needs a group, such as in diagnosis ~ radius | sex")
+  ignored <- if (method == "paired" && !is.null(study$group)) "groups-ignored"
   if (method == "paired") study["group"] <- list(NULL)
   study$settings$cases <- choice(cases, "cases", compare.vexroc)
   study$settings$confidence_level <- one_level(level, conf.level, missing(level) || missing(conf.level))
   study$settings$pr <- study$settings$roc <- 0
-  result <- run_study(study, method)
+  result <- run_study(study, method, ignored)
   warn(result$cautions, x$cautions)
   areas <- area_frame(result, study)
   structure(list(method = method, comparisons = comparison_frame(result$comparisons, areas, method), areas = areas,
@@ -25,8 +26,8 @@ compare.vexroc <- function(x, method = NULL, cases = c("pairwise", "complete"),
 comparison_frame <- function(pairs, areas, method) {
   first <- pairs$first + 1
   second <- pairs$second + 1
-  ends <- if (method == "paired") list(first = areas$test[first], second = areas$test[second])
-          else list(test = areas$test[first], first = areas$group[first], second = areas$group[second])
+  ends <- if (method == "paired") list(test1 = areas$test[first], test2 = areas$test[second])
+          else list(test = areas$test[first], group1 = areas$group[first], group2 = areas$group[second])
   frame_of(c(ends, pairs[!names(pairs) %in% c("first", "second")]))
 }
 
@@ -35,10 +36,10 @@ print.vexroc_comparison <- function(x, digits = 4, ...) {
   cases <- c(pairwise = "the cases of every two tests", complete = "the cases of all tests")[x$study$settings$cases]
   heading(x, paste("Comparison of areas,", if (x$method == "paired") paste0("paired (DeLong), on ", cases)
                    else "independent groups"))
-  columns <- c("test", "group", "positive", "negative", "left_out", "area", "std_error")
+  columns <- c("test", "group", "positive", "negative", "left_out", "area", "standard_error")
   print_table(x$areas[intersect(columns, names(x$areas))], digits)
   cat("\n")
-  print_table(x$comparisons[setdiff(names(x$comparisons), c("first_area", "second_area", "log10_p"))], digits)
+  print_table(x$comparisons[grep("^(area|standard_error)[12]$|^log10_p$", names(x$comparisons), invert = TRUE)], digits)
   print_remarks(x)
   invisible(x)
 }

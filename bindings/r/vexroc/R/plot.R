@@ -6,7 +6,8 @@ plot.vexroc <- function(x, what = c("curve", "precision_recall"), legend = !add,
   what <- choice(what, "what", plot.vexroc)
   refuse_unknown_graphics(add, ...)
   curves <- lapply(curves_of(x, what), if (what == "curve") roc_points else pr_points)
-  if (sum(lengths(curves)) == 0) fail("there is no curve to draw: ", absent_state(x$areas))
+  if (!any(vapply(curves, function(curve) length(curve$x) > 0, NA)))
+    fail("there is no curve to draw\n", paste(x$cautions$text, collapse = "\n"))
   if (!add) empty_plot(what, ...)
   names <- curve_names(x$areas)
   col <- rep_len(if (is.null(col)) palette_okabe_ito else col, length(names))
@@ -31,10 +32,6 @@ refuse_unknown_graphics <- function(add, ...) {
 graphics_names <- c("adj", "bg", "cex", "cex.axis", "cex.lab", "cex.main", "cex.sub", "col.axis", "col.lab", "col.main",
                     "col.sub", "family", "fg", "font", "font.axis", "font.lab", "font.main", "font.sub", "lab", "las",
                     "mgp", "tck", "tcl", "xaxp", "xpd", "yaxp", "bty")
-
-absent_state <- function(areas)
-  if (all(areas$positive == 0)) "there is no positive case" else if (all(areas$negative == 0))
-    "there is no negative case" else "no test has cases of both states"
 
 roc_points <- function(curve) list(x = 1 - curve$specificity, y = curve$sensitivity)
 pr_points <- function(curve) list(x = curve$recall, y = curve$precision)

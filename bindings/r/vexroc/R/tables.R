@@ -8,12 +8,12 @@ labels_of <- function(result, study)
 
 area_frame <- function(result, study) {
   columns <- c("positive", "negative", if (!is.null(study$weight)) c("weighted_positive", "weighted_negative"),
-               "left_out", "area", "std_error", "interval", "p_value", "log10_p", "lower", "upper", "gini", "ks",
-               "ks_cut_off", "ties")
+               "left_out", "area", "standard_error", "interval", "p_value", "log10_p", "lower", "upper", "gini",
+               if (!identical(study$settings$roc, 0)) c("max_ks", "max_ks_cut_off"), "ties")
+  none <- result$areas$max_ks < 0
+  result$areas$max_ks[none] <- result$areas$max_ks_cut_off[none] <- NA
   areas <- result$areas[columns]
   areas$ties <- areas$ties != 0
-  none <- areas$ks < 0
-  areas$ks[none] <- areas$ks_cut_off[none] <- NA
   frame_of(c(labels_of(result, study), areas))
 }
 
@@ -77,11 +77,10 @@ confint.vexroc <- function(object, parm, level = object$study$settings$confidenc
 
 heading <- function(x, title) {
   study <- x$study
-  cat(title, "\nPositive: ", study$state$positive, "; negative: ", study$state$negative, "\n", sep = "")
+  cat(title, "\nPositive: ", study$state$values[2], "; negative: ", study$state$values[1], "\n", sep = "")
   cat(direction_sentence(names(study$tests), study$directions), "\n", sep = "")
-  cat("Interval: ", study$settings$interval, " of the ", paste(unique(error_names[x$areas$interval]), collapse = ", "),
-      " standard error; confidence level ", study$settings$confidence_level, left_out_sentence(x$left_out), "\n\n",
-      sep = "")
+  cat("Interval: ", study$settings$interval, " with ", paste(unique(error_names[x$areas$interval]), collapse = ", "),
+      " standard error; confidence level ", study$settings$confidence_level, "\n\n", sep = "")
 }
 
 #' What standard errors are made of.
@@ -96,7 +95,7 @@ direction_sentence <- function(tests, directions) {
 
 print_table <- function(frame, digits) {
   if (!is.null(frame$p_value))
-    frame$p_value <- sub("<1e-04", "<0.0001", format.pval(frame$p_value, digits = digits, eps = 1e-4), fixed = TRUE)
+    frame$p_value <- sub("< ?1e-04", "<0.0001", format.pval(frame$p_value, digits = digits, eps = 1e-4))
   print(frame, digits = digits, row.names = FALSE)
 }
 
@@ -107,7 +106,8 @@ print_remarks <- function(x) {
 print.vexroc <- function(x, digits = 4, ...) {
   refuse_others(print.vexroc, ...)
   heading(x, "Areas under ROC curves")
-  columns <- c("test", "group", "positive", "negative", "left_out", "area", "std_error", "p_value", "lower", "upper")
+  columns <- c("test", "group", "positive", "negative", "left_out", "area", "standard_error", "p_value", "lower",
+               "upper")
   print_table(x$areas[intersect(columns, names(x$areas))], digits)
   print_remarks(x)
   invisible(x)
@@ -123,5 +123,6 @@ print.summary.vexroc <- function(x, digits = 4, ...) {
   heading(x$object, "Areas under ROC curves")
   print_table(x$object$areas, digits)
   print_remarks(x$object)
+  cat("note: ", remark_line("best-on-same-data"), "\n", sep = "")
   invisible(x)
 }

@@ -15,7 +15,6 @@ vexroc.formula <- function(x, data = environment(x), group = NULL, weight = NULL
   if (!is.null(rows)) study <- subset_study(study, rows)
   named <- function(column, expression) if (!is.null(column)) setNames(list(column), deparse1(expression))
   call <- match.call()
-  call[[1]] <- as.name("vexroc")
   vexroc.default(study$tests, named(study$state, x[[2]]), group = named(study$group, group), weight = study$weight,
                  count = study$count, call = call, ...)
 }
@@ -50,6 +49,7 @@ vexroc.default <- function(x, state, positive = NULL, negative = NULL, group = N
   check_columns(study)
   result <- run_study(study, "none")
   warn(result$cautions)
+  call[[1]] <- as.name("vexroc") # so that update() finds it
   structure(list(call = call, study = study, areas = area_frame(result, study), result = result,
                  cautions = result$cautions, notes = result$notes, left_out = result$left_out),
             class = "vexroc")

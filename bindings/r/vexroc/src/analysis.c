@@ -20,14 +20,14 @@ static const member record_members[] = {
     {"weighted_positive", is_double, offsetof(vexroc_record, weighted_positive)},
     {"weighted_negative", is_double, offsetof(vexroc_record, weighted_negative)},
     {"area", is_double, offsetof(vexroc_record, area)},
-    {"std_error", is_double, offsetof(vexroc_record, std_error)},
+    {"standard_error", is_double, offsetof(vexroc_record, std_error)},
     {"p_value", is_double, offsetof(vexroc_record, p_value)},
     {"log10_p", is_double, offsetof(vexroc_record, log10_p)},
     {"lower", is_double, offsetof(vexroc_record, ci_lower)},
     {"upper", is_double, offsetof(vexroc_record, ci_upper)},
     {"gini", is_double, offsetof(vexroc_record, gini)},
-    {"ks", is_double, offsetof(vexroc_record, ks_maximum)},
-    {"ks_cut_off", is_double, offsetof(vexroc_record, ks_cut_off)},
+    {"max_ks", is_double, offsetof(vexroc_record, ks_maximum)},
+    {"max_ks_cut_off", is_double, offsetof(vexroc_record, ks_cut_off)},
     {"ties", is_int, offsetof(vexroc_record, ties)},
 };
 
@@ -36,10 +36,12 @@ static const member comparison_members[] = {
     {"second", is_int, offsetof(vexroc_comparison, second)},
     {"positive", is_long, offsetof(vexroc_comparison, positive)},
     {"negative", is_long, offsetof(vexroc_comparison, negative)},
-    {"first_area", is_double, offsetof(vexroc_comparison, first_area)},
-    {"second_area", is_double, offsetof(vexroc_comparison, second_area)},
+    {"area1", is_double, offsetof(vexroc_comparison, first_area)},
+    {"standard_error1", is_double, offsetof(vexroc_comparison, first_std_error)},
+    {"area2", is_double, offsetof(vexroc_comparison, second_area)},
+    {"standard_error2", is_double, offsetof(vexroc_comparison, second_std_error)},
     {"difference", is_double, offsetof(vexroc_comparison, difference)},
-    {"std_error", is_double, offsetof(vexroc_comparison, std_error)},
+    {"standard_error_difference", is_double, offsetof(vexroc_comparison, std_error)},
     {"z", is_double, offsetof(vexroc_comparison, z)},
     {"p_value", is_double, offsetof(vexroc_comparison, p_value)},
     {"log10_p", is_double, offsetof(vexroc_comparison, log10_p)},
@@ -55,7 +57,7 @@ static const member row_members[] = {
     {"missing_weight", is_long, offsetof(vexroc_rows, missing_weight)},
     {"missing_count", is_long, offsetof(vexroc_rows, missing_count)},
     {"unusable_weight", is_long, offsetof(vexroc_rows, unusable_weight)},
-    {"too_heavy", is_long, offsetof(vexroc_rows, too_heavy)},
+    {"incomplete", is_long, offsetof(vexroc_rows, incomplete)},
 };
 
 enum {

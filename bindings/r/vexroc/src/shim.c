@@ -54,6 +54,13 @@ SEXP new_remarks(void)
     return pointer;
 }
 
+/* One occurrence of a remark about the whole. */
+SEXP add_remark(SEXP remarks, SEXP code)
+{
+    require_ok(vexroc_remarks_add(owned(remarks), CHAR(STRING_ELT(code, 0)), NULL, NULL));
+    return R_NilValue;
+}
+
 /* The lines of the list as columns. */
 SEXP read_remarks(SEXP remarks)
 {
@@ -78,10 +85,13 @@ SEXP read_remarks(SEXP remarks)
     return columns;
 }
 
-static const R_CallMethodDef calls[] = {
-    {"C_new_remarks", (DL_FUNC)&new_remarks, 0}, {"C_read_remarks", (DL_FUNC)&read_remarks, 1},
-    {"C_read_labels", (DL_FUNC)&read_labels, 5}, {"C_integer64_texts", (DL_FUNC)&integer64_texts, 1},
-    {"C_analyze", (DL_FUNC)&analyze, 5},         {NULL, NULL, 0}};
+static const R_CallMethodDef calls[] = {{"C_new_remarks", (DL_FUNC)&new_remarks, 0},
+                                        {"C_add_remark", (DL_FUNC)&add_remark, 2},
+                                        {"C_read_remarks", (DL_FUNC)&read_remarks, 1},
+                                        {"C_read_labels", (DL_FUNC)&read_labels, 5},
+                                        {"C_integer64_texts", (DL_FUNC)&integer64_texts, 1},
+                                        {"C_analyze", (DL_FUNC)&analyze, 5},
+                                        {NULL, NULL, 0}};
 
 void R_init_vexroc(DllInfo* dll)
 {

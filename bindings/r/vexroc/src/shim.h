@@ -22,6 +22,7 @@ void put_names(SEXP list, const char* const* names);
 
 /* The calls that R makes; see the functions. */
 SEXP new_remarks(void);
+SEXP add_remark(SEXP remarks, SEXP code);
 SEXP read_remarks(SEXP remarks);
 SEXP read_labels(SEXP column, SEXP missing, SEXP named, SEXP choice, SEXP remarks);
 SEXP integer64_texts(SEXP numbers);

@@ -22,8 +22,8 @@ normal <- c(33, 6, 6, 11, 2)
 abnormal <- c(3, 2, 2, 11, 33)
 rating <- data.frame(state = rep(c("normal", "abnormal"), c(58, 51)), rating = c(rep(1:5, normal), rep(1:5, abnormal)))
 published <- vexroc(state ~ rating, rating, positive = "abnormal")
-stopifnot(round(published$areas$area, 3) == 0.893, round(published$areas$std_error, 3) == 0.032,
-          nrow(published$cautions) == 0, published$notes$code == "ties")
+stopifnot(round(published$areas$area, 3) == 0.893, round(published$areas$standard_error, 3) == 0.032,
+          nrow(published$cautions) == 0, identical(published$notes$code, "ties"))
 counts <- data.frame(state = rep(c("normal", "abnormal"), each = 5), rating = rep(1:5, 2), cases = c(normal, abnormal))
 counted <- vexroc(state ~ rating, counts, positive = "abnormal", count = cases)
 stopifnot(identical(counted$areas, published$areas))
@@ -56,32 +56,32 @@ stopifnot(identical(is.na(points$cut_off), points$interpolated), any(points$inte
 three <- vexroc(state ~ a + b + c, study, direction = c(c = "smaller"))
 pairs <- compare(three)
 complete <- compare(three, cases = "complete")
-stopifnot(identical(pairs$areas, three$areas), identical(three$areas[1:2, ], fit$areas),
+stopifnot(identical(pairs$areas, three$areas[names(pairs$areas)]), identical(three$areas[1:2, ], fit$areas),
           identical(pairs$comparisons$positive + pairs$comparisons$negative, c(172, 199, 172)),
           complete$areas$positive + complete$areas$negative == 172, complete$areas$ties[1], three$areas$area > 0.5)
 groups <- as.data.frame(compare(vexroc(state ~ a + b | sex, study), conf.level = 0.99))
-stopifnot(nrow(groups) == 2, groups$first == "f",
-          all.equal(groups$upper - groups$lower, 2 * qnorm(0.995) * groups$std_error))
+stopifnot(nrow(groups) == 2, groups$group1 == "f",
+          all.equal(groups$upper - groups$lower, 2 * qnorm(0.995) * groups$standard_error_difference))
 
 if (requireNamespace("pROC", quietly = TRUE)) {
   both <- study[known & !is.na(study$b), ]
-  roc <- function(test, direction) pROC::roc(both$state, test, levels = c("well", "ill"), direction = direction)
-  peer <- pROC::roc.test(roc(both$b, "<"), roc(both$c, ">"), method = "delong")
-  pair <- subset(pairs$comparisons, first == "b" & second == "c")
+  roc <- function(test) pROC::roc(both$state, test, levels = c("well", "ill"), direction = "<")
+  peer <- pROC::roc.test(roc(both$b), roc(-both$c), method = "delong")
+  pair <- subset(pairs$comparisons, test1 == "b" & test2 == "c")
   delong <- vexroc(list(b = both$b), both$state, interval = "wald-delong")$areas
-  stopifnot(all.equal(c(pair$first_area, pair$second_area), unname(peer$estimate)),
+  stopifnot(all.equal(c(pair$area1, pair$area2), unname(peer$estimate)),
             all.equal(pair$z, unname(peer$statistic)), all.equal(pair$p_value, peer$p.value),
-            all.equal(delong$std_error, sqrt(pROC::var(roc(both$b, "<"), method = "delong"))))
+            all.equal(delong$standard_error, sqrt(pROC::var(roc(both$b), method = "delong"))))
 }
 
 # Far tails, and none where there is no error.
-far <- vexroc(c(1:400, 301:700), rep(0:1, each = 400))$areas
-z <- (far$area - 0.5) / far$std_error
+far <- vexroc(c(1:100, 61:160), rep(0:1, each = 100))$areas
+z <- (far$area - 0.5) / far$standard_error
 stopifnot(all.equal(far$log10_p, (pnorm(-abs(z), log.p = TRUE) + log(2)) / log(10)), far$p_value > 0,
-          far$p_value < 1e-16)
+          far$p_value < 1e-50)
 apart <- quietly(vexroc(1:30, rep(0:1, each = 15)))
-stopifnot(apart$areas$std_error == 0, is.na(apart$areas$p_value), is.na(apart$areas$lower),
-          apart$cautions$code == "zero-error")
+stopifnot(apart$areas$standard_error == 0, is.na(apart$areas$p_value), is.na(apart$areas$lower),
+          identical(apart$cautions$code, "zero-error"))
 
 # States and groups by the library's rule, from every kind of column.
 words <- data.frame(state = c("ill", "ill", "well", "well", "N/A", "NULL", "unknown"), test = c(3, 4, 1, 2, 9, 8, 7))
@@ -105,24 +105,30 @@ stopifnot(close$areas$positive == 1, !duplicated(close$areas$group))
 rows <- data.frame(state = c(0, 1, NA, 0, 1, 0, 1, 0, 1), test = c(1:7, NA, 9),
                    group = c("b", "C", "b", NA, "x", "b", "C", "b", "C"), weight = c(1, 1, 1, 1, 1, NA, 0.4, 1.6, -1))
 counted <- quietly(vexroc(state ~ test | group, rows, groups = c("b", "C"), weight = weight))
-stopifnot(identical(counted$left_out, c("without state" = 1, "without group" = 1, "of other groups" = 1,
-                                        "without weight" = 1, "with a weight below 1" = 2)),
+stopifnot(identical(counted$left_out, c("missing state" = 1, "missing group" = 1, "other group" = 1,
+                                        "missing weight" = 1, "unusable weight" = 2)),
           counted$areas$left_out == c(1, 0), counted$areas$negative == c(1, 0), counted$areas$positive == c(0, 1))
 
 # Each caution is a warning, a row and a line; a comparison repeats no warning.
-bare <- function(...) setdiff(cautions_of(...), "few-cases")
+says <- function(codes, ...) {
+  said <- setdiff(cautions_of(...), "few-cases")
+  if (!identical(said, codes)) stop("expected ", listed(codes), "; got ", listed(said))
+}
+listed <- function(codes) paste(c("the cautions", codes), collapse = " ")
 few <- quietly(vexroc(list(a = c(1, 4, 2, 3, 5), b = c(1, 3, 2, 4, 5)), c(0, 1, 0, 1, 1)))
-stopifnot("few-cases" %in% few$cautions$code, !"few-cases" %in% cautions_of(compare(few)),
-          bare(vexroc(state ~ c, study)) == "below-chance", grepl("c(c = \"smaller\")",
-            quietly(vexroc(state ~ c, study))$cautions$text, fixed = TRUE),
-          bare(vexroc(1:3, c(1, 1, 1), positive = 1)) == "no-negative",
-          bare(vexroc(state ~ a, study, weight = rep(2, n))) == "weight-counts-only",
-          length(bare(vexroc(state ~ a, study, weight = rep(2, n), weight_kind = "counts"))) == 0,
-          bare(vexroc(state ~ a, study, distribution = "bi-negative")) == "distribution-changed")
+stopifnot("few-cases" %in% few$cautions$code, !"few-cases" %in% cautions_of(compare(few)))
+below <- quietly(vexroc(state ~ c, study))
+stopifnot(grepl("direction = c(c = \"smaller\")", below$cautions$text, fixed = TRUE), nrow(below$cautions) == 1)
+grouped <- vexroc(state ~ a + b | sex, study)
+says("no-negative", vexroc(1:3, c(1, 1, 1), positive = 1))
+says("weight-counts-only", vexroc(state ~ a, study, weight = rep(2, n)))
+says(character(), vexroc(state ~ a, study, weight = rep(2, n), weight_kind = "counts"))
+says("distribution-changed", vexroc(state ~ a, study, distribution = "bi-negative"))
+says("groups-ignored", compare(grouped, "paired"))
 shown <- capture.output(quietly(summary(vexroc(state ~ a, study, distribution = "bi-negative"))), pairs,
                         quietly(vexroc(state ~ test, rows, weight = weight)))
 for (text in c("nonparametric standard error", "^caution: the standard error is nonparametric", "^note: ",
-               "smaller ones of c", "b\\s+[0-9]+\\s+[0-9]+\\s+27 0", "1 without weight"))
+               "smaller ones of c", "b\\s+[0-9]+\\s+[0-9]+\\s+27 0", "missing weight 1"))
   if (!any(grepl(text, shown))) stop("not printed: ", text)
 
 # Formulas mean what they mean in lm.

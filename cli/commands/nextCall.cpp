@@ -1,0 +1,345 @@
+#include "cli/commands/nextCall.h"
+
+#include "cli/commands/columnFindings.h"
+#include "cli/words/CallLine.h"
+#include "cli/words/Failure.h"
+#include "cli/words/Letters.h"
+#include "cli/words/Numbers.h"
+#include "cli/words/VisibleText.h"
+#include "vexrocproc/analysis.h"
+#include "vexrocproc/labels.h"
+
+#include <algorithm>
+#include <array>
+#include <functional>
+#include <iterator>
+#include <map>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace vexroc {
+
+namespace {
+
+using Words = std::span<const std::string_view>;
+
+constexpr std::array<std::string_view, 41> stateNames{
+    "state",    "status",    "disease",   "diagnosis", "diag",     "dx",        "outcome",   "class",     "target",
+    "label",    "truth",     "true",      "gold",      "standard", "reference", "event",     "ill",       "sick",
+    "death",    "died",      "dead",      "mortality", "cancer",   "tumor",     "tumour",    "malignant", "malignancy",
+    "positive", "result",    "infection", "infected",  "sepsis",   "response",  "responder", "relapse",   "recurrence",
+    "diseased", "condition", "case",      "y",         "diagnose"};
+constexpr std::array<std::string_view, 8> otherNames{"sex",       "gender",     "group",  "arm",
+                                                     "treatment", "geschlecht", "gruppe", "center"};
+constexpr std::array<std::string_view, 45> positiveWords{
+    "1",      "yes",     "y",          "true",     "t",        "positive",  "pos",       "p",        "+",
+    "ill",    "sick",    "disease",    "diseased", "case",     "cases",     "malignant", "cancer",   "tumor",
+    "tumour", "dead",    "died",       "death",    "deceased", "event",     "abnormal",  "present",  "bad",
+    "poor",   "relapse", "recurrence", "infected", "affected", "responder", "failure",   "m",        "carcinoma",
+    "krank",  "ja",      "positiv",    "tot",      "sepsis",   "septic",    "detected",  "reactive", "high"};
+constexpr std::array<std::string_view, 41> negativeWords{"0",
+                                                         "no",
+                                                         "n",
+                                                         "false",
+                                                         "f",
+                                                         "negative",
+                                                         "neg",
+                                                         "-",
+                                                         "well",
+                                                         "healthy",
+                                                         "benign",
+                                                         "control",
+                                                         "controls",
+                                                         "normal",
+                                                         "alive",
+                                                         "survived",
+                                                         "absent",
+                                                         "good",
+                                                         "none",
+                                                         "censored",
+                                                         "uninfected",
+                                                         "unaffected",
+                                                         "nonresponder",
+                                                         "non-responder",
+                                                         "success",
+                                                         "b",
+                                                         "gesund",
+                                                         "nein",
+                                                         "negativ",
+                                                         "lebend",
+                                                         "no event",
+                                                         "non-case",
+                                                         "not detected",
+                                                         "undetected",
+                                                         "nonreactive",
+                                                         "low",
+                                                         "no disease",
+                                                         "disease-free",
+                                                         "noncase",
+                                                         "survivor",
+                                                         "h"};
+constexpr std::array<std::string_view, 12> sexes{"male", "female", "man",      "woman",    "men", "women",
+                                                 "boy",  "girl",   "männlich", "weiblich", "w",   "mann"};
+
+std::string lowered(std::string_view text)
+{
+    std::string lower;
+    std::ranges::transform(text, std::back_inserter(lower), lowerLetter);
+    return lower;
+}
+
+bool isAmong(const std::string& word, Words words) { return std::ranges::find(words, lowered(word)) != words.end(); }
+
+struct FreeLabels {
+    void operator()(vexroc_labels* labels) const noexcept { vexroc_labels_free(labels); }
+};
+
+/// The values of a column as a state, as the library tells them apart: ascending.
+std::vector<Word> labelsOf(const ColumnFacts& facts, const Input& input)
+{
+    const auto require = [](int result) {
+        if (result != VEXROC_OK)
+            throw analysisError(vexroc_last_error());
+    };
+    vexroc_labels* made = nullptr;
+    require(vexroc_labels_new(facts.name().c_str(), input.missingWords->list(), input.form.numbers.decimal,
+                              VEXROC_VOICE_PROGRAM, &made));
+    const std::unique_ptr<vexroc_labels, FreeLabels> labels(made);
+    for (const WordCounts* const words : {&facts.texts(), &facts.spelledNumbers(), &facts.missingWords()})
+        for (const auto& [text, rows] : words->all())
+            require(vexroc_labels_add(made, text.data(), text.size(), VEXROC_LABEL_TEXT, static_cast<long long>(rows),
+                                      nullptr));
+    require(vexroc_labels_settle(made));
+    std::vector<Word> values;
+    for (int value = 0; value < vexroc_labels_count(made); ++value) {
+        vexroc_label label{};
+        label.struct_size = sizeof label;
+        require(vexroc_labels_value(made, value, &label));
+        values.push_back({std::string(label.text, label.length), static_cast<std::size_t>(label.count)});
+    }
+    return values;
+}
+
+/// A column as the state.
+struct StateColumn {
+    const ColumnFacts* facts;
+    std::string positive;
+    std::string negative; ///< where there are more than two values
+    int likelihood;
+    bool isSure;
+};
+
+/// A column of more than two values: the two that are known as states, or else the commonest, each by its name.
+StateColumn asStateOfMany(const ColumnFacts& facts, std::vector<Word> values)
+{
+    constexpr int unlikely = -20; // any column of two values goes before
+    std::ranges::stable_sort(values, std::greater(), &Word::rows);
+    const auto place = [&](Words words, const Word* taken) -> const Word& {
+        const auto isOne = [&](const Word& value) { return &value != taken && isAmong(value.text, words); };
+        const auto known = std::ranges::find_if(values, isOne);
+        return known != values.end() ? *known : &values[1] != taken ? values[1] : values[0];
+    };
+    const Word& positive = place(positiveWords, nullptr);
+    const int named = saysAny(facts.name(), stateNames) ? 3 : 0;
+    return {.facts = &facts,
+            .positive = positive.text,
+            .negative = place(negativeWords, &positive).text,
+            .likelihood = unlikely + named + (facts.hasTexts() ? 1 : 0),
+            .isSure = false};
+}
+
+/// A column of two values, or of a few.
+std::optional<StateColumn> asState(const ColumnFacts& facts, const Input& input)
+{
+    constexpr std::size_t fewWords = 16; // in which two values may be spelled
+    if (!facts.knowsAllWords() || !facts.undecodable().empty() || facts.texts().size() > fewWords)
+        return std::nullopt;
+    const std::vector<Word> values = labelsOf(facts, input);
+    constexpr std::size_t few = 6;
+    if (values.size() < 2 || values.size() > few)
+        return std::nullopt;
+    if (values.size() > 2)
+        return asStateOfMany(facts, values);
+    const Word& first = values.front();
+    const Word& second = values.back();
+    const auto isPair = [](const Word& positive, const Word& negative) {
+        return isAmong(positive.text, positiveWords) && isAmong(negative.text, negativeWords);
+    };
+    const bool isSex = isAmong(first.text, sexes) || isAmong(second.text, sexes)
+        || (isAmong(first.text, std::array<std::string_view, 1>{"f"}) && lowered(second.text) == "m");
+    const bool isFirst = isPair(first, second);
+    const bool isKnown = isFirst || isPair(second, first);
+    const bool isOther = saysAny(facts.name(), otherNames) || isSex;
+    const bool isNamed = saysAny(facts.name(), stateNames) && !isOther;
+    const bool isRarerFirst = first.rows < second.rows;
+    return StateColumn{.facts = &facts,
+                       .positive = (isKnown ? isFirst : isRarerFirst) ? first.text : second.text,
+                       .negative = "",
+                       .likelihood =
+                           (isKnown ? 2 : 0) + (isNamed ? 3 : 0) + (facts.hasTexts() ? 1 : 0) - (isOther ? 9 : 0),
+                       .isSure = isKnown && isNamed};
+}
+
+using Columns = std::vector<const ColumnFacts*>;
+
+/// The columns that their names tell from all others.
+Columns namedOnce(std::span<const ColumnFacts> columns)
+{
+    std::map<std::string_view, int> count;
+    for (const ColumnFacts& facts : columns)
+        ++count[facts.name()];
+    Columns once;
+    for (const ColumnFacts& facts : columns)
+        if (count[facts.name()] == 1)
+            once.push_back(&facts);
+    return once;
+}
+
+std::optional<StateColumn> likeliestState(const Columns& columns, const Input& input)
+{
+    std::optional<StateColumn> best;
+    bool isAlone = true;
+    for (const ColumnFacts* const facts : columns) {
+        const auto state = asState(*facts, input);
+        if (!state)
+            continue;
+        isAlone = !best || state->likelihood > best->likelihood || (isAlone && state->likelihood < best->likelihood);
+        if (!best || state->likelihood > best->likelihood)
+            best = state;
+    }
+    if (best)
+        best->isSure = best->isSure && isAlone;
+    return best;
+}
+
+/// Could every number with the other decimal sign have it between thousands?
+bool isDoubtful(const ColumnFacts& facts, char decimal)
+{
+    return std::ranges::all_of(facts.texts().all(), [&](const auto& word) {
+        const auto grouped = groupedNumber(word.first, decimal == ',' ? Thousands::comma : Thousands::point);
+        return grouped && grouped->isDoubtful();
+    });
+}
+
+/// Is it a column of numbers; with `otherDecimal`, when they have that decimal sign, or none?
+bool isNumeric(const ColumnFacts& facts, std::optional<char> otherDecimal)
+{
+    if (!otherDecimal)
+        return facts.hasNumbers() && !facts.hasTexts();
+    return facts.hasNoDecimals()
+        && (facts.hasTexts() ? facts.hasOtherDecimals() && !isDoubtful(facts, *otherDecimal) : facts.hasNumbers());
+}
+
+std::vector<std::string> testsIn(const Columns& columns, const ColumnFacts* state,
+                                 std::optional<char> otherDecimal = {})
+{
+    std::vector<std::string> tests;
+    std::vector<std::string> yesNoTests;
+    for (const ColumnFacts* const facts : columns)
+        if (facts != state && isNumeric(*facts, otherDecimal) && facts->distinct() > 1 && !isId(*facts)
+            && !isRepeatedId(*facts) && likelyCodes(*facts).empty())
+            (facts->distinct() == 2 ? yesNoTests : tests).push_back(facts->name());
+    return tests.empty() ? yesNoTests : tests;
+}
+
+/// An item as lists and assignments read it back.
+std::string item(const std::string& text)
+{
+    if (!text.empty() && trimmed(text) == text && text.find_first_of(",\"=<>") == std::string::npos && text != "others")
+        return text;
+    std::string quoted = "\"";
+    for (const char c : text)
+        quoted.append(c == '"' ? 2 : 1, c);
+    return quoted + '"';
+}
+
+/// The arguments of a call that reads the same data.
+std::vector<std::string> inputArguments(const InputOptions& options)
+{
+    std::vector<std::string> arguments;
+    const bool looksLikeOption = options.file.starts_with('-') && options.file != "-";
+    if (!options.file.empty())
+        arguments.push_back(std::string(looksLikeOption ? "./" : "").append(options.file));
+    const std::pair<const char*, const std::string*> given[] = {
+        {"--delimiter", &options.delimiter}, {"--decimal", &options.decimal}, {"--thousands", &options.thousands},
+        {"--encoding", &options.encoding},   {"--missing", &options.missing}, {"--sqlite", &options.sqlite},
+        {"--postgres", &options.postgres},   {"--table", &options.table},     {"--query", &options.query}};
+    for (const auto& [option, value] : given)
+        if (!value->empty()) {
+            arguments.emplace_back(option);
+            arguments.push_back(*value);
+        }
+    if (options.header)
+        arguments.emplace_back("--header");
+    if (options.noHeader)
+        arguments.emplace_back("--no-header");
+    return arguments;
+}
+
+/// An option and its value, also where that begins with a dash.
+void addOption(std::vector<std::string>& arguments, const std::string& option, const std::string& value)
+{
+    if (value.starts_with('-')) {
+        arguments.push_back(std::string(option).append("=").append(value));
+    } else {
+        arguments.push_back(option);
+        arguments.push_back(value);
+    }
+}
+
+constexpr std::size_t mostTests = 40; // in a line that somebody may still read
+
+std::string callOf(const std::string& state, const std::string& negative, const std::vector<std::string>& tests,
+                   const InputOptions& options)
+{
+    std::string list;
+    for (const std::string& test : std::span(tests).first(std::min(mostTests, tests.size())))
+        (list.empty() ? list : list.append(1, ',')).append(item(test));
+    std::vector<std::string> arguments{"auc"};
+    for (std::string& argument : inputArguments(options))
+        arguments.push_back(std::move(argument));
+    addOption(arguments, "--state", state);
+    if (!negative.empty())
+        addOption(arguments, "--negative", item(negative));
+    addOption(arguments, "--test", list);
+    return CallLine(std::vector<std::string_view>(arguments.begin(), arguments.end())).text();
+}
+
+} // namespace
+
+NextCall nextCall(std::span<const ColumnFacts> all, const InputOptions& options, const Input& input)
+{
+    const Columns columns = namedOnce(all);
+    const std::optional<StateColumn> state = likeliestState(columns, input);
+    const ColumnFacts* const stateColumn = state ? state->facts : nullptr;
+    std::vector<std::string> tests = testsIn(columns, stateColumn);
+    InputOptions read = options;
+    const char otherDecimal = input.form.numbers.decimal == ',' ? '.' : ',';
+    if (std::vector<std::string> others = testsIn(columns, stateColumn, otherDecimal);
+        input.kind == Input::Kind::delimited && options.thousands.empty() && others.size() > tests.size()) {
+        tests = std::move(others);
+        read.decimal = otherDecimal == ',' ? "comma" : "point";
+    }
+    if (!state || tests.empty())
+        return {.command = callOf("COLUMN=VALUE", "", tests.empty() ? std::vector<std::string>{"COLUMN"} : tests, read),
+                .about = !state ? "Fill in the state; no column holds a few values that could be it:"
+                                : "Fill in the state and the tests; no column of numbers is a test without doubt:",
+                .isSure = false,
+                .isComplete = false};
+    const std::string choice = item(stateColumn->name()).append("=").append(item(state->positive));
+    const std::string part = tests.size() <= mostTests
+        ? ""
+        : " (The first " + std::to_string(mostTests) + " of " + std::to_string(tests.size()) + " tests.)";
+    std::string named = visible(stateColumn->name()).append(" = ").append(visible(state->positive));
+    if (!state->negative.empty())
+        named.append(" from ").append(visible(state->negative)); // and leave out the rest
+    return {.command = callOf(choice, state->negative, tests, read),
+            .about = (state->isSure ? "How well do the tests tell " + named + "?"
+                                    : "How well do they tell " + named + ", if that is the question?")
+                + part,
+            .isSure = state->isSure,
+            .isComplete = true};
+}
+
+} // namespace vexroc

@@ -1,0 +1,158 @@
+#include "cli/output/resultTables.h"
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+
+namespace vexroc {
+
+namespace {
+
+constexpr TableColumn valueColumn{"by", "by", CellRole::name};
+
+constexpr TableColumn positiveColumn{"positive", "positive", CellRole::count, 1};
+constexpr TableColumn negativeColumn{"negative", "negative", CellRole::count, 1};
+constexpr TableColumn leftOutColumn{"left_out", "left out", CellRole::count, 1, true};
+
+constexpr std::array weightedColumns{
+    TableColumn{"weighted_positive", "weighted positive", CellRole::count, 1},
+    TableColumn{"weighted_negative", "weighted negative", CellRole::count, 1},
+};
+
+constexpr std::array testPairColumns{
+    TableColumn{"test1", "test 1", CellRole::name},
+    TableColumn{"test2", "test 2", CellRole::name},
+    positiveColumn,
+    negativeColumn,
+};
+
+constexpr std::array groupCountColumns{
+    TableColumn{"positive1", "positive 1", CellRole::count, 1},
+    TableColumn{"negative1", "negative 1", CellRole::count, 1},
+    TableColumn{"positive2", "positive 2", CellRole::count, 1},
+    TableColumn{"negative2", "negative 2", CellRole::count, 1},
+};
+
+constexpr std::array twoAreaColumns{
+    TableColumn{"area1", "area 1", CellRole::statistic, 2},
+    TableColumn{"standard_error1", "SE 1", CellRole::statistic, 2},
+    TableColumn{"area2", "area 2", CellRole::statistic, 2},
+    TableColumn{"standard_error2", "SE 2", CellRole::statistic, 2},
+};
+
+constexpr std::array differenceColumns{
+    TableColumn{"difference", "difference", CellRole::statistic, 3},
+    TableColumn{"standard_error_difference", "SE", CellRole::statistic, 3},
+    TableColumn{"z", "z", CellRole::statistic, 3},
+};
+
+constexpr std::array inferenceColumns{
+    TableColumn{"p_value", "p", CellRole::pValue, 3},
+    TableColumn{"log10_p", "", CellRole::statistic, 3}, // for programs: where p underflows
+    TableColumn{"lower", "lower", CellRole::statistic, 3},
+    TableColumn{"upper", "upper", CellRole::statistic, 3},
+};
+
+void addNumbers(std::initializer_list<double> numbers, std::vector<Table::Value>& row)
+{
+    row.insert(row.end(), numbers.begin(), numbers.end());
+}
+
+void addCount(long long count, std::vector<Table::Value>& row) { row.emplace_back(static_cast<double>(count)); }
+
+void addCases(const Area& area, std::vector<Table::Value>& row)
+{
+    addCount(area.positive, row);
+    addCount(area.negative, row);
+}
+
+/// Of an area or a difference.
+void addInference(const auto& result, std::vector<Table::Value>& row)
+{
+    addNumbers({result.pValue, result.log10P, result.lower, result.upper}, row);
+}
+
+} // namespace
+
+TableColumn groupColumn(const Question& question)
+{
+    return {"group", question.grouping ? "group" : "", CellRole::name};
+}
+
+std::string_view groupOf(const Area& area) { return area.group.empty() ? "all cases" : std::string_view(area.group); }
+
+TableMaker::TableMaker(const Question& question, std::span<const TableColumn> columns)
+    : byValue_(!question.by.empty()),
+      table_(byValue_ ? joined({std::span(&valueColumn, 1), columns}) : joined({columns}))
+{
+}
+
+void TableMaker::add(std::span<const Table::Value> cells)
+{
+    row_.clear();
+    if (byValue_)
+        row_.emplace_back(value_);
+    std::ranges::copy(cells, std::back_inserter(row_));
+    table_.addRow(row_);
+}
+
+std::vector<TableColumn> areaColumns(bool weighted)
+{
+    constexpr std::array countColumns{positiveColumn, negativeColumn, leftOutColumn};
+    constexpr std::array columns{TableColumn{"area", "area", CellRole::statistic},
+                                 TableColumn{"standard_error", "SE", CellRole::statistic}};
+    const std::span<const TableColumn> weights =
+        weighted ? std::span<const TableColumn>(weightedColumns) : std::span<const TableColumn>();
+    return joined({countColumns, weights, asPart(2, columns), asPart(2, inferenceColumns)});
+}
+
+void addAreaCells(const Area& area, bool weighted, std::vector<Table::Value>& row)
+{
+    addCases(area, row);
+    addCount(area.leftOut, row);
+    if (weighted)
+        addNumbers({area.weightedPositive, area.weightedNegative}, row);
+    addNumbers({area.area, area.stdError}, row);
+    addInference(area, row);
+}
+
+std::vector<TableColumn> comparisonColumns(const Question& question, bool groupsInCommon)
+{
+    std::vector<TableColumn> columns(testPairColumns.begin(), testPairColumns.end());
+    if (question.comparison == Comparison::independent)
+        columns = joined({std::array{testColumn, TableColumn{"group1", groupsInCommon ? "" : "group 1", CellRole::name},
+                                     TableColumn{"group2", groupsInCommon ? "" : "group 2", CellRole::name}},
+                          groupCountColumns});
+    columns.push_back(leftOutColumn);
+    return joined({columns, twoAreaColumns, differenceColumns, inferenceColumns});
+}
+
+void addComparison(const Question& question, const Difference& d, TableMaker& table)
+{
+    std::vector<Table::Value> row{d.first.test};
+    if (question.comparison == Comparison::paired) {
+        row.emplace_back(d.second.test);
+        addCases(d.first, row);
+    } else {
+        row.emplace_back(groupOf(d.first));
+        row.emplace_back(groupOf(d.second));
+        addCases(d.first, row);
+        addCases(d.second, row);
+    }
+    addCount(d.leftOut, row);
+    addNumbers({d.first.area, d.first.stdError, d.second.area, d.second.stdError, d.difference, d.stdError, d.z}, row);
+    addInference(d, row);
+    table.add(row);
+}
+
+CutOffCell cutOffCell(const TestResult& test, const CutOff& cutOff) { return {cutOff.value, test.readingOf(cutOff)}; }
+
+CutOffCell precisionRecallCutOff(const TestResult& test, std::size_t point)
+{
+    const int measured = test.precisionRecall.rocPoint[point];
+    if (measured == PrecisionRecallCurve::none)
+        return {notComputed, {}};
+    return cutOffCell(test, test.roc.at(static_cast<std::size_t>(measured)));
+}
+
+} // namespace vexroc
