@@ -41,7 +41,7 @@ std::vector<NumberInRows> farNumbers(const std::vector<NumberInRows>& outer, dou
     for (std::size_t count = 2; count > 0; --count) {
         if (outer.size() <= count)
             continue;
-        const std::vector<NumberInRows> far(outer.begin(), outer.begin() + static_cast<std::ptrdiff_t>(count));
+        std::vector<NumberInRows> far(outer.begin(), outer.begin() + static_cast<std::ptrdiff_t>(count));
         const bool areRepeated =
             std::ranges::all_of(far, [](const NumberInRows& n) { return n.rows > 1 && isWhole(n.number); });
         const double rest = outer[count].number;
@@ -111,7 +111,7 @@ std::string thousandsIn(const std::string& text, const NumberForm& form)
 /// What a text is that people write for a number: "thousands", a sign, a limit; empty for any other.
 std::string nearlyNumberKind(const std::string& text, const NumberForm& form)
 {
-    if (const std::string option = thousandsIn(text, form); !option.empty())
+    if (std::string option = thousandsIn(text, form); !option.empty())
         return option;
     const auto isNumber = [&](std::string_view t) { return parseNumber(t, form).has_value(); };
     if (text.ends_with('%') && isNumber(std::string_view(text).substr(0, text.size() - 1)))
@@ -189,7 +189,7 @@ std::vector<NumberInRows> likelyCodes(const ColumnFacts& facts)
     std::vector<NumberInRows> low = farNumbers(facts.lowest().numbers(), facts.highest().numbers().front().number);
     const auto& lowest = facts.lowest().numbers();
     const double lowestOther = lowest[std::min(low.size(), lowest.size() - 1)].number;
-    const std::vector<NumberInRows> high = farNumbers(facts.highest().numbers(), lowestOther);
+    std::vector<NumberInRows> high = farNumbers(facts.highest().numbers(), lowestOther);
     if (low.empty() && !high.empty() && facts.highest().numbers().size() > high.size()) // which may hide a low one
         low = farNumbers(lowest, facts.highest().numbers()[high.size()].number);
     if (!low.empty() && !high.empty() && low.front().number == high.back().number)
