@@ -14,8 +14,8 @@ import sys
 LIBRARY = {  # ground first; nothing upward
     "numeric": [],
     "host": [],
-    "labels": [],
     "remarks": [],
+    "labels": ["remarks"],
     "summary": ["numeric"],
     "inference": ["summary", "host"],
     "space": ["inference"],
@@ -25,7 +25,7 @@ LIBRARY = {  # ground first; nothing upward
     "arraycalls": ["stats"],
     "driver": ["results", "settings"],
     "display": ["results", "settings"],
-    "calls": ["driver", "arraycalls", "labels", "remarks"],
+    "calls": ["driver", "arraycalls", "labels"],
 }
 PROGRAM = {  # what a page in a browser needs stands on words and study alone
     "words": [],

@@ -49,6 +49,18 @@ vexroc_area_facts factsOf(const vexroc_record& record)
     return facts;
 }
 
+/// Of a test among the cases of a pair: without its area where the record says as much of that as there is to say.
+vexroc_area_facts pairedFacts(const vexroc_record& record, const vexroc_comparison& pair, double area, double stdError)
+{
+    vexroc_area_facts facts = casesOf(pair.positive, pair.negative);
+    facts.smaller_is_positive = record.smaller_is_positive;
+    if (std::isnan(stdError) || (stdError == 0.0 && record.std_error != 0.0)) { // exact
+        facts.area = area;
+        facts.std_error = stdError;
+    }
+    return facts;
+}
+
 template <class Cases>
 long long fewerOf(const Cases& cases)
 {
@@ -69,7 +81,7 @@ std::string ofRows(long long count) { return std::to_string(count) + (count == 1
 RunRemarks::RunRemarks(const AnalysisRequest& request, const RowTally& rows)
 {
     if (rows.moreThanTwoStates && !request.listsNegatives())
-        add("more-than-two-states", request.nameOf(request.state()));
+        addColumn("more-than-two-states", request.nameOf(request.state()));
     addWeights(request, rows.rows);
     addLeftOut(request, rows);
     if (request.isPaired())
@@ -81,7 +93,7 @@ void RunRemarks::addWeights(const AnalysisRequest& request, const vexroc_rows& r
     if (request.weight() == AnalysisRequest::none)
         return;
     if (!request.weightIsCount())
-        add("weight-counts-only", request.nameOf(request.weight()));
+        addColumn("weight-counts-only", request.nameOf(request.weight()));
     if (rows.rounded_used > 0)
         add("weights-rounded", "", ofRows(rows.rounded_used));
     if (rows.unusable_weight > 0)
@@ -144,15 +156,16 @@ void RunRemarks::addComparison(const AnalysisRequest& request, const std::vector
     const vexroc_record& first = records[static_cast<std::size_t>(comparison.first)];
     const vexroc_record& second = records[static_cast<std::size_t>(comparison.second)];
     std::string subject = request.nameOf(first.test);
-    if (request.isPaired())
+    if (request.isPaired()) {
         subject += " and " + request.nameOf(second.test);
-    // A pair may have fewer cases than each of its tests,
-    // and no error where each test by itself may have another one.
-    const bool hasNoError = !std::isnan(comparison.first_area) && std::isnan(comparison.first_std_error);
-    const bool fewerThanTests = fewerOf(comparison) < std::min(fewerOf(first), fewerOf(second));
-    if (request.isPaired() && (hasNoError || fewerThanTests)) {
-        areas_.push_back({subject, "", casesOf(comparison.positive, comparison.negative)});
-        areas_.back().facts.area = hasNoError ? comparison.first_area : VexMV::Missing();
+        const bool fewerCases = fewerOf(comparison) < std::min(fewerOf(first), fewerOf(second));
+        const auto addArea = [&](const vexroc_record& record, double area, double stdError) {
+            const vexroc_area_facts facts = pairedFacts(record, comparison, area, stdError);
+            if (fewerCases || !std::isnan(facts.area))
+                areas_.push_back({subject, request.nameOf(record.test), facts});
+        };
+        addArea(first, comparison.first_area, comparison.first_std_error);
+        addArea(second, comparison.second_area, comparison.second_std_error);
     }
     differences_.push_back({std::move(subject), comparison.difference, comparison.std_error});
 }
@@ -169,8 +182,8 @@ void RunRemarks::sayTo(remarks::RemarkList& list, std::string_view prefix) const
     const auto subject = [&](const std::string& name) {
         return name.empty() ? std::string(whole) : std::string(prefix) + name;
     };
-    for (const auto& [code, name, detail] : plain_)
-        list.add(*remarks::kindOf(code), {.subject = subject(name), .detail = detail});
+    for (const auto& [code, name, detail, ofTable] : plain_)
+        list.add(*remarks::kindOf(code), {.subject = ofTable ? name : subject(name), .detail = detail});
     for (const auto& [name, test, facts] : areas_) {
         vexroc_area_facts known = facts;
         known.test = test.c_str();

@@ -30,6 +30,7 @@ private:
         const char* code;
         std::string subject;
         std::string detail;
+        bool ofTable = false; ///< of a column in all parts of the data alike, so no prefix tells more
     };
     struct AboutArea {
         std::string subject;
@@ -44,6 +45,7 @@ private:
 
     void addLeftOut(const AnalysisRequest& request, const RowTally& rows);
     void addWeights(const AnalysisRequest& request, const vexroc_rows& rows);
+    void addColumn(const char* code, const std::string& name) { plain_.push_back({code, name, "", true}); }
     void addCostlyTest(const AnalysisRequest& request, const RowTally& rows);
 
     std::vector<Plain> plain_;

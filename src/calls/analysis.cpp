@@ -22,6 +22,27 @@ vexroc_analysis& idle(vexroc_analysis* analysis)
     return handle;
 }
 
+std::string lineOf(const char* code)
+{
+    remarks::RemarkList list(VEXROC_VOICE_C);
+    list.add(*remarks::kindOf(code), {});
+    return list.line(0).text;
+}
+
+/// Why a run that was not refused came to no result.
+std::string reasonOf(int status)
+{
+    switch (status) {
+    case statusCode::stateValueNotFound: return lineOf("no-positive");
+    case statusCode::noData: return lineOf("no-case");
+    case statusCode::fewerThanTwoTestVars: return "a paired comparison needs two tests; set one more column \"test\"";
+    case statusCode::groupRequired: return "an independent comparison needs two groups; set the column \"group\"";
+    case statusCode::groupConstant: return "all values of the group are equal, so there is one group only";
+    case statusCode::groupEmpty: return "a group holds no case of a test, so there is nothing to compare";
+    default: return "the analysis broke off";
+    }
+}
+
 } // namespace
 } // namespace ROCALG_920::calls
 
@@ -152,7 +173,7 @@ int vexroc_analysis_run(vexroc_analysis* analysis)
             return fail(VEXROC_CANCELLED, "cancelled");
         if (code != statusCode::noError)
             return fail(VEXROC_NO_RESULT,
-                        ("the analysis ended with " + std::to_string(code) + ' ' + handle.run->statusName()).c_str());
+                        (reasonOf(code) + " (" + std::to_string(code) + ' ' + handle.run->statusName() + ')').c_str());
         return VEXROC_OK;
     });
 }

@@ -91,7 +91,7 @@ RankedPair compareRanked(std::span<const unsigned char> states, const RankedCase
         return {sums1, sums2, {VexMV::Missing(), VexMV::Missing()}};
     StateSums products;
     forEachShared([&](std::uint32_t rank1, std::uint32_t rank2, bool positive) {
-        products.add(positive, places1.twice(rank1, positive) * places2.twice(rank2, positive));
+        products.add(positive, Int128{places1.twice(rank1, positive)} * places2.twice(rank2, positive));
     });
     return {sums1, sums2, pairedDifference(sums1, sums2, products)};
 }

@@ -1,5 +1,7 @@
 #include "labels/LabelWords.h"
 
+#include "remarks/typed.h"
+
 #include <algorithm>
 
 namespace ROCALG_920::labels {
@@ -7,37 +9,8 @@ namespace ROCALG_920::labels {
 namespace {
 
 using Value = LabelColumn::Value;
-
-/// The text with a mark before each of the characters.
-std::string marked(std::string_view text, std::string_view characters, char mark)
-{
-    std::string result;
-    for (const char c : text) {
-        if (characters.find(c) != std::string_view::npos)
-            result += mark;
-        result += c;
-    }
-    return result;
-}
-
-/// An item of a list on a command line: in double quotes where it would be taken apart, or for another word.
-std::string listItem(const std::string& text)
-{
-    const bool isPlain = text.find_first_of(",=\"") == std::string::npos && trimmed(text) == text && text != "others";
-    return isPlain ? text : '"' + marked(text, "\"", '"') + '"';
-}
-
-/// As a shell reads it back.
-std::string shellWord(const std::string& text)
-{
-    constexpr std::string_view harmless = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-+=.,:/@%";
-    if (!text.empty() && text.find_first_not_of(harmless) == std::string::npos)
-        return text;
-    std::string word = "'";
-    for (const char c : text)
-        word += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    return word + '\'';
-}
+using remarks::listItem;
+using remarks::shellWord;
 
 /// The front of a long text, ending with a whole character.
 std::string cutLong(std::string_view text)
@@ -160,8 +133,8 @@ std::string LabelWords::asArgument(const std::vector<std::string>& texts) const
     for (const std::string& text : texts)
         items.push_back(voice_ == VEXROC_VOICE_PROGRAM ? listItem(text)
                             : isPlain(text)            ? text
-                                                       : '"' + marked(text, "\"\\", '\\') + '"');
-    const std::string list = joined(items, voice_ == VEXROC_VOICE_PROGRAM ? "," : ", ", items.size());
+                                                       : remarks::stringLiteral(text));
+    std::string list = joined(items, voice_ == VEXROC_VOICE_PROGRAM ? "," : ", ", items.size());
     if (items.size() < 2 || voice_ == VEXROC_VOICE_PROGRAM || voice_ == VEXROC_VOICE_C)
         return list;
     return voice_ == VEXROC_VOICE_R ? "c(" + list + ')' : '[' + list + ']';

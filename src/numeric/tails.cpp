@@ -367,8 +367,8 @@ double chiSquareUpperTail(double x, std::int64_t freedom) noexcept
     const double h = 0.5 * x;
     const bool odd = freedom % 2 != 0;
     const double first = odd ? 0.5 : 0.0;
-    const std::int64_t termCount = freedom / 2;
-    const auto terms = static_cast<double>(termCount);
+    const std::int64_t wholeTerms = freedom / 2;
+    const auto terms = static_cast<double>(wholeTerms);
     double tail = odd ? 2.0 * normalTail(root(x), x).probability : 0.0;
     if (terms == 0.0)
         return tail;

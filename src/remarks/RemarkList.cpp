@@ -1,5 +1,7 @@
 #include "remarks/RemarkList.h"
 
+#include "remarks/typed.h"
+
 #include <algorithm>
 
 namespace ROCALG_920::remarks {
@@ -8,11 +10,21 @@ namespace {
 
 constexpr std::size_t subjectsNamed = 5;
 
-/// Can the name stand in a command or a call without quotation marks?
-bool isPlain(std::string_view name)
+/// The direction of a test as a reader types it; without a test the voice's place holders remain.
+std::string typedDirection(std::string advice, const RemarkList::Example& example, vexroc_voice voice)
 {
-    constexpr std::string_view plain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_.";
-    return !name.empty() && name.find_first_not_of(plain) == std::string_view::npos;
+    const auto& [test, direction] = example;
+    advice = replaced(std::move(advice), "WORD", direction);
+    if (test.empty())
+        return advice;
+    switch (voice) {
+    case VEXROC_VOICE_PROGRAM:
+        return replaced(std::move(advice), "NAME:" + direction, shellWord(listItem(test + ':' + direction)));
+    case VEXROC_VOICE_PYTHON: return replaced(std::move(advice), R"("NAME")", stringLiteral(test));
+    case VEXROC_VOICE_R: return replaced(std::move(advice), "NAME", nameInR(test));
+    case VEXROC_VOICE_C: break; // tells tests by their columns
+    }
+    return advice;
 }
 
 std::string named(const RemarkList::About& about)
@@ -40,10 +52,8 @@ void RemarkList::add(const Kind& kind, const About& about)
     const bool isNew = remark.known.emplace(about.subject.empty() ? about.detail : about.subject).second;
     if (!isNew)
         return;
-    if (remark.known.size() == 1) {
-        remark.test = about.test;
-        remark.direction = about.direction;
-    }
+    if (std::ranges::find(remark.examples, about.direction, &Example::direction) == remark.examples.end())
+        remark.examples.push_back({std::string(about.test), std::string(about.direction)});
     if (std::string name = named(about); !name.empty() && remark.named.size() < subjectsNamed)
         remark.named.push_back(std::move(name));
 }
@@ -76,12 +86,12 @@ std::string RemarkList::textOf(const Remark& remark) const
 
 std::string RemarkList::adviceOf(const Remark& remark) const
 {
-    if (remark.kind->advice.empty())
-        return "";
-    std::string advice = replaced(inVoice(remark.kind->advice, voice_), "WORD", remark.direction);
-    if (isPlain(remark.test))
-        advice = replaced(std::move(advice), "NAME", remark.test);
-    return "; " + advice;
+    const std::string advice = inVoice(remark.kind->advice, voice_);
+    std::string text;
+    for (const Example& example : remark.examples)
+        if (std::string typed = typedDirection(advice, example, voice_); !typed.empty() && !text.ends_with(typed))
+            text.append("; ").append(typed);
+    return text;
 }
 
 } // namespace ROCALG_920::remarks

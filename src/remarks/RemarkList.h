@@ -25,6 +25,12 @@ public:
     /// Adds a subject; one that the kind has already changes nothing. Of subjects that are empty the details count.
     void add(const Kind& kind, const About& about);
 
+    /// A test by which an advice shows how its direction is given.
+    struct Example {
+        std::string test;
+        std::string direction;
+    };
+
     [[nodiscard]] std::size_t size() const noexcept { return remarks_.size() - (hidesTies() ? 1 : 0); }
     struct Line {
         const Kind& kind;
@@ -39,8 +45,7 @@ private:
         const Kind* kind;
         std::unordered_set<std::string> known = {};
         std::vector<std::string> named = {}; ///< the first subjects
-        std::string test = {};               ///< of the first subject
-        std::string direction = {};
+        std::vector<Example> examples = {};  ///< the first subject of each direction
     };
     [[nodiscard]] static bool isTies(const Remark& remark) noexcept { return remark.kind->code == "ties"; }
     Remark& remarkOf(const Kind& kind);

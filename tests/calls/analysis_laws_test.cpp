@@ -313,4 +313,17 @@ TEST(AnalysisLaws, TheNormalTailGoesOnWhereDoublesEnd)
                                      "sample-prevalence", "many-comparisons"));
 }
 
+/// The first test alone has an error; among the cases that the second knows it has none.
+TEST(AnalysisLaws, AnAreaOfAPairIsLookedAtWhereItDiffersFromThatOfItsTest)
+{
+    const Columns columns{{1, 1, 1, 0, 0, 0}, {1, 4, 5, 2, 3, 0}, {missing, 3, 5, 4, 2, 1}};
+    const Asked run(columns, {.tests = {1, 2}});
+    EXPECT_GT(run.record(0).std_error, 0);
+    const std::vector<std::string> codes = run.remarks();
+    const auto zero = std::ranges::find(codes, "zero-error") - codes.begin();
+    ASSERT_LT(zero, std::ssize(codes));
+    EXPECT_THAT(run.get<vexroc_remark>(vexroc_analysis_remark, static_cast<int>(zero)).text,
+                testing::HasSubstr("beyond these cases: test and test; "));
+}
+
 } // namespace

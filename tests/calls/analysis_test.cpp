@@ -324,7 +324,8 @@ TEST(AnalysisHandle, SaysWhatCannotBe)
          }},
         {"430007 Setting_Error_Group_Required", [](auto* a) { return word(a, "comparison", "independent") + run(a); },
          VEXROC_NO_RESULT},
-        {"430004", [](auto* a) { return number(a, "positive_value", 7) + run(a); }, VEXROC_NO_RESULT},
+        {"no positive case, so there is no area; check \"positive_value\" and which rows are left out (430004 Setting",
+         [](auto* a) { return number(a, "positive_value", 7) + run(a); }, VEXROC_NO_RESULT},
         {"no record 5; there are 2",
          [](auto* a) { return run(a) + vexroc_analysis_curve(a, 5, nullptr, nullptr, nullptr); }},
         {"struct_size is not set",
@@ -342,15 +343,23 @@ TEST(AnalysisHandle, SaysWhatCannotBe)
     vexroc_analysis_free(nullptr);
 }
 
+/// Version 2 ended where these members of version 3 follow.
 TEST(AnalysisHandle, FillsNoMoreThanAnOlderStructureHolds)
 {
     const Study study;
+    study.word("comparison", "paired");
     study.run();
     vexroc_record record{};
-    record.struct_size = offsetof(vexroc_record, std_error);
-    record.std_error = -7;
+    record.struct_size = offsetof(vexroc_record, distinct_values);
+    record.distinct_values = -7;
     EXPECT_EQ(vexroc_analysis_record(study.handle, 0, &record), VEXROC_OK);
-    EXPECT_EQ(record.area, study.record(0).area);
-    EXPECT_EQ(record.std_error, -7);
-    EXPECT_EQ(record.struct_size, offsetof(vexroc_record, std_error));
+    EXPECT_EQ(record.curve_rows, study.record(0).curve_rows);
+    EXPECT_EQ(record.distinct_values, -7);
+    EXPECT_EQ(record.struct_size, offsetof(vexroc_record, distinct_values));
+    vexroc_comparison comparison{};
+    comparison.struct_size = offsetof(vexroc_comparison, p_value);
+    comparison.p_value = -7;
+    EXPECT_EQ(vexroc_analysis_comparison(study.handle, 0, &comparison), VEXROC_OK);
+    EXPECT_EQ(comparison.ci_upper, study.comparison(0).ci_upper);
+    EXPECT_EQ(comparison.p_value, -7);
 }

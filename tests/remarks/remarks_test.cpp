@@ -137,13 +137,35 @@ TEST(Remarks, AdviceIsSpelledInTheVoiceOfItsReader)
         remarks.area("site = A: neg", facts);
         EXPECT_THAT(remarks.get(0).text, testing::AllOf(HasSubstr("0.5: site = A: neg; "), testing::EndsWith(spelled)));
     }
-    Remarks remarks; // a name that a shell would take apart is not pasted
-    vexroc_area_facts facts = goodFacts();
-    facts.upper = 0.4;
-    facts.smaller_is_positive = 1;
-    facts.test = "a b";
-    remarks.area("a b", facts);
-    EXPECT_THAT(remarks.get(0).text, testing::EndsWith("--test NAME:larger"));
+}
+
+TEST(Remarks, NamesAreSpelledSoThatTheyComeBackFromShellPythonAndR)
+{
+    const struct {
+        vexroc_voice voice;
+        const char* test;
+        const char* spelled;
+    } cases[] = {
+        {VEXROC_VOICE_PROGRAM, "a b", "--test 'a b:larger'"},
+        {VEXROC_VOICE_PROGRAM, "size, \"mm\" 'x'", R"(--test '"size, ""mm"" '\''x'\'':larger"')"},
+        {VEXROC_VOICE_PYTHON, "a\"b\\\n1", R"(direction={"a\"b\\\0121": "larger"})"},
+        {VEXROC_VOICE_R, "I(-x)", R"-(direction = c("I(-x)" = "larger"))-"},
+        {VEXROC_VOICE_R, "1a", R"(direction = c("1a" = "larger"))"},
+        {VEXROC_VOICE_R, "if", R"(direction = c("if" = "larger"))"},
+    };
+    for (const auto& [voice, test, spelled] : cases) {
+        Remarks remarks(voice);
+        vexroc_area_facts facts = goodFacts();
+        facts.upper = 0.4;
+        facts.smaller_is_positive = 1;
+        facts.test = test;
+        remarks.area(test, facts);
+        EXPECT_THAT(remarks.get(0).text, testing::EndsWith(spelled));
+        facts.smaller_is_positive = 0; // the other direction has an advice of its own
+        remarks.area("t", facts);
+        EXPECT_THAT(remarks.get(0).text,
+                    testing::AllOf(HasSubstr(std::string(spelled) + "; if smaller values"), HasSubstr("if larger")));
+    }
 }
 
 /// The page lists every kind with its text, and the spellings.
