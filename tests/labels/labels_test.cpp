@@ -222,7 +222,8 @@ TEST(States, NotSaidListEveryValueAndTwoWaysOn)
 
 TEST(LabelRemarks, NameWhatLooksAlike)
 {
-    Labels labels({"ill", "Ill", "ill\xC2\xA0", "ЩЁ", "щё", "Öl", "öL", "well", "WELL", "7", "007", "NA", "n/a", "NA", ""});
+    Labels labels(
+        {"ill", "Ill", "ill\xC2\xA0", "ЩЁ", "щё", "Öl", "öL", "well", "WELL", "7", "007", "NA", "n/a", "NA", ""});
     EXPECT_THAT(labels.remarks(),
                 AllOf(HasSubstr("'NA': 2, 'n/a': 1"), HasSubstr("'WELL': 1, 'well': 1"), HasSubstr("'7': 1, '007': 1"),
                       HasSubstr("'Öl': 1, 'öL': 1"), HasSubstr("'ЩЁ': 1, 'щё': 1"), HasSubstr("spellings: ")));
