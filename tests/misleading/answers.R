@@ -6,9 +6,13 @@ say <- function(...) cat(paste(..., sep = "\x1f"), "\x1e\n", sep = "")
 say_rows <- function(name, kind, frame, columns)
   for (i in seq_len(nrow(frame))) do.call(say, c(name, kind, lapply(frame[i, columns], format, digits = 17)))
 
+# Of the areas and of their comparison, which say in part the same.
 said_of <- function(fit, pairs) {
-  remarks <- unique(rbind(fit$cautions, if (!is.null(pairs)) pairs$cautions))
-  list(cautions = remarks[!duplicated(remarks$code), ], notes = unique(rbind(fit$notes, pairs$notes)))
+  both <- function(kind) {
+    remarks <- rbind(fit[[kind]], if (!is.null(pairs)) pairs[[kind]])
+    remarks[!duplicated(remarks$code), ]
+  }
+  list(cautions = both("cautions"), notes = both("notes"))
 }
 
 answer <- function(name, fit, compare, file, ...) {
