@@ -51,8 +51,10 @@ std::vector<NumberInRows> farNumbers(const std::vector<NumberInRows>& outer, dou
             ? gap >= range
             : count == 1 && std::abs(far.front().number) >= 100.0 && gap > 3.0 * range;
         // Below numbers that are none of them negative, a code needs no distance.
-        const bool isBelow = far.front().number < 0.0 && rest >= 0.0
-            && (looksLikeCode(far.front().number) || (far.front().number == -1.0 && otherEnd >= 5.0));
+        const bool isBelow =
+            rest >= 0.0 && std::ranges::all_of(far, [&](const NumberInRows& n) {
+                return n.number < 0.0 && (looksLikeCode(n.number) || (n.number == -1.0 && otherEnd >= 5.0));
+            });
         if (areRepeated && range > 0.0 && (areFar || isBelow))
             return far;
     }
