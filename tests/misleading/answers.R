@@ -6,9 +6,14 @@ say <- function(...) cat(paste(..., sep = "\x1f"), "\x1e\n", sep = "")
 say_rows <- function(name, kind, frame, columns)
   for (i in seq_len(nrow(frame))) do.call(say, c(name, kind, lapply(frame[i, columns], format, digits = 17)))
 
+# Of both results; each says a kind once, of its own cases.
 said_of <- function(fit, pairs) {
-  remarks <- unique(rbind(fit$cautions, if (!is.null(pairs)) pairs$cautions))
-  list(cautions = remarks[!duplicated(remarks$code), ], notes = unique(rbind(fit$notes, pairs$notes)))
+  one_of_each <- function(kind) {
+    stopifnot(!duplicated(fit[[kind]]$code), !duplicated(pairs[[kind]]$code))
+    remarks <- rbind(pairs[[kind]], fit[[kind]])
+    remarks[!duplicated(remarks$code), ]
+  }
+  list(cautions = one_of_each("cautions"), notes = one_of_each("notes"))
 }
 
 answer <- function(name, fit, compare, file, ...) {
