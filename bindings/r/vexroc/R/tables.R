@@ -98,15 +98,28 @@ print_table <- function(frame, digits) {
   if (!is.null(frame$p_value))
     frame$p_value <- sub("< ?1e-04", "<0.0001", format.pval(frame$p_value, digits = digits, eps = 1e-4))
   if (all(frame$left_out == 0)) frame$left_out <- NULL
-  texts <- format(frame, digits = digits)
+  texts <- format(shorten(frame), digits = digits)
   for (columns in panels(texts)) print(texts[columns], row.names = FALSE)
+}
+
+#' Are these what tells the rows apart?
+name_columns <- function(frame) grepl("^(test|group)[12]?$", names(frame))
+
+#' Long names without their middle, so that they take half of the width at most.
+shorten <- function(frame) {
+  at <- which(name_columns(frame))
+  end <- max(2, getOption("width") %/% 2 %/% length(at) %/% 2 - 2)
+  frame[at] <- lapply(frame[at], function(names)
+    ifelse(nchar(names) <= 2 * end + 3, names,
+           paste0(substr(names, 1, end), "...", substring(names, nchar(names) - end + 1))))
+  frame
 }
 
 #' Columns that fit side by side, each time with what tells the rows apart: R would let that stand in the first only.
 panels <- function(texts) {
-  names <- grepl("^(test|group)[12]?$", names(texts))
+  names <- name_columns(texts)
   widths <- 1 + mapply(function(column, name) max(nchar(c(column, name), "width")), texts, names(texts))
-  room <- getOption("width") - sum(widths[names])
+  room <- getOption("width") - 1 - sum(widths[names])
   panel <- used <- 0
   panel_of <- rep(0, length(texts))
   for (i in which(!names)) {
