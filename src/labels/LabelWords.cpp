@@ -98,8 +98,22 @@ std::string LabelWords::statesNotSaid(const std::vector<std::string>& positive) 
         + (positive.empty() ? "positive" : "negative") + " is not said; say " + ways[0] + " or " + ways[1];
 }
 
+/// Of two values either may be the positive one.
+std::array<std::string, 2> LabelWords::eitherWay() const
+{
+    const auto way = [this](const Value& value) {
+        const std::string given = asArgument({column_.spellingOf(value).text});
+        return voice_ == VEXROC_VOICE_PYTHON ? "pos_label=" + given
+            : voice_ == VEXROC_VOICE_R       ? "positive = " + given
+                                             : "positive = {" + given + '}';
+    };
+    return {way(column_.values()[0]), way(column_.values()[1])};
+}
+
 std::array<std::string, 2> LabelWords::waysOn(const std::vector<std::string>& named) const
 {
+    if (named.empty() && column_.values().size() == 2)
+        return eitherWay();
     const std::vector<std::string> positive = named.empty() ? std::vector<std::string>{likelyPositive()} : named;
     const std::string negative = likelyNegative(positive);
     const std::string given = asArgument(positive);

@@ -37,6 +37,7 @@ private:
     using Item = std::string (*)(const std::string& text, long long count);
     [[nodiscard]] std::string commonest(std::vector<LabelColumn::Value> values, Item item) const;
     [[nodiscard]] bool isPlain(std::string_view text) const;
+    [[nodiscard]] std::array<std::string, 2> eitherWay() const;
     [[nodiscard]] std::string asArgument(const std::vector<std::string>& texts) const;
     [[nodiscard]] std::string likelyPositive() const;
     [[nodiscard]] std::string likelyNegative(const std::vector<std::string>& positive) const;

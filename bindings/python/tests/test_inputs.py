@@ -75,7 +75,7 @@ def test_missing_values_are_told_or_left_out(states, scores):
     (STATES, np.arange(6) + np.longdouble(2)**-60, {}, ValueError, "longdouble values .* the first at position 1"),
     (STATES, lambda: nullable(list("abcdef"), "category"), {}, TypeError, "without an order, such as 'a'"),
     (STATES, ["3", "1", "<5", "1", "2", "0"], {}, TypeError, "y_score has '<5' .* at position 2; replace it by"),
-    ([1, 2] * 3, SCORES, {}, ValueError, '"1" .3., "2" .3.*say pos_label=2, neg_label=1 or pos_label=2, .*OTHERS'),
+    ([1, 2] * 3, SCORES, {}, ValueError, '"1" .3., "2" .3.*say pos_label=1 or pos_label=2'),
     (["ill", "well"] * 3, SCORES, {"pos_label": 1}, ValueError, 'never holds "1"; it holds "ill" .3., "well" .3.'),
     ([True, False] * 3, SCORES, {"pos_label": "ill"}, ValueError, 'it holds "False" .3., "True" .3.'),
     (["ill", "well", "dead"] * 2, SCORES, {"pos_label": "ill"}, ValueError, 'pos_label="ill", neg_label="dead" or'),
