@@ -3,6 +3,7 @@
 #include "cli/commands/columnFindings.h"
 #include "cli/commands/nextCall.h"
 #include "cli/input/ColumnSurvey.h"
+#include "cli/words/Letters.h"
 
 #include <CLI/CLI.hpp>
 
@@ -10,6 +11,7 @@
 #include <array>
 #include <iterator>
 #include <memory>
+#include <ranges>
 #include <string>
 #include <utility>
 #include <vector>
@@ -54,6 +56,9 @@ std::vector<Word> wordsOf(const ColumnFacts& facts)
     return facts.hasTexts() || areFew ? facts.words() : std::vector<Word>();
 }
 
+/// In quotes where blanks would not be seen.
+std::string shown(const std::string& word) { return trimmed(word) == word ? word : '\'' + word + '\''; }
+
 std::string moreWords(std::size_t count) { return "(" + std::to_string(count) + " more)"; }
 
 /// "ill 3; well 2; (7 more)"
@@ -62,7 +67,7 @@ std::string wordsInOneCell(const ColumnFacts& facts)
     const std::vector<Word> all = wordsOf(facts);
     std::string list;
     for (std::size_t i = 0; i < std::min(all.size(), mostWords); ++i)
-        list += (list.empty() ? "" : "; ") + all[i].text + ' ' + std::to_string(all[i].rows);
+        list += (list.empty() ? "" : "; ") + shown(all[i].text) + ' ' + std::to_string(all[i].rows);
     return all.size() > mostWords ? list + "; " + moreWords(all.size() - mostWords) : list;
 }
 
@@ -72,7 +77,7 @@ void addWords(const ColumnFacts& facts, bool forPeople, Table& table)
     std::size_t rest = 0;
     for (std::size_t i = 0; i < all.size(); ++i) {
         if (i < mostWords)
-            table.addRow({facts.name(), all[i].text, double(all[i].rows)});
+            table.addRow({facts.name(), forPeople ? shown(all[i].text) : all[i].text, double(all[i].rows)});
         else
             rest += all[i].rows;
     }
@@ -93,7 +98,8 @@ void addFacts(const ColumnFacts& facts, bool withWords, Table& table)
 }
 
 /// CSV is one table.
-void addParts(const std::vector<ColumnFacts>& all, const NextCall& next, DocumentForm form, Document& document)
+void addParts(const std::vector<ColumnFacts>& all, const std::vector<NextCall>& next, DocumentForm form,
+              Document& document)
 {
     const bool isOneTable = form == DocumentForm::csv;
     const std::span<const TableColumn> wordsBehind(&wordList, isOneTable ? 1 : 0);
@@ -107,14 +113,16 @@ void addParts(const std::vector<ColumnFacts>& all, const NextCall& next, Documen
     if (!isOneTable && (wordTable.rows() > 0 || form == DocumentForm::json))
         document.parts.push_back({"words", "", std::move(wordTable)});
     if (form == DocumentForm::json) {
-        Table call(calls);
-        call.addRow({next.command, next.about, double(next.isSure), double(next.isComplete)});
-        document.parts.push_back({"next", "", std::move(call)});
+        Table table(calls);
+        for (const NextCall& call : next)
+            table.addRow({call.command, call.about, double(call.isSure), double(call.isComplete)});
+        document.parts.push_back({"next", "", std::move(table)});
     }
 }
 
-/// For people, what there is to say of the columns is part of the answer, and the next call its end.
-void close(const Remarks& remarks, const NextCall& next, Document& document)
+/// For people, what there is to say of the columns is part of the answer, and the next call its end: the likeliest
+/// one last.
+void close(const Remarks& remarks, const std::vector<NextCall>& next, Document& document)
 {
     std::vector<Remark> found = remarks.cautions();
     std::ranges::move(remarks.notes(), std::back_inserter(found));
@@ -124,8 +132,10 @@ void close(const Remarks& remarks, const NextCall& next, Document& document)
         document.closing.push_back("  " + remark.text);
     if (!found.empty())
         document.closing.emplace_back();
-    document.closing.push_back(next.about);
-    document.closing.push_back("  " + next.command);
+    for (const NextCall& call : std::views::reverse(next)) {
+        document.closing.push_back(call.about);
+        document.closing.push_back("  " + call.command);
+    }
 }
 
 Report runColumns(const ColumnsOptions& options, const Surroundings& surroundings)
@@ -138,14 +148,14 @@ Report runColumns(const ColumnsOptions& options, const Surroundings& surrounding
     ColumnSurvey survey(input.missingWords);
     readInput(input, surroundings, survey);
     const std::vector<ColumnFacts>& all = survey.finish();
-    const NextCall next = nextCall(all, options.input, input);
+    const std::vector<NextCall> next = nextCalls(all, options.input, input);
     Document document{
         .command = "columns", .heading = {"Columns of " + survey.source()}, .question = {{"input", survey.source()}}};
     addParts(all, next, task.form, document);
     for (const ColumnFacts& facts : all)
         addFindings(facts, input, remarks);
     if (task.form == DocumentForm::csv)
-        remarks.add("next-call", "", next.command);
+        remarks.add("next-call", "", next.front().command);
     if (task.form == DocumentForm::text)
         close(std::exchange(remarks, Remarks()), next, document);
     return reportOf(task, document, surroundings);

@@ -41,7 +41,7 @@ std::vector<NumberInRows> farNumbers(const std::vector<NumberInRows>& outer, dou
     for (std::size_t count = 2; count > 0; --count) {
         if (outer.size() <= count)
             continue;
-        const std::vector<NumberInRows> far(outer.begin(), outer.begin() + static_cast<std::ptrdiff_t>(count));
+        std::vector<NumberInRows> far(outer.begin(), outer.begin() + static_cast<std::ptrdiff_t>(count));
         const bool areRepeated =
             std::ranges::all_of(far, [](const NumberInRows& n) { return n.rows > 1 && isWhole(n.number); });
         const double rest = outer[count].number;
@@ -51,8 +51,10 @@ std::vector<NumberInRows> farNumbers(const std::vector<NumberInRows>& outer, dou
             ? gap >= range
             : count == 1 && std::abs(far.front().number) >= 100.0 && gap > 3.0 * range;
         // Below numbers that are none of them negative, a code needs no distance.
-        const bool isBelow = far.front().number < 0.0 && rest >= 0.0
-            && (looksLikeCode(far.front().number) || (far.front().number == -1.0 && otherEnd >= 5.0));
+        const bool isBelow =
+            rest >= 0.0 && std::ranges::all_of(far, [&](const NumberInRows& n) {
+                return n.number < 0.0 && (looksLikeCode(n.number) || (n.number == -1.0 && otherEnd >= 5.0));
+            });
         if (areRepeated && range > 0.0 && (areFar || isBelow))
             return far;
     }
@@ -111,7 +113,7 @@ std::string thousandsIn(const std::string& text, const NumberForm& form)
 /// What a text is that people write for a number: "thousands", a sign, a limit; empty for any other.
 std::string nearlyNumberKind(const std::string& text, const NumberForm& form)
 {
-    if (const std::string option = thousandsIn(text, form); !option.empty())
+    if (std::string option = thousandsIn(text, form); !option.empty())
         return option;
     const auto isNumber = [&](std::string_view t) { return parseNumber(t, form).has_value(); };
     if (text.ends_with('%') && isNumber(std::string_view(text).substr(0, text.size() - 1)))
@@ -189,7 +191,7 @@ std::vector<NumberInRows> likelyCodes(const ColumnFacts& facts)
     std::vector<NumberInRows> low = farNumbers(facts.lowest().numbers(), facts.highest().numbers().front().number);
     const auto& lowest = facts.lowest().numbers();
     const double lowestOther = lowest[std::min(low.size(), lowest.size() - 1)].number;
-    const std::vector<NumberInRows> high = farNumbers(facts.highest().numbers(), lowestOther);
+    std::vector<NumberInRows> high = farNumbers(facts.highest().numbers(), lowestOther);
     if (low.empty() && !high.empty() && facts.highest().numbers().size() > high.size()) // which may hide a low one
         low = farNumbers(lowest, facts.highest().numbers()[high.size()].number);
     if (!low.empty() && !high.empty() && low.front().number == high.back().number)

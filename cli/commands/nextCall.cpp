@@ -5,6 +5,7 @@
 #include "cli/words/Failure.h"
 #include "cli/words/Letters.h"
 #include "cli/words/Numbers.h"
+#include "cli/words/Readable.h"
 #include "cli/words/VisibleText.h"
 #include "vexrocproc/analysis.h"
 #include "vexrocproc/labels.h"
@@ -130,11 +131,14 @@ struct StateColumn {
     bool isSure;
 };
 
-/// A column of more than two values: the two that are known as states, or else the commonest, each by its name.
-StateColumn asStateOfMany(const ColumnFacts& facts, std::vector<Word> values)
+/// A column of more than two values: the two that are known as states, or else the commonest, each by its name. None
+/// where values do not repeat.
+std::optional<StateColumn> asStateOfMany(const ColumnFacts& facts, std::vector<Word> values)
 {
     constexpr int unlikely = -20; // any column of two values goes before
     std::ranges::stable_sort(values, std::greater(), &Word::rows);
+    if (values[1].rows < 2)
+        return std::nullopt;
     const auto place = [&](Words words, const Word* taken) -> const Word& {
         const auto isOne = [&](const Word& value) { return &value != taken && isAmong(value.text, words); };
         const auto known = std::ranges::find_if(values, isOne);
@@ -142,11 +146,11 @@ StateColumn asStateOfMany(const ColumnFacts& facts, std::vector<Word> values)
     };
     const Word& positive = place(positiveWords, nullptr);
     const int named = saysAny(facts.name(), stateNames) ? 3 : 0;
-    return {.facts = &facts,
-            .positive = positive.text,
-            .negative = place(negativeWords, &positive).text,
-            .likelihood = unlikely + named + (facts.hasTexts() ? 1 : 0),
-            .isSure = false};
+    return StateColumn{.facts = &facts,
+                       .positive = positive.text,
+                       .negative = place(negativeWords, &positive).text,
+                       .likelihood = unlikely + named + (facts.hasTexts() ? 1 : 0),
+                       .isSure = false};
 }
 
 /// A column of two values, or of a few.
@@ -231,16 +235,27 @@ bool isNumeric(const ColumnFacts& facts, std::optional<char> otherDecimal)
         && (facts.hasTexts() ? facts.hasOtherDecimals() && !isDoubtful(facts, *otherDecimal) : facts.hasNumbers());
 }
 
-std::vector<std::string> testsIn(const Columns& columns, const ColumnFacts* state,
-                                 std::optional<char> otherDecimal = {})
+struct Tests {
+    std::vector<std::string> sound = {};
+    std::vector<const ColumnFacts*> withCodes = {}; ///< likely ones
+};
+
+Tests testsIn(const Columns& columns, const ColumnFacts* state, std::optional<char> otherDecimal = {})
 {
-    std::vector<std::string> tests;
+    Tests tests;
     std::vector<std::string> yesNoTests;
-    for (const ColumnFacts* const facts : columns)
-        if (facts != state && isNumeric(*facts, otherDecimal) && facts->distinct() > 1 && !isId(*facts)
-            && !isRepeatedId(*facts) && likelyCodes(*facts).empty())
-            (facts->distinct() == 2 ? yesNoTests : tests).push_back(facts->name());
-    return tests.empty() ? yesNoTests : tests;
+    for (const ColumnFacts* const facts : columns) {
+        if (facts == state || !isNumeric(*facts, otherDecimal) || facts->distinct() < 2 || isId(*facts)
+            || isRepeatedId(*facts))
+            continue;
+        if (!likelyCodes(*facts).empty())
+            tests.withCodes.push_back(facts);
+        else
+            (facts->distinct() == 2 ? yesNoTests : tests.sound).push_back(facts->name());
+    }
+    if (tests.sound.empty())
+        tests.sound = std::move(yesNoTests);
+    return tests;
 }
 
 /// An item as lists and assignments read it back.
@@ -306,40 +321,149 @@ std::string callOf(const std::string& state, const std::string& negative, const 
     return CallLine(std::vector<std::string_view>(arguments.begin(), arguments.end())).text();
 }
 
+/// Tests, and the codes in them that may mean missing values.
+struct CodedTests {
+    std::vector<std::string> names = {};
+    std::vector<std::string> codes = {};
+};
+
+/// May the number be one of the values of the test that are no codes?
+bool mayMeasure(const ColumnFacts& test, double number)
+{
+    const auto isNumber = [&](const NumberInRows& code) { return code.number == number; };
+    return number >= test.smallest() && number <= test.largest() && std::ranges::none_of(likelyCodes(test), isNumber);
+}
+
+/// Those of the tests that one list of missing words fits: no code of one is a value of another.
+CodedTests agreeing(const std::vector<const ColumnFacts*>& tests)
+{
+    const auto spoils = [](const ColumnFacts* one, const ColumnFacts* other) {
+        const auto isValue = [&](const NumberInRows& code) { return mayMeasure(*other, code.number); };
+        return std::ranges::any_of(likelyCodes(*one), isValue);
+    };
+    std::vector<const ColumnFacts*> taken;
+    CodedTests coded;
+    for (const ColumnFacts* const test : tests) {
+        if (std::ranges::any_of(taken, [&](const auto* other) { return spoils(test, other) || spoils(other, test); }))
+            continue;
+        taken.push_back(test);
+        coded.names.push_back(test->name());
+        for (const NumberInRows& code : likelyCodes(*test))
+            if (const std::string digits = wholeDigits(code.number);
+                std::ranges::find(coded.codes, digits) == coded.codes.end())
+                coded.codes.push_back(digits);
+    }
+    return coded;
+}
+
+InputOptions withMissing(InputOptions options, const std::vector<std::string>& codes)
+{
+    for (const std::string& code : codes)
+        (options.missing.empty() ? options.missing : options.missing.append(1, ',')).append(code);
+    return options;
+}
+
+/// "999 stands for a missing value".
+std::string codesMean(const std::vector<std::string>& codes, const char* one, const char* many)
+{
+    std::string list = codes.front();
+    for (std::size_t i = 1; i < codes.size(); ++i)
+        list.append(i + 1 < codes.size() ? ", " : " and ").append(codes[i]);
+    return list + (codes.size() == 1 ? one : many);
+}
+
+std::string ifMissing(const std::vector<std::string>& codes)
+{
+    return codesMean(codes, " stands for a missing value", " stand for missing values");
+}
+
+/// "ill = yes from no".
+std::string statesIn(const StateColumn& state)
+{
+    const std::string named = visible(state.facts->name()).append(" = ").append(visible(state.positive));
+    return state.negative.empty() ? named : named + " from " + visible(state.negative); // the rest is left out
+}
+
+/// Of calls about a state.
+class Calls {
+public:
+    Calls(const StateColumn& state, const InputOptions& read) : state_(state), read_(read) {}
+
+    void addSound(const std::vector<std::string>& tests)
+    {
+        const std::string part = tests.size() <= mostTests
+            ? ""
+            : " (The first " + std::to_string(mostTests) + " of " + std::to_string(tests.size()) + " tests.)";
+        add((state_.isSure ? "How well do the tests tell " + statesIn(state_) + "?"
+                           : "How well do they tell " + statesIn(state_) + ", if that is the question?")
+                + part,
+            tests, read_, state_.isSure);
+    }
+    void addCoded(const CodedTests& tests)
+    {
+        const std::string missing = ifMissing(tests.codes);
+        const bool isAlone = calls_.empty();
+        add(isAlone ? "How well do they tell " + statesIn(state_) + ", if " + missing + "?" : "If " + missing + ":",
+            tests.names, withMissing(read_, tests.codes), false);
+        if (isAlone)
+            add("If " + codesMean(tests.codes, " is a measured value:", " are measured values:"), tests.names, read_,
+                false);
+    }
+    [[nodiscard]] std::vector<NextCall> calls() && { return std::move(calls_); }
+
+private:
+    void add(std::string about, const std::vector<std::string>& tests, const InputOptions& read, bool isSure)
+    {
+        const std::string choice = item(state_.facts->name()).append("=").append(item(state_.positive));
+        calls_.push_back({.command = callOf(choice, state_.negative, tests, read),
+                          .about = std::move(about),
+                          .isSure = isSure,
+                          .isComplete = true});
+    }
+
+    const StateColumn& state_;
+    const InputOptions& read_;
+    std::vector<NextCall> calls_;
+};
+
+/// A call that lacks its state, or its tests.
+NextCall formOf(const std::optional<StateColumn>& state, std::vector<std::string> tests, const InputOptions& read)
+{
+    if (tests.empty())
+        tests = {"COLUMN"};
+    const std::string choice =
+        state ? item(state->facts->name()).append("=").append(item(state->positive)) : "COLUMN=VALUE";
+    return {.command = callOf(choice, state ? state->negative : "", tests, read),
+            .about = !state ? "Fill in the state; no column holds a few values that could be it:"
+                            : "Fill in the tests; no column of numbers is a test without doubt:",
+            .isSure = false,
+            .isComplete = false};
+}
+
 } // namespace
 
-NextCall nextCall(std::span<const ColumnFacts> all, const InputOptions& options, const Input& input)
+std::vector<NextCall> nextCalls(std::span<const ColumnFacts> all, const InputOptions& options, const Input& input)
 {
     const Columns columns = namedOnce(all);
     const std::optional<StateColumn> state = likeliestState(columns, input);
     const ColumnFacts* const stateColumn = state ? state->facts : nullptr;
-    std::vector<std::string> tests = testsIn(columns, stateColumn);
+    Tests tests = testsIn(columns, stateColumn);
     InputOptions read = options;
     const char otherDecimal = input.form.numbers.decimal == ',' ? '.' : ',';
-    if (std::vector<std::string> others = testsIn(columns, stateColumn, otherDecimal);
-        input.kind == Input::Kind::delimited && options.thousands.empty() && others.size() > tests.size()) {
+    if (Tests others = testsIn(columns, stateColumn, otherDecimal);
+        input.kind == Input::Kind::delimited && options.thousands.empty() && others.sound.size() > tests.sound.size()) {
         tests = std::move(others);
         read.decimal = otherDecimal == ',' ? "comma" : "point";
     }
-    if (!state || tests.empty())
-        return {.command = callOf("COLUMN=VALUE", "", tests.empty() ? std::vector<std::string>{"COLUMN"} : tests, read),
-                .about = !state ? "Fill in the state; no column holds a few values that could be it:"
-                                : "Fill in the state and the tests; no column of numbers is a test without doubt:",
-                .isSure = false,
-                .isComplete = false};
-    const std::string choice = item(stateColumn->name()).append("=").append(item(state->positive));
-    const std::string part = tests.size() <= mostTests
-        ? ""
-        : " (The first " + std::to_string(mostTests) + " of " + std::to_string(tests.size()) + " tests.)";
-    std::string named = visible(stateColumn->name()).append(" = ").append(visible(state->positive));
-    if (!state->negative.empty())
-        named.append(" from ").append(visible(state->negative)); // and leave out the rest
-    return {.command = callOf(choice, state->negative, tests, read),
-            .about = (state->isSure ? "How well do the tests tell " + named + "?"
-                                    : "How well do they tell " + named + ", if that is the question?")
-                + part,
-            .isSure = state->isSure,
-            .isComplete = true};
+    const CodedTests coded = agreeing(tests.withCodes);
+    if (!state || (tests.sound.empty() && coded.names.empty()))
+        return {formOf(state, tests.sound.empty() ? coded.names : tests.sound, read)};
+    Calls calls(*state, read);
+    if (!tests.sound.empty())
+        calls.addSound(tests.sound);
+    if (!coded.names.empty())
+        calls.addCoded(coded);
+    return std::move(calls).calls();
 }
 
 } // namespace vexroc

@@ -5,6 +5,7 @@
 
 #include <span>
 #include <string>
+#include <vector>
 
 namespace vexroc {
 
@@ -16,8 +17,9 @@ struct NextCall {
     bool isComplete;     ///< does it run as it stands, or is it a form to fill in?
 };
 
-/// The state is a column with two values that its name and its values make likely; the tests are the columns of numbers
-/// that are neither numbers of cases nor hold likely codes, and with more than two values where there are such.
-NextCall nextCall(std::span<const ColumnFacts> columns, const InputOptions& options, const Input& input);
+/// The likeliest first. The state is a column with two values that its name and its values make likely; the tests are
+/// the columns of numbers that are no numbers of cases, and with more than two values where there are such. Those that
+/// hold likely codes are asked about in a call of their own.
+std::vector<NextCall> nextCalls(std::span<const ColumnFacts> columns, const InputOptions& options, const Input& input);
 
 } // namespace vexroc

@@ -208,18 +208,9 @@ private:
         const auto grouped = mayAsk ? groupedNumber(place.cell, Thousands::comma) : std::nullopt;
         if (!grouped || !grouped->isDoubtful())
             throw inputError(badCellMessage(place.text, columns_[place.column], place.cell,
-                                            "write a number, or leave the cell empty" + missingOption(place.cell),
-                                            numbers));
+                                            "write a number, or leave the cell empty", numbers));
         if (!doubtful_)
             doubtful_ = std::move(place);
-    }
-
-    /// How to say that a text stands for a missing value, where it may.
-    static std::string missingOption(const std::string& cell)
-    {
-        constexpr std::size_t longestWord = 20;
-        const bool isWord = cell.size() <= longestWord && cell.find_first_of(",\"") == std::string::npos;
-        return isWord ? "; if it means a missing value, add --missing " + shellWord(cell) : "";
     }
 
     [[nodiscard]] Failure question() const

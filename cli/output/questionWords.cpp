@@ -19,52 +19,58 @@ std::vector<std::string> valuesOf(const CaseLabels& labels, vexroc_state state)
     return texts;
 }
 
-/// With its rows; in quotes where blanks would not be seen.
-std::string withRows(const ColumnLabels::Value& value)
+/// In quotes where blanks would not be seen.
+std::string shown(const ColumnLabels::Value& value)
 {
     constexpr std::size_t most = 40; // characters
     const bool isPlain = trimmed(value.text) == value.text;
-    const std::string text = bothEnds(isPlain ? visible(value.text) : inQuotes(value.text), most);
-    return text + " (" + std::to_string(value.rows) + ')';
+    return bothEnds(isPlain ? visible(value.text) : inQuotes(value.text), most);
+}
+
+/// " (12)"; nothing where rows are not cases.
+std::string inBrackets(long long rows, const Question& question)
+{
+    return question.count.empty() ? " (" + std::to_string(rows) + ')' : "";
 }
 
 /// "malignant (212), suspect (3)".
-std::string withRows(const CaseLabels& labels, vexroc_state state)
+std::string withRows(const Question& question, const CaseLabels& labels, vexroc_state state)
 {
     constexpr int most = 5;
     std::string list;
     int count = 0;
     for (const ColumnLabels::Value& value : labels.state().values())
         if (value.state == state && ++count <= most)
-            list += (list.empty() ? "" : ", ") + withRows(value);
+            list += (list.empty() ? "" : ", ") + shown(value) + inBrackets(value.rows, question);
     return count > most ? list + " and " + std::to_string(count - most) + " more" : list;
 }
 
-std::string rowsOf(const CaseLabels& labels, vexroc_state state)
+std::string rowsOf(const Question& question, const CaseLabels& labels, vexroc_state state)
 {
     long long rows = 0;
     for (const ColumnLabels::Value& value : labels.state().values())
         rows += value.state == state ? value.rows : 0;
-    return " (" + std::to_string(rows) + ')';
+    return inBrackets(rows, question);
 }
 
 /// "Positive: grade >= 3 (12); negative: grade < 3 (24)".
-std::string cutHeading(const StateQuestion& state, const CaseLabels& labels)
+std::string cutHeading(const Question& question, const CaseLabels& labels)
 {
+    const StateQuestion& state = question.state;
     const std::string& sign = state.choice.sign;
     const std::string otherSign = sign == ">=" ? "<" : sign == ">" ? "<=" : sign == "<=" ? ">" : ">=";
     const auto side = [&](const std::string& s) { return visible(state.column + ' ' + s + ' ' + state.choice.bound); };
-    return "Positive: " + side(sign) + rowsOf(labels, VEXROC_STATE_POSITIVE) + "; negative: " + side(otherSign)
-        + rowsOf(labels, VEXROC_STATE_NEGATIVE);
+    return "Positive: " + side(sign) + rowsOf(question, labels, VEXROC_STATE_POSITIVE)
+        + "; negative: " + side(otherSign) + rowsOf(question, labels, VEXROC_STATE_NEGATIVE);
 }
 
-std::string statesHeading(const StateQuestion& state, const CaseLabels& labels)
+std::string statesHeading(const Question& question, const CaseLabels& labels)
 {
-    if (!state.choice.sign.empty())
-        return cutHeading(state, labels);
-    const std::string negative = withRows(labels, VEXROC_STATE_NEGATIVE);
-    const std::string others = withRows(labels, VEXROC_STATE_OTHER);
-    return "Positive: " + visible(state.column) + " = " + withRows(labels, VEXROC_STATE_POSITIVE)
+    if (!question.state.choice.sign.empty())
+        return cutHeading(question, labels);
+    const std::string negative = withRows(question, labels, VEXROC_STATE_NEGATIVE);
+    const std::string others = withRows(question, labels, VEXROC_STATE_OTHER);
+    return "Positive: " + visible(question.state.column) + " = " + withRows(question, labels, VEXROC_STATE_POSITIVE)
         + "; negative: " + (negative.empty() ? "none" : negative) + (others.empty() ? "" : "; left out: " + others);
 }
 
@@ -87,7 +93,7 @@ std::string otherDirections(const Question& question)
 
 std::string questionHeading(const Question& question, const CaseLabels& labels)
 {
-    return statesHeading(question.state, labels) + "; " + question.positiveEnd() + " values are more positive"
+    return statesHeading(question, labels) + "; " + question.positiveEnd() + " values are more positive"
         + otherDirections(question);
 }
 

@@ -50,8 +50,8 @@ struct DrawnCurve {
 /// More curves than these nobody tells apart.
 constexpr std::size_t mostDrawnCurves = 100;
 
-/// Keeps the mostDrawnCurves largest areas, in their order, and gives each of the others a name and a legend of its own: names
-/// that are shown alike get numbers. Says what was dropped; empty where nothing was.
+/// Keeps the mostDrawnCurves largest areas, in their order, and gives each of them a name and a legend of its own:
+/// names that are shown alike get numbers. Says what was dropped; empty where nothing was.
 std::string prepareForDrawing(std::vector<DrawnCurve>& curves);
 
 /// Says that curves were thinned, and how far; empty where all points are drawn.

@@ -116,7 +116,7 @@ void ColumnLabels::choose(const StateChoice& choice, const CallLine& call)
 }
 
 /// The library's ways on are options; a user is better served by whole calls, each on its line.
-std::string ColumnLabels::withCalls(std::string message, const CallLine& call) const
+std::string ColumnLabels::withCalls(const std::string& message, const CallLine& call) const
 {
     const char* const first = vexroc_labels_way_on(labels_.get(), 0);
     const char* const second = vexroc_labels_way_on(labels_.get(), 1);

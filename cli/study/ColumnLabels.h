@@ -61,7 +61,7 @@ private:
     };
     void fill(const DataColumn& column, std::span<const std::string> named);
     void readValues(std::size_t labels);
-    [[nodiscard]] std::string withCalls(std::string message, const CallLine& call) const;
+    [[nodiscard]] std::string withCalls(const std::string& message, const CallLine& call) const;
 
     std::string source_;
     std::string column_;

@@ -18,8 +18,8 @@ struct CutOffReading {
     bool wholeNumbers = false; ///< the test has no other values
 };
 
-/// "15.045"; "3.5 (at least 4)" where only whole numbers occur; "any" and "none" for the ends of a curve; empty for NaN,
-/// where there is no cut-off.
+/// "15.045"; "3.5 (at least 4)" where only whole numbers occur; "any" and "none" for the ends of a curve; empty for
+/// NaN, where there is no cut-off.
 std::string cutOffText(double cutOff, const CutOffReading& reading);
 
 } // namespace vexroc

@@ -66,7 +66,15 @@ std::string nearlyNumber(std::string_view cell, const NumberForm& form)
         return "";
     const std::string side = below ? "below" : "above";
     return "is a limit, not a number; for a ROC curve only the order of the values counts: write one number " + side
-        + " all measured ones in every such cell, or leave them empty";
+        + " all measured ones in every such cell";
+}
+
+/// How to say that a text stands for a missing value, where it may.
+std::string missingOption(std::string_view cell)
+{
+    constexpr std::size_t longestWord = 20;
+    const bool isWord = cell.size() <= longestWord && cell.find_first_of(",\"") == std::string_view::npos;
+    return isWord ? "; if it means a missing value, add --missing " + shellWord(cell) : "";
 }
 
 } // namespace
@@ -121,7 +129,8 @@ std::string badCellMessage(const std::string& place, const std::string& column, 
         return front + known;
     const std::string fault = isBeyondDouble(cell, numbers.decimal) ? "is beyond the range of a double, about 1.8e308; "
                                                                     : "is neither a number nor missing; ";
-    return front + fault + advice + signHint(cell, form);
+    const std::string hint = signHint(cell, form);
+    return front + fault + advice + (hint.empty() && form ? missingOption(cell) : hint);
 }
 
 } // namespace vexroc

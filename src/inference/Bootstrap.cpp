@@ -84,7 +84,7 @@ double stdErrorOf(std::span<const std::int64_t> twiceU, const StateCounts& cases
 /// The bias z0: quantile of the share of replicates below the estimate, those equal to it counting half.
 double biasOf(std::span<const std::int64_t> sorted, std::int64_t twiceU)
 {
-    const auto [first, last] = std::ranges::equal_range(sorted, twiceU);
+    const auto [first, last] = std::equal_range(sorted.begin(), sorted.end(), twiceU);
     const auto below = static_cast<double>(first - sorted.begin());
     const auto equal = static_cast<double>(last - first);
     return VexMath_920::VexDistFun::IdfNorm((below + equal / 2.0) / static_cast<double>(sorted.size()), 0.0, 1.0);

@@ -1,5 +1,6 @@
 #include "labels/LabelWords.h"
 
+#include "labels/LetterCase.h"
 #include "remarks/typed.h"
 
 #include <algorithm>
@@ -45,7 +46,7 @@ std::string looks(std::string_view text)
         if (text.ends_with(hardBlank))
             text.remove_suffix(hardBlank.size());
     }
-    return lowerCase(text);
+    return foldedCase(text);
 }
 
 std::string LabelWords::quoted(std::string_view text) const
@@ -140,7 +141,16 @@ std::string LabelWords::asArgument(const std::vector<std::string>& texts) const
     return voice_ == VEXROC_VOICE_R ? "c(" + list + ')' : '[' + list + ']';
 }
 
-std::string LabelWords::likelyPositive() const { return column_.spellingOf(column_.values().back()).text; }
+/// The later of the two commonest values: a rare one may be a code for something else.
+std::string LabelWords::likelyPositive() const
+{
+    std::vector<Value> values = column_.values();
+    std::ranges::stable_sort(values, std::greater{}, &Value::count);
+    const Value& second = values[std::min<std::size_t>(1, values.size() - 1)];
+    const auto isCommon = [&](const Value& v) { return v.first == values.front().first || v.first == second.first; };
+    const auto last = std::ranges::find_if(column_.values().rbegin(), column_.values().rend(), isCommon);
+    return column_.spellingOf(*last).text;
+}
 
 /// The commonest of the other values; one that only looks like a positive one last of all.
 std::string LabelWords::likelyNegative(const std::vector<std::string>& positive) const

@@ -13,7 +13,8 @@ import pytest
 from harness import ROOT
 
 GUIDE = ROOT / "docs/host-guide.md"
-PAGES = [*ROOT.glob("docs/vexroc*.md"), *(ROOT / "docs" / page for page in ("json.md", "outputs.md", "tutorial.md"))]
+PAGES = [ROOT / "README.md", *ROOT.glob("docs/vexroc*.md"),
+         *(ROOT / "docs" / page for page in ("json.md", "outputs.md", "tutorial.md"))]
 EXAMPLE = re.compile(r"^```console\n\$ (.*)\n((?:.*\n)*?)```$", re.MULTILINE)
 CODE = re.compile(r"^(?:<!-- (\S+) -->\n)?```(?:cpp|c)\n(.*?)^```$", re.MULTILINE | re.DOTALL)
 

@@ -267,7 +267,8 @@ def test_one_analysis_by_value_is_that_of_its_rows(vexroc, tmp_path):
     none_ill = b"s,t,u,id\n1,2,1,a\n0,1,1,a\n1,3,2,a\n0,5,,b\n0,6,7,b\n"  # among b
     counts, areas = tables(vexroc, f"analyze {ON_INPUT} t,u --by id", none_ill)
     assert ["b", "rows read", "2"] in counts
-    assert [row[:7] for row in areas[2:]] == [["b", *row, "NA"] for row in (["t", "all cases", "0", "2", "0"], ["u", "all cases", "0", "1", "1"])]
+    assert [row[:7] for row in areas[2:]] == [["b", *row.split(";"), "NA"]
+                                              for row in ("t;all cases;0;2;0", "u;all cases;0;1;1")]
 
 
 def test_all_tests_are_the_numbers_without_another_part(vexroc):
@@ -398,6 +399,13 @@ def test_columns_points_out_what_misleads_and_ends_with_the_next_call(vexroc, tm
     call = shlex.split(text.splitlines()[-1])
     assert call == ["vexroc", "auc", "it's.csv", "--decimal", "comma", "--state", "ill=yes", "--test", "psa"]
     vexroc.done(*call[1:], cwd=tmp_path)
+    coded = b'state,t\n' + b"".join(b'%s,%d\n' % ([b"ill", b'"ill "', b"well"][i % 3], i % 4 - (i % 4 == 0) * 9)
+                                     for i in range(24))
+    text = vexroc.done("columns", "-", data=coded)
+    for words in "state   'ill '     8\n", "t (-9 in 6 rows)", "if -9 stands for a missing value?":
+        assert words in text
+    for line in text.splitlines()[-3::2]:
+        vexroc.done(*shlex.split(line)[1:], data=coded)
     odd = b'"a=b","x,y",-z,"q""uote"\n' + b"".join(b"%d,%d,%d,%d.5\n" % (i % 2, i, i * i, i) for i in (1, 4, 2, 6))
     call = vexroc.json("columns", "-", data=odd)["results"]["next"][0]
     assert call["complete"] and not call["sure"]

@@ -209,6 +209,7 @@ TEST(States, NotSaidListEveryValueAndTwoWaysOn)
          {"ill", "2"},
          {R"(pos_label=["ill", 2], neg_label="we,\"ll")", R"(pos_label=["ill", 2], neg_label=vexroc.OTHERS)"}},
         {VEXROC_VOICE_R, {"2"}, {R"(positive = 2, negative = "ill")", R"(positive = 2, negative = others())"}},
+        {VEXROC_VOICE_R, {}, {R"(positive = "ill", negative = 2)", R"(positive = "ill", negative = others())"}},
     };
     for (const auto& [voice, positive, ways] : cases) {
         Labels labels({"ill", "we,\"ll", "ill ", "2", "", "ill"}, {}, voice);
@@ -221,12 +222,13 @@ TEST(States, NotSaidListEveryValueAndTwoWaysOn)
 
 TEST(LabelRemarks, NameWhatLooksAlike)
 {
-    Labels labels({"ill", "Ill", "ill\xC2\xA0", "well", "WELL", "7", "007", "NA", "n/a", "NA", ""});
+    Labels labels(
+        {"ill", "Ill", "ill\xC2\xA0", "ЩЁ", "щё", "Öl", "öL", "well", "WELL", "7", "007", "NA", "n/a", "NA", ""});
     EXPECT_THAT(labels.remarks(),
                 AllOf(HasSubstr("'NA': 2, 'n/a': 1"), HasSubstr("'WELL': 1, 'well': 1"), HasSubstr("'7': 1, '007': 1"),
-                      HasSubstr("spellings: ")));
+                      HasSubstr("'Öl': 1, 'öL': 1"), HasSubstr("'ЩЁ': 1, 'щё': 1"), HasSubstr("spellings: ")));
     const std::string states = labels.choose({"ill", "Ill", "ill\xC2\xA0"}, {}, true);
-    EXPECT_EQ(states, "+++----...") << vexroc_last_error();
+    EXPECT_EQ(states, "+++--------...") << vexroc_last_error();
     EXPECT_THAT(labels.remarks(), Not(HasSubstr("spellings"))) << "what looks alike has one state";
     EXPECT_EQ(labels.choose({"ill"}, {}, true).front(), '+');
     EXPECT_THAT(labels.remarks(), HasSubstr("'Ill': 1, 'ill': 1"));

@@ -6,13 +6,14 @@ say <- function(...) cat(paste(..., sep = "\x1f"), "\x1e\n", sep = "")
 say_rows <- function(name, kind, frame, columns)
   for (i in seq_len(nrow(frame))) do.call(say, c(name, kind, lapply(frame[i, columns], format, digits = 17)))
 
-# Of the areas and of their comparison, which say in part the same.
+# Of both results; each says a kind once, of its own cases.
 said_of <- function(fit, pairs) {
-  both <- function(kind) {
-    remarks <- rbind(fit[[kind]], if (!is.null(pairs)) pairs[[kind]])
+  one_of_each <- function(kind) {
+    stopifnot(!duplicated(fit[[kind]]$code), !duplicated(pairs[[kind]]$code))
+    remarks <- rbind(pairs[[kind]], fit[[kind]])
     remarks[!duplicated(remarks$code), ]
   }
-  list(cautions = both("cautions"), notes = both("notes"))
+  list(cautions = one_of_each("cautions"), notes = one_of_each("notes"))
 }
 
 answer <- function(name, fit, compare, file, ...) {

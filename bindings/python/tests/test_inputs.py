@@ -22,6 +22,7 @@ def nullable(values, dtype):
     (np.array(["ill", "well"] * 3), "ill"),
     (lambda: nullable(STATES, "Int64"), None),
     (lambda: nullable(STATES, "boolean"), True),
+    (np.array(STATES, dtype=bool), "True"),
     (lambda: nullable(["ill", "well"] * 3, "category"), "ill"),
     (lambda: nullable(["ill", "well"] * 3, "string"), "ill"),
     (np.array(["2020-02-01", "2021-02-01"] * 3, "M8[D]"), "2020-02-01"),
@@ -76,6 +77,7 @@ def test_missing_values_are_told_or_left_out(states, scores):
     (STATES, ["3", "1", "<5", "1", "2", "0"], {}, TypeError, "y_score has '<5' .* at position 2; replace it by"),
     ([1, 2] * 3, SCORES, {}, ValueError, '"1" .3., "2" .3.*say pos_label=2, neg_label=1 or pos_label=2, .*OTHERS'),
     (["ill", "well"] * 3, SCORES, {"pos_label": 1}, ValueError, 'never holds "1"; it holds "ill" .3., "well" .3.'),
+    ([True, False] * 3, SCORES, {"pos_label": "ill"}, ValueError, 'it holds "False" .3., "True" .3.'),
     (["ill", "well", "dead"] * 2, SCORES, {"pos_label": "ill"}, ValueError, 'pos_label="ill", neg_label="dead" or'),
     (["ill", "well", "dead"] * 2, SCORES, {"pos_label": ["ill", "dead"], "neg_label": "Well"}, ValueError, '"Well"'),
     (["ill", "well"] * 3, SCORES, {"pos_label": "ill", "neg_label": "others"}, ValueError, 'never holds "others"'),
@@ -83,7 +85,7 @@ def test_missing_values_are_told_or_left_out(states, scores):
     ([1j, 2j] * 3, SCORES, {"pos_label": 3}, ValueError, 'it holds "1j" .3., "2j" .3.'),
     (np.array(["2020", "2021"] * 3, "M8[Y]"), SCORES, {}, ValueError, 'pos_label="2021-01-01"'),
     (np.linspace(0, 1, 20), [0, 1] * 10, {"pos_label": 1, "neg_label": vexroc.OTHERS}, ValueError, "swapped"),
-    (lambda: nullable(STATES, "int"), lambda: nullable(SCORES, "float")[::-1], {}, ValueError,
+    (lambda: nullable(STATES, "int"), lambda: nullable(SCORES, "float").rename(lambda row: row + 1), {}, ValueError,
      r"another order.*y_score.reindex\(y_true.index\).*y_score.to_numpy\(\)"),
     (STATES, SCORES, {"pos_label": {}}, TypeError, "pos_label=.* is no single label"),
     (STATES, SCORES, {"pos_label": NAN}, ValueError, "pos_label=nan is a missing value"),
@@ -129,6 +131,7 @@ def test_cautions_warn_where_the_call_is_and_stay_in_the_result():
             result = call()
         assert [(one.message.code, str(one.message)) for one in caught] == [
             (caution.code, caution.text) for caution in result.cautions]
+        assert f"\ncaution: {result.cautions[0].text}" in repr(result)
         assert result.cautions[0].code == "few-cases" and {one.filename for one in caught} == {__file__}
     wrong = vexroc.auc(np.tile([0, 1], 20), np.tile([2, 1, 4, 3], 10), direction="larger")
     assert [caution.code for caution in wrong.cautions] == ["below-chance"]
@@ -137,7 +140,8 @@ def test_cautions_warn_where_the_call_is_and_stay_in_the_result():
     assert not mapped.cautions and mapped.area == 1 - wrong.area
     perfect = vexroc.auc([0] * 12 + [1] * 12, range(24))
     assert perfect.area == 1 and np.isnan([perfect.p_value, perfect.log10_p, perfect.ci_lower, perfect.ci_upper]).all()
-    assert [note.code for note in vexroc.auc([0, 1] * 20, [0, 1, 1, 1] * 10).notes] == ["two-values"]
+    classes = vexroc.auc([0, 1] * 20, [0, 1, 1, 1] * 10)
+    assert [note.code for note in classes.notes] == ["two-values"] and "\nnote: area of a yes/no test" in repr(classes)
 
 
 def test_an_absent_state_is_named_and_gives_no_points_and_nan():

@@ -1,8 +1,8 @@
 """ROC analysis: curves, areas with standard error, test and interval, comparisons, and whole analyses of tables.
 
 >>> import vexroc
->>> vexroc.auc([1, 0, 1, 0], [0.9, 0.3, 0.6, 0.7])
-<area 0.7500, standard error 0.2795, p = 0.3711, 95 % interval 0.2022 to 1.2978; 2 positive and 2 negative cases>
+>>> vexroc.auc([1, 0, 1, 0] * 5, [5, 1, 3, 4] * 5)
+<area 0.7500, standard error 0.1146, p = 0.0291, 95 % interval 0.5255 to 0.9745; 10 positive and 10 negative cases>
 """
 from ._analysis import AnalysisError, analyze
 from ._arraycalls import auc, compare_independent, compare_paired, pr_curve, roc_curve

@@ -180,9 +180,9 @@ def roc_curve(y_true: Any, y_score: Any, *, pos_label: Any = None, neg_label: An
 
     Examples
     --------
-    >>> curve = vexroc.roc_curve([1, 0, 1, 0], [0.9, 0.3, 0.6, 0.7])
+    >>> curve = vexroc.roc_curve([1, 0, 1, 0] * 5, [0.9, 0.3, 0.6, 0.7] * 5)
     >>> curve
-    <ROC curve: 5 points, 2 positive and 2 negative cases>
+    <ROC curve: 5 points, 10 positive and 10 negative cases>
     >>> curve.fpr, curve.tpr
     (array([0. , 0. , 0.5, 0.5, 1. ]), array([0. , 0.5, 0.5, 1. , 1. ]))
     """
@@ -231,8 +231,6 @@ def pr_curve(y_true: Any, y_score: Any, *, pos_label: Any = None, neg_label: Any
     Examples
     --------
     >>> curve = vexroc.pr_curve(["ill", "well", "ill", "well"], [0.9, 0.3, 0.6, 0.7], pos_label="ill")
-    >>> curve
-    <precision-recall curve: 5 points, 0 of them interpolated, 2 positive and 2 negative cases>
     >>> curve.precision.round(2), curve.recall
     (array([0.5 , 0.67, 0.5 , 1.  , 1.  ]), array([1. , 1. , 0.5, 0.5, 0. ]))
     """
@@ -289,9 +287,9 @@ def auc(y_true: Any, y_score: Any, *, pos_label: Any = None, neg_label: Any = No
 
     Examples
     --------
-    >>> area = vexroc.auc([True, False, True, False, True], [5, 1, 4, 4, 3])
+    >>> area = vexroc.auc([True, False, True, False] * 5, [5, 1, 3, 4] * 5)
     >>> area
-    <area 0.7500, standard error 0.2485, p = 0.3143, 95 % interval 0.2630 to 1.2370; 3 positive and 2 negative cases>
+    <area 0.7500, standard error 0.1146, p = 0.0291, 95 % interval 0.5255 to 0.9745; 10 positive and 10 negative cases>
     >>> area.area
     0.75
     """

@@ -67,14 +67,23 @@ def check_lengths(columns: Mapping[str, npt.NDArray[Any]]) -> None:
 
 
 def check_order(columns: Mapping[str, Any]) -> None:
-    """Throws for two pandas columns with the same index in another order: which cases belong together is not clear."""
+    """Throws for two pandas columns with mostly the same index labels at other positions: which cases belong together
+    is not clear."""
     indexes = [(name, values.index) for name, values in columns.items()
                if hasattr(getattr(values, "index", None), "equals")]
     for name, index in indexes[1:]:
         first_name, first = indexes[0]
-        if index is not first and len(index) == len(first) and not index.equals(first) and set(index) == set(first):
-            raise ValueError(f"{first_name} and {name} have the same index labels in another order; pair the cases by "
-                             f"label, with {name}.reindex({first_name}.index), or by position, with {name}.to_numpy()")
+        if index is not first and len(index) == len(first) and not index.equals(first) and _is_moved(index, first):
+            raise ValueError(f"{first_name} and {name} have the same index labels in another order, most of them; pair "
+                             f"the cases by label, with {name}.reindex({first_name}.index), or by position, with "
+                             f"{name}.to_numpy()")
+
+
+def _is_moved(index: Any, first: Any) -> bool:
+    """Are more than half of the labels those of the first index, some of them at another position?"""
+    positions = {label: position for position, label in enumerate(first)}
+    shared = [(position, positions[label]) for position, label in enumerate(index) if label in positions]
+    return 2 * len(shared) > len(index) and any(here != there for here, there in shared)
 
 
 def is_missing(value: object) -> bool:

@@ -39,6 +39,7 @@ _STATES = (0.0, 1.0, OTHER_STATE, np.nan)
 _TEXT, _VALUE = 0, 1
 _ABSENT = -2
 _MANY_FRACTIONS = 10
+_BOOLS = (bool, np.bool_)
 
 
 def _text(label: Any) -> str | None:
@@ -49,8 +50,6 @@ def _text(label: Any) -> str | None:
         label = label.item()
     if isinstance(label, datetime.date):
         return str(label).removesuffix(" 00:00:00")
-    if isinstance(label, bool):
-        return str(int(label))
     return str(label) if isinstance(label, (str, numbers.Real)) else None
 
 
@@ -127,6 +126,9 @@ class _Labels:
         self._library = library()
         self._address = ctypes.c_void_p()
         self._codes, self.known = _factorized(name, values)
+        self._has_bools = any(isinstance(label, _BOOLS) for label in self.known)
+        self._has_numbers = any(isinstance(label, numbers.Number) and not isinstance(label, bool)
+                                for label in self.known)
 
     def __del__(self) -> None:
         self._library.vexroc_labels_free(self._address)
@@ -147,7 +149,7 @@ class _Labels:
         """The library's index of the label; a category need not have a case."""
         if count == 0:
             return _ABSENT
-        text, kind = _spelled(label)
+        text, kind = _spelled(self._plain(label))
         index = ctypes.c_int()
         check(self._library.vexroc_labels_add(self._address, text, len(text), kind, count, ctypes.byref(index)))
         return index.value
@@ -159,7 +161,13 @@ class _Labels:
                 label = np.datetime64(label)
             except ValueError:
                 pass  # no date, so it never occurs, which is told later
-        return _spelled(label)[0]
+        if self._has_bools and (_equals(label, 0) or _equals(label, 1)):
+            label = bool(label)
+        return _spelled(self._plain(label))[0]
+
+    def _plain(self, label: Any) -> Any:
+        """Bools are True and False, or 1 and 0 in a column of numbers."""
+        return int(label) if isinstance(label, _BOOLS) and self._has_numbers else label
 
     def spread(self, of_labels: list[float]) -> Floats:
         """The number of each case's label, NaN for a missing one."""

@@ -56,6 +56,12 @@ def _interval(level: float, lower: float, upper: float) -> str:
     return f"{level * 100:g} % interval {lower:.4f} to {upper:.4f}"
 
 
+def _with_remarks(text: str, cautions: Remarks, notes: Remarks) -> str:
+    """The text, and a line below it for each caution and note."""
+    return "\n".join([text, *(f"caution: {caution.text}" for caution in cautions),
+                      *(f"note: {note.text}" for note in notes)])
+
+
 @dataclass(frozen=True, repr=False, eq=False)
 class RocCurve(_Frozen):
     """An empirical ROC curve: k distinct scores give k + 1 points.
@@ -83,7 +89,8 @@ class RocCurve(_Frozen):
         return iter((self.fpr, self.tpr, self.thresholds))
 
     def __repr__(self) -> str:
-        return f"<ROC curve: {len(self.fpr)} points, {_cases(self.n_positive, self.n_negative, self.n_omitted)}>"
+        cases = _cases(self.n_positive, self.n_negative, self.n_omitted)
+        return _with_remarks(f"<ROC curve: {len(self.fpr)} points, {cases}>", self.cautions, self.notes)
 
 
 @dataclass(frozen=True, repr=False, eq=False)
@@ -108,8 +115,9 @@ class PrecisionRecallCurve(_Frozen):
         return iter((self.precision, self.recall, self.thresholds))
 
     def __repr__(self) -> str:
-        return (f"<precision-recall curve: {len(self.recall)} points, {int(np.count_nonzero(self.interpolated))} of "
+        text = (f"<precision-recall curve: {len(self.recall)} points, {int(np.count_nonzero(self.interpolated))} of "
                 f"them interpolated, {_cases(self.n_positive, self.n_negative, self.n_omitted)}>")
+        return _with_remarks(text, self.cautions, self.notes)
 
 
 @dataclass(frozen=True, repr=False)
@@ -149,7 +157,8 @@ class Area:
             "" if self.distribution == "nonparam" else f" ({self.distribution})")
         inference = "no p value and interval" if math.isnan(self.p_value) else (
             f"{_p(self.p_value)}, {_interval(self.confidence_level, self.ci_lower, self.ci_upper)}")
-        return f"<area {self.area:.4f}, standard error {self.std_error:.4f}{assumption}, {inference}; {self.cases}>"
+        text = f"<area {self.area:.4f}, standard error {self.std_error:.4f}{assumption}, {inference}; {self.cases}>"
+        return _with_remarks(text, self.cautions, self.notes)
 
     @property
     def cases(self) -> str:
@@ -180,9 +189,10 @@ class Comparison:
     def __repr__(self) -> str:
         first, second = self.first.cases, self.second.cases
         cases = f"{first} in each" if first == second else f"{first} against {second}"
-        return (f"<difference {self.difference:.4f} ({self.first.area:.4f} - {self.second.area:.4f}), "
+        text = (f"<difference {self.difference:.4f} ({self.first.area:.4f} - {self.second.area:.4f}), "
                 f"standard error {self.std_error:.4f}, z = {self.z:.4f}, {_p(self.p_value)}, "
                 f"{_interval(self.confidence_level, self.ci_lower, self.ci_upper)}; {cases}>")
+        return _with_remarks(text, self.cautions, self.notes)
 
 
 @dataclass(frozen=True)
@@ -285,9 +295,7 @@ class Analysis:
         lines += [f"{first.name} - {second.name}: {comparison!r}"
                   for comparison, (first, second) in zip(self.comparisons, self.compared)]
         lines += [f"left out: {count}, {reason}" for reason, count in self.omitted.items()]
-        lines += [f"caution: {caution.text}" for caution in self.cautions]
-        lines += [f"note: {note.text}" for note in self.notes]
-        return "\n".join(lines)
+        return _with_remarks("\n".join(lines), self.cautions, self.notes)
 
 
 def number(value: float) -> float:

@@ -36,6 +36,8 @@ numeric_tests <- function(x) {
   names(tests) <- names
   if (any(vapply(tests, is.matrix, NA))) tests <- do.call(c, unname(Map(columns_of, tests, names)))
   if (length(tests) == 0) fail("no test variable is given")
+  twice <- names(tests)[duplicated(names(tests))]
+  if (length(twice) > 0) fail("two tests are called '", twice[1], "'; give each a name of its own")
   Map(function(test, name) as_numbers(test, paste0("test '", name, "'")), tests, names(tests))
 }
 
@@ -52,14 +54,18 @@ as_numbers <- function(x, what) {
   fail(what, " is of class ", class(x)[1], "; it has to be numbers", advice_on(x))
 }
 
-#' How texts and levels become numbers.
+#' How texts and levels become numbers, and the first text that spells none.
 advice_on <- function(x) {
   if (is.ordered(x)) return(", such as as.integer() makes of the order of its levels")
   if (!is.character(x) && !is.factor(x)) return("")
-  texts <- unique(as.character(x[!is.na(x)]))
-  words <- texts[is.na(suppressWarnings(as.numeric(texts)))]
-  paste0(", such as as.numeric() makes of texts that spell some", if (length(words) > 0)
-    paste0("; these do not: ", paste0("\"", head(words, 5), "\"", collapse = ", "), if (length(words) > 5) ", ..."))
+  texts <- as.character(x)
+  wrong <- which(!is.na(texts) & is.na(suppressWarnings(as.numeric(texts))))
+  convert <- if (is.factor(x)) "as.numeric(as.character())" else "as.numeric()"
+  if (length(wrong) == 0) return(paste0(", such as ", convert, " makes of it"))
+  more <- length(unique(texts[wrong])) - 1
+  paste0(", and ", shown(texts[wrong[1]]), " in row ", wrong[1], " is none",
+         if (more > 0) paste0(", nor ", if (more == 1) "is 1 other text" else paste("are", more, "other texts")),
+         ": replace what is no number by one or by NA, then convert with ", convert)
 }
 
 doubles_of_integer64 <- function(x, what) {

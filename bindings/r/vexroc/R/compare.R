@@ -39,7 +39,9 @@ print.vexroc_comparison <- function(x, digits = 4, ...) {
   columns <- c("test", "group", "positive", "negative", "left_out", "area", "standard_error")
   print_table(x$areas[intersect(columns, names(x$areas))], digits)
   cat("\n")
-  print_table(x$comparisons[grep("^(area|standard_error)[12]$|^log10_p$", names(x$comparisons), invert = TRUE)], digits)
+  pairs <- x$comparisons[grep("^(area|standard_error)[12]$|^log10_p$", names(x$comparisons), invert = TRUE)]
+  names(pairs) <- sub("_difference$", "", names(pairs))
+  print_table(pairs, digits)
   print_remarks(x)
   invisible(x)
 }

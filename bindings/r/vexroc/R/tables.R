@@ -8,7 +8,7 @@ labels_of <- function(result, study)
 
 area_frame <- function(result, study) {
   columns <- c("positive", "negative", if (!is.null(study$weight)) c("weighted_positive", "weighted_negative"),
-               "left_out", "area", "standard_error", "interval", "p_value", "log10_p", "lower", "upper", "gini",
+               "left_out", "area", "standard_error", "distribution", "p_value", "log10_p", "lower", "upper", "gini",
                if (!identical(study$settings$roc, 0)) c("max_ks", "max_ks_cut_off"), "ties")
   none <- result$areas$max_ks < 0
   result$areas$max_ks[none] <- result$areas$max_ks_cut_off[none] <- NA
@@ -79,8 +79,9 @@ heading <- function(x, title) {
   study <- x$study
   cat(title, "\nPositive: ", study$state$values[2], "; negative: ", study$state$values[1], "\n", sep = "")
   cat(direction_sentence(names(study$tests), study$directions), "\n", sep = "")
-  cat("Interval: ", study$settings$interval, " with ", paste(unique(error_names[x$areas$interval]), collapse = ", "),
-      " standard error; confidence level ", study$settings$confidence_level, "\n\n", sep = "")
+  errors <- paste(unique(error_names[x$areas$distribution]), collapse = ", ")
+  cat("Interval: ", study$settings$interval, " with ", errors, " standard error; confidence level ",
+      study$settings$confidence_level, "\n\n", sep = "")
 }
 
 #' What standard errors are made of.
@@ -96,7 +97,40 @@ direction_sentence <- function(tests, directions) {
 print_table <- function(frame, digits) {
   if (!is.null(frame$p_value))
     frame$p_value <- sub("< ?1e-04", "<0.0001", format.pval(frame$p_value, digits = digits, eps = 1e-4))
-  print(frame, digits = digits, row.names = FALSE)
+  if (all(frame$left_out == 0)) frame$left_out <- NULL
+  texts <- format(shorten(frame), digits = digits)
+  for (columns in panels(texts)) print(texts[columns], row.names = FALSE)
+}
+
+#' Are these what tells the rows apart?
+name_columns <- function(frame) grepl("^(test|group)[12]?$", names(frame))
+
+#' Long names without their middle, so that they take half of the width at most.
+shorten <- function(frame) {
+  at <- which(name_columns(frame))
+  end <- max(2, getOption("width") %/% 2 %/% length(at) %/% 2 - 2)
+  frame[at] <- lapply(frame[at], function(names)
+    ifelse(nchar(names) <= 2 * end + 3, names,
+           paste0(substr(names, 1, end), "...", substring(names, nchar(names) - end + 1))))
+  frame
+}
+
+#' Columns that fit side by side, each time with what tells the rows apart: R would let that stand in the first only.
+panels <- function(texts) {
+  names <- name_columns(texts)
+  widths <- 1 + mapply(function(column, name) max(nchar(c(column, name), "width")), texts, names(texts))
+  room <- getOption("width") - 1 - sum(widths[names])
+  panel <- used <- 0
+  panel_of <- rep(0, length(texts))
+  for (i in which(!names)) {
+    used <- used + widths[i]
+    if (panel == 0 || used > room) {
+      panel <- panel + 1
+      used <- widths[i]
+    }
+    panel_of[i] <- panel
+  }
+  lapply(seq_len(panel), function(one) which(names | panel_of == one))
 }
 
 print_remarks <- function(x) {

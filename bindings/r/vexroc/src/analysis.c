@@ -109,7 +109,7 @@ static SEXP records_of(const vexroc_analysis* analysis)
     const int rows = vexroc_analysis_record_count(analysis);
     SEXP list = PROTECT(number_columns(record_members, record_count, rows, 2));
     SEXP left_out = further_column(list, record_count, "left_out", REALSXP, rows);
-    SEXP intervals = further_column(list, record_count + 1, "interval", STRSXP, rows);
+    SEXP distributions = further_column(list, record_count + 1, "distribution", STRSXP, rows);
     for (int i = 0; i < rows; ++i) {
         vexroc_record record = {.struct_size = sizeof record};
         require_ok(vexroc_analysis_record(analysis, i, &record));
@@ -117,7 +117,7 @@ static SEXP records_of(const vexroc_analysis* analysis)
         long long usable = 0;
         require_ok(vexroc_analysis_record_rows(analysis, i, NULL, &usable));
         REAL(left_out)[i] = (double)(usable - record.positive - record.negative); /* the test is missing */
-        SET_STRING_ELT(intervals, i, Rf_mkChar(record.interval == NULL ? "" : record.interval));
+        SET_STRING_ELT(distributions, i, Rf_mkChar(record.interval == NULL ? "" : record.interval));
     }
     UNPROTECT(1);
     return list;

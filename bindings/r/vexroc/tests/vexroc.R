@@ -128,7 +128,8 @@ says("groups-ignored", compare(grouped, "paired"))
 shown <- capture.output(quietly(summary(vexroc(state ~ a, study, distribution = "bi-negative"))), pairs,
                         quietly(vexroc(state ~ test, rows, weight = weight)))
 for (text in c("nonparametric standard error", "^caution: the standard error is nonparametric", "^note: ",
-               "smaller ones of c", "b\\s+[0-9]+\\s+[0-9]+\\s+27 0", "missing weight 1"))
+               "smaller ones of c", "b\\s+[0-9]+\\s+[0-9]+\\s+27 0", "missing weight 1",
+               "^ test1 test2 +(z|p_value|lower|upper)"))
   if (!any(grepl(text, shown))) stop("not printed: ", text)
 
 # Formulas mean what they mean in lm.
@@ -156,7 +157,8 @@ errors <- list(
   "class factor, and tests are numbers: is it the state" = quote(vexroc(study$state, study$a)),
   "is the order wrong" = quote(vexroc(c(0, 1, 0, 1), c(3, 5, 8, 9))),
   "the tests come first" = quote(vexroc(response = study$state, predictor = study$a)),
-  "class character; it has to be numbers" = quote(vexroc(state ~ sex, study)),
+  "\"<5\" in row 2 is none, nor is 1 other" = quote(vexroc(list(t = c("3", "<5", NA, "x")), c(0, 1, 0, 1))),
+  "two tests are called 'a'" = quote(vexroc(list(a = 1:2, a = 2:1), 0:1)),
   "has 3 values; the state has 2" = quote(vexroc(1:3, c(0, 1))),
   "has 3 values; the state" = quote(vexroc(1:2, 0:1, weight = 1:3)),
   "do not go together" = quote(vexroc(1:2, 0:1, weight = 1:2, count = 1:2)),
