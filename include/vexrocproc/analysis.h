@@ -40,7 +40,7 @@ int vexroc_analysis_version(void);
 enum vexroc_result {
     VEXROC_OK = 0,
     VEXROC_CANCELLED = 1, /**< the cancel callback ended the run */
-    VEXROC_NO_RESULT = 2, /**< the analysis ended with an error; see vexroc_analysis_status */
+    VEXROC_NO_RESULT = 2, /**< the run ended with an error: see vexroc_analysis_status; vexroc_last_error says why */
     VEXROC_INVALID = 3,   /**< an argument that cannot be, or settings that do not go together */
     VEXROC_NO_MEMORY = 4,
     VEXROC_FAILED = 5 /**< anything else, which vexroc_last_error tells */

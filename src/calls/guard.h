@@ -36,6 +36,18 @@ int guarded(Work&& work) noexcept
     }
 }
 
+/// The same for calls that answer with a value: what they answer where there is none.
+template <class Value, class Work>
+Value guardedOr(Value otherwise, Work&& work) noexcept
+{
+    try {
+        return std::forward<Work>(work)();
+    } catch (...) {
+        failWithException();
+        return otherwise;
+    }
+}
+
 /// The text in quotation marks, for messages.
 std::string quoted(std::string_view text);
 

@@ -115,7 +115,9 @@ int vexroc_words_add(vexroc_words* words, const char* word)
 
 int vexroc_words_missing_in_test(const vexroc_words* words, const char* text, size_t length)
 {
-    return words != nullptr && words->words.isMissingInTest({text, text != nullptr ? length : 0}) ? 1 : 0;
+    return guardedOr(0, [&] {
+        return words != nullptr && words->words.isMissingInTest({text, text != nullptr ? length : 0}) ? 1 : 0;
+    });
 }
 
 int vexroc_labels_new(const char* column, const vexroc_words* words, char decimal, enum vexroc_voice voice,
@@ -186,7 +188,10 @@ int vexroc_labels_value_of(const vexroc_labels* labels, int spelling) { return v
 
 int vexroc_labels_find(const vexroc_labels* labels, const char* text, size_t length)
 {
-    return labels != nullptr ? labels->column.find({text, text != nullptr ? length : 0}) : LabelColumn::missing;
+    constexpr int notThere = LabelColumn::missing;
+    return guardedOr(notThere, [&] {
+        return labels != nullptr ? labels->column.find({text, text != nullptr ? length : 0}) : notThere;
+    });
 }
 
 int vexroc_labels_choose(vexroc_labels* labels, const vexroc_state_choice* choice)

@@ -83,6 +83,18 @@ const Kind& find(std::string_view name, const char* kind)
     throw InvalidArgument("no setting " + quoted(name) + " takes a " + kind + "; those that do are " + names);
 }
 
+/// Which of the words it is, whatever the case of its letters.
+int positionOf(std::string_view word, std::span<const std::string_view> words, std::string_view setting)
+{
+    std::string all;
+    for (std::size_t i = 0; i < words.size() && !words[i].empty(); ++i) {
+        if (compareIgnoreCase(std::string(word), std::string(words[i])))
+            return static_cast<int>(i);
+        enlist(all, quoted(words[i]));
+    }
+    throw InvalidArgument(std::string(setting) + ": no word " + quoted(word) + "; the words are " + all);
+}
+
 } // namespace
 
 std::span<const NamedSetting> namedSettings() noexcept { return settings; }
@@ -111,17 +123,6 @@ void setNumber(AnalysisRequest& request, std::string_view setting, double value)
 {
     requireNumber(setting, value);
     find<NamedSetting::Number>(setting, "number")(request, value);
-}
-
-int positionOf(std::string_view word, std::span<const std::string_view> words, std::string_view setting)
-{
-    std::string all;
-    for (std::size_t i = 0; i < words.size() && !words[i].empty(); ++i) {
-        if (compareIgnoreCase(std::string(word), std::string(words[i])))
-            return static_cast<int>(i);
-        enlist(all, quoted(words[i]));
-    }
-    throw InvalidArgument(std::string(setting) + ": no word " + quoted(word) + "; the words are " + all);
 }
 
 void setWord(AnalysisRequest& request, std::string_view setting, std::string_view word)

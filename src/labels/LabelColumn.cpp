@@ -1,6 +1,7 @@
 #include "labels/LabelColumn.h"
 
 #include <algorithm>
+#include <tuple>
 #include <utility>
 
 namespace ROCALG_920::labels {
