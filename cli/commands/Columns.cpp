@@ -11,7 +11,6 @@
 #include <array>
 #include <iterator>
 #include <memory>
-#include <ranges>
 #include <string>
 #include <utility>
 #include <vector>
@@ -132,9 +131,9 @@ void close(const Remarks& remarks, const std::vector<NextCall>& next, Document& 
         document.closing.push_back("  " + remark.text);
     if (!found.empty())
         document.closing.emplace_back();
-    for (const NextCall& call : std::views::reverse(next)) {
-        document.closing.push_back(call.about);
-        document.closing.push_back("  " + call.command);
+    for (auto call = next.rbegin(); call != next.rend(); ++call) { // the likeliest last
+        document.closing.push_back(call->about);
+        document.closing.push_back("  " + call->command);
     }
 }
 
