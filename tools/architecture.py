@@ -20,9 +20,9 @@ COLUMNS = 5
 
 # Where a room stands: column, floor. Nobody looks upward.
 LIBRARY_PLACES = {
-    "numeric": (0.5, 0), "host": (2, 0), "labels": (3, 0), "summary": (0.5, 1), "space": (0, 2), "inference": (1, 2),
+    "numeric": (0.5, 0), "host": (2, 0), "remarks": (3, 0), "summary": (0.5, 1), "space": (0, 2), "inference": (1, 2),
     "stats": (0.5, 3), "arraycalls": (0, 4), "results": (1, 4), "settings": (2, 4), "driver": (1, 5),
-    "display": (2, 5), "calls": (0.5, 6), "remarks": (2, 3),
+    "display": (2, 5), "calls": (0.5, 6), "labels": (2, 3),
 }
 PROGRAM_PLACES = {
     "words": (2, 0), "system": (1, 1), "study": (3, 1), "input": (2, 2), "output": (3, 2), "picture": (4, 2),
