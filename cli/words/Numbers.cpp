@@ -14,23 +14,22 @@ namespace vexroc {
 
 namespace {
 
-/// The number that the whole text spells; an infinity also for digits beyond the range of a double.
-std::optional<double> spelledNumber(std::string_view text, char decimal) noexcept
+/// The number that the whole text spells; an infinity also for digits beyond the range of a double. False where it
+/// spells none. Not an optional: these are copied in one piece right after they are written in two, which makes the
+/// processor wait.
+bool spells(std::string_view text, char decimal, double& value) noexcept
 {
     if (text.empty())
-        return std::nullopt;
+        return false;
     const auto isBlank = [](char c) { return c == ' ' || c == '\t'; };
     if (isBlank(text.front()) || isBlank(text.back()))
-        return spelledNumber(trimmed(text), decimal);
+        return spells(trimmed(text), decimal, value);
     if (text.size() > 1 && text[0] == '+' && text[1] != '-')
         text.remove_prefix(1);
-    double value = 0.0;
     const char* const end = text.data() + text.size();
     const fast_float::parse_options options(fast_float::chars_format::general, decimal);
     const auto [stop, error] = fast_float::from_chars_advanced(text.data(), end, value, options);
-    if (error != std::errc() || stop != end || std::isnan(value))
-        return std::nullopt;
-    return value;
+    return error == std::errc() && stop == end && !std::isnan(value);
 }
 
 std::size_t digitsAt(std::string_view text) noexcept
@@ -62,17 +61,21 @@ bool endsAsInfinityDoes(std::string_view text) noexcept
 
 std::optional<double> parseNumber(std::string_view text, char decimal) noexcept
 {
-    const std::optional<double> number = spelledNumber(text, decimal);
-    return number && std::isinf(*number) && !endsAsInfinityDoes(text) ? std::nullopt : number;
+    double value = 0.0;
+    if (!spells(text, decimal, value) || (std::isinf(value) && !endsAsInfinityDoes(text)))
+        return std::nullopt;
+    return value;
 }
 
 std::optional<double> parseNumber(std::string_view text, const NumberForm& form)
 {
-    const std::optional<double> number = parseNumber(text, form.decimal);
-    if (number || form.thousands == Thousands::notSaid || form.thousands == Thousands::none)
-        return number;
+    double value = 0.0;
+    if (spells(text, form.decimal, value) && !std::isinf(value))
+        return value;
+    if (form.thousands == Thousands::notSaid || form.thousands == Thousands::none)
+        return parseNumber(text, form.decimal);
     const std::optional<GroupedNumber> grouped = groupedNumber(text, form.thousands);
-    return grouped ? parseNumber(grouped->plain, form.decimal) : std::nullopt;
+    return parseNumber(grouped ? grouped->plain : text, form.decimal);
 }
 
 std::optional<GroupedNumber> groupedNumber(std::string_view text, Thousands sign)
@@ -105,7 +108,8 @@ std::optional<GroupedNumber> groupedNumber(std::string_view text, Thousands sign
 
 bool isBeyondDouble(std::string_view text, char decimal) noexcept
 {
-    return spelledNumber(text, decimal) && !parseNumber(text, decimal);
+    double value = 0.0;
+    return spells(text, decimal, value) && !parseNumber(text, decimal);
 }
 
 std::string shortest(double value)
