@@ -93,3 +93,25 @@ def test_results_cannot_be_changed():
         curve.fpr[0] = 1
     with pytest.raises(dataclasses.FrozenInstanceError):
         curve.n_positive = 0
+
+
+def test_a_count_is_as_many_cases():
+    """Against repeated cases, to the bit; and the rating table of Hanley and McNeil (1982): area 0.893."""
+    y, first, second = sample(4, 40)
+    count = np.random.default_rng(4).integers(0, 5, 40)
+    ill, one, two = (np.repeat(column, count) for column in (y, first, second))
+    assert vexroc.auc(y, first, count=count) == vexroc.auc(ill, one)
+    assert vexroc.compare_paired(y, first, second, count=count) == vexroc.compare_paired(ill, one, two)
+    assert vexroc.compare_independent(y, first, y, second, count_1=count, count_2=count) == \
+        vexroc.compare_independent(ill, one, ill, two)
+    for curve in vexroc.roc_curve, vexroc.pr_curve:
+        for counted, repeated in zip(curve(y, first, count=count), curve(ill, one)):
+            np.testing.assert_array_equal(counted, repeated)
+    rated = vexroc.auc([1] * 5 + [0] * 5, [1, 2, 3, 4, 5] * 2, count=[3, 2, 2, 11, 33, 33, 6, 6, 11, 2])
+    assert (round(rated.area, 3), rated.n_positive, rated.n_negative) == (0.893, 51, 58)
+    unknown = vexroc.auc(y, first, count=np.where(count == 0, np.nan, count), nan_policy="omit")
+    assert unknown.area == vexroc.auc(ill, one).area and unknown.n_omitted == np.sum(count == 0)
+    for wrong, message in ((count - 1, "has -1 at position"), (count + 0.5, "whole number from 0"),
+                           (count[1:], "count has 39 values"), (count * 1e10, "counts up to 2147483647")):
+        with pytest.raises(ValueError, match=message):
+            vexroc.auc(y, first, count=wrong)

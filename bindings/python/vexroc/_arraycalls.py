@@ -9,8 +9,8 @@ from typing import Any, Literal, NoReturn
 import numpy as np
 import numpy.typing as npt
 
-from ._inputs import (Floats, NanPolicy, check_directions, check_lengths, check_level, check_order, check_word,
-                      complete_cases, distinct_values, to_numbers)
+from ._inputs import (MAX_CASES, Floats, NanPolicy, check_directions, check_lengths, check_level, check_order,
+                      check_word, complete_cases, distinct_values, to_numbers)
 from ._labels import OTHER_STATE, to_states
 from ._library import AreaResult, ComparisonResult, RocRows, library, two_sided_p
 from ._remarks import RemarkList
@@ -36,18 +36,23 @@ class _Cases:
     """Checked columns of the cases that take part, and what there is to say of them."""
 
     def __init__(self, y_true: tuple[str, Any], scores: Mapping[str, Any], labels: tuple[Any, Any, Any],
-                 direction: Directions, nan_policy: NanPolicy, remarks: RemarkList | None = None):
+                 direction: Directions, nan_policy: NanPolicy, count: tuple[str, Any] = ("count", None),
+                 remarks: RemarkList | None = None):
         name, states = y_true
         self.remarks = RemarkList() if remarks is None else remarks
         self.names, self.directions = list(scores), list(check_directions(direction, scores).values())
-        check_order({name: states, **scores})
+        counted = {count[0]: count[1]} if count[1] is not None else {}
+        check_order({name: states, **scores, **counted})
         numbers = {test: to_numbers(test, values) for test, values in scores.items()}
         told = to_states(name, states, *labels, self.remarks)
         columns = {name: told.column, **numbers}
+        sure = {name} if told.are_two and not counted else set()
+        for count_name, counts in counted.items():
+            columns = _repeated(columns, count_name, to_numbers(count_name, counts), nan_policy)
         check_lengths(columns)
-        kept = complete_cases(columns, nan_policy, {name} if told.are_two else ())
+        kept = complete_cases(columns, nan_policy, sure)
         if told.have_others():
-            kept = (told.column != OTHER_STATE) & (True if kept is None else kept)
+            kept = (columns[name] != OTHER_STATE) & (True if kept is None else kept)
         self.n_omitted = 0 if kept is None else int(np.count_nonzero(~kept))
         self.states, *self.scores = (column if kept is None else column[kept] for column in columns.values())
         self.n_positive = int(np.count_nonzero(self.states))
@@ -107,6 +112,24 @@ class _Cases:
                               self.directions[index] == "smaller", distinct_values(self.scores[index]), *numbers)
 
 
+def _repeated(columns: dict[str, Floats], name: str, counts: Floats, nan_policy: NanPolicy) -> dict[str, Floats]:
+    """Every case as often as its count says; one without a count loses its first column, the state."""
+    check_lengths({**columns, name: counts})
+    known = complete_cases({name: counts}, nan_policy)
+    counts = counts if known is None else np.where(known, counts, 1.0)
+    wrong = (counts < 0) | (counts != np.floor(counts)) | np.isinf(counts)
+    if wrong.any():
+        position = int(wrong.argmax())
+        raise ValueError(f"{name} has {counts[position]:g} at position {position}; a count is a whole number from 0")
+    if counts.sum() > MAX_CASES:
+        raise ValueError(f"{name} makes {counts.sum():g} cases; the library counts up to {MAX_CASES}")
+    repeated = {column: np.repeat(values, counts.astype(np.int64)) for column, values in columns.items()}
+    if known is not None:
+        first = next(iter(repeated))
+        repeated[first] = np.where(np.repeat(known, counts.astype(np.int64)), repeated[first], np.nan)
+    return repeated
+
+
 def _out_of_memory() -> NoReturn:
     raise MemoryError("the library found no memory for this call")
 
@@ -137,7 +160,7 @@ def _comparison(result: ComparisonResult, first: Area, second: Area, level: floa
 
 
 def roc_curve(y_true: Any, y_score: Any, *, pos_label: Any = None, neg_label: Any = None, missing: Any = None,
-              direction: Directions = "larger", cut_off: CutOff = "include",
+              direction: Directions = "larger", cut_off: CutOff = "include", count: Any = None,
               nan_policy: NanPolicy = "raise") -> RocCurve:
     """Empirical ROC curve (Fawcett 2006, Pattern Recognition Letters 27, 861-874).
 
@@ -161,6 +184,9 @@ def roc_curve(y_true: Any, y_score: Any, *, pos_label: Any = None, neg_label: An
         {"y_score": "smaller"}.
     cut_off
         "include" or "exclude": is a case whose score equals the threshold positive?
+    count : shape (n,)
+        Number of cases that each entry stands for, a whole number from 0: the result is that of the repeated cases,
+        to the bit.
     nan_policy
         "raise" or "omit": what to do about cases without a state or score (None, NaN, pandas.NA).
 
@@ -187,7 +213,8 @@ def roc_curve(y_true: Any, y_score: Any, *, pos_label: Any = None, neg_label: An
     (array([0. , 0. , 0.5, 0.5, 1. ]), array([0. , 0.5, 0.5, 1. , 1. ]))
     """
     word = check_word("cut_off", cut_off, CUT_OFFS)
-    cases = _Cases(("y_true", y_true), {"y_score": y_score}, (pos_label, neg_label, missing), direction, nan_policy)
+    cases = _Cases(("y_true", y_true), {"y_score": y_score}, (pos_label, neg_label, missing), direction, nan_policy,
+                   ("count", count))
     rows = cases.curve(library().roccurve, word)
     try:
         table = _table(rows, np.float64, 3)[:: -1 if cases.directions[0] == "larger" else 1]
@@ -199,7 +226,7 @@ def roc_curve(y_true: Any, y_score: Any, *, pos_label: Any = None, neg_label: An
 
 def pr_curve(y_true: Any, y_score: Any, *, pos_label: Any = None, neg_label: Any = None, missing: Any = None,
              direction: Directions = "larger", cut_off: CutOff = "include",
-             interpolation: Interpolation = "davis-goadrich",
+             interpolation: Interpolation = "davis-goadrich", count: Any = None,
              nan_policy: NanPolicy = "raise") -> PrecisionRecallCurve:
     """Precision-recall curve (Davis and Goadrich 2006, ICML; Keilwagen, Grosse and Grau 2014, PLoS ONE 9(3) e92209).
 
@@ -212,7 +239,7 @@ def pr_curve(y_true: Any, y_score: Any, *, pos_label: Any = None, neg_label: Any
     interpolation
         "davis-goadrich": a point for every whole true positive between two measured points; "keilwagen": for every
         whole false positive.
-    pos_label, neg_label, missing, direction, cut_off, nan_policy
+    pos_label, neg_label, missing, direction, cut_off, count, nan_policy
         As in roc_curve.
 
     Returns
@@ -235,7 +262,8 @@ def pr_curve(y_true: Any, y_score: Any, *, pos_label: Any = None, neg_label: Any
     (array([0.5 , 0.67, 0.5 , 1.  , 1.  ]), array([1. , 1. , 0.5, 0.5, 0. ]))
     """
     words = check_word("cut_off", cut_off, CUT_OFFS), check_word("interpolation", interpolation, INTERPOLATIONS)
-    cases = _Cases(("y_true", y_true), {"y_score": y_score}, (pos_label, neg_label, missing), direction, nan_policy)
+    cases = _Cases(("y_true", y_true), {"y_score": y_score}, (pos_label, neg_label, missing), direction, nan_policy,
+                   ("count", count))
     rows = cases.curve(library().prcurve, *words)
     try:
         table = _table(rows, _PR_ROW, 1)[:: 1 if cases.directions[0] == "larger" else -1]
@@ -251,7 +279,7 @@ def pr_curve(y_true: Any, y_score: Any, *, pos_label: Any = None, neg_label: Any
 
 def auc(y_true: Any, y_score: Any, *, pos_label: Any = None, neg_label: Any = None, missing: Any = None,
         direction: Directions = "larger", distribution: Distribution = "nonparam", interval: Interval = "wald",
-        confidence_level: float = 0.95, nan_policy: NanPolicy = "raise") -> Area:
+        confidence_level: float = 0.95, count: Any = None, nan_policy: NanPolicy = "raise") -> Area:
     """Area under the ROC curve, its standard error, test against 0.5 and interval (Hanley and McNeil 1982, Radiology
     143, 29-36). Takes states and scores; it is not the trapezoid rule for points of a curve, sklearn.metrics.auc(x, y).
 
@@ -269,7 +297,7 @@ def auc(y_true: Any, y_score: Any, *, pos_label: Any = None, neg_label: Any = No
         DeLong.
     confidence_level
         Of the interval, in (0, 1).
-    pos_label, neg_label, missing, direction, nan_policy
+    pos_label, neg_label, missing, direction, count, nan_policy
         As in roc_curve.
 
     Returns
@@ -294,7 +322,8 @@ def auc(y_true: Any, y_score: Any, *, pos_label: Any = None, neg_label: Any = No
     0.75
     """
     asked = _asked(confidence_level, interval, distribution)
-    cases = _Cases(("y_true", y_true), {"y_score": y_score}, (pos_label, neg_label, missing), direction, nan_policy)
+    cases = _Cases(("y_true", y_true), {"y_score": y_score}, (pos_label, neg_label, missing), direction, nan_policy,
+                   ("count", count))
     area = cases.area(0, cases.result(0, asked), asked)
     cautions, notes = cases.remarks.tell()
     return replace(area, cautions=cautions, notes=notes) if cautions or notes else area
@@ -302,7 +331,8 @@ def auc(y_true: Any, y_score: Any, *, pos_label: Any = None, neg_label: Any = No
 
 def compare_paired(y_true: Any, y_score_1: Any, y_score_2: Any, *, pos_label: Any = None, neg_label: Any = None,
                    missing: Any = None, direction: Directions = "larger", interval: Interval = "wald",
-                   confidence_level: float = 0.95, nan_policy: NanPolicy = "raise") -> Comparison:
+                   confidence_level: float = 0.95, count: Any = None,
+                   nan_policy: NanPolicy = "raise") -> Comparison:
     """Compares the areas of two test variables of the same cases (DeLong, DeLong and Clarke-Pearson 1988, Biometrics
     44, 837-845).
 
@@ -312,7 +342,7 @@ def compare_paired(y_true: Any, y_score_1: Any, y_score_2: Any, *, pos_label: An
         State of each case, as in roc_curve.
     y_score_1, y_score_2 : shape (n,)
         Test values, the same cases in the same order. With nan_policy "omit" a case that misses either is left out.
-    pos_label, neg_label, missing, direction, interval, confidence_level, nan_policy
+    pos_label, neg_label, missing, direction, interval, confidence_level, count, nan_policy
         As in auc.
 
     Returns
@@ -336,7 +366,7 @@ def compare_paired(y_true: Any, y_score_1: Any, y_score_2: Any, *, pos_label: An
     """
     asked = _asked(confidence_level, interval)
     cases = _Cases(("y_true", y_true), {"y_score_1": y_score_1, "y_score_2": y_score_2},
-                   (pos_label, neg_label, missing), direction, nan_policy)
+                   (pos_label, neg_label, missing), direction, nan_policy, ("count", count))
     result = cases.difference(asked.confidence_level)
     results = (result.first, result.second) if interval == "wald-delong" else (
         cases.result(index, asked) for index in range(2))
@@ -347,7 +377,8 @@ def compare_paired(y_true: Any, y_score_1: Any, y_score_2: Any, *, pos_label: An
 def compare_independent(y_true_1: Any, y_score_1: Any, y_true_2: Any, y_score_2: Any, *, pos_label: Any = None,
                         neg_label: Any = None, missing: Any = None, direction: Directions = "larger",
                         distribution: Distribution = "nonparam", interval: Interval = "wald",
-                        confidence_level: float = 0.95, nan_policy: NanPolicy = "raise") -> Comparison:
+                        confidence_level: float = 0.95, count_1: Any = None, count_2: Any = None,
+                        nan_policy: NanPolicy = "raise") -> Comparison:
     """Compares the areas of one test variable in two independent samples: the difference by its standard error, the
     root of the sum of both squared standard errors (Hanley and McNeil 1982, Radiology 143, 29-36).
 
@@ -359,6 +390,8 @@ def compare_independent(y_true_1: Any, y_score_1: Any, y_true_2: Any, y_score_2:
         The second sample.
     pos_label, neg_label, missing, direction, distribution, interval, confidence_level, nan_policy
         As in auc, for both samples.
+    count_1, count_2
+        The count of auc, for each sample.
 
     Returns
     -------
@@ -382,9 +415,9 @@ def compare_independent(y_true_1: Any, y_score_1: Any, y_true_2: Any, y_score_2:
     check_directions(direction, ("y_score_1", "y_score_2"))
     remarks = RemarkList()
     samples = [_Cases((f"y_true_{number}", y_true), {name: y_score}, (pos_label, neg_label, missing),
-                      _of_test(direction, name), nan_policy, remarks)
-               for number, (name, y_true, y_score) in enumerate(
-                   (("y_score_1", y_true_1, y_score_1), ("y_score_2", y_true_2, y_score_2)), 1)]
+                      _of_test(direction, name), nan_policy, (f"count_{number}", count), remarks)
+               for number, (name, y_true, y_score, count) in enumerate(
+                   (("y_score_1", y_true_1, y_score_1, count_1), ("y_score_2", y_true_2, y_score_2, count_2)), 1)]
     results = [cases.result(0, asked) for cases in samples]
     first, second = (cases.area(0, result, asked) for result, cases in zip(results, samples))
     return _comparison(library().auc_comparison(*results, asked.confidence_level), first, second,
