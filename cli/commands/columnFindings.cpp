@@ -1,20 +1,18 @@
 #include "cli/commands/columnFindings.h"
 
+#include "cli/commands/surveyedLabels.h"
 #include "cli/input/likelyEncoding.h"
-#include "cli/words/Failure.h"
+#include "cli/study/require.h"
 #include "cli/words/Letters.h"
 #include "cli/words/Lists.h"
 #include "cli/words/Numbers.h"
 #include "cli/words/Readable.h"
 #include "cli/words/VisibleText.h"
-#include "vexrocproc/analysis.h"
-#include "vexrocproc/labels.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <map>
-#include <memory>
 #include <string>
 
 namespace vexroc {
@@ -144,27 +142,10 @@ void addNearlyNumbers(const ColumnFacts& facts, const Input& input, Remarks& rem
                     std::string("read with --decimal ") + (input.form.numbers.decimal == ',' ? "point" : "comma"));
 }
 
-struct FreeLabels {
-    void operator()(vexroc_labels* labels) const noexcept { vexroc_labels_free(labels); }
-};
-
 /// What the library says of the column as labels: spellings, leading zeros, missing words.
 void addLabelRemarks(const ColumnFacts& facts, const Input& input, Remarks& remarks)
 {
-    vexroc_labels* made = nullptr;
-    const auto require = [](int result) {
-        if (result != VEXROC_OK)
-            throw analysisError(vexroc_last_error());
-    };
-    require(vexroc_labels_new(facts.name().c_str(), input.missingWords->list(), input.form.numbers.decimal,
-                              VEXROC_VOICE_PROGRAM, &made));
-    const std::unique_ptr<vexroc_labels, FreeLabels> labels(made);
-    for (const WordCounts* const words : {&facts.texts(), &facts.spelledNumbers(), &facts.missingWords()})
-        for (const auto& [text, rows] : words->all())
-            require(vexroc_labels_add(made, text.data(), text.size(), VEXROC_LABEL_TEXT, static_cast<long long>(rows),
-                                      nullptr));
-    require(vexroc_labels_settle(made));
-    require(vexroc_labels_add_remarks(made, remarks.handle()));
+    require(vexroc_labels_add_remarks(surveyedLabels(facts, input).get(), remarks.handle()));
 }
 
 void addMissingWords(const ColumnFacts& facts, Remarks& remarks)

@@ -1,21 +1,20 @@
 #include "cli/commands/nextCall.h"
 
 #include "cli/commands/columnFindings.h"
+#include "cli/commands/likelyNames.h"
+#include "cli/commands/surveyedLabels.h"
+#include "cli/study/require.h"
 #include "cli/words/CallLine.h"
-#include "cli/words/Failure.h"
 #include "cli/words/Letters.h"
 #include "cli/words/Numbers.h"
 #include "cli/words/Readable.h"
 #include "cli/words/VisibleText.h"
-#include "vexrocproc/analysis.h"
-#include "vexrocproc/labels.h"
 
 #include <algorithm>
 #include <array>
 #include <functional>
 #include <iterator>
 #include <map>
-#include <memory>
 #include <optional>
 #include <vector>
 
@@ -23,65 +22,7 @@ namespace vexroc {
 
 namespace {
 
-using Words = std::span<const std::string_view>;
-
-constexpr std::array<std::string_view, 41> stateNames{
-    "state",    "status",    "disease",   "diagnosis", "diag",     "dx",        "outcome",   "class",     "target",
-    "label",    "truth",     "true",      "gold",      "standard", "reference", "event",     "ill",       "sick",
-    "death",    "died",      "dead",      "mortality", "cancer",   "tumor",     "tumour",    "malignant", "malignancy",
-    "positive", "result",    "infection", "infected",  "sepsis",   "response",  "responder", "relapse",   "recurrence",
-    "diseased", "condition", "case",      "y",         "diagnose"};
-constexpr std::array<std::string_view, 8> otherNames{"sex",       "gender",     "group",  "arm",
-                                                     "treatment", "geschlecht", "gruppe", "center"};
-constexpr std::array<std::string_view, 45> positiveWords{
-    "1",      "yes",     "y",          "true",     "t",        "positive",  "pos",       "p",        "+",
-    "ill",    "sick",    "disease",    "diseased", "case",     "cases",     "malignant", "cancer",   "tumor",
-    "tumour", "dead",    "died",       "death",    "deceased", "event",     "abnormal",  "present",  "bad",
-    "poor",   "relapse", "recurrence", "infected", "affected", "responder", "failure",   "m",        "carcinoma",
-    "krank",  "ja",      "positiv",    "tot",      "sepsis",   "septic",    "detected",  "reactive", "high"};
-constexpr std::array<std::string_view, 41> negativeWords{"0",
-                                                         "no",
-                                                         "n",
-                                                         "false",
-                                                         "f",
-                                                         "negative",
-                                                         "neg",
-                                                         "-",
-                                                         "well",
-                                                         "healthy",
-                                                         "benign",
-                                                         "control",
-                                                         "controls",
-                                                         "normal",
-                                                         "alive",
-                                                         "survived",
-                                                         "absent",
-                                                         "good",
-                                                         "none",
-                                                         "censored",
-                                                         "uninfected",
-                                                         "unaffected",
-                                                         "nonresponder",
-                                                         "non-responder",
-                                                         "success",
-                                                         "b",
-                                                         "gesund",
-                                                         "nein",
-                                                         "negativ",
-                                                         "lebend",
-                                                         "no event",
-                                                         "non-case",
-                                                         "not detected",
-                                                         "undetected",
-                                                         "nonreactive",
-                                                         "low",
-                                                         "no disease",
-                                                         "disease-free",
-                                                         "noncase",
-                                                         "survivor",
-                                                         "h"};
-constexpr std::array<std::string_view, 12> sexes{"male", "female", "man",      "woman",    "men", "women",
-                                                 "boy",  "girl",   "männlich", "weiblich", "w",   "mann"};
+using namespace likelyNames;
 
 std::string lowered(std::string_view text)
 {
@@ -92,31 +33,15 @@ std::string lowered(std::string_view text)
 
 bool isAmong(const std::string& word, Words words) { return std::ranges::find(words, lowered(word)) != words.end(); }
 
-struct FreeLabels {
-    void operator()(vexroc_labels* labels) const noexcept { vexroc_labels_free(labels); }
-};
-
 /// The values of a column as a state, as the library tells them apart: ascending.
 std::vector<Word> labelsOf(const ColumnFacts& facts, const Input& input)
 {
-    const auto require = [](int result) {
-        if (result != VEXROC_OK)
-            throw analysisError(vexroc_last_error());
-    };
-    vexroc_labels* made = nullptr;
-    require(vexroc_labels_new(facts.name().c_str(), input.missingWords->list(), input.form.numbers.decimal,
-                              VEXROC_VOICE_PROGRAM, &made));
-    const std::unique_ptr<vexroc_labels, FreeLabels> labels(made);
-    for (const WordCounts* const words : {&facts.texts(), &facts.spelledNumbers(), &facts.missingWords()})
-        for (const auto& [text, rows] : words->all())
-            require(vexroc_labels_add(made, text.data(), text.size(), VEXROC_LABEL_TEXT, static_cast<long long>(rows),
-                                      nullptr));
-    require(vexroc_labels_settle(made));
+    const SettledLabels labels = surveyedLabels(facts, input);
     std::vector<Word> values;
-    for (int value = 0; value < vexroc_labels_count(made); ++value) {
+    for (int value = 0; value < vexroc_labels_count(labels.get()); ++value) {
         vexroc_label label{};
         label.struct_size = sizeof label;
-        require(vexroc_labels_value(made, value, &label));
+        require(vexroc_labels_value(labels.get(), value, &label));
         values.push_back({std::string(label.text, label.length), static_cast<std::size_t>(label.count)});
     }
     return values;

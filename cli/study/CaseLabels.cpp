@@ -1,5 +1,6 @@
 #include "cli/study/CaseLabels.h"
 
+#include "cli/study/require.h"
 #include "cli/words/Failure.h"
 #include "cli/words/Lists.h"
 #include "cli/words/VisibleText.h"
@@ -87,8 +88,7 @@ void CaseLabels::addRemarks(vexroc_remarks* remarks) const
         if (*labels)
             (*labels)->addRemarks(remarks);
     for (const auto& [code, column, cells] : cellsToName_)
-        if (vexroc_remarks_add(remarks, code, column.c_str(), cells.c_str()) != VEXROC_OK)
-            throw analysisError(vexroc_last_error());
+        require(vexroc_remarks_add(remarks, code, column.c_str(), cells.c_str()));
 }
 
 } // namespace vexroc

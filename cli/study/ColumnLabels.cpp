@@ -1,5 +1,6 @@
 #include "cli/study/ColumnLabels.h"
 
+#include "cli/study/require.h"
 #include "cli/words/Failure.h"
 #include "cli/words/MissingWords.h"
 #include "cli/words/VisibleText.h"
@@ -12,12 +13,6 @@
 namespace vexroc {
 
 namespace {
-
-void require(int result)
-{
-    if (result != VEXROC_OK)
-        throw analysisError(vexroc_last_error());
-}
 
 /// The rows of each label.
 std::vector<long long> rowsOf(const DataColumn& column)

@@ -1,5 +1,6 @@
 #include "cli/study/Remarks.h"
 
+#include "cli/study/require.h"
 #include "cli/words/Failure.h"
 #include "cli/words/VisibleText.h"
 #include "vexrocproc/analysis.h"
@@ -10,12 +11,6 @@
 namespace vexroc {
 
 namespace {
-
-void require(int result)
-{
-    if (result != VEXROC_OK)
-        throw analysisError(vexroc_last_error());
-}
 
 /// Without area, error and interval: nothing is said of these.
 vexroc_area_facts casesOf(const Area& area)

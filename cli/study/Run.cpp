@@ -1,6 +1,7 @@
 #include "cli/study/Run.h"
 
 #include "cli/study/CaseColumns.h"
+#include "cli/study/require.h"
 #include "cli/study/statusInWords.h"
 #include "cli/words/Failure.h"
 #include "cli/words/Numbers.h"
@@ -13,12 +14,6 @@
 namespace vexroc {
 
 namespace {
-
-void require(int result)
-{
-    if (result != VEXROC_OK)
-        throw analysisError(vexroc_last_error());
-}
 
 /// One run through the component's handle, and what it tells of it.
 class HandleRun {

@@ -22,13 +22,8 @@ Limits logitLimits(const AreaEstimate& estimate, double z)
         return {variance, variance};
     if (a == 0.0 || a == 1.0 || variance == 0.0) // exact
         return {missing, missing};
-    const DoubleDouble logit = logarithm(a) - logarithm(DoubleDouble::sum(1.0, -a));
     const DoubleDouble half = DoubleDouble::product(z, std::sqrt(variance)) / (DoubleDouble(a) * (1.0 - a));
-    const auto expit = [](DoubleDouble x) {
-        return x.high() >= 0.0 ? static_cast<double>(1.0 / (1.0 + exponential(-x)))
-                               : static_cast<double>(exponential(x) / (1.0 + exponential(x)));
-    };
-    return {expit(logit - half), expit(logit + half)};
+    return {expit(logit(a) - half), expit(logit(a) + half)};
 }
 
 /// The variance that an area of t would have, times the guard.

@@ -11,12 +11,6 @@ namespace ROCALG_920 {
 
 namespace {
 
-/// TP N - FP P: Youden's index times P N.
-Int128 twiceExcess(const CutOffCounts& c)
-{
-    return Int128{c.truePositives} * c.negatives() - Int128{c.falsePositives} * c.positives();
-}
-
 Int256 squared(Int128 x) { return Int256(x) * Int256(x); }
 
 /// FN^2 N^2 + FP^2 P^2
@@ -38,8 +32,8 @@ int signOf(Int128 x) { return (x > 0) - (x < 0); }
 
 std::strong_ordering compareCorrelations(const CutOffCounts& a, const CutOffCounts& b)
 {
-    const Int128 x = twiceExcess(a);
-    const Int128 y = twiceExcess(b);
+    const Int128 x = youdenTimesPairs(a);
+    const Int128 y = youdenTimesPairs(b);
     if (signOf(x) != signOf(y))
         return signOf(x) <=> signOf(y);
     const Int256 left = squared(x) * Int256(calls(b));
@@ -133,7 +127,7 @@ std::strong_ordering CutOffCriterion::compare(const CutOffCounts& a, const CutOf
     case Kind::specificity: return either(a.truePositives <=> b.truePositives, a.trueNegatives <=> b.trueNegatives);
     case Kind::sensitivity: return either(b.falsePositives <=> a.falsePositives, a.truePositives <=> b.truePositives);
     }
-    return twiceExcess(a) <=> twiceExcess(b);
+    return youdenTimesPairs(a) <=> youdenTimesPairs(b);
 }
 
 /// At the sample's prevalence N (TP - FP / r) is largest, with the ratio r as it was given: r = 1 is accuracy.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "numeric/Int128.h"
 #include "summary/CutOffCounts.h"
 
 #include <cmath>
@@ -22,6 +23,12 @@ struct OperatingPoint {
 [[nodiscard]] inline double specificity(const CutOffCounts& counts) noexcept
 {
     return static_cast<double>(counts.trueNegatives) / static_cast<double>(counts.negatives());
+}
+
+/// TP N - FP P: Youden's index times P N, exactly. It is TP TN - FP FN, too.
+[[nodiscard]] inline Int128 youdenTimesPairs(const CutOffCounts& counts) noexcept
+{
+    return Int128{counts.truePositives} * counts.negatives() - Int128{counts.falsePositives} * counts.positives();
 }
 
 /// Youden's index.

@@ -70,8 +70,7 @@ public:
     /// From sensitivity and specificity.
     [[nodiscard]] Estimate youden(const Estimate& se) const
     {
-        const Int128 excess = Int128{c_.truePositives} * c_.negatives() - Int128{c_.falsePositives} * c_.positives();
-        const double value = ratio(excess, Int128{c_.positives()} * c_.negatives());
+        const double value = ratio(youdenTimesPairs(c_), Int128{c_.positives()} * c_.negatives());
         if (!options_.limits || std::isnan(value))
             return alone(value);
         const Estimate fpr = proportion(c_.falsePositives, c_.negatives());
@@ -124,20 +123,18 @@ public:
     }
     [[nodiscard]] Estimate mcc() const
     {
-        const Int128 excess = Int128{c_.truePositives} * c_.negatives() - Int128{c_.falsePositives} * c_.positives();
         const Int128 called = Int128{c_.classifiedPositive()} * (c_.trueNegatives + c_.falseNegatives);
         const Int128 states = Int128{c_.positives()} * c_.negatives();
         if (called == 0 || states == 0)
             return alone(missing);
-        return alone(static_cast<double>(excess)
+        return alone(static_cast<double>(youdenTimesPairs(c_))
                      / (std::sqrt(static_cast<double>(called)) * std::sqrt(static_cast<double>(states))));
     }
     [[nodiscard]] Estimate kappa() const
     {
-        const Int128 excess = Int128{c_.truePositives} * c_.negatives() - Int128{c_.falsePositives} * c_.positives();
         const Int128 scale = Int128{c_.classifiedPositive()} * c_.negatives()
             + Int128{c_.positives()} * (c_.falseNegatives + c_.trueNegatives);
-        const double value = ratio(2 * excess, scale);
+        const double value = ratio(2 * youdenTimesPairs(c_), scale);
         if (!options_.limits || std::isnan(value))
             return alone(value);
         const double half = options_.zCritical * kappaError(value);
@@ -189,10 +186,9 @@ private:
         const double se = y.tp / y.positives();
         const double fpr = y.fp / y.negatives();
         const double variance = (1.0 - se) / (se * y.positives()) + (1.0 - fpr) / (fpr * y.negatives());
-        const double logit = naturalLogarithm(se * q / (fpr * (1.0 - q)));
+        const double logOdds = naturalLogarithm(se * q / (fpr * (1.0 - q)));
         const double half = options_.zCritical * std::sqrt(variance);
-        const auto expit = [](double t) { return 1.0 / (1.0 + powerOfE(-t)); };
-        return widened(value, expit(logit - half), expit(logit + half));
+        return widened(value, expit(logOdds - half), expit(logOdds + half));
     }
 
     /// Fleiss, Cohen and Everitt 1969, Psychol. Bull. 72, 323-327.

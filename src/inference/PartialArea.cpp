@@ -144,21 +144,19 @@ PartialArea partialAreaOfSensitivities(const Summary& sample, Band band)
     return withStandard(area, variance, band, (square(1.0 - band.from) - square(1.0 - band.to)) / 2.0);
 }
 
-Limits partialLimits(const PartialArea& area, Band band, bool logit, double zCritical) noexcept
+Limits partialLimits(const PartialArea& area, Band band, PartialInterval interval, double zCritical) noexcept
 {
     if (std::isnan(area.area) || std::isnan(area.variance) || std::isnan(zCritical))
         return {missing, missing};
     const double error = std::sqrt(area.variance);
-    if (!logit)
+    if (interval == PartialInterval::wald)
         return {area.area - zCritical * error, area.area + zCritical * error};
     const double width = band.to - band.from;
     const double share = area.area / width;
     if (share <= 0.0 || share >= 1.0 || error == 0.0) // exact
         return {missing, missing};
-    const DoubleDouble middle = logarithm(share) - logarithm(DoubleDouble::sum(1.0, -share));
     const double half = zCritical * (error / width) / (share * (1.0 - share));
-    const auto limit = [&](DoubleDouble x) { return static_cast<double>(width / (1.0 + exponential(-x))); };
-    return {limit(middle - half), limit(middle + half)};
+    return {width * expit(logit(share) - half), width * expit(logit(share) + half)};
 }
 
 } // namespace ROCALG_920

@@ -38,8 +38,12 @@ struct PartialArea {
 
 [[nodiscard]] PartialComponents partialComponents(const Summary& sample, Band band);
 
-/// area -+ z times the error, or of the logit of the share of the band that the area is; these are missing on the edge.
-[[nodiscard]] Limits partialLimits(const PartialArea& area, Band band, bool logit, double zCritical) noexcept;
+enum class PartialInterval {
+    wald,  ///< area -+ z times the error
+    logit, ///< the same of the logit of the share of the band that the area is; missing on the edge
+};
+[[nodiscard]] Limits partialLimits(const PartialArea& area, Band band, PartialInterval interval,
+                                   double zCritical) noexcept;
 
 /// A share of so many cases as a number of them: the whole number that it misses by rounding alone, if there is one.
 [[nodiscard]] double casesOfShare(double share, std::int64_t all) noexcept;

@@ -95,10 +95,8 @@ Limits precisionRecallLimits(double area, std::int64_t positives, PrecisionRecal
     }
     if (area == 0.0 || area >= 1.0) // exact
         return {missing, missing};
-    const DoubleDouble logit = logarithm(area) - logarithm(DoubleDouble::sum(1.0, -area));
     const double half = zCritical / std::sqrt(n * area * (1.0 - area));
-    const auto expit = [](DoubleDouble x) { return static_cast<double>(1.0 / (1.0 + exponential(-x))); };
-    return {expit(logit - half), expit(logit + half)};
+    return {expit(logit(area) - half), expit(logit(area) + half)};
 }
 
 double lowestPrecisionRecallArea(const StateCounts& cases, PrecisionRecallRule rule)

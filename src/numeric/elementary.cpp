@@ -89,6 +89,15 @@ DoubleDouble logarithmOfOnePlus(DoubleDouble x) noexcept
     return std::abs(x.high()) < small ? nearLogarithm(x) : logarithm(1.0 + x);
 }
 
+DoubleDouble logit(double p) noexcept { return logarithm(p) - logarithm(DoubleDouble::sum(1.0, -p)); }
+
+double expit(DoubleDouble x) noexcept
+{
+    const bool isUpper = x.high() >= 0.0;
+    const DoubleDouble power = exponential(isUpper ? -x : x);
+    return static_cast<double>((isUpper ? DoubleDouble(1.0) : power) / (1.0 + power));
+}
+
 DoubleDouble root(DoubleDouble x) noexcept
 {
     const double start = std::sqrt(x.high());

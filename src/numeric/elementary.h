@@ -18,6 +18,10 @@ namespace ROCALG_920 {
 /// log(1 + x) for x > -1, without cancellation around 0.
 [[nodiscard]] DoubleDouble logarithmOfOnePlus(DoubleDouble x) noexcept;
 
+/// log(p / (1 - p)) for p in (0, 1), and its inverse, which loses no digits near 0 and 1.
+[[nodiscard]] DoubleDouble logit(double p) noexcept;
+[[nodiscard]] double expit(DoubleDouble x) noexcept;
+
 /// Root of x >= 0.
 [[nodiscard]] DoubleDouble root(DoubleDouble x) noexcept;
 

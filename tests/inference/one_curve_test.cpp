@@ -264,6 +264,18 @@ TEST(OneCurve, LawsHoldForRandomSamples)
         if (!std::isnan(estimate.deLongVariance)) {
             EXPECT_NEAR(whole.variance, estimate.deLongVariance, 1e-14);
         }
+        const Limits ofWhole = partialLimits(whole, {0.0, 1.0}, PartialInterval::logit, 1.96);
+        const Limits ofArea = areaLimits(estimate, AreaInterval::logit, 1.96);
+        if (!std::isnan(ofArea.lower)) {
+            EXPECT_NEAR(ofWhole.lower, ofArea.lower, 1e-13);
+            EXPECT_NEAR(ofWhole.upper, ofArea.upper, 1e-13);
+            const Limits ofRecall =
+                precisionRecallLimits(estimate.area, 7, PrecisionRecallInterval::logit, 1.96); // Boyd: n = P
+            const double logOdds = std::log(estimate.area / (1.0 - estimate.area));
+            const double half = 1.96 / std::sqrt(7.0 * estimate.area * (1.0 - estimate.area));
+            EXPECT_NEAR(ofRecall.lower, 1.0 / (1.0 + std::exp(half - logOdds)), 1e-13);
+            EXPECT_NEAR(ofRecall.upper, 1.0 / (1.0 + std::exp(-half - logOdds)), 1e-13);
+        }
         const double cut = 0.05 * static_cast<double>(1 + random() % 18);
         EXPECT_NEAR(partialArea(sample, {0.0, cut}).area + partialArea(sample, {cut, 1.0}).area, estimate.area, 1e-14);
         EXPECT_NEAR(partialAreaOfSensitivities(sample, {0.0, cut}).area

@@ -30,7 +30,6 @@ def door(pytestconfig, tmp_path_factory):
         from c_handle import Handle
         return Handle(binary)
     if name == "python":
-        pytest.importorskip("pandas")
         from python import Python
         return Python()
     from r import R
