@@ -23,6 +23,7 @@
 #pragma once
 
 #include "vexrocproc/remarks.h"
+#include "vexrocproc/summary.h"
 
 #include <stddef.h>
 
@@ -32,7 +33,7 @@ extern "C" {
 #pragma GCC visibility push(default)
 
 /** Counts up with every addition to this header; what a program was compiled with. */
-#define VEXROC_ANALYSIS_VERSION 3
+#define VEXROC_ANALYSIS_VERSION 4
 
 /** The same of the library that is loaded. */
 int vexroc_analysis_version(void);
@@ -89,6 +90,9 @@ int vexroc_analysis_set_column(vexroc_analysis* analysis, const char* setting, i
  *   group_mid_point   not 0: two groups, below and from the middle of the group column's range
  *                     (the last way of grouping that was set is in force; it takes the others back)
  *   roc, pr           not 0: with ROC curves (1), with precision-recall curves (0)
+ *   null_area         that the area is tested against, in (0, 1); 0.5
+ *   replicates        of the bootstrap, a whole number; 1999
+ *   summaries         not 0: the summary of every record is kept, for vexroc_analysis_summary (0)
  */
 int vexroc_analysis_set_number(vexroc_analysis* analysis, const char* setting, double value);
 
@@ -119,12 +123,24 @@ int vexroc_analysis_name_value(vexroc_analysis* analysis, int column, double val
  *   negative       all, listed: states other than the positive one, or those of vexroc_analysis_add_negative
  *   cases          complete, pairwise: of a paired comparison; pairwise, every two tests are compared on the rows in
  *                  which both are known, and each test has the record that it has without a comparison
- *   interval       record, wald, wald-delong: standard error and interval of a record's area. record: those of the
- *                  distribution, but DeLong's in a paired comparison of complete cases. wald: those of the
- *                  distribution, wald-delong: DeLong's, always; with these two, each test settles its distribution by
- *                  itself, and significance, ci_lower and ci_upper of a standard error of 0 are missing. An
- *                  independent comparison is made of the standard errors of its records
- *   weight_kind    unsaid, counts: that weights only count is meant, and needs no caution
+ *   interval       record, wald, wald-delong, recommended, score, newcombe, logit, bootstrap, bca: interval of a
+ *                  record's area. record: by the standard error of the distribution, but DeLong's in a paired
+ *                  comparison of complete cases. wald: by that of the distribution, always; wald-delong: by DeLong's.
+ *                  The others are those of vexroc_area_inference, beside DeLong's standard error; recommended is score
+ *                  (logit with probability weights; wald for bi-negative). With all but record, each test settles its
+ *                  distribution by itself, and significance, and limits made of a standard error of 0, are missing.
+ *                  An independent comparison is made of the standard errors of its records
+ *   p_value        record, recommended, mann-whitney, wald: test behind p_value. record: against 0.5 by the standard
+ *                  error. recommended: mann-whitney, but wald for another null_area, bi-negative and probability
+ *                  weights
+ *   exact          auto, always, never: of mann-whitney
+ *   alternative    two-sided, greater, less: of p_value, of areas and differences; intervals are two-sided
+ *   weight_kind    unsaid, counts, probability: that weights only count is meant, and needs no caution; probability:
+ *                  weights are inverse sampling probabilities, and move areas, errors and curves
+ *
+ * What does not go together is refused by the run: mann-whitney with another null_area or with bi-negative, bi-negative
+ * with an interval that is not record, recommended or wald, probability without a weight or with an interval or a test
+ * that is not defined for it.
  */
 int vexroc_analysis_set_word(vexroc_analysis* analysis, const char* setting, const char* word);
 
@@ -137,6 +153,18 @@ typedef int (*vexroc_cancel)(void* user);
 int vexroc_analysis_on_progress(vexroc_analysis* analysis, vexroc_progress callback, void* user);
 /** Null takes the callback back. */
 int vexroc_analysis_on_cancel(vexroc_analysis* analysis, vexroc_cancel callback, void* user);
+
+/** Seed of the bootstrap; 1 before. */
+int vexroc_analysis_set_seed(vexroc_analysis* analysis, unsigned long long seed);
+
+/**
+ * Runs pieces of work that know nothing of each other: calls piece(work, index) once for each index from 0 to
+ * pieces - 1, on whatever threads, and comes back when all have come back. The library starts no thread itself.
+ */
+typedef void (*vexroc_parallel)(int pieces, void (*piece)(void* work, int index), void* work, void* user);
+
+/** Null takes the callback back: pieces run one after the other, on the thread of the run. */
+int vexroc_analysis_on_parallel(vexroc_analysis* analysis, vexroc_parallel callback, void* user);
 
 /** Runs the analysis. VEXROC_NO_RESULT: vexroc_last_error and vexroc_analysis_status tell why. */
 int vexroc_analysis_run(vexroc_analysis* analysis);
@@ -242,7 +270,7 @@ typedef struct vexroc_comparison {
     double significance; /**< two-sided */
     double ci_lower;
     double ci_upper;
-    double p_value;     /**< two-sided: erfc(|z| / sqrt(2)), without a floor */
+    double p_value;     /**< of z by the word alternative, without a floor */
     double log10_p;     /**< its decimal logarithm, also where p_value underflows to 0 */
     long long positive; /**< cases that the difference is of: of both groups together in an independent comparison */
     long long negative;
@@ -288,6 +316,13 @@ double vexroc_two_sided_p(double z, double* log10_p);
  * @param usable  receives those used or incomplete in the words of vexroc_rows; may be null
  */
 int vexroc_analysis_record_rows(const vexroc_analysis* analysis, int record, long long* read, long long* usable);
+
+/**
+ * The summary of a record's cases, kept with the number setting "summaries"; the handle's own, like other results.
+ *
+ * @return VEXROC_INVALID for a record that is not there, and without "summaries"
+ */
+int vexroc_analysis_summary(const vexroc_analysis* analysis, int record, const vexroc_summary** summary);
 
 /**
  * The ROC curve of a record, cut-offs ascending.

@@ -68,11 +68,21 @@ typedef struct vexroc_area_facts {
     int distinct_values;     /**< different test values, as far as they are known: 0 not, 3 for three and more */
     const char* test;        /**< name of the test, for what to do about it; null or "": spelled as NAME */
     int ties;                /**< 1 when positive and negative cases share a test value */
+    const char* interval;    /**< rule of the interval, in the words of inference.h; null: wald */
+    const char* p_method;    /**< of the p value, likewise; null: wald */
+    const char* alternative; /**< null: two-sided */
+    double p_value;          /**< missing where there is none */
+    double level;            /**< of the interval; 0 where it is not known */
+    double null_area;        /**< that the p value is against */
+    int edge;                /**< as in vexroc_area_result */
+    int percentile;
+    int held;
 } vexroc_area_facts;
 
 /**
  * Adds what there is to say of an area: "no-positive", "no-negative", "no-case", "no-error", "few-cases", "zero-error",
- * "bound-outside", "below-chance", "two-values", "ties".
+ * "bound-outside", "below-chance", "two-values", "ties", "interval-and-p", "one-sided", "score-instead",
+ * "percentile-instead", "few-replicates", "bootstrap-at-end". Which of them depends on the rules of interval and p.
  */
 int vexroc_remarks_area(vexroc_remarks* remarks, const char* subject, const vexroc_area_facts* facts);
 
