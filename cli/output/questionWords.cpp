@@ -120,6 +120,22 @@ std::vector<Fact> questionFacts(const Question& question, const CaseLabels& labe
     return facts;
 }
 
+void addSlices(const Question& question, std::vector<std::string>& heading)
+{
+    if (!question.by.empty())
+        heading.push_back("One analysis by value of " + visible(question.by));
+    if (!question.count.empty())
+        heading.push_back("Cases per row: " + visible(question.count));
+}
+
+void addSlices(const Question& question, std::vector<Fact>& facts)
+{
+    if (question.grouping)
+        facts.emplace_back("group", question.grouping->column);
+    if (!question.by.empty())
+        facts.emplace_back("by", question.by);
+}
+
 void addInference(std::vector<Fact>& facts, const char* standardError, const Question& question)
 {
     facts.emplace_back("standard_error", standardError);

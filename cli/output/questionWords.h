@@ -11,6 +11,9 @@ namespace vexroc {
 // The parts of a question as documents say them.
 
 std::vector<Fact> questionFacts(const Question& question, const CaseLabels& labels);
+/// What splits the table in several analyses, and what a row stands for.
+void addSlices(const Question& question, std::vector<std::string>& heading);
+void addSlices(const Question& question, std::vector<Fact>& facts);
 /// Adds which standard error, interval and confidence level the results have.
 void addInference(std::vector<Fact>& facts, const char* standardError, const Question& question);
 /// The word for programs: "nonparametric", "bi-negative exponential" or "DeLong".
