@@ -178,7 +178,7 @@ std::vector<Fact> factsOf(const Question& question, const CaseLabels& labels)
         facts.emplace_back("weight_kind", question.hasProbabilityWeights() ? "probability" : "counts");
     addAreaFacts(facts, question);
     if (question.comparison != Comparison::none)
-        facts.emplace_back("error_difference", errorOfDifferences(question));
+        facts.emplace_back("error_difference", question.errorOfDifferences());
     return facts;
 }
 

@@ -76,15 +76,6 @@ std::string statesHeading(const Question& question, const CaseLabels& labels)
         + "; negative: " + (negative.empty() ? "none" : negative) + (others.empty() ? "" : "; left out: " + others);
 }
 
-/// Whose standard errors areas have, in the word for programs.
-const char* errorOfAreas(const Question& question)
-{
-    return question.hasProbabilityWeights()     ? "weighted"
-        : question.inference.interval != "wald" ? "delong"
-        : question.inference.biNegative         ? "bi-negative"
-                                                : "hanley-mcneil";
-}
-
 std::string errorInWords(std::string_view error)
 {
     return error == "delong"     ? "DeLong"
@@ -186,14 +177,14 @@ void addAreaFacts(std::vector<Fact>& facts, const Question& question)
         facts.emplace_back("exact", asked.exact);
     facts.emplace_back("alternative", asked.alternative);
     facts.emplace_back("null_area", asked.nullArea);
-    facts.emplace_back("error", errorOfAreas(question));
+    facts.emplace_back("error", question.errorOfAreas());
 }
 
 void addDifferenceFacts(std::vector<Fact>& facts, const Question& question)
 {
     facts.emplace_back("confidence_level", question.inference.level);
     facts.emplace_back("alternative", question.inference.alternative);
-    facts.emplace_back("error", errorOfDifferences(question));
+    facts.emplace_back("error", question.errorOfDifferences());
 }
 
 std::string intervalOfAreas(const Inference& inference)
@@ -205,17 +196,12 @@ std::string areaHeading(const Question& question, const AreaMethods& methods)
 {
     const Inference& asked = question.inference;
     return "Interval: " + intervalInWords(asked) + ", level " + shortest(asked.level) + bootstrapInWords(asked)
-        + "; p: " + testInWords(asked, methods) + "; standard error: " + errorInWords(errorOfAreas(question));
-}
-
-const char* errorOfDifferences(const Question& question)
-{
-    return question.comparison == Comparison::paired ? "delong" : errorOfAreas(question);
+        + "; p: " + testInWords(asked, methods) + "; standard error: " + errorInWords(question.errorOfAreas());
 }
 
 std::string differenceWords(const Question& question)
 {
-    return "standard errors: " + errorInWords(errorOfDifferences(question)) + "; Wald intervals, level "
+    return "standard errors: " + errorInWords(question.errorOfDifferences()) + "; Wald intervals, level "
         + shortest(question.inference.level) + oneSided(question.inference);
 }
 

@@ -39,8 +39,6 @@ std::string intervalOfAreas(const Inference& inference);
 std::string differenceHeading(const Question& question);
 /// The same within a line.
 std::string differenceWords(const Question& question);
-/// The word for programs: "delong", "hanley-mcneil", "bi-negative" or "weighted".
-const char* errorOfDifferences(const Question& question);
 /// "pairwise" or "complete".
 const char* pairedCasesWord(const Question& question);
 std::string pairedCasesHeading(const Question& question);

@@ -151,8 +151,7 @@ void addComparison(const Question& question, const Difference& d, TableMaker& ta
     }
     addCount(d.leftOut, row);
     addNumbers({d.first.area, d.first.stdError, d.second.area, d.second.stdError, d.difference, d.stdError, d.z}, row);
-    row.insert(row.end(),
-               {errorOfDifferences(question), d.pValue, d.log10P, question.inference.alternative, d.lower, d.upper});
+    row.insert(row.end(), {d.error, d.pValue, d.log10P, question.inference.alternative, d.lower, d.upper});
     table.add(row);
 }
 

@@ -103,6 +103,9 @@ struct Question {
     /// with two directions.
     void settle(const DataTable& table);
     [[nodiscard]] bool hasProbabilityWeights() const { return weightKind == "probability"; }
+    // Whose standard errors areas and differences have, in the words of analysis.h.
+    [[nodiscard]] const char* errorOfAreas() const;
+    [[nodiscard]] const char* errorOfDifferences() const;
     [[nodiscard]] bool isLargerPositive(const std::string& test) const;
     /// "larger" or "smaller": which test values are more positive.
     [[nodiscard]] const char* positiveEnd() const noexcept { return largerIsPositive ? "larger" : "smaller"; }

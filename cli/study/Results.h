@@ -136,6 +136,7 @@ struct Difference {
     long long leftOut = 0; ///< rows that could not take part in it
     double difference = notComputed;
     double stdError = notComputed;
+    std::string error = {}; ///< whose standard error it is
     double z = notComputed;
     double pValue = notComputed;
     double log10P = notComputed;

@@ -206,8 +206,8 @@ private:
         }
     }
 
-    [[nodiscard]] static TestResult withoutResult(const std::string& test, const RowCounts& rows,
-                                                  const RowCounts::Gap* gap)
+    [[nodiscard]] TestResult withoutResult(const std::string& test, const RowCounts& rows,
+                                           const RowCounts::Gap* gap) const
     {
         const long long positive = rows.positive - (gap ? gap->positive : 0);
         const long long negative = rows.negative - (gap ? gap->negative : 0);
@@ -216,7 +216,10 @@ private:
                          .negative = negative,
                          .leftOut = rows.read - positive - negative,
                          .weightedPositive = gap ? notComputed : rows.weightedPositive,
-                         .weightedNegative = gap ? notComputed : rows.weightedNegative}};
+                         .weightedNegative = gap ? notComputed : rows.weightedNegative,
+                         .error = question_.errorOfAreas(),
+                         .pMethod = question_.inference.pMethod,
+                         .interval = question_.inference.interval}};
     }
 
     void addResults(Results& results) const
@@ -237,6 +240,7 @@ private:
                               .second = results.tests[static_cast<std::size_t>(found.second)].area,
                               .difference = found.difference,
                               .stdError = found.std_error,
+                              .error = found.error,
                               .z = found.z,
                               .pValue = found.p_value,
                               .log10P = found.log10_p,
@@ -277,10 +281,13 @@ private:
                                    .weightedNegative = record.weighted_negative,
                                    .area = record.area,
                                    .stdError = record.std_error,
+                                   .error = record.error,
                                    .pValue = record.p_value,
                                    .log10P = record.log10_p,
+                                   .pMethod = record.p_method,
                                    .lower = record.ci_lower,
                                    .upper = record.ci_upper,
+                                   .interval = record.interval_rule,
                                    .gini = record.gini,
                                    .ksMaximum = hasCurve ? record.ks_maximum : notComputed,
                                    .ksCutOff = hasCurve ? record.ks_cut_off : notComputed,

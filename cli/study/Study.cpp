@@ -93,7 +93,8 @@ Results eachDifference(const CaseColumns& columns, const Question& question, con
         return cases;
     };
     for (const std::string& test : question.tests) {
-        Difference difference{.first = ofGroup(test, 0), .second = ofGroup(test, 1)};
+        Difference difference{
+            .first = ofGroup(test, 0), .second = ofGroup(test, 1), .error = question.errorOfDifferences()};
         difference.leftOut = all.rows.read - all.rows.otherGroup - difference.first.positive - difference.first.negative
             - difference.second.positive - difference.second.negative;
         all.differences.push_back(std::move(difference));
@@ -112,7 +113,7 @@ Results eachPair(const CaseColumns& columns, const Question& question, const Wat
                 return !std::isnan(other[row]);
             };
             const Area cases = casesOf(columns, tests[first], isKnown);
-            Difference difference{.first = cases, .second = cases};
+            Difference difference{.first = cases, .second = cases, .error = question.errorOfDifferences()};
             difference.second.test = tests[second];
             difference.leftOut = all.rows.read - difference.first.positive - difference.first.negative;
             all.differences.push_back(std::move(difference));
