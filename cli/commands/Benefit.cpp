@@ -40,7 +40,7 @@ Report runBenefit(const BenefitOptions& options, const Surroundings& surrounding
             requireLarger(test);
             found.push_back({value, &test, CurveInference(test, task.question, how, watch).benefit(thresholds)});
         });
-    remarkOnPoints(analysis, task.remarks);
+    remarkOnRows(task.question, analysis.values, task.remarks);
     return reportOf(task, netBenefitDocument(analysis, how, found), surroundings);
 }
 

@@ -102,7 +102,7 @@ Report runBest(const BestOptions& options, const Surroundings& surroundings)
             for (const std::string& criterion : criteria)
                 found.back().answer.push_back(CurveInference(test, task.question, how, watch).best(criterion));
         });
-    remarkOnPoints(analysis, task.remarks);
+    remarkOnRows(task.question, analysis.values, task.remarks);
     task.remarks.add("best-on-same-data");
     return reportOf(task, bestCutOffsDocument(analysis, how, found), surroundings);
 }

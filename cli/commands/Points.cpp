@@ -34,7 +34,7 @@ Report runPoints(const PointsOptions& options, const Surroundings& surroundings)
         answerSliced(task, surroundings, [&](std::string_view value, const TestResult& test, const Watch& watch) {
             found.push_back({value, &test, CurveInference(test, task.question, how, watch).points(at)});
         });
-    remarkOnPoints(analysis, task.remarks);
+    remarkOnRows(task.question, analysis.values, task.remarks);
     return reportOf(task, operatingPointsDocument(analysis, how, at.has_value(), found), surroundings);
 }
 

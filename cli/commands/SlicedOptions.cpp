@@ -86,6 +86,7 @@ Task parseSliced(const SlicedOptions& options, bool isBootstrap)
     if (options.by == task.question.state.column)
         throw usageError("--by names the state column: every value would be one state; name another column");
     task.question.summaries = true;
+    task.remarks.leaveOutTests();
     Inference asked{.interval = isBootstrap ? "bootstrap" : "score"};
     parseLevel(options.inference, asked);
     parseBootstrap(options.inference, asked);
@@ -138,7 +139,7 @@ Analysis studySlices(Task& task, DataTable table, const Watch& watch)
 
 Analysis answerSliced(Task& task, const Surroundings& surroundings, const AskCurve& ask)
 {
-    DataTable table = readQuestionTable(task, surroundings);
+    DataTable table = readQuestion(task, surroundings);
     AnalysisWatch watch(surroundings, table.rows);
     const Watch asked = watch.watch(&task.remarks);
     Analysis analysis = studySlices(task, std::move(table), asked);

@@ -1,6 +1,7 @@
 #include "cli/output/InferenceDocuments.h"
 #include "cli/output/Sentences.h"
 #include "cli/output/inferenceWords.h"
+#include "cli/output/questionWords.h"
 #include "cli/output/resultTables.h"
 #include "cli/words/Numbers.h"
 
@@ -287,7 +288,7 @@ Document bestCutOffsDocument(const Analysis& analysis, const CurveOptions& how, 
     document.parts.push_back({"", "The chosen cut-offs", chosenTable(analysis, found)});
     if (withRates)
         document.parts.push_back({"rates", "Rates at the fixed share of the other. "
-                                      + intervalHeading(analysis.question, how.interval),
+                                      + intervalHeading(analysis.question.inference, how.interval),
                                   rateTable(analysis, found)});
     for (const auto& curve : found)
         for (const BestCutOffs& best : curve.answer)

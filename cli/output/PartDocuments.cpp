@@ -1,6 +1,7 @@
 #include "cli/output/InferenceDocuments.h"
 #include "cli/output/Sentences.h"
 #include "cli/output/inferenceWords.h"
+#include "cli/output/questionWords.h"
 #include "cli/output/resultTables.h"
 
 #include <array>
@@ -101,7 +102,7 @@ Document partialAreaDocument(const Analysis& analysis, const CurveOptions& how, 
     Document document = documentOn(analysis, "partial",
                                    std::string("Partial area ") + (band.rate == "fpr" ? "under" : "right of")
                                        + " the ROC curve " + bandWords(band));
-    document.heading.push_back(intervalHeading(analysis.question, how.interval) + "; standard error: by components");
+    document.heading.push_back(intervalHeading(analysis.question.inference, how.interval) + "; standard error: by components");
     addIntervalFacts(document.question, analysis.question, how.interval);
     document.parts.push_back(
         {"partial_areas", "",
@@ -123,7 +124,7 @@ Document precisionRecallAreaDocument(const Analysis& analysis, const CurveOption
                                      const Answers<PrecisionRecallArea>& found)
 {
     Document document = documentOn(analysis, "pr", precisionRecallTitle(rule));
-    document.heading.push_back(intervalHeading(analysis.question, how.interval) + "; " + prevalenceWords(analysis, how));
+    document.heading.push_back(intervalHeading(analysis.question.inference, how.interval) + "; " + prevalenceWords(analysis, how));
     document.question.emplace_back("rule", rule);
     addIntervalFacts(document.question, analysis.question, how.interval);
     addPrevalenceFact(document.question, how);
@@ -136,7 +137,7 @@ Document precisionRecallAreaDocument(const Analysis& analysis, const CurveOption
 Document::Part precisionRecallAreaPart(const Analysis& analysis, const CurveOptions& how, const std::string& rule,
                                        const Answers<PrecisionRecallArea>& found)
 {
-    std::string interval = intervalHeading(analysis.question, how.interval);
+    std::string interval = intervalHeading(analysis.question.inference, how.interval);
     interval.front() = 'i';
     return {"pr_areas", precisionRecallTitle(rule) + "; " + interval + "; " + prevalenceWords(analysis, how),
             precisionRecallTable(analysis, how, rule, found)};

@@ -1,6 +1,7 @@
 #include "cli/output/Sentences.h"
 
 #include "cli/output/inferenceWords.h"
+#include "cli/output/questionWords.h"
 #include "cli/words/Numbers.h"
 #include "cli/words/Readable.h"
 #include "cli/words/VisibleText.h"
@@ -39,7 +40,7 @@ std::string range(double lower, double upper)
 /// "95% score interval 0.9170 to 0.9580".
 std::string intervalOf(const Question& question, std::string_view interval, const Estimate& estimate)
 {
-    return percent(question) + ' ' + intervalWord(interval) + " interval " + range(estimate.lower, estimate.upper);
+    return percent(question) + ' ' + intervalInWords(interval) + " interval " + range(estimate.lower, estimate.upper);
 }
 
 std::string casesOf(const Area& area)
@@ -124,7 +125,7 @@ std::string sentenceOn(const Question& question, const Difference& difference)
         + shown(difference.first.area) + ") and " + nameOf(question, difference.second) + " ("
         + shown(difference.second.area) + ") differed by " + shown(d.value) + " (" + intervalOf(question, "wald", d)
         + "; " + pOf(difference.pValue) + ", Wald test with standard errors of "
-        + errorInWords(errorOfDifferences(question)) + ", " + alternativeOf(question.inference) + "; " + cases + "; "
+        + errorInWords(question.errorOfDifferences()) + ", " + alternativeOf(question.inference) + "; " + cases + "; "
         + program() + ").";
 }
 

@@ -17,24 +17,6 @@ bool isBootstrap(std::string_view interval)
 
 } // namespace
 
-std::string intervalWord(std::string_view interval)
-{
-    return interval == "bootstrap" ? "percentile bootstrap"
-        : interval == "bca"        ? "BCa bootstrap"
-        : interval == "btii"       ? "BTII bootstrap"
-        : interval == "wald"       ? "Wald"
-                                   : std::string(interval);
-}
-
-std::string intervalHeading(const Question& question, const std::string& interval)
-{
-    const Inference& asked = question.inference;
-    return "Interval: " + intervalWord(interval) + ", level " + shortest(asked.level)
-        + (isBootstrap(interval)
-               ? ", " + std::to_string(asked.replicates) + " replicates, seed " + std::to_string(asked.seed)
-               : "");
-}
-
 void addIntervalFacts(std::vector<Fact>& facts, const Question& question, const std::string& interval)
 {
     const Inference& asked = question.inference;

@@ -12,11 +12,7 @@ namespace vexroc {
 
 // How answers beyond the areas were made, in words.
 
-/// "logit", "percentile bootstrap", "BTII bootstrap".
-std::string intervalWord(std::string_view interval);
-/// "Interval: logit, level 0.95"; of bootstraps with replicates and seed.
-std::string intervalHeading(const Question& question, const std::string& interval);
-/// The same for programs.
+/// Interval and level, and of bootstraps replicates and seed, for programs.
 void addIntervalFacts(std::vector<Fact>& facts, const Question& question, const std::string& interval);
 /// "Wilson" or "Clopper-Pearson".
 std::string proportionWord(const CurveOptions& how);
