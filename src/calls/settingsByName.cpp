@@ -1,7 +1,7 @@
 #include "calls/settingsByName.h"
 
 #include "calls/guard.h"
-#include "vexrocproc/optionwords.h"
+#include "calls/words.h"
 
 #include <cmath>
 #include <optional>
@@ -83,18 +83,6 @@ const Kind& find(std::string_view name, const char* kind)
     throw InvalidArgument("no setting " + quoted(name) + " takes a " + kind + "; those that do are " + names);
 }
 
-/// Which of the words it is, whatever the case of its letters.
-int positionOf(std::string_view word, std::span<const std::string_view> words, std::string_view setting)
-{
-    std::string all;
-    for (std::size_t i = 0; i < words.size() && !words[i].empty(); ++i) {
-        if (compareIgnoreCase(std::string(word), std::string(words[i])))
-            return static_cast<int>(i);
-        enlist(all, quoted(words[i]));
-    }
-    throw InvalidArgument(std::string(setting) + ": no word " + quoted(word) + "; the words are " + all);
-}
-
 } // namespace
 
 std::span<const NamedSetting> namedSettings() noexcept { return settings; }
@@ -128,7 +116,7 @@ void setNumber(AnalysisRequest& request, std::string_view setting, double value)
 void setWord(AnalysisRequest& request, std::string_view setting, std::string_view word)
 {
     const auto& [words, set] = find<NamedSetting::Word>(setting, "word");
-    set(request, positionOf(word, words, setting));
+    set(request, positionOf(std::string(word).c_str(), words, setting));
 }
 
 void setDirection(AnalysisRequest& request, int column, const char* word)
