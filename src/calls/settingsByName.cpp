@@ -21,6 +21,21 @@ void setConfidenceLevel(Request& request, double level)
     request.options().setConfidenceLevel(level);
 }
 
+void setNullArea(Request& request, double area)
+{
+    if (!(area > 0.0 && area < 1.0))
+        throw InvalidArgument("null_area: expected a number between 0 and 1, such as 0.5");
+    request.setNullArea(area);
+}
+
+void setReplicates(Request& request, double replicates)
+{
+    constexpr double most = 1e8;
+    if (!(replicates >= 1.0 && replicates <= most && replicates == std::floor(replicates)))
+        throw InvalidArgument("replicates: expected a whole number from 1 to 100000000, such as 1999");
+    request.setReplicates(static_cast<std::int64_t>(replicates));
+}
+
 constexpr NamedSetting directionOfAll{"direction", NamedSetting::Word{{"larger", "smaller"}, [](Request& r, int i) {
                                                                           r.options().setDirection(Direction(i));
                                                                       }}};
@@ -41,6 +56,10 @@ constexpr NamedSetting settings[] = {
     {"roc", [](Request& r, double value) { r.options().setNeedROC(value != 0.0); }},
     {"pr", [](Request& r, double value) { r.options().setNeedPR(value != 0.0); }},
 
+    {"null_area", setNullArea},
+    {"replicates", setReplicates},
+    {"summaries", [](Request& r, double value) { r.keepSummaries(value != 0.0); }},
+
     directionOfAll,
     {"cut_off",
      NamedSetting::Word{{"include", "exclude"},
@@ -57,8 +76,18 @@ constexpr NamedSetting settings[] = {
     {"negative", NamedSetting::Word{{"all", "listed"}, [](Request& r, int i) { r.listNegatives(i == 1); }}},
     {"cases", NamedSetting::Word{{"complete", "pairwise"}, [](Request& r, int i) { r.setPairedRows(PairedRows(i)); }}},
     {"interval",
-     NamedSetting::Word{{"record", "wald", "wald-delong"}, [](Request& r, int i) { r.setInterval(IntervalKind(i)); }}},
-    {"weight_kind", NamedSetting::Word{{"unsaid", "counts"}, [](Request& r, int i) { r.setWeightIsCount(i == 1); }}},
+     NamedSetting::Word{
+         {"record", "wald", "wald-delong", "recommended", "score", "newcombe", "logit", "bootstrap", "bca"},
+         [](Request& r, int i) { r.setInterval(IntervalKind(i)); }}},
+    {"p_value",
+     NamedSetting::Word{{"record", "recommended", "mann-whitney", "wald"},
+                        [](Request& r, int i) { r.setPValue(PKind(i)); }}},
+    {"exact", NamedSetting::Word{{"auto", "always", "never"}, [](Request& r, int i) { r.setExact(ExactRule(i)); }}},
+    {"alternative",
+     NamedSetting::Word{{"two-sided", "greater", "less"}, [](Request& r, int i) { r.setAlternative(Alternative(i)); }}},
+    {"weight_kind",
+     NamedSetting::Word{{"unsaid", "counts", "probability"},
+                        [](Request& r, int i) { r.setWeightKind(WeightKind(i)); }}},
 };
 
 /// Appends to a list in words.
