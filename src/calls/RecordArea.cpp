@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace ROCALG_920::calls {
@@ -37,19 +38,35 @@ AreaRule ruleOf(IntervalKind interval)
     return AreaRule::score;
 }
 
+bool goOn(RunWatch& watch, double share)
+{
+    watch.tell(share);
+    return !watch.cancelRequested();
+}
+
+/// The error that the record tells is the one that wald takes.
 AreaFacts factsOf(const std::optional<OrderedTriples>& triples, const vexroc_record& record)
 {
-    AreaFacts facts{};
-    facts.cases = {record.positive, record.negative};
-    facts.area = record.area;
+    OrderedTriples sums{};
+    sums.cases = {record.positive, record.negative};
+    AreaFacts facts = areaFacts(triples.value_or(sums), NonParametric, record.smaller_is_positive == 0);
     facts.waldError = record.std_error;
-    if (!triples)
-        return facts;
-    const OrderedPairs& pairs = triples->pairs;
-    facts.var = deLongTerms(*triples);
-    facts.twiceU = record.smaller_is_positive != 0 ? pairs.twicePairs - pairs.twiceOrdered : pairs.twiceOrdered;
-    facts.tieSum = triples->tieSums.cubes;
     return facts;
+}
+
+/// In the order of their numbers; nothing when cancelled.
+std::optional<std::vector<std::int64_t>> drawReplicates(const Summary& sample, const AnalysisRequest& request,
+                                                        RunWatch& watch)
+{
+    std::vector<std::int64_t> twiceU(static_cast<std::size_t>(request.replicates()));
+    const AreaBootstrap bootstrap(sample, request.seed());
+    const PieceRunner runner{watch.callbacks().parallel, watch.callbacks().parallelUser,
+                             [&](double share) { return goOn(watch, share); }};
+    const bool done = runInPieces(runner, request.replicates(), [&](std::int64_t first, std::int64_t count) {
+        bootstrap.draw(static_cast<std::uint64_t>(first),
+                       std::span(twiceU).subspan(static_cast<std::size_t>(first), static_cast<std::size_t>(count)));
+    });
+    return done ? std::optional(std::move(twiceU)) : std::nullopt;
 }
 
 } // namespace
@@ -98,22 +115,17 @@ AreaQuestion RecordArea::question() const
     question.null = request_.nullArea();
     question.level = request_.options().getConfidienceLevel();
     question.zCritical = zCritical_;
-    question.replicates = request_.replicates();
-    question.seed = request_.seed();
     return question;
 }
 
 std::optional<AreaInference> RecordArea::answer(const AreaFacts& facts, const AreaQuestion& asked, const Cases& cases,
                                                 RunWatch& watch) const
 {
-    AreaMeans means;
-    means.sample = cases;
-    means.goOn = [&watch](double share) {
-        watch.tell(share);
-        return !watch.cancelRequested();
-    };
-    means.replicates = [&] { return drawReplicates(cases(), asked.seed, asked.replicates, watch); };
-    return areaInference(facts, asked, means);
+    const bool tells = takesLong() && !isBootstrap(asked.interval); // draws have told all of the part
+    return areaInference(facts, asked,
+                         {.sample = cases,
+                          .replicates = [&] { return drawReplicates(cases(), request_, watch); },
+                          .goOn = [&](double share) { return tells ? goOn(watch, share) : !watch.cancelRequested(); }});
 }
 
 bool RecordArea::settle(const std::optional<OrderedTriples>& triples, const Cases& cases, RunWatch& watch,
