@@ -4,8 +4,10 @@
 >>> vexroc.auc([1, 0, 1, 0] * 5, [5, 1, 3, 4] * 5)
 <area 0.7500, standard error 0.1146, p = 0.0291, 95 % interval 0.5255 to 0.9745; 10 positive and 10 negative cases>
 """
-from ._analysis import AnalysisError, analyze
-from ._arraycalls import auc, compare_independent, compare_paired, pr_curve, roc_curve
+from ._analysis import analyze
+from ._areas import auc, compare_independent, compare_paired, mann_whitney
+from ._curves import pr_curve, roc_curve
+from ._handle import AnalysisError
 from ._display import PrecisionRecallDisplay, RocCurveDisplay
 from ._library import library as _library
 from ._labels import OTHERS
