@@ -16,12 +16,14 @@ Interval = Literal["score", "newcombe", "logit", "wald", "wald-delong", "bootstr
 PMethod = Literal["mann-whitney", "wald"]
 Exact = Literal["auto", "always", "never"]
 Alternative = Literal["two-sided", "greater", "less"]
+Proportion = Literal["wilson", "exact"]
 
 DISTRIBUTIONS = ("nonparam", "bi-negative")
 INTERVALS = ("score", "newcombe", "logit", "wald", "wald-delong", "bootstrap", "bca")
 P_METHODS = ("mann-whitney", "wald")
 EXACT = ("auto", "always", "never")
 ALTERNATIVES = ("two-sided", "greater", "less")
+PROPORTIONS = ("wilson", "exact")
 BOOTSTRAPS = ("bootstrap", "bca", "btii")
 
 

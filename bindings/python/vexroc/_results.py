@@ -59,8 +59,8 @@ def _interval(level: float, lower: float, upper: float) -> str:
 
 def _rule(result: Any) -> str:
     """How the bounds of a result were made."""
-    drawn = result.n_resamples is not None
-    return result.interval + (f", {result.n_resamples} replicates, seed {result.random_state}" if drawn else "")
+    drawn = "" if result.n_resamples is None else f", {result.n_resamples} replicates, seed {result.random_state}"
+    return f"{result.interval}{drawn}"
 
 
 def _with_remarks(text: str, cautions: Remarks, notes: Remarks) -> str:
