@@ -1,7 +1,7 @@
 #pragma once
 
 #include "inference/AreaIntervals.h"
-#include "inference/OrderedPairs.h"
+#include "inference/OrderedTriples.h"
 #include "inference/PlacementSums.h"
 #include "numeric/Int128.h"
 #include "summary/Summary.h"
@@ -45,8 +45,9 @@ struct AreaFacts {
 
     [[nodiscard]] double variance() const noexcept { return var.positives + var.negatives; }
 };
-/// Of a sample whose larger values are more positive.
-[[nodiscard]] AreaFacts areaFacts(const Summary& sample);
+/// From the sums of a walk over the values, on which the direction has no influence.
+[[nodiscard]] AreaFacts areaFacts(const OrderedTriples& sums, ROCConst_920::Distribution distribution,
+                                  bool largerIsPositive);
 
 struct AreaQuestion {
     AreaRule interval = AreaRule::score;

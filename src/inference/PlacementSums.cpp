@@ -35,11 +35,17 @@ double meanProduct(const Int256& centredTimesCount, double count, double others)
 
 /// The covariance (variance) of areas that such sums stand for: over the cases of each state, the mean product divided
 /// by its degrees of freedom.
-double covarianceOf(const CentredSums& sums, const StateCounts& cases)
+SumsByState<double> covarianceTerms(const CentredSums& sums, const StateCounts& cases)
 {
     const double nPos = static_cast<double>(cases.positives);
     const double nNeg = static_cast<double>(cases.negatives);
-    return meanProduct(sums.negatives, nNeg, nPos) + meanProduct(sums.positives, nPos, nNeg);
+    return {meanProduct(sums.positives, nPos, nNeg), meanProduct(sums.negatives, nNeg, nPos)};
+}
+
+double covarianceOf(const CentredSums& sums, const StateCounts& cases)
+{
+    const SumsByState<double> terms = covarianceTerms(sums, cases);
+    return terms.positives + terms.negatives;
 }
 
 } // namespace
@@ -53,13 +59,13 @@ OrderedTriples PlacementSums::triples() const noexcept
             (3 * squares_.positives + ties_.ofPositives) / 4, ties_};
 }
 
-double deLongVariance(const OrderedTriples& sample) noexcept
+SumsByState<double> deLongTerms(const OrderedTriples& sample) noexcept
 {
     StateSums squares;
     squares.positives = (4 * sample.threeTimesS2 - sample.tieSums.ofPositives) / 3;
     squares.negatives = (4 * sample.threeTimesS1 - sample.tieSums.ofNegatives) / 3;
     const Int256 total = sample.pairs.twiceOrdered;
-    return covarianceOf(centred(squares, total * total, sample.cases), sample.cases);
+    return covarianceTerms(centred(squares, total * total, sample.cases), sample.cases);
 }
 
 double PlacementSums::variance() const noexcept { return covarianceOf(centred(squares_, *this, *this), cases_); }

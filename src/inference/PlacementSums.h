@@ -77,8 +77,13 @@ private:
     TieSums ties_;
 };
 
-/// The same variance of a sample that was walked over for its triples; both states occur.
-[[nodiscard]] double deLongVariance(const OrderedTriples& sample) noexcept;
+/// The same variance of a sample that was walked over for its triples, as what either state adds to it; both occur.
+[[nodiscard]] SumsByState<double> deLongTerms(const OrderedTriples& sample) noexcept;
+[[nodiscard]] inline double deLongVariance(const OrderedTriples& sample) noexcept
+{
+    const SumsByState<double> terms = deLongTerms(sample);
+    return terms.positives + terms.negatives;
+}
 
 /// The placements of a whole sample in these states.
 template <ValueWalk Walk>
