@@ -136,7 +136,7 @@ def paired(cases: Cases, asked: AreaQuestion) -> Comparison:
     handle.ask(asked)
     handle.call("set_word", b"comparison", b"paired")
     handle.call("set_number", b"roc", 0.0)
-    handle.run(None)
+    handle.call("run")
     first, second = (area_of(handle.fetch("record", index, RecordResult()), cases.n_omitted, asked)
                      for index in range(2))
     handle.add_remarks(cases.remarks)
