@@ -97,8 +97,8 @@ say <- function(remarks, code, subject = "", detail = "") .Call(C_add_remark, re
 
 #' What there is to say of a part of an area, or of another area: not that it is below 0.5.
 say_area <- function(remarks, area, answer) {
-  facts <- c(area[c("positive", "negative", "test")], answer[c("standard_error", "interval", "percentile", "held")])
-  facts$area <- if (is.na(answer$standard_error)) answer$area
+  facts <- c(area[c("positive", "negative", "test")], answer[c("std_error", "interval", "percentile", "held")])
+  facts$area <- if (is.na(answer$std_error)) answer$area
   .Call(C_add_area_remarks, remarks, area$subject, facts)
 }
 

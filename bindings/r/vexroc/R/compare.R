@@ -40,10 +40,10 @@ print.vexroc_comparison <- function(x, digits = 4, ...) {
                          if (x$method == "paired") paste("paired, on", cases) else "independent groups"),
           paste0("Standard error: ", all_of(x$comparisons$error), "; interval: wald, level ",
                  x$study$settings$confidence_level, "; p value: wald, ", all_of(x$comparisons$alternative)))
-  columns <- c("test", "group", "positive", "negative", "left_out", "area", "standard_error")
+  columns <- c("test", "group", "positive", "negative", "left_out", "area", "std_error")
   print_table(x$areas[intersect(columns, names(x$areas))], digits)
   cat("\n")
-  hidden <- "^(area|standard_error)[12]$|^(log10_p|error|alternative)$"
+  hidden <- "^(area|std_error)[12]$|^(log10_p|error|alternative)$"
   pairs <- x$comparisons[grep(hidden, names(x$comparisons), invert = TRUE)]
   names(pairs) <- sub("_difference$", "", names(pairs))
   print_table(pairs, digits)

@@ -103,7 +103,7 @@ partial_area <- function(fit, partial.auc = c(1, 0.9), partial.auc.focus = c("sp
     say_area(remarks, area, partial)
     c(area[c("positive", "negative")], rate = rates$rate, partial)
   })
-  columns <- c("area", "standard_error", "lower", "upper", "standardized", "standardized_lower", "standardized_upper")
+  columns <- c("area", "std_error", "lower", "upper", "standardized", "standardized_lower", "standardized_upper")
   answer_table(without(frame, "edge", "few", "percentile", "held"), fit, "Partial areas under ROC curves",
                c(rates$line, interval_line(frame, options)), shown = c("positive", "negative", columns),
                remarks = remarks)
@@ -134,7 +134,7 @@ pr_area <- function(fit, rule = c("integral", "step", "trapezoid"),
     if (is.null(prevalence)) say_sample_prevalence(remarks, area)
     curve <- answer(.Call(C_ask_precision_recall, cases, options, rule))
     if (curve$edge != 0) say(remarks, "pr-edge", area$subject)
-    say_area(remarks, area, c(curve, standard_error = 1))
+    say_area(remarks, area, c(curve, std_error = 1))
     c(area[c("positive", "negative")], curve)
   })
   answer_table(without(frame, "edge", "percentile", "held"), fit, "Areas under precision-recall curves",

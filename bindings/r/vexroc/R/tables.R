@@ -8,7 +8,7 @@ labels_of <- function(result, study)
 
 area_frame <- function(result, study) {
   columns <- c("positive", "negative", if (!is.null(study$weight)) c("weighted_positive", "weighted_negative"),
-               "left_out", "area", "standard_error", "error", "lower", "upper", "interval", "p_value", "log10_p",
+               "left_out", "area", "std_error", "error", "lower", "upper", "interval", "p_value", "log10_p",
                "p_method", "null_area", "alternative", "gini",
                if (!identical(study$settings$roc, 0)) c("max_ks", "max_ks_cut_off"), "ties")
   none <- result$areas$max_ks < 0
@@ -148,7 +148,7 @@ print_remarks <- function(x) {
 print.vexroc <- function(x, digits = 4, ...) {
   refuse_others(print.vexroc, ...)
   heading(x$study, "Areas under ROC curves", area_rules(x$areas, x$study$settings))
-  columns <- c("test", "group", "positive", "negative", "left_out", "area", "lower", "upper", "standard_error",
+  columns <- c("test", "group", "positive", "negative", "left_out", "area", "lower", "upper", "std_error",
                "p_value")
   differ <- Filter(function(column) length(unique(x$areas[[column]])) > 1, c("interval", "error", "p_method"))
   print_table(x$areas[intersect(c(columns, differ), names(x$areas))], digits)
