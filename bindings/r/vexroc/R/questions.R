@@ -12,19 +12,22 @@ operating_points <- function(fit, at = NULL, prevalence = NULL, ci.method = c("w
   remarks <- .Call(C_new_remarks)
   frame <- ask_areas(fit, options, function(cases, options, area) {
     if (is.null(prevalence) && any(c("ppv", "npv") %in% ret)) say_sample_prevalence(remarks, area)
-    .Call(C_ask_points, cases, options, at[[area$test]], ret)
+    points_at(cases, options, area, at[[area$test]], ret)
   })
   answer_table(frame, fit, "Operating points", c(shares_line(options), prevalence_line(fit, prevalence, ret)),
                shown = if (missing(ret)) main_quantities else ret, remarks = remarks)
 }
 
 quantities <- eval(formals(operating_points)$ret)
-main_quantities else ret, remarks = remarks)
-}
-
-quantities <- c("sensitivity", "specificity", "ppv", "npv", "lr_positive", "lr_negative", "dor", "accuracy",
-                "balanced_accuracy", "f1", "mcc", "youden", "kappa")
 main_quantities <- quantities[1:6]
+cases_columns <- c("positive", "negative", "left_out")
+
+#' Counts and quantities at cut-offs, and the prevalence that ppv and npv hold at.
+points_at <- function(cases, options, area, cut_offs, ret) {
+  points <- .Call(C_ask_points, cases, options, cut_offs, ret)
+  held <- if (is.null(options$prevalence)) prevalence_of(area) else options$prevalence
+  append(points, list(prevalence = rep(held, length(points$cut_off))), 5)
+}
 
 #' What ppv, npv and all that counts cases of both states hold at.
 prevalence_line <- function(fit, prevalence, ret) {
@@ -58,6 +61,11 @@ best_cut_offs <- function(fit, method = "youden", cost.ratio = 1, prevalence = N
   check_fit(fit)
   if (!is.character(method) || length(method) == 0 || anyNA(method))
     fail("`method` is one criterion or several, such as \"youden\" or \"specificity=0.9\", not ", shown(method))
+  needs <- function(argument, criterion)
+    if (!criterion %in% method) fail("`", argument, "` is of the criterion \"", criterion, "\": name it in `method`")
+  if (!missing(cost.ratio)) needs("cost.ratio", "cost")
+  if (!missing(min.sensitivity)) needs("min.sensitivity", "youden")
+  if (!missing(min.specificity)) needs("min.specificity", "youden")
   options <- c(list(level = one_level(level, conf.level, missing(level) || missing(conf.level)),
                     proportion = choice(ci.method, "ci.method", best_cut_offs), prevalence = share(prevalence),
                     interval = choice(rate.method, "rate.method", best_cut_offs),
@@ -66,23 +74,23 @@ best_cut_offs <- function(fit, method = "youden", cost.ratio = 1, prevalence = N
                     min_specificity = one_number(min.specificity, "min.specificity")), bootstrap_options(boot.n, seed))
   remarks <- .Call(C_new_remarks)
   rows <- lapply(method, function(criterion) ask_areas(fit, options, function(cases, options, area)
-    best_rows(cases, options, criterion, unmet = function() say(remarks, "criterion-unmet", area$subject, criterion))))
+    best_rows(cases, options, area, criterion, remarks)))
   say(remarks, "best-on-same-data")
   answer_table(do.call(rbind, rows), fit, "Best cut-offs",
                c(shares_line(options), prevalence_line(fit, prevalence, quantities)),
                shown = c("value", "chosen", main_quantities), remarks = remarks)
 }
 
-#' A row for each of the cut-offs that are best by one criterion; without any, what is said of that is `unmet`.
-best_rows <- function(cases, options, criterion, unmet) {
+#' A row for each of the cut-offs that are best by one criterion.
+best_rows <- function(cases, options, area, criterion, remarks) {
   best <- .Call(C_ask_best, cases, options, criterion)
   count <- length(best$cut_off)
-  if (count == 0) unmet()
+  if (count == 0) say(remarks, "criterion-unmet", area$subject, criterion)
   rate <- if (grepl("=", criterion)) answer(.Call(C_ask_rate, cases, options, criterion)) else no_rate
   repeated <- function(columns) lapply(columns, rep, count)
-  c(repeated(list(criterion = criterion, value = best$value)), list(chosen = seq_len(count) == best$chosen),
-    .Call(C_ask_points, cases, options, best$cut_off, quantities),
-    repeated(rate[c("interpolated", "rate_lower", "rate_upper", "rate_interval")]))
+  c(repeated(list(criterion = criterion)), best["cut_off"], repeated(best["value"]),
+    list(chosen = seq_len(count) == best$chosen), points_at(cases, options, area, best$cut_off, quantities)[-1],
+    repeated(rate[names(no_rate)]))
 }
 
 no_rate <- list(interpolated = NA_real_, rate_lower = NA_real_, rate_upper = NA_real_, rate_interval = NA_character_)
@@ -101,11 +109,11 @@ partial_area <- function(fit, partial.auc = c(1, 0.9), partial.auc.focus = c("sp
     partial <- answer(.Call(C_ask_partial, cases, options, rates$rate, rates$band))
     if (partial$few != 0) say(remarks, "few-in-band", area$subject)
     say_area(remarks, area, partial)
-    c(area[c("positive", "negative")], rate = rates$rate, partial)
+    c(area[cases_columns], rate = rates$rate, partial)
   })
-  columns <- c("area", "std_error", "lower", "upper", "standardized", "standardized_lower", "standardized_upper")
   answer_table(without(frame, "edge", "few", "percentile", "held"), fit, "Partial areas under ROC curves",
-               c(rates$line, interval_line(frame, options)), shown = c("positive", "negative", columns),
+               c(rates$line, interval_line(frame, options)),
+               shown = c(cases_columns, "partial_area", "std_error", "lower", "upper", "standardized"),
                remarks = remarks)
 }
 
@@ -135,11 +143,11 @@ pr_area <- function(fit, rule = c("integral", "step", "trapezoid"),
     curve <- answer(.Call(C_ask_precision_recall, cases, options, rule))
     if (curve$edge != 0) say(remarks, "pr-edge", area$subject)
     say_area(remarks, area, c(curve, std_error = 1))
-    c(area[c("positive", "negative")], curve)
+    c(area[cases_columns], curve)
   })
   answer_table(without(frame, "edge", "percentile", "held"), fit, "Areas under precision-recall curves",
                c(paste0("Rule: ", rule, ", at ", prevalence_in_words(fit, prevalence)), interval_line(frame, options)),
-               shown = c("positive", "negative", "area", "lower", "upper", "chance"), remarks = remarks)
+               shown = c(cases_columns, "pr_area", "lower", "upper", "prevalence"), remarks = remarks)
 }
 
 net_benefit <- function(fit, at, prevalence = NULL, ...) {
@@ -156,9 +164,10 @@ net_benefit <- function(fit, at, prevalence = NULL, ...) {
     if (scores$differs != 0)
       say(remarks, "not-calibrated", area$subject,
           sprintf("mean score %.4g, share of positive cases %.4g", scores$mean_score, scores$observed))
-    whole <- lapply(scores[c("mean_score", "observed")], rep, length(at))
+    held <- if (is.null(prevalence)) prevalence_of(area) else prevalence
+    whole <- c(area[c("positive", "negative")], prevalence = held, scores[c("mean_score", "observed")])
     c(list(threshold = at), benefit[c("net_benefit", "treat_all")], list(treat_none = rep(0, length(at))),
-      benefit[c("true_positive", "false_positive")], whole)
+      benefit[c("true_positive", "false_positive")], lapply(whole, rep, length(at)))
   })
   answer_table(frame, fit, "Net benefit", paste("At", prevalence_in_words(fit, prevalence)),
                shown = c("net_benefit", "treat_all", "treat_none", "mean_score", "observed"), remarks = remarks)
@@ -172,8 +181,8 @@ mann_whitney <- function(fit, exact = c("auto", "always", "never"),
   options <- list(p_method = "mann-whitney", interval = "score", exact = exactness(exact), uncorrected = 1 - correct,
                   alternative = side(alternative))
   frame <- ask_areas(fit, options, function(cases, options, area)
-    c(area[c("positive", "negative", "area")], answer(.Call(C_ask_area, cases, options))))
+    c(area[c(cases_columns, "area")], answer(.Call(C_ask_area, cases, options))))
   answer_table(frame, fit, "Mann-Whitney tests of the area 0.5", paste("Alternative:", options$alternative),
-               shown = c("positive", "negative", "area", "u", "z", "p_value", "p_method"),
+               shown = c(cases_columns, "area", "u", "z", "p_value", "p_method"),
                remarks = .Call(C_new_remarks))
 }

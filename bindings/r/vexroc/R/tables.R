@@ -145,13 +145,17 @@ print_remarks <- function(x) {
   cat(sprintf("caution: %s\n", x$cautions$text), sprintf("note: %s\n", x$notes$text), sep = "")
 }
 
+rule_columns <- c("error", "interval", "p_method", "null_area", "alternative")
+
+#' What the heading says, as it holds for all areas.
+common_rules <- function(areas) Filter(function(column) length(unique(areas[[column]])) == 1, rule_columns)
+
 print.vexroc <- function(x, digits = 4, ...) {
   refuse_others(print.vexroc, ...)
   heading(x$study, "Areas under ROC curves", area_rules(x$areas, x$study$settings))
   columns <- c("test", "group", "positive", "negative", "left_out", "area", "lower", "upper", "std_error",
                "p_value")
-  differ <- Filter(function(column) length(unique(x$areas[[column]])) > 1, c("interval", "error", "p_method"))
-  print_table(x$areas[intersect(c(columns, differ), names(x$areas))], digits)
+  print_table(x$areas[setdiff(intersect(c(columns, rule_columns), names(x$areas)), common_rules(x$areas))], digits)
   print_remarks(x)
   invisible(x)
 }
@@ -164,7 +168,8 @@ summary.vexroc <- function(object, ...) {
 print.summary.vexroc <- function(x, digits = 4, ...) {
   refuse_others(print.summary.vexroc, ...)
   heading(x$object$study, "Areas under ROC curves", area_rules(x$object$areas, x$object$study$settings))
-  print_table(x$object$areas, digits)
+  areas <- x$object$areas
+  print_table(areas[setdiff(names(areas), common_rules(areas))], digits)
   print_remarks(x$object)
   cat("note: ", remark_line("best-on-same-data"), "\n", sep = "")
   invisible(x)

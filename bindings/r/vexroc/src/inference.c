@@ -44,7 +44,7 @@ static const member rate_members[] = {
 static const member partial_members[] = {
     {"from", is_double, offsetof(vexroc_partial_result, from)},
     {"to", is_double, offsetof(vexroc_partial_result, to)},
-    {"area", is_double, offsetof(vexroc_partial_result, area)},
+    {"partial_area", is_double, offsetof(vexroc_partial_result, area)},
     {"std_error", is_double, offsetof(vexroc_partial_result, std_error)},
     {"lower", is_double, offsetof(vexroc_partial_result, lower)},
     {"upper", is_double, offsetof(vexroc_partial_result, upper)},
@@ -60,13 +60,12 @@ static const member partial_members[] = {
 };
 
 static const member pr_members[] = {
-    {"rule", is_text, offsetof(vexroc_pr_result, rule)},
-    {"prevalence", is_double, offsetof(vexroc_pr_result, prevalence)},
-    {"area", is_double, offsetof(vexroc_pr_result, area)},
+    {"pr_area", is_double, offsetof(vexroc_pr_result, area)},
     {"lower", is_double, offsetof(vexroc_pr_result, lower)},
     {"upper", is_double, offsetof(vexroc_pr_result, upper)},
+    {"rule", is_text, offsetof(vexroc_pr_result, rule)},
     {"interval", is_text, offsetof(vexroc_pr_result, interval)},
-    {"chance", is_double, offsetof(vexroc_pr_result, chance)},
+    {"prevalence", is_double, offsetof(vexroc_pr_result, prevalence)},
     {"lowest", is_double, offsetof(vexroc_pr_result, lowest)},
     {"edge", is_int, offsetof(vexroc_pr_result, edge)},
     {"percentile", is_int, offsetof(vexroc_pr_result, percentile)},

@@ -80,7 +80,7 @@ z <- (far$area - 0.5) / far$std_error
 stopifnot(all.equal(far$log10_p, (pnorm(-abs(z), log.p = TRUE) + log(2)) / log(10)), far$p_value > 0,
           far$p_value < 1e-50)
 apart <- quietly(vexroc(1:30, rep(0:1, each = 15), ci.method = "wald", p.method = "wald"))
-stopifnot(apart$areas$std_error == 0, is.na(apart$areas$p_value), is.na(apart$areas$lower),
+stopifnot(apart$areas$std_error == 0, is.na(apart$areas$lower), is.na(apart$areas$upper),
           identical(apart$cautions$code, "zero-error"))
 
 # States and groups by the library's rule, from every kind of column.
