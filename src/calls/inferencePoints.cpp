@@ -1,9 +1,12 @@
 #include "calls/criterionByName.h"
 #include "calls/inferenceOptions.h"
+#include "calls/replicates.h"
 #include "calls/samples.h"
+#include "calls/words.h"
 #include "host/VexMV.h"
 #include "inference/CutOffLookup.h"
 #include "inference/OperatingStatistics.h"
+#include "inference/RateAt.h"
 #include "numeric/DefaultArithmetic.h"
 #include "vexrocproc/inference.h"
 
@@ -137,6 +140,35 @@ CutOffCriterion criterionFor(const Summary& sample, const NamedCriterion& named,
              .leastSpecificity = held ? options.leastSpecificity : 0.0}};
 }
 
+constexpr std::string_view rateIntervalWords[] = {"btii", "bootstrap", "none"};
+enum RateIntervalWord { btiiWord, percentileWord, noneWord };
+
+/// The interval by replicates of what is reached; without them missing. Nothing when cancelled.
+std::optional<RateInterval> rateInterval(const Summary& directed, const InferenceOptions& options, const RateAt& rate,
+                                         int word)
+{
+    if (word == noneWord)
+        return RateInterval{missing, {missing, missing}};
+    requireReplicates(options);
+    if (!directed.counts().bothStates() || std::isnan(options.zCritical))
+        return RateInterval{missing, {missing, missing}};
+    std::optional<std::vector<std::int64_t>> replicates = replicatesOf(
+        directed, options, [&rate](std::span<const DistinctValue> values) { return rate.reached(values); });
+    if (!replicates)
+        return std::nullopt;
+    return word == btiiWord ? rateIntervalOfMoments(*replicates, rate.all(), options.zCritical)
+                            : rateIntervalOfPercentiles(*replicates, rate.all(), options.level);
+}
+
+NamedCriterion rateCriterion(const char* text)
+{
+    const NamedCriterion named = criterionByName(text);
+    if (!named.hasShare())
+        throw InvalidArgument("criterion " + quoted(text)
+                              + ": a rate is asked for at \"specificity=SHARE\" or \"sensitivity=SHARE\"");
+    return named;
+}
+
 } // namespace
 } // namespace ROCALG_920::calls
 
@@ -194,6 +226,35 @@ int vexroc_best_cut_offs(const vexroc_summary* summary, const vexroc_inference_o
                         .value = points.empty() ? missing : best.value(points.front().counts),
                         .criterion = named.name.data(),
                         .share = named.share},
+                       result);
+    });
+}
+
+int vexroc_rate_at(const vexroc_summary* summary, const vexroc_inference_options* options, const char* criterion,
+                   vexroc_rate_result* result)
+{
+    return guarded([&]() -> int {
+        const DefaultArithmetic arithmetic;
+        const Summary& sample = unweighted(summary, "a rate at a fixed one");
+        const InferenceOptions checked = inferenceOptions(options);
+        const NamedCriterion named = rateCriterion(criterion);
+        const int word = positionOf(checked.interval, rateIntervalWords, "interval");
+        const CutOffCriterion best = criterionFor(sample, named, checked);
+        const std::vector<OperatingPoint> points = bestPoints(sample, best, checked.curve());
+        const Directed directed(summary->sample(), checked.largerIsPositive);
+        const RateAt rate(named.kind, named.share, sample.counts());
+        const std::optional<RateInterval> interval = rateInterval(directed.counts(), checked, rate, word);
+        if (!interval)
+            return fail(VEXROC_CANCELLED, "cancelled");
+        const bool bothStates = sample.counts().bothStates();
+        return deliver({.struct_size = 0,
+                        .reached = points.empty() ? missing : best.value(points.front().counts),
+                        .cut_off = points.empty() ? missing : chosen(points, checked.largerIsPositive).cutOff,
+                        .interpolated = bothStates ? rate.interpolated(directed.counts().values()) : missing,
+                        .lower = interval->limits.lower,
+                        .upper = interval->limits.upper,
+                        .interval = rateIntervalWords[static_cast<std::size_t>(word)].data(),
+                        .std_error = interval->stdError},
                        result);
     });
 }

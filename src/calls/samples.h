@@ -8,14 +8,18 @@
 /// What calls ask of a summary before they compute.
 namespace ROCALG_920::calls {
 
-/// The sample of a summary whose cases all count once; throws InvalidArgument with the name of what is asked for where
-/// they have probability weights.
+/// Throws InvalidArgument where cases have probability weights, with the name of what is asked for.
+inline void requireUnweighted(const vexroc_summary* summary, const char* what)
+{
+    if (required(summary, "summary").sample().isWeighted())
+        throw InvalidArgument(std::string("summary: with probability weights ") + what + " is not defined");
+}
+
+/// The sample of a summary whose cases all count once.
 inline const Summary& unweighted(const vexroc_summary* summary, const char* what)
 {
-    const WeightedSummary& sample = required(summary, "summary").sample();
-    if (sample.isWeighted())
-        throw InvalidArgument(std::string("summary: with probability weights ") + what + " is not defined");
-    return sample.counts;
+    requireUnweighted(summary, what);
+    return summary->sample().counts;
 }
 
 inline void requireBothStates(const Summary& sample)
