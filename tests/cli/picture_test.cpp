@@ -51,7 +51,7 @@ TEST(Picture, ShadesABandAroundACurve)
 {
     std::vector<DrawnCurve> curves(1);
     curves[0].band = {{0.0, 0.75, 1.0}, {0.5, 0.25, 0.75}, {1.0, 0.0, 0.5}};
-    const std::string svg = svgPicture({curves, 0.95, "a question", {"a note"}});
+    const std::string svg = svgPicture({curves, "95 % interval", "a question", {"a note"}});
     EXPECT_NE(svg.find(" d=\"M440 110L220 330L0 440V220L220 110L440 0Z\""), std::string::npos) << svg;
     EXPECT_NE(svg.find("no curve to draw"), std::string::npos);
 }
