@@ -16,11 +16,12 @@ struct PrecisionRecallPoint {
     std::optional<CutOff> measured = {}; ///< none: interpolated
 };
 
-/// Where the sensitivities lie, with the confidence of the picture, at one specificity.
-struct BandPoint {
-    double specificity;
-    double lower;
-    double upper;
+/// Where both rates of a point lie together, with the confidence of the picture.
+struct RatesBox {
+    double leastSensitivity;
+    double mostSensitivity;
+    double leastSpecificity;
+    double mostSpecificity;
 };
 
 /// One curve as pictures show it: few enough points to draw.
@@ -34,7 +35,7 @@ struct DrawnCurve {
     double upper;
     std::vector<CutOff> roc = {};
     std::optional<CutOff> best = {};  ///< the Kolmogorov-Smirnov maximum
-    std::vector<BandPoint> band = {}; ///< in the order of the specificities; may be empty
+    std::vector<RatesBox> boxes = {}; ///< of some of its points; empty where they are not asked for
     std::vector<PrecisionRecallPoint> precisionRecall = {};
     std::size_t rocPoints = 0; ///< before thinning
     std::size_t precisionRecallPoints = 0;

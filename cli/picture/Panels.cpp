@@ -106,7 +106,7 @@ public:
     {
         Panel panel{"ROC curve", "1 - specificity", "sensitivity", {}};
         begin(panel);
-        addBands();
+        addBoxes();
         svg_ += "<g stroke=\"#606060\" class=\"frame\">" + dashedLine(place(0, 0), place(1, 1)) + "</g>\n";
         for (std::size_t c = 0; c < curves_.size(); ++c)
             addCurve(c, rocData, linePath(pathOf(rocLine(curves_[c])), width(), markup::dashesOf(c)));
@@ -234,17 +234,19 @@ private:
         return panel;
     }
 
-    void addBands()
+    /// The rectangles of a curve as one shape: where they overlap, it is no darker.
+    void addBoxes()
     {
         for (std::size_t c = 0; c < curves_.size(); ++c) {
-            std::vector<PathPoint> outline;
-            for (const BandPoint& point : curves_[c].band)
-                outline.push_back(place(1.0 - point.specificity, point.lower));
-            for (auto point = curves_[c].band.rbegin(); point != curves_[c].band.rend(); ++point)
-                outline.push_back(place(1.0 - point->specificity, point->upper));
-            if (!outline.empty())
-                svg_ += groupOf(c) + "<path fill=\"currentColor\" fill-opacity=\"0.15\" d=\"" + pathOf(outline)
-                    + "Z\"/></g>\n";
+            std::string boxes;
+            for (const RatesBox& box : curves_[c].boxes)
+                boxes += pathOf({place(1.0 - box.mostSpecificity, box.leastSensitivity),
+                                 place(1.0 - box.mostSpecificity, box.mostSensitivity),
+                                 place(1.0 - box.leastSpecificity, box.mostSensitivity),
+                                 place(1.0 - box.leastSpecificity, box.leastSensitivity)})
+                    + "Z";
+            if (!boxes.empty())
+                svg_ += groupOf(c) + "<path fill=\"currentColor\" fill-opacity=\"0.15\" d=\"" + boxes + "\"/></g>\n";
         }
     }
 

@@ -1,6 +1,6 @@
 #include "inference/CutOffCriterion.h"
 
-#include "inference/OperatingRow.h"
+#include "inference/OperatingStatistics.h"
 #include "inference/PartialArea.h"
 #include "numeric/Int256.h"
 
@@ -144,19 +144,18 @@ double CutOffCriterion::value(const CutOffCounts& c) const
 {
     const double se = sensitivity(c);
     const double sp = specificity(c);
-    OperatingOptions estimates;
-    estimates.limits = false;
+    const auto valueOf = [&](OperatingStatistic statistic) { return estimateOf(statistic, c); };
     switch (kind_) {
-    case Kind::youden: return operatingRow(0.0, c, estimates).youden.value;
+    case Kind::youden: return valueOf(OperatingStatistic::youden);
     case Kind::closest: return std::sqrt((1.0 - se) * (1.0 - se) + (1.0 - sp) * (1.0 - sp));
-    case Kind::accuracy: return operatingRow(0.0, c, estimates).accuracy.value;
+    case Kind::accuracy: return valueOf(OperatingStatistic::accuracy);
     case Kind::cost: {
         const double h = weightOfFalse_.value_or(static_cast<double>(c.negatives())
                                                  / (static_cast<double>(c.positives()) * costRatio_));
         return se - h * share(c.falsePositives, c.negatives());
     }
-    case Kind::f1: return operatingRow(0.0, c, estimates).f1.value;
-    case Kind::mcc: return operatingRow(0.0, c, estimates).mcc.value;
+    case Kind::f1: return valueOf(OperatingStatistic::f1);
+    case Kind::mcc: return valueOf(OperatingStatistic::mcc);
     case Kind::equal: return std::abs(se - sp);
     case Kind::specificity: return se;
     case Kind::sensitivity: break;

@@ -3,7 +3,10 @@
 #include "host/VexMV.h"
 #include "numeric/elementary.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstddef>
 
 namespace ROCALG_920 {
 
@@ -17,70 +20,209 @@ struct Logarithm {
     double below;
 };
 
+/// log(1 + x) = 2 (u + u^3/3 + u^5/5 + ...) with u = x/(2 + x), of which x = 2 (u + u^2 + u^3 + ...).
+template <int terms>
+Logarithm seriesOf(double x, double u)
+{
+    const double q = u * u;
+    double sum = 0.0; // 1/3 + q/5 + q^2/7 + ...
+    for (int n = terms; n > 0; --n)
+        sum = sum * q + 1.0 / (2 * n + 1);
+    return {2.0 * u * (1.0 + q * sum), u * (x - 2.0 * q * sum)};
+}
+
 Logarithm logarithmAndRest(double x)
 {
+    constexpr double small = 0.01;
+    constexpr double large = 0.3;
+    if (x < small)
+        return seriesOf<4>(x, x / (2.0 + x));
+    if (x < large)
+        return seriesOf<10>(x, x / (2.0 + x));
     const DoubleDouble value = logarithmOfOnePlus(x);
     return {static_cast<double>(value), static_cast<double>(x - value)};
 }
 
-/// Adds up the area times P from the strictest cut-off on.
-class AreaSweep {
-public:
-    AreaSweep(PrecisionRecallRule rule, double falsePositiveWeight) : rule_(rule), weight_(falsePositiveWeight) {}
+/// A step of the curve with false positives as they are weighted, in numbers of positive cases.
+struct Step {
+    double t0, f0; ///< counts before it
+    double p, f;   ///< what it adds
+    bool isFirst;
 
-    void add(std::int64_t positives, std::int64_t negatives)
-    {
-        const auto gained = static_cast<double>(positives);
-        const double before = weighted_;
-        const auto t0 = static_cast<double>(truePositives_);
-        truePositives_ += positives;
-        falsePositives_ += negatives;
-        weighted_ = static_cast<double>(falsePositives_) * weight_;
-        const auto t1 = static_cast<double>(truePositives_);
-        const double d1 = t1 + weighted_;
-        const double precision = t1 / d1;
-        if (positives > 0)
-            sum_ += isFirst_ || rule_ == PrecisionRecallRule::step ? gained * precision
-                : rule_ == PrecisionRecallRule::trapezoid          ? gained * (last_ + precision) / 2.0
-                                                                   : betweenPoints(t0, t0 + before, gained, d1);
-        last_ = precision;
-        isFirst_ = false;
-    }
-    [[nodiscard]] double sum() const noexcept { return sum_; }
-
-private:
-    /// T0/s L + D0/s^2 (x - L) for D = T + F, s = (D1 - D0)/(T1 - T0), x = (D1 - D0)/D0, L = log(1 + x)
-    static double betweenPoints(double t0, double d0, double gained, double d1)
-    {
-        const double s = (d1 - d0) / gained;
-        const auto [value, below] = logarithmAndRest((d1 - d0) / d0);
-        return t0 / s * value + d0 / (s * s) * below;
-    }
-
-    PrecisionRecallRule rule_;
-    double weight_;
-    std::int64_t truePositives_ = 0;
-    std::int64_t falsePositives_ = 0;
-    double weighted_ = 0.0; ///< false positives
-    double last_ = 0.0;     ///< precision
-    bool isFirst_ = true;
-    double sum_ = 0.0;
+    [[nodiscard]] double t1() const { return t0 + p; }
+    [[nodiscard]] double d0() const { return t0 + f0; }
+    [[nodiscard]] double d1() const { return t1() + (f0 + f); }
+    [[nodiscard]] double precision() const { return t1() / d1(); }
+    [[nodiscard]] double precisionBefore() const { return isFirst ? precision() : t0 / d0(); }
+    /// Without false positives all terms are exact.
+    [[nodiscard]] bool isPure() const { return f0 + f == 0.0; }
 };
+
+/// The mean precision over the recall that the step adds: T0/s L + D0/s^2 (x - L) for D = T + F,
+/// s = (D1 - D0)/(T1 - T0), x = (D1 - D0)/D0, L = log(1 + x)
+double integralTerm(const Step& step)
+{
+    const double wide = step.p + step.f;
+    const double s = wide / step.p;
+    const auto [value, below] = logarithmAndRest(wide / step.d0());
+    return step.t0 / s * value + step.d0() / (s * s) * below;
+}
+
+/// What a step that adds positive cases adds to the area times P.
+double termOf(const Step& step, PrecisionRecallRule rule)
+{
+    if (step.isPure())
+        return step.p;
+    if (rule == PrecisionRecallRule::step || step.isFirst)
+        return step.p * step.precision();
+    if (rule == PrecisionRecallRule::trapezoid)
+        return step.p * (step.precisionBefore() + step.precision()) / 2.0;
+    return integralTerm(step);
+}
+
+double weightOfFalse(const StateCounts& cases, std::optional<double> prevalence)
+{
+    if (!prevalence)
+        return 1.0;
+    return (1.0 - *prevalence) * static_cast<double>(cases.positives)
+        / (*prevalence * static_cast<double>(cases.negatives));
+}
+
+/// Calls visit(place, Step) for every distinct value from the strictest cut-off on.
+template <class Visit>
+void forEachStep(std::span<const DistinctValue> values, double weight, Visit&& visit)
+{
+    double truePositives = 0.0;
+    double falsePositives = 0.0;
+    bool isFirst = true;
+    for (std::size_t place = values.size(); place-- > 0;) {
+        const auto p = static_cast<double>(values[place].positives);
+        const auto n = static_cast<double>(values[place].negatives);
+        if (p == 0.0 && n == 0.0) // a value that a replicate did not draw
+            continue;
+        visit(place, Step{truePositives, falsePositives * weight, p, n * weight, isFirst});
+        truePositives += p;
+        falsePositives += n;
+        isFirst = false;
+    }
+}
+
+/// Derivatives of the term of a step by what it starts from and by what it adds.
+struct Slopes {
+    double t0 = 0.0;
+    double f0 = 0.0;
+    double p = 0.0;
+    double f = 0.0;
+};
+
+Slopes slopesOfStep(const Step& step)
+{
+    const double d = step.d1();
+    const double byT = step.p * (step.f0 + step.f) / (d * d);
+    const double byF = -step.p * step.t1() / (d * d);
+    return {byT, byF, step.precision() + byT, byF};
+}
+
+Slopes slopesOfTrapezoid(const Step& step)
+{
+    const double d0 = step.d0();
+    const Slopes end = slopesOfStep(step); // twice the part of the precision at the end
+    return {(end.t0 + step.p * step.f0 / (d0 * d0)) / 2.0, (end.f0 - step.p * step.t0 / (d0 * d0)) / 2.0,
+            (end.p + step.precisionBefore()) / 2.0, end.f / 2.0};
+}
+
+/// The term is p times the integral of T/D over v from 0 to 1, with T = T0 + p v and D = D0 + (p + f) v; so are its
+/// derivatives, of other fractions. Where D changes little, by Gauss's rule of 8 points, which is right to all digits
+/// then; else over stretches where it does.
+Slopes slopesOfIntegral(const Step& step)
+{
+    constexpr std::array<double, 4> nodes{0.1834346424956498, 0.525532409916329, 0.7966664774136267,
+                                          0.9602898564975363};
+    constexpr std::array<double, 4> weights{0.362683783378362, 0.31370664587788727, 0.22238103445337448,
+                                            0.10122853629037626};
+    Slopes slopes;
+    const double wide = step.p + step.f;
+    for (double from = 0.0; from < 1.0;) {
+        // Up to twice the D at its start.
+        const double to = std::min(1.0, 2.0 * from + step.d0() / wide);
+        const double half = (to - from) / 2.0;
+        const auto addAt = [&](double v, double weight) {
+            const double t = step.t0 + step.p * v;
+            const double f = step.f0 + step.f * v;
+            const double scale = step.p * weight * half / ((t + f) * (t + f));
+            slopes.t0 += scale * f;
+            slopes.f0 -= scale * t;
+            slopes.p += scale * ((t + f) * t / step.p + v * f);
+            slopes.f -= scale * v * t;
+        };
+        for (std::size_t i = 0; i < nodes.size(); ++i) {
+            addAt(from + half * (1.0 - nodes[i]), weights[i]);
+            addAt(from + half * (1.0 + nodes[i]), weights[i]);
+        }
+        from = to;
+    }
+    return slopes;
+}
+
+Slopes slopesOf(const Step& step, PrecisionRecallRule rule)
+{
+    if (step.p == 0.0) // its term is 0, whatever it starts from
+        return {};
+    if (rule == PrecisionRecallRule::step || step.isFirst)
+        return slopesOfStep(step);
+    return rule == PrecisionRecallRule::trapezoid ? slopesOfTrapezoid(step) : slopesOfIntegral(step);
+}
+
+/// Sum of i / (i + n) for i from 1 to p: the first terms one by one, the others by their integral with the corrections
+/// of Euler and Maclaurin.
+double sumOfLowestPrecisions(double p, double n)
+{
+    constexpr double oneByOne = 1000.0;
+    const double m = std::min(p, oneByOne);
+    double sum = 0.0;
+    for (double i = 1.0; i <= m; i += 1.0)
+        sum += i / (i + n);
+    if (p == m)
+        return sum;
+    const auto slope = [n](double i) { return n / ((i + n) * (i + n)); };
+    const auto thirdSlope = [n](double i) { return 6.0 * n / ((i + n) * (i + n) * (i + n) * (i + n)); };
+    const double ends = (p / (p + n) - m / (m + n)) / 2.0;
+    return sum + integralTerm({m, n, p - m, 0.0, false}) + ends + (slope(p) - slope(m)) / 12.0
+        - (thirdSlope(p) - thirdSlope(m)) / 720.0;
+}
 
 } // namespace
 
-double precisionRecallArea(const Summary& sample, PrecisionRecallRule rule, std::optional<double> prevalence)
+double precisionRecallArea(std::span<const DistinctValue> values, const StateCounts& cases, PrecisionRecallRule rule,
+                           std::optional<double> prevalence)
 {
-    const StateCounts& cases = sample.counts();
     if (!cases.bothStates())
         return missing;
-    const auto p = static_cast<double>(cases.positives);
-    const double weight =
-        prevalence ? (1.0 - *prevalence) * p / (*prevalence * static_cast<double>(cases.negatives)) : 1.0;
-    AreaSweep sweep(rule, weight);
-    for (auto x = sample.values().rbegin(); x != sample.values().rend(); ++x)
-        sweep.add(x->positives, x->negatives);
-    return sweep.sum() / p;
+    double sum = 0.0;
+    forEachStep(values, weightOfFalse(cases, prevalence), [&](std::size_t, const Step& step) {
+        if (step.p > 0.0)
+            sum += termOf(step, rule);
+    });
+    return sum / static_cast<double>(cases.positives);
+}
+
+CaseInfluence precisionRecallInfluence(std::span<const DistinctValue> values, const StateCounts& cases,
+                                       PrecisionRecallRule rule, std::optional<double> prevalence)
+{
+    const double weight = weightOfFalse(cases, prevalence);
+    std::vector<Slopes> slopes(values.size());
+    forEachStep(values, weight, [&](std::size_t place, const Step& step) { slopes[place] = slopesOf(step, rule); });
+    CaseInfluence influence;
+    const double ofNegatives = weight * static_cast<double>(cases.negatives) / static_cast<double>(cases.positives);
+    double laterByT = 0.0;
+    double laterByF = 0.0;
+    for (const Slopes& own : slopes) {
+        influence.ofPositive.push_back(own.p + laterByT);
+        influence.ofNegative.push_back((own.f + laterByF) * ofNegatives);
+        laterByT += own.t0;
+        laterByF += own.f0;
+    }
+    return influence;
 }
 
 Limits precisionRecallLimits(double area, std::int64_t positives, PrecisionRecallInterval interval,
@@ -109,10 +251,7 @@ double lowestPrecisionRecallArea(const StateCounts& cases, PrecisionRecallRule r
         const double x = p / n;                  // log(1 - g) = -log(1 + x)
         return logarithmAndRest(x).below / x;
     }
-    double sum = 0.0;
-    for (double i = 1.0; i <= p; i += 1.0)
-        sum += i / (i + n);
-    return sum / p;
+    return sumOfLowestPrecisions(p, n) / p;
 }
 
 } // namespace ROCALG_920

@@ -3,8 +3,9 @@
 #include "summary/SortedValues.h"
 #include "summary/ValueWalk.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <span>
-#include <utility>
 #include <vector>
 
 namespace ROCALG_920 {
@@ -18,8 +19,12 @@ public:
     template <class Columns>
     explicit Summary(const Columns& columns)
     {
+        // Growing would copy every value, into memory that the system has to clear first.
+        values_.reserve(std::min(columns.size(), mostReserved));
         if (columns.size() > 0)
             valuesort::forEachDistinctValue(columns, [this](const DistinctValue& x) { add(x); });
+        if (values_.size() < values_.capacity() / 2)
+            values_.shrink_to_fit();
     }
     /// Of distinct values in ascending order.
     explicit Summary(std::span<const DistinctValue> values)
@@ -57,19 +62,25 @@ public:
             both.add(*next);
         return both;
     }
-    /// The same sample seen from the other side: values negated and states exchanged.
-    [[nodiscard]] Summary exchanged() const
+    /// The cases of the first so many distinct values.
+    [[nodiscard]] StateCounts before(std::size_t place) const noexcept
     {
-        Summary mirror = negated();
-        for (DistinctValue& x : mirror.values_)
-            std::swap(x.positives, x.negatives);
-        std::swap(mirror.counts_.positives, mirror.counts_.negatives);
-        return mirror;
+        if (place == values_.size())
+            return counts_;
+        StateCounts counts = marks_[place / markDistance];
+        for (std::size_t i = place - place % markDistance; i < place; ++i)
+            counts.add(values_[i]);
+        return counts;
     }
 
 private:
+    static constexpr std::size_t markDistance = 64;
+    static constexpr std::size_t mostReserved = std::size_t{1} << 22;
+
     void add(const DistinctValue& x)
     {
+        if (values_.size() % markDistance == 0)
+            marks_.push_back(counts_);
         values_.push_back(x);
         values_.back().value += 0.0; // -0.0 is 0.0, whichever came first
         counts_.add(x);
@@ -83,6 +94,7 @@ private:
     }
 
     std::vector<DistinctValue> values_;
+    std::vector<StateCounts> marks_; ///< the cases before every 64th value, so that none is far from one
     StateCounts counts_;
 };
 

@@ -1,3 +1,4 @@
+#include "cli/picture/Chart.h"
 #include "cli/picture/Picture.h"
 #include "cli/picture/Thinning.h"
 
@@ -47,13 +48,32 @@ TEST(Thinning, KeepsEndsAndChosenPointsAndComesNearAllOthers)
     EXPECT_EQ(thinned(std::vector<PathPoint>(5), {}), (std::vector<std::size_t>{0, 1, 2, 3, 4}));
 }
 
-TEST(Picture, ShadesABandAroundACurve)
+TEST(Picture, ShadesTheRectanglesOfACurve)
 {
     std::vector<DrawnCurve> curves(1);
+<<<<<<< HEAD
     curves[0].band = {{0.0, 0.75, 1.0}, {0.5, 0.25, 0.75}, {1.0, 0.0, 0.5}};
     const std::string svg = svgPicture({curves, "95 % interval", "a question", {"a note"}});
     EXPECT_NE(svg.find(" d=\"M440 110L220 330L0 440V220L220 110L440 0Z\""), std::string::npos) << svg;
+=======
+    curves[0].boxes = {{0.25, 0.75, 0.5, 1.0}};
+    const std::string svg = svgPicture({curves, 0.95, "a question", {"a note"}});
+    EXPECT_NE(svg.find(" d=\"M0 330V110H220V330Z\""), std::string::npos) << svg;
+>>>>>>> core14
     EXPECT_NE(svg.find("no curve to draw"), std::string::npos);
+}
+
+TEST(Chart, DrawsLinesBetweenWhatIsNoNumber)
+{
+    const double none = std::nan("");
+    Chart chart{.title = "a < b", .x = "cut-off", .y = "share", .lines = {}, .yIsShare = true};
+    chart.lines.push_back({"line", {{0, 0.5}, {1, 1.0}, {2, none}, {3, 0.25}, {4, 0.0}}});
+    chart.lines.push_back({.name = "reference", .points = {{0, 0.0}, {4, 0.0}}, .isReference = true});
+    const std::string svg = svgChart(chart);
+    EXPECT_NE(svg.find("a &lt; b"), std::string::npos);
+    EXPECT_NE(svg.find("d=\"M0 172.5L115 0\""), std::string::npos) << svg;
+    EXPECT_NE(svg.find("d=\"M345 258.75L460 345\""), std::string::npos) << svg;
+    EXPECT_NE(svg.find("stroke-dasharray=\"4 4\" d=\"M0 345H460\""), std::string::npos) << svg;
 }
 
 } // namespace vexroc
