@@ -94,6 +94,8 @@ public:
     AnalysisFiles(AnalyzeTask& task, const Analysis& analysis, const std::optional<Rasterizer>& rasterizer)
         : task_(task), analysis_(analysis), rasterizer_(rasterizer), document_(analysisDocument(analysis))
     {
+        for (const ValueResults& value : analysis.values)
+            methods_.add(value.results);
         if (task.files.drawn()) {
             curves_ = curvesOf(analysis);
             notDrawn_ = prepareForDrawing(curves_);
@@ -163,10 +165,10 @@ private:
     [[nodiscard]] Drawing drawing() const
     {
         Drawing drawing{.curves = curves_,
-                        .level = task_.question.level,
+                        .interval = intervalOfAreas(task_.question.inference),
                         .question = questionHeading(task_.question, *analysis_.labels),
                         .notes = {"Dot: maximum Kolmogorov-Smirnov distance, the largest Youden index",
-                                  standardErrorHeading(task_.question)}};
+                                  areaHeading(task_.question, methods_)}};
         if (const std::string note = thinningNote(curves_); !note.empty())
             drawing.notes.push_back("Thinned: " + note);
         if (!notDrawn_.empty())
@@ -198,6 +200,7 @@ private:
     const Analysis& analysis_;
     const std::optional<Rasterizer>& rasterizer_;
     Document document_;
+    AreaMethods methods_;
     std::vector<DrawnCurve> curves_; ///< ready for pictures, of all values together
     std::string notDrawn_;           ///< which curves were left out of them
 };

@@ -1,4 +1,5 @@
 #include "cli/commands/Commands.h"
+#include "cli/commands/InferenceOptions.h"
 #include "cli/commands/QuestionOptions.h"
 #include "cli/output/Documents.h"
 #include "cli/study/remarksOn.h"
@@ -20,7 +21,7 @@ struct AucOptions {
 Report runAuc(const AucOptions& options, const Surroundings& surroundings)
 {
     Task task = parseTask(options.question);
-    setInference(options.inference, task.question);
+    task.question.inference = parseInference(options.inference, false);
     task.question.byArea = options.sort == "area";
     const Results results = answer(task, surroundings);
     remarkOnAreas(results, task.remarks);

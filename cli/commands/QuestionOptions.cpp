@@ -5,7 +5,6 @@
 #include "cli/output/TableForms.h"
 #include "cli/words/Failure.h"
 #include "cli/words/Lists.h"
-#include "cli/words/Numbers.h"
 #include "cli/words/VisibleText.h"
 
 #include <CLI/CLI.hpp>
@@ -119,18 +118,6 @@ void addAnswerOptions(CLI::App& command, AnswerOptions& options)
         ->type_name("FOLDER");
 }
 
-void addInferenceOptions(CLI::App& command, InferenceOptions& options)
-{
-    command
-        .add_option("--level", options.level, "Confidence level of the intervals, between 0 and 1; 0.95 when not given")
-        ->type_name("P");
-    addChoice(command, "--interval", options.interval, {"wald", "wald-delong"},
-              "Standard error and interval of an area: nonparametric (wald), or DeLong's (wald-delong)");
-    command.add_flag("--bi-negative", options.biNegative,
-                     "Standard error under bi-negative exponential distributions; needs as many positive as "
-                     "negative cases");
-}
-
 void addSortOption(CLI::App& command, std::string& sort)
 {
     addChoice(command, "--sort", sort, {"given", "area"},
@@ -190,18 +177,6 @@ Grouping parseGroup(const GroupOptions& options)
     return grouping;
 }
 
-void setInference(const InferenceOptions& options, Question& question)
-{
-    const std::optional<double> level = parseNumber(options.level);
-    if (!level || !(*level > 0.0 && *level < 1.0))
-        throw usageError("--level " + inQuotes(options.level) + ": expected a number between 0 and 1, such as 0.95");
-    question.level = *level;
-    question.biNegative = options.biNegative;
-    question.interval = options.interval == "wald" ? IntervalKind::wald : IntervalKind::waldDelong;
-    if (options.biNegative && question.interval == IntervalKind::waldDelong)
-        throw usageError("--bi-negative and --interval wald-delong are two standard errors: give one of them");
-}
-
 void addCasesOption(CLI::App& command, std::string& cases)
 {
     addChoice(command, "--cases", cases, {"pairwise", "complete"},
@@ -211,14 +186,14 @@ void addCasesOption(CLI::App& command, std::string& cases)
 
 void askPaired(const std::string& cases, Question& question)
 {
-    if (question.biNegative)
+    if (question.inference.biNegative)
         throw usageError("--bi-negative does not go with tests on the same cases: their differences have DeLong "
                          "standard errors");
     question.comparison = Comparison::paired;
     question.completeCases = cases == "complete";
 }
 
-Results answer(Task& task, const Surroundings& surroundings)
+Results answer(Task& task, const Surroundings& surroundings, const AskMore& then)
 {
     task.question.call = surroundings.call;
     // Nothing is there to tidy up while the data are read: until then, an interrupt just ends the program.
@@ -226,7 +201,10 @@ Results answer(Task& task, const Surroundings& surroundings)
     task.question.settle(table);
     requireNoStateAmongTests(task.question);
     AnalysisWatch watch(surroundings, table.rows);
-    Results results = study(table, task.question, watch.watch(&task.remarks));
+    const Watch asked = watch.watch(&task.remarks);
+    Results results = study(table, task.question, asked);
+    if (then)
+        then(results, asked);
     watch.requireNotCancelled();
     results.labels->addRemarks(task.remarks.handle());
     return results;

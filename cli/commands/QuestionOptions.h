@@ -8,6 +8,7 @@
 #include "cli/study/Study.h"
 #include "cli/system/Surroundings.h"
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,13 +26,6 @@ struct AnswerOptions {
     std::string tables; ///< folder; empty for none
 };
 
-/// What intervals and standard errors are made with, as typed.
-struct InferenceOptions {
-    std::string level = "0.95";
-    std::string interval = "wald";
-    bool biNegative = false;
-};
-
 /// The options that every question to a table has, as typed.
 struct QuestionOptions {
     InputOptions input;
@@ -46,7 +40,6 @@ struct QuestionOptions {
 
 void addQuestionOptions(CLI::App& command, QuestionOptions& options);
 void addAnswerOptions(CLI::App& command, AnswerOptions& options);
-void addInferenceOptions(CLI::App& command, InferenceOptions& options);
 /// --sort: the word "area", or "given".
 void addSortOption(CLI::App& command, std::string& sort);
 
@@ -76,12 +69,11 @@ Grouping parseGroup(const GroupOptions& options);
 void addCasesOption(CLI::App& command, std::string& cases);
 /// Compares the tests of a question on the same cases. Throws a usage error for words that do not go with it.
 void askPaired(const std::string& cases, Question& question);
-/// Throws a usage error for a confidence level outside (0, 1), and for two standard errors.
-void setInference(const InferenceOptions& options, Question& question);
 
 /// Reads the columns of the question, which then is settled, studies them, and remarks on their labels; progress is
-/// told, and an interrupt ends it.
-Results answer(Task& task, const Surroundings& surroundings);
+/// told, and an interrupt ends it, also while `then` asks more of the results.
+using AskMore = std::function<void(Results& results, const Watch& watch)>;
+Results answer(Task& task, const Surroundings& surroundings, const AskMore& then = {});
 /// The document in the form of the task, and its tables for their folder, with its notes and cautions.
 Report reportOf(const Task& task, const Document& document, const Surroundings& surroundings);
 

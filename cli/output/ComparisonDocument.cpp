@@ -12,10 +12,10 @@ Document pairedDocument(const Question& question, const Results& results)
     Document document{.command = "compare",
                       .heading = {"Areas under the ROC curves of the same cases, compared",
                                   questionHeading(question, *results.labels), pairedCasesHeading(question),
-                                  pairedErrorHeading(question)},
+                                  differenceHeading(question)},
                       .question = questionFacts(question, *results.labels)};
     document.question.emplace_back("cases", pairedCasesWord(question));
-    addInference(document.question, pairedErrorWord, question);
+    addDifferenceFacts(document.question, question);
     TableMaker table(question, comparisonColumns(question, true));
     for (const Difference& difference : results.differences)
         addComparison(question, difference, table);
@@ -29,10 +29,10 @@ Document groupDocument(const Question& question, const Results& results)
     Document document{.command = "compare",
                       .heading = {"Areas under the ROC curves of two independent groups, compared",
                                   "Groups: 1, " + visible(any.first.group) + "; 2, " + visible(any.second.group),
-                                  questionHeading(question, *results.labels), standardErrorHeading(question)},
+                                  questionHeading(question, *results.labels), differenceHeading(question)},
                       .question = questionFacts(question, *results.labels)};
     document.question.emplace_back("group", question.grouping->column);
-    addInference(document.question, standardErrorWord(question), question);
+    addDifferenceFacts(document.question, question);
     TableMaker table(question, comparisonColumns(question, true));
     for (const Difference& difference : results.differences)
         addComparison(question, difference, table);

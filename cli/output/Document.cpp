@@ -84,7 +84,7 @@ nlohmann::ordered_json listOf(const std::vector<Remark>& remarks)
 /// The tables are written row by row instead of as a tree: a curve has millions of points.
 std::string jsonOf(const Document& document, const Remarks& remarks)
 {
-    std::string text = "{\n\"schema_version\": 2,\n\"program\": ";
+    std::string text = "{\n\"schema_version\": 3,\n\"program\": ";
     text += json::dump({{"name", "vexroc"}, {"version", programVersion}});
     text += ",\n\"command\": " + json::string(document.command);
     text += ",\n\"question\": " + json::dump(questionOf(document)) + ",\n\"results\": {";

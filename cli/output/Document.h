@@ -16,7 +16,8 @@ namespace vexroc {
 enum class DocumentForm { text, csv, json };
 
 /// One part of the question that results answer, such as ("state", "diagnosis") or ("positive", {"malignant"}).
-using Fact = std::pair<std::string_view, std::variant<std::string, double, std::vector<std::string>>>;
+using Fact =
+    std::pair<std::string_view, std::variant<std::string, double, unsigned long long, std::vector<std::string>>>;
 
 /// The answer to a question, complete, before it is spelled in one form or several.
 struct Document {

@@ -5,6 +5,8 @@
 #include "cli/words/Numbers.h"
 #include "cli/words/VisibleText.h"
 
+#include <cmath>
+
 namespace vexroc {
 
 namespace {
@@ -74,9 +76,40 @@ std::string statesHeading(const Question& question, const CaseLabels& labels)
         + "; negative: " + (negative.empty() ? "none" : negative) + (others.empty() ? "" : "; left out: " + others);
 }
 
-std::string intervalHeading(const Question& question)
+std::string errorInWords(std::string_view error)
 {
-    return "; Wald interval; confidence level " + shortest(question.level);
+    return error == "delong"     ? "DeLong"
+        : error == "weighted"    ? "of weighted cases"
+        : error == "bi-negative" ? "bi-negative exponential where the states are equally many"
+                                 : "Hanley-McNeil";
+}
+
+std::string intervalInWords(const Inference& inference)
+{
+    return inference.interval == "bootstrap"                                  ? "percentile bootstrap"
+        : inference.interval == "bca"                                         ? "BCa bootstrap"
+        : inference.interval == "wald" || inference.interval == "wald-delong" ? "Wald"
+        : inference.interval == "newcombe"                                    ? "Newcombe"
+                                                                              : inference.interval;
+}
+
+std::string oneSided(const Inference& inference)
+{
+    return inference.alternative == "two-sided" ? "" : ", one-sided (" + inference.alternative + ')';
+}
+
+std::string testInWords(const Inference& inference, const AreaMethods& methods)
+{
+    const bool isWald = inference.pMethod == "wald";
+    const std::string null = inference.nullArea == 0.5 ? "" : " against " + shortest(inference.nullArea);
+    return (isWald ? "Wald" : methods.areExact() ? "exact Mann-Whitney" : "Mann-Whitney") + null + oneSided(inference);
+}
+
+std::string bootstrapInWords(const Inference& inference)
+{
+    return inference.isBootstrap()
+        ? ", " + std::to_string(inference.replicates) + " replicates, seed " + std::to_string(inference.seed)
+        : "";
 }
 
 /// Of the tests that are not like most.
@@ -120,29 +153,63 @@ std::vector<Fact> questionFacts(const Question& question, const CaseLabels& labe
     return facts;
 }
 
-void addInference(std::vector<Fact>& facts, const char* standardError, const Question& question)
+void AreaMethods::add(const Results& results)
 {
-    facts.emplace_back("standard_error", standardError);
-    facts.emplace_back("interval", question.interval == IntervalKind::wald ? "wald" : "wald-delong");
-    facts.emplace_back("confidence_level", question.level);
+    for (const TestResult& test : results.tests) {
+        if (!std::isnan(test.area.pValue))
+            tests_.insert(test.area.pMethod);
+        if (!std::isnan(test.area.lower))
+            intervals_.insert(test.area.interval);
+    }
 }
 
-const char* standardErrorWord(const Question& question)
+void addAreaFacts(std::vector<Fact>& facts, const Question& question)
 {
-    return question.interval == IntervalKind::waldDelong ? pairedErrorWord
-        : question.biNegative                            ? "bi-negative exponential"
-                                                         : "nonparametric";
+    const Inference& asked = question.inference;
+    facts.emplace_back("interval", asked.interval);
+    facts.emplace_back("confidence_level", asked.level);
+    if (asked.isBootstrap()) {
+        facts.emplace_back("replicates", static_cast<unsigned long long>(asked.replicates));
+        facts.emplace_back("seed", asked.seed);
+    }
+    facts.emplace_back("p_method", asked.pMethod);
+    if (asked.pMethod == "mann-whitney")
+        facts.emplace_back("exact", asked.exact);
+    facts.emplace_back("alternative", asked.alternative);
+    facts.emplace_back("null_area", asked.nullArea);
+    facts.emplace_back("error", question.errorOfAreas());
 }
 
-std::string standardErrorHeading(const Question& question)
+void addDifferenceFacts(std::vector<Fact>& facts, const Question& question)
 {
-    return std::string("Standard error: ") + standardErrorWord(question)
-        + (question.biNegative ? " where the states are equally many" : "") + intervalHeading(question);
+    facts.emplace_back("confidence_level", question.inference.level);
+    facts.emplace_back("alternative", question.inference.alternative);
+    facts.emplace_back("error", question.errorOfDifferences());
 }
 
-std::string pairedErrorHeading(const Question& question)
+std::string intervalOfAreas(const Inference& inference)
 {
-    return std::string("Standard errors: ") + pairedErrorWord + intervalHeading(question);
+    return readable(100.0 * inference.level, CellRole::measure) + " % " + intervalInWords(inference) + " interval";
+}
+
+std::string areaHeading(const Question& question, const AreaMethods& methods)
+{
+    const Inference& asked = question.inference;
+    return "Interval: " + intervalInWords(asked) + ", level " + shortest(asked.level) + bootstrapInWords(asked)
+        + "; p: " + testInWords(asked, methods) + "; standard error: " + errorInWords(question.errorOfAreas());
+}
+
+std::string differenceWords(const Question& question)
+{
+    return "standard errors: " + errorInWords(question.errorOfDifferences()) + "; Wald intervals, level "
+        + shortest(question.inference.level) + oneSided(question.inference);
+}
+
+std::string differenceHeading(const Question& question)
+{
+    std::string words = differenceWords(question);
+    words.front() = 'S';
+    return words;
 }
 
 const char* pairedCasesWord(const Question& question) { return question.completeCases ? "complete" : "pairwise"; }

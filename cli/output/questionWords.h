@@ -2,7 +2,9 @@
 
 #include "cli/output/Document.h"
 #include "cli/study/Question.h"
+#include "cli/study/Results.h"
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -11,17 +13,34 @@ namespace vexroc {
 // The parts of a question as documents say them.
 
 std::vector<Fact> questionFacts(const Question& question, const CaseLabels& labels);
-/// Adds which standard error, interval and confidence level the results have.
-void addInference(std::vector<Fact>& facts, const char* standardError, const Question& question);
-/// The word for programs: "nonparametric", "bi-negative exponential" or "DeLong".
-const char* standardErrorWord(const Question& question);
-/// "Standard error: nonparametric; Wald interval; confidence level 0.95"
-std::string standardErrorHeading(const Question& question);
-/// The same of the differences of tests on the same cases.
-std::string pairedErrorHeading(const Question& question);
+/// What made the numbers of the areas of a document, where that may differ from one to the next.
+class AreaMethods {
+public:
+    void add(const Results& results);
+    [[nodiscard]] bool areOfSeveralTests() const noexcept { return tests_.size() > 1; }
+    [[nodiscard]] bool areOfSeveralIntervals() const noexcept { return intervals_.size() > 1; }
+    /// Are all p values exact?
+    [[nodiscard]] bool areExact() const { return tests_.size() == 1 && tests_.contains("mann-whitney-exact"); }
+
+private:
+    std::set<std::string> tests_;
+    std::set<std::string> intervals_;
+};
+
+/// Adds how areas are inferred, and with which confidence level.
+void addAreaFacts(std::vector<Fact>& facts, const Question& question);
+/// The same of differences.
+void addDifferenceFacts(std::vector<Fact>& facts, const Question& question);
+/// "Interval: score, level 0.95; p: Mann-Whitney; standard error: DeLong"
+std::string areaHeading(const Question& question, const AreaMethods& methods);
+/// "95 % score interval", for legends.
+std::string intervalOfAreas(const Inference& inference);
+/// "Standard errors: DeLong; Wald intervals; confidence level 0.95"
+std::string differenceHeading(const Question& question);
+/// The same within a line.
+std::string differenceWords(const Question& question);
 /// "pairwise" or "complete".
 const char* pairedCasesWord(const Question& question);
 std::string pairedCasesHeading(const Question& question);
-constexpr const char* pairedErrorWord = "DeLong";
 
 } // namespace vexroc

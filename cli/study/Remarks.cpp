@@ -48,28 +48,6 @@ void Remarks::add(const char* code, const std::string& subject, const std::strin
     require(vexroc_remarks_add(handle(), code, subject.c_str(), detail.c_str()));
 }
 
-void Remarks::addArea(const Area& area)
-{
-    vexroc_area_facts facts = casesOf(area);
-    facts.area = area.area;
-    facts.std_error = area.stdError;
-    facts.lower = area.lower;
-    facts.upper = area.upper;
-    facts.ties = area.ties ? 1 : 0;
-    require(vexroc_remarks_area(handle(), subjectOf(area).c_str(), &facts));
-}
-
-void Remarks::addDifference(const Difference& difference)
-{
-    require(
-        vexroc_remarks_difference(handle(), subjectOf(difference).c_str(), difference.difference, difference.stdError));
-}
-
-void Remarks::addComparisons(std::size_t count)
-{
-    require(vexroc_remarks_comparisons(handle(), "", static_cast<long long>(count)));
-}
-
 void Remarks::addCases(const Area& area)
 {
     const vexroc_area_facts facts = casesOf(area);

@@ -26,10 +26,6 @@ public:
 
     /// One of the library's codes; docs/remarks.md lists them. Subject and detail are texts as the data spell them.
     void add(const char* code, const std::string& subject = "", const std::string& detail = "");
-    // What there is to say of results that are put together from several runs; a single one says it itself.
-    void addArea(const Area& area);
-    void addDifference(const Difference& difference);
-    void addComparisons(std::size_t count);
     /// Of the cases alone that an area or a curve is of.
     void addCases(const Area& area);
     /// From now on nothing is said of standard errors and intervals: none is shown.

@@ -6,8 +6,7 @@
 
 namespace vexroc {
 
-// What each command has to say that the runs behind its results do not say: of a run without a result, and of what is
-// put together from several runs.
+// What each command has to say that the runs behind its results do not say: of a run without a result.
 
 void remarkOnAreas(const Results& results, Remarks& remarks);
 /// Points, whose tables tell no numbers of cases.
