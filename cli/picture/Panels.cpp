@@ -13,6 +13,7 @@ namespace vexroc {
 
 namespace {
 
+using markup::pathOf;
 using markup::pixels;
 
 constexpr std::size_t mostLabelled = 4;  // with more curves than these, the legend alone tells numbers
@@ -34,27 +35,6 @@ std::string attribute(const char* name, const std::string& value)
 std::string at(const char* x, const char* y, PathPoint point)
 {
     return attribute(x, pixels(point.x)) + attribute(y, pixels(point.y));
-}
-
-/// What a path's d says of a line; level and upright parts in short.
-std::string pathOf(const std::vector<PathPoint>& line)
-{
-    std::string path;
-    std::string lastX;
-    std::string lastY;
-    for (const PathPoint& point : line) {
-        const std::string x = pixels(point.x);
-        const std::string y = pixels(point.y);
-        if (path.empty())
-            path += "M" + x + " " + y;
-        else if (x != lastX)
-            path += y == lastY ? "H" + x : "L" + x + " " + y;
-        else if (y != lastY)
-            path += "V" + y;
-        lastX = x;
-        lastY = y;
-    }
-    return path;
 }
 
 std::string linePath(const std::string& d, double width, const std::string& dashes)

@@ -3,6 +3,7 @@
 #include "cli/picture/LabelPlaces.h"
 #include "cli/picture/Panels.h"
 #include "cli/picture/markup.h"
+#include "cli/picture/textLines.h"
 #include "cli/words/Failure.h"
 #include "cli/words/Readable.h"
 #include "cli/words/VisibleText.h"
@@ -10,7 +11,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <sstream>
 
 namespace vexroc {
 
@@ -22,29 +22,6 @@ constexpr double margin = 12;
 constexpr double lineHeight = 20; // of the legend and the notes
 constexpr double columnGap = 20;
 constexpr double sampleWidth = 60;
-
-/// The text, or both its ends, in no more than that width.
-std::string within(const std::string& text, double width, int size)
-{
-    std::string shown = text;
-    for (std::size_t most = text.size(); most > 3 && textWidth(shown, size) > width; --most)
-        shown = bothEnds(text, most);
-    return shown;
-}
-
-/// Breaks text at blanks into lines that are no wider, where that can be.
-std::vector<std::string> wrapped(const std::string& text, double width)
-{
-    std::vector<std::string> lines;
-    std::istringstream words(text);
-    for (std::string word; words >> word;) {
-        if (!lines.empty() && textWidth(lines.back() + " " + word, smallTextSize) <= width)
-            lines.back() += " " + word;
-        else
-            lines.push_back(word);
-    }
-    return lines;
-}
 
 /// The legend before it has a place: rows below a heading, set as blocks beside each other where there is room. In a
 /// narrow picture each curve has its name, and below it what the columns of its row would say.
@@ -202,7 +179,7 @@ private:
     {
         constexpr std::size_t longest = 200;
         const double room = width_ - 2 * margin;
-        for (std::string& line : wrapped(bothEnds(text, longest), room))
+        for (std::string& line : wrapped(bothEnds(text, longest), room, smallTextSize))
             notes_.push_back(style_.width > 0 ? within(line, room, smallTextSize) : std::move(line));
     }
 

@@ -41,6 +41,26 @@ std::string text(std::string_view visibleText)
     return safe;
 }
 
+std::string pathOf(const std::vector<PathPoint>& line)
+{
+    std::string path;
+    std::string lastX;
+    std::string lastY;
+    for (const PathPoint& point : line) {
+        const std::string x = pixels(point.x);
+        const std::string y = pixels(point.y);
+        if (path.empty())
+            path += "M" + x + " " + y;
+        else if (x != lastX)
+            path += y == lastY ? "H" + x : "L" + x + " " + y;
+        else if (y != lastY)
+            path += "V" + y;
+        lastX = x;
+        lastY = y;
+    }
+    return path;
+}
+
 std::string colourOf(std::size_t curve)
 {
     const std::size_t colour = curve % colours.size();

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "cli/picture/Thinning.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// What SVG and page have in common.
 namespace vexroc::markup {
@@ -12,6 +15,9 @@ std::string pixels(double value);
 
 /// Visible text as it stands in SVG and HTML, also inside a quoted attribute.
 std::string text(std::string_view visibleText);
+
+/// What a path's d says of a line; level and upright parts in short.
+std::string pathOf(const std::vector<PathPoint>& line);
 
 /// The attributes that colour a curve and whatever stands for it: the colour itself, which lines and shapes in the
 /// element take by the name currentColor, and a class for pages, which may colour it otherwise on dark.

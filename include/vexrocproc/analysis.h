@@ -241,22 +241,35 @@ typedef struct vexroc_record {
     double weighted_positive; /**< sum of their weights; their number without weights */
     double weighted_negative;
     double area;         /**< area under the ROC curve, in [0, 1] */
-    double std_error;    /**< of the area; "interval" says which */
+    double std_error;    /**< of the area, by the rule "error" */
     double significance; /**< two-sided, against the area 0.5; to about 2e-16 */
     double ci_lower;     /**< of the area, not clipped to [0, 1] */
     double ci_upper;
-    double gini;              /**< 2 * area - 1 */
-    double ks_maximum;        /**< largest sensitivity + specificity - 1; -1 without a curve */
-    double ks_cut_off;        /**< its cut-off */
-    int curve_rows;           /**< rows of the ROC curve */
-    int pr_rows;              /**< points of the precision-recall curve, interpolated ones included */
-    int distribution_changed; /**< 1 when bi-negative was asked for and replaced: for the whole run, or by the test */
-    int smaller_is_positive;  /**< direction of the test */
-    int distinct_values;      /**< different test values of its cases, 3 for three and more; 0 without both states */
-    double p_value;           /**< two-sided: erfc(|z| / sqrt(2)) of z = (area - 0.5) / std_error, without a floor;
-                                   missing for a standard error of 0 */
-    double log10_p;           /**< its decimal logarithm, also where p_value underflows to 0 */
-    const char* interval;     /**< "nonparam", "bi-negative" or "delong": what std_error is */
+    double gini;               /**< 2 * area - 1 */
+    double ks_maximum;         /**< largest sensitivity + specificity - 1; -1 without a curve */
+    double ks_cut_off;         /**< its cut-off */
+    int curve_rows;            /**< rows of the ROC curve */
+    int pr_rows;               /**< points of the precision-recall curve, interpolated ones included */
+    int distribution_changed;  /**< 1 when bi-negative was asked for and replaced: for the whole run, or by the test */
+    int smaller_is_positive;   /**< direction of the test */
+    int distinct_values;       /**< different test values of its cases, 3 for three and more; 0 without both states */
+    double p_value;            /**< without a floor. With the word p_value "record": erfc(|z| / sqrt(2)) of
+                               z = (area - 0.5) / std_error, missing for a standard error of 0 */
+    double log10_p;            /**< its decimal logarithm, also where p_value underflows to 0 */
+    const char* interval;      /**< "nonparam", "bi-negative", "delong" or "weighted": what std_error is */
+    const char* error;         /**< the same in the words of vexroc_area_result: "hanley-mcneil", "bi-negative", ... */
+    const char* interval_rule; /**< of ci_lower and ci_upper: "wald", "wald-delong", "score", "newcombe", "logit",
+                                    "bootstrap", "bca"; in place of what was asked for where edge or percentile is 1 */
+    int edge;                  /**< as in vexroc_area_result */
+    int percentile;            /**< likewise */
+    int held;                  /**< likewise */
+    const char* p_method;      /**< of p_value: "wald", "mann-whitney", "mann-whitney-exact" */
+    const char* alternative;   /**< of p_value: "two-sided", "greater", "less" */
+    double null_area;          /**< that p_value is against */
+    double z;                  /**< of p_value; missing for an exact p */
+    double u;                  /**< Mann-Whitney, in the direction of the test; missing with probability weights */
+    double exact_steps;        /**< that an exact p takes */
+    double bootstrap_error;    /**< standard deviation of the replicates; missing without a bootstrap */
 } vexroc_record;
 
 /** Difference of two areas: first less second. */
@@ -278,6 +291,8 @@ typedef struct vexroc_comparison {
     double first_std_error;
     double second_area;
     double second_std_error;
+    const char* error;       /**< what the standard errors are: "delong", "hanley-mcneil", "bi-negative", "weighted" */
+    const char* alternative; /**< of p_value: "two-sided"; "greater": first above second; "less" */
 } vexroc_comparison;
 
 /* Each fills the structure; VEXROC_INVALID for an index that is not there. */

@@ -1,8 +1,10 @@
 #include "calls/AnalysisRequest.h"
 
 #include "calls/guard.h"
+#include "inference/Bootstrap.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace ROCALG_920::calls {
 
@@ -65,6 +67,8 @@ void AnalysisRequest::check() const
     checkParts();
     checkStates();
     checkSplit();
+    checkInference();
+    checkProbabilities();
 }
 
 void AnalysisRequest::checkParts() const
@@ -104,6 +108,56 @@ void AnalysisRequest::checkSplit() const
         throw InvalidArgument("a group needs one of group_cut, group_first with group_second, and group_mid_point");
     if (split_.first && *split_.first == *split_.second)
         throw InvalidArgument("group_first and group_second are the same value; give two");
+}
+
+void AnalysisRequest::checkInference() const
+{
+    const bool isBiNegative = options_.getDistribution() == ROCConst_920::BiNegativeExponential;
+    if (isBiNegative && interval_ != IntervalKind::recommended && !hasErrorOfDistribution())
+        throw InvalidArgument("bi-negative is an assumption behind the standard error of the interval wald; take that, "
+                              "or leave bi-negative out");
+    if (isBiNegative && p_ == PKind::mannWhitney)
+        throw InvalidArgument("mann-whitney makes no assumption of bi-negative; take the p value by wald, or leave "
+                              "bi-negative out");
+    constexpr double tested = 0.5;
+    if (nullArea_ != tested && p_ == PKind::mannWhitney)
+        throw InvalidArgument("mann-whitney tests the area 0.5 alone; against " + shortest(nullArea_)
+                              + " take the p value by wald");
+    if (nullArea_ != tested && p_ == PKind::record)
+        throw InvalidArgument("null_area: the p value of a record is against 0.5; for " + shortest(nullArea_)
+                              + " set \"p_value\" to wald or recommended");
+    const double level = options_.getConfidienceLevel();
+    const bool draws = interval_ == IntervalKind::bootstrap || interval_ == IntervalKind::bca;
+    if (draws && !enoughReplicates(static_cast<std::size_t>(replicates_), level))
+        throw InvalidArgument("replicates: " + std::to_string(replicates_) + " are too few for limits of the level "
+                              + shortest(level) + "; take at least " + shortest(std::ceil(2.0 / (1.0 - level) - 1.0)));
+}
+
+void AnalysisRequest::checkProbabilities() const
+{
+    if (!hasProbabilities())
+        return;
+    if (weight_ == none)
+        throw InvalidArgument("probability is a kind of weights, and there are none; name their column");
+    throw InvalidArgument("weights that are probabilities are not taken yet");
+}
+
+IntervalKind AnalysisRequest::interval() const noexcept
+{
+    if (interval_ != IntervalKind::recommended)
+        return interval_;
+    if (options_.getDistribution() == ROCConst_920::BiNegativeExponential)
+        return IntervalKind::wald;
+    return hasProbabilities() ? IntervalKind::logit : IntervalKind::score;
+}
+
+PKind AnalysisRequest::pValue() const noexcept
+{
+    if (p_ != PKind::recommended)
+        return p_;
+    const bool hasRanks =
+        nullArea_ == 0.5 && !hasProbabilities() && options_.getDistribution() != ROCConst_920::BiNegativeExponential;
+    return hasRanks ? PKind::mannWhitney : PKind::wald;
 }
 
 void AnalysisRequest::setGroup(ROCSetting& setting, int index) const

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "host/VexVarList.h"
+#include "inference/AreaInference.h"
 #include "summary/RowRule.h"
 #include "vexrocproc/ROCSetting.h"
 
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <span>
@@ -16,8 +18,12 @@ namespace ROCALG_920::calls {
 
 /// Which rows a paired comparison is of.
 enum class PairedRows { complete, pairwise };
-/// Where the standard error and the interval of an area come from.
-enum class IntervalKind { record, wald, waldDelong };
+/// The rule of an area's interval.
+enum class IntervalKind { record, wald, waldDelong, recommended, score, newcombe, logit, bootstrap, bca };
+/// The test behind the p value of an area.
+enum class PKind { record, recommended, mannWhitney, wald };
+/// What weights are: unsaid, they count as counts.
+enum class WeightKind { unsaid, counts, probability };
 
 /// What a caller asks for: columns, the parts that they play, and options. What does not go together is refused by
 /// check; only then is everything said.
@@ -52,7 +58,14 @@ public:
     void splitInTheMiddle(bool on);
     void setPairedRows(PairedRows rows) { pairedRows_ = rows; }
     void setInterval(IntervalKind interval) { interval_ = interval; }
-    void setWeightIsCount(bool said) { weightIsCount_ = said; }
+    void setPValue(PKind p) { p_ = p; }
+    void setExact(ExactRule exact) { exact_ = exact; }
+    void setAlternative(Alternative alternative) { alternative_ = alternative; }
+    void setNullArea(double area) { nullArea_ = area; }
+    void setReplicates(std::int64_t replicates) { replicates_ = replicates; }
+    void setSeed(std::uint64_t seed) { seed_ = seed; }
+    void keepSummaries(bool on) { keepsSummaries_ = on; }
+    void setWeightKind(WeightKind kind) { weightKind_ = kind; }
     /// What needs no other setting.
     [[nodiscard]] ROCSetting& options() noexcept { return options_; }
 
@@ -70,14 +83,28 @@ public:
     [[nodiscard]] const ROCSetting& options() const noexcept { return options_; }
     [[nodiscard]] bool isPaired() const noexcept;
     [[nodiscard]] PairedRows pairedRows() const noexcept { return pairedRows_; }
-    [[nodiscard]] IntervalKind interval() const noexcept { return interval_; }
-    [[nodiscard]] bool weightIsCount() const noexcept { return weightIsCount_; }
+    /// Recommended is never in force: it is one of the others.
+    [[nodiscard]] IntervalKind interval() const noexcept;
+    [[nodiscard]] PKind pValue() const noexcept;
+    [[nodiscard]] ExactRule exact() const noexcept { return exact_; }
+    [[nodiscard]] Alternative alternative() const noexcept { return alternative_; }
+    [[nodiscard]] double nullArea() const noexcept { return nullArea_; }
+    [[nodiscard]] std::int64_t replicates() const noexcept { return replicates_; }
+    [[nodiscard]] std::uint64_t seed() const noexcept { return seed_; }
+    [[nodiscard]] bool keepsSummaries() const noexcept { return keepsSummaries_; }
+    [[nodiscard]] WeightKind weightKind() const noexcept { return weightKind_; }
+    [[nodiscard]] bool hasProbabilities() const noexcept { return weightKind_ == WeightKind::probability; }
     [[nodiscard]] ROCConst_920::Direction directionOf(int test) const;
     [[nodiscard]] bool hasOneDirection() const;
+    /// Do areas have the standard error of their distribution, but where the record has DeLong's?
+    [[nodiscard]] bool hasErrorOfDistribution() const noexcept
+    {
+        return interval() == IntervalKind::record || interval() == IntervalKind::wald;
+    }
     /// Behind the standard errors of areas that are none of DeLong's.
     [[nodiscard]] ROCConst_920::Distribution distribution() const noexcept
     {
-        return interval_ == IntervalKind::waldDelong ? ROCConst_920::NonParametric : options_.getDistribution();
+        return hasErrorOfDistribution() ? options_.getDistribution() : ROCConst_920::NonParametric;
     }
     /// As the caller named it, else the number.
     [[nodiscard]] std::string valueInWords(int column, double value) const;
@@ -104,6 +131,8 @@ private:
     void checkParts() const;
     void checkStates() const;
     void checkSplit() const;
+    void checkInference() const;
+    void checkProbabilities() const;
 
     std::vector<Column> columns_;
     std::vector<int> tests_;
@@ -118,7 +147,14 @@ private:
     Split split_;
     PairedRows pairedRows_ = PairedRows::complete;
     IntervalKind interval_ = IntervalKind::record;
-    bool weightIsCount_ = false;
+    PKind p_ = PKind::record;
+    ExactRule exact_ = ExactRule::automatic;
+    Alternative alternative_ = Alternative::twoSided;
+    WeightKind weightKind_ = WeightKind::unsaid;
+    double nullArea_ = 0.5;
+    std::int64_t replicates_ = 1999;
+    std::uint64_t seed_ = 1;
+    bool keepsSummaries_ = false;
     ROCSetting options_;
 };
 

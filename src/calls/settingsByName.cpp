@@ -1,7 +1,7 @@
 #include "calls/settingsByName.h"
 
 #include "calls/guard.h"
-#include "vexrocproc/optionwords.h"
+#include "calls/words.h"
 
 #include <cmath>
 #include <optional>
@@ -19,6 +19,21 @@ void setConfidenceLevel(Request& request, double level)
     if (!(level > 0.0 && level < 1.0))
         throw InvalidArgument("confidence_level: expected a number between 0 and 1, such as 0.95");
     request.options().setConfidenceLevel(level);
+}
+
+void setNullArea(Request& request, double area)
+{
+    if (!(area > 0.0 && area < 1.0))
+        throw InvalidArgument("null_area: expected a number between 0 and 1, such as 0.5");
+    request.setNullArea(area);
+}
+
+void setReplicates(Request& request, double replicates)
+{
+    constexpr double most = 1e8;
+    if (!(replicates >= 1.0 && replicates <= most && replicates == std::floor(replicates)))
+        throw InvalidArgument("replicates: expected a whole number from 1 to 100000000, such as 1999");
+    request.setReplicates(static_cast<std::int64_t>(replicates));
 }
 
 constexpr NamedSetting directionOfAll{"direction", NamedSetting::Word{{"larger", "smaller"}, [](Request& r, int i) {
@@ -41,6 +56,10 @@ constexpr NamedSetting settings[] = {
     {"roc", [](Request& r, double value) { r.options().setNeedROC(value != 0.0); }},
     {"pr", [](Request& r, double value) { r.options().setNeedPR(value != 0.0); }},
 
+    {"null_area", setNullArea},
+    {"replicates", setReplicates},
+    {"summaries", [](Request& r, double value) { r.keepSummaries(value != 0.0); }},
+
     directionOfAll,
     {"cut_off",
      NamedSetting::Word{{"include", "exclude"},
@@ -57,8 +76,18 @@ constexpr NamedSetting settings[] = {
     {"negative", NamedSetting::Word{{"all", "listed"}, [](Request& r, int i) { r.listNegatives(i == 1); }}},
     {"cases", NamedSetting::Word{{"complete", "pairwise"}, [](Request& r, int i) { r.setPairedRows(PairedRows(i)); }}},
     {"interval",
-     NamedSetting::Word{{"record", "wald", "wald-delong"}, [](Request& r, int i) { r.setInterval(IntervalKind(i)); }}},
-    {"weight_kind", NamedSetting::Word{{"unsaid", "counts"}, [](Request& r, int i) { r.setWeightIsCount(i == 1); }}},
+     NamedSetting::Word{
+         {"record", "wald", "wald-delong", "recommended", "score", "newcombe", "logit", "bootstrap", "bca"},
+         [](Request& r, int i) { r.setInterval(IntervalKind(i)); }}},
+    {"p_value",
+     NamedSetting::Word{{"record", "recommended", "mann-whitney", "wald"},
+                        [](Request& r, int i) { r.setPValue(PKind(i)); }}},
+    {"exact", NamedSetting::Word{{"auto", "always", "never"}, [](Request& r, int i) { r.setExact(ExactRule(i)); }}},
+    {"alternative",
+     NamedSetting::Word{{"two-sided", "greater", "less"}, [](Request& r, int i) { r.setAlternative(Alternative(i)); }}},
+    {"weight_kind",
+     NamedSetting::Word{{"unsaid", "counts", "probability"},
+                        [](Request& r, int i) { r.setWeightKind(WeightKind(i)); }}},
 };
 
 /// Appends to a list in words.
@@ -81,18 +110,6 @@ const Kind& find(std::string_view name, const char* kind)
             enlist(names, setting.name);
     }
     throw InvalidArgument("no setting " + quoted(name) + " takes a " + kind + "; those that do are " + names);
-}
-
-/// Which of the words it is, whatever the case of its letters.
-int positionOf(std::string_view word, std::span<const std::string_view> words, std::string_view setting)
-{
-    std::string all;
-    for (std::size_t i = 0; i < words.size() && !words[i].empty(); ++i) {
-        if (compareIgnoreCase(std::string(word), std::string(words[i])))
-            return static_cast<int>(i);
-        enlist(all, quoted(words[i]));
-    }
-    throw InvalidArgument(std::string(setting) + ": no word " + quoted(word) + "; the words are " + all);
 }
 
 } // namespace
@@ -128,7 +145,7 @@ void setNumber(AnalysisRequest& request, std::string_view setting, double value)
 void setWord(AnalysisRequest& request, std::string_view setting, std::string_view word)
 {
     const auto& [words, set] = find<NamedSetting::Word>(setting, "word");
-    set(request, positionOf(word, words, setting));
+    set(request, positionOf(std::string(word).c_str(), words, setting));
 }
 
 void setDirection(AnalysisRequest& request, int column, const char* word)

@@ -14,7 +14,7 @@ struct NamedSetting {
     using Column = void (*)(AnalysisRequest&, int);
     using Number = void (*)(AnalysisRequest&, double);
     struct Word {
-        std::array<std::string_view, 3> words; ///< the rest is empty; the first one is in force before
+        std::array<std::string_view, 9> words; ///< the rest is empty; the first one is in force before
         void (*set)(AnalysisRequest&, int);    ///< takes the position of the word
     };
 

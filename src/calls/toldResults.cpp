@@ -39,7 +39,7 @@ vexroc_record toldRecord(const RunRecord& record)
     out.pr_rows = static_cast<int>(record.getPrecisionRecallDraw().size());
     out.distribution_changed = record.isDistrbutionChanged();
     if (const auto& triples = record.triples()) // the record itself knows ties only with a curve
-        out.ties = triples->ties;
+        out.ties = triples->ties();
     return out;
 }
 

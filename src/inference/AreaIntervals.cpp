@@ -6,7 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
+#include <numbers>
 
 namespace ROCALG_920 {
 
@@ -67,6 +67,17 @@ Limits scoreLimits(const AreaEstimate& estimate, double z, bool guarded)
     return {a == 0.0 ? 0.0 : scoreLimit(0.0, a, z, variance), a == 1.0 ? 1.0 : scoreLimit(1.0, a, z, variance)};
 }
 
+/// Of a statistic whose distribution has the same tail on either side.
+template <class UpperTail>
+PValue pOfTail(const UpperTail& upperTail, double x, Alternative alternative)
+{
+    const bool twoSided = alternative == Alternative::twoSided;
+    const Tail tail = upperTail(twoSided ? std::abs(x) : alternative == Alternative::greater ? x : -x);
+    if (!twoSided)
+        return {tail.probability, tail.logarithm * std::numbers::log10e};
+    return {2.0 * tail.probability, (tail.logarithm + std::numbers::ln2) * std::numbers::log10e};
+}
+
 } // namespace
 
 Limits areaLimits(const AreaEstimate& estimate, AreaInterval interval, double zCritical) noexcept
@@ -83,21 +94,20 @@ Limits areaLimits(const AreaEstimate& estimate, AreaInterval interval, double zC
     return {estimate.area - half, estimate.area + half};
 }
 
-double pOfNormal(double z, Alternative alternative) noexcept
+PValue pOfNormal(double z, Alternative alternative) noexcept
 {
-    switch (alternative) {
-    case Alternative::greater: return normalUpperTail(z).probability;
-    case Alternative::less: return normalUpperTail(-z).probability;
-    case Alternative::twoSided: break;
-    }
-    return 2.0 * normalUpperTail(std::abs(z)).probability;
+    return pOfTail([](double x) { return normalUpperTail(x); }, z, alternative);
 }
 
-AreaStatistic testAgainst(double area, double null, double stdError, Alternative alternative) noexcept
+PValue pOfStudent(double t, double freedom, Alternative alternative) noexcept
+{
+    return pOfTail([=](double x) { return studentUpperTail(x, freedom); }, t, alternative);
+}
+
+double zOfArea(double area, double null, double stdError) noexcept
 {
     const double distance = area - null;
-    const double z = distance == 0.0 && stdError == 0.0 ? 0.0 : distance / stdError; // exact
-    return {z, pOfNormal(z, alternative)};
+    return distance == 0.0 && stdError == 0.0 ? 0.0 : distance / stdError; // exact
 }
 
 } // namespace ROCALG_920

@@ -26,14 +26,17 @@ enum class AreaInterval {
 
 enum class Alternative { twoSided, greater, less };
 
-/// p of a standard normal z.
-[[nodiscard]] double pOfNormal(double z, Alternative alternative) noexcept;
-
-struct AreaStatistic {
-    double z;
+/// A p, and its decimal logarithm also where p underflows.
+struct PValue {
     double p;
+    double log10;
 };
-/// (area - null) / error. A distance of 0 over an error of 0 is z = 0, any other is infinite.
-[[nodiscard]] AreaStatistic testAgainst(double area, double null, double stdError, Alternative alternative) noexcept;
+/// Of a standard normal z.
+[[nodiscard]] PValue pOfNormal(double z, Alternative alternative) noexcept;
+/// Of Student's t.
+[[nodiscard]] PValue pOfStudent(double t, double freedom, Alternative alternative) noexcept;
+
+/// (area - null) / error. A distance of 0 over an error of 0 is 0, any other is infinite.
+[[nodiscard]] double zOfArea(double area, double null, double stdError) noexcept;
 
 } // namespace ROCALG_920

@@ -92,7 +92,7 @@ double biasOf(std::span<const std::int64_t> sorted, std::int64_t twiceU)
 
 } // namespace
 
-AreaBootstrap::AreaBootstrap(const Summary& sample, std::uint64_t seed) : random_(seed), drawn_(sample.values().size())
+Resampling::Resampling(const Summary& sample, std::uint64_t seed) : random_(seed)
 {
     valueOfPositive_.reserve(static_cast<std::size_t>(sample.counts().positives));
     valueOfNegative_.reserve(static_cast<std::size_t>(sample.counts().negatives));
@@ -104,47 +104,49 @@ AreaBootstrap::AreaBootstrap(const Summary& sample, std::uint64_t seed) : random
     }
 }
 
+void Resampling::draw(std::uint64_t replicate, std::span<Drawn> drawn) const
+{
+    std::ranges::fill(drawn, Drawn{0, 0});
+    drawState(replicate, State::positive, drawn);
+    drawState(replicate, State::negative, drawn);
+}
+
 /// Two draws from the four words of a block: index = floor(u m / 2^64).
-void AreaBootstrap::drawState(std::uint64_t replicate, State state)
+void Resampling::drawState(std::uint64_t replicate, State state, std::span<Drawn> drawn) const
 {
     __extension__ typedef unsigned __int128 Wide;
     const bool positive = state == State::positive;
     const std::vector<std::uint32_t>& valueOf = positive ? valueOfPositive_ : valueOfNegative_;
+    std::uint32_t Drawn::*const count = positive ? &Drawn::positives : &Drawn::negatives;
     const std::size_t cases = valueOf.size();
     const auto low = static_cast<std::uint32_t>(replicate);
     const auto high = static_cast<std::uint32_t>(replicate >> 32);
-    const auto count = [&](std::uint32_t word0, std::uint32_t word1) {
+    const auto take = [&](std::uint32_t word0, std::uint32_t word1) {
         const std::uint64_t u = word0 | std::uint64_t{word1} << 32;
-        Drawn& drawn = drawn_[valueOf[static_cast<std::size_t>((Wide{u} * cases) >> 64)]];
-        (positive ? drawn.positives : drawn.negatives) += 1;
+        drawn[valueOf[static_cast<std::size_t>((Wide{u} * cases) >> 64)]].*count += 1;
     };
     for (std::size_t draw = 0; draw < cases; draw += 2) {
         const auto block = static_cast<std::uint32_t>(draw / 2);
         const Philox::Words words = random_({block, static_cast<std::uint32_t>(state), low, high});
-        count(words[0], words[1]);
+        take(words[0], words[1]);
         if (draw + 1 < cases)
-            count(words[2], words[3]);
+            take(words[2], words[3]);
     }
 }
 
-bool AreaBootstrap::draw(std::uint64_t first, std::span<std::int64_t> twiceU, const std::function<bool()>& goOn)
+void AreaBootstrap::draw(std::uint64_t first, std::span<std::int64_t> twiceU) const
 {
-    constexpr std::size_t betweenQuestions = 1024;
+    std::vector<Resampling::Drawn> drawn(values_);
     for (std::size_t i = 0; i < twiceU.size(); ++i) {
-        if (goOn && i % betweenQuestions == 0 && i > 0 && !goOn())
-            return false;
-        std::ranges::fill(drawn_, Drawn{0, 0});
-        drawState(first + i, State::positive);
-        drawState(first + i, State::negative);
+        resampling_.draw(first + i, drawn);
         std::int64_t below = 0;
         std::int64_t sum = 0;
-        for (const Drawn& x : drawn_) {
+        for (const Resampling::Drawn& x : drawn) {
             sum += std::int64_t{x.positives} * (2 * below + x.negatives);
             below += x.negatives;
         }
         twiceU[i] = sum;
     }
-    return true;
 }
 
 bool enoughReplicates(std::size_t replicates, double level) noexcept

@@ -4,8 +4,8 @@
 #include "numeric/Philox.h"
 #include "summary/Summary.h"
 
+#include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <span>
 #include <vector>
 
@@ -13,31 +13,46 @@
 /// Efron 1987, J. Am. Statist. Assoc. 82, 171-185; Davison and Hinkley 1997, Bootstrap methods and their application.
 namespace ROCALG_920 {
 
-/// Draws replicates. Replicate b depends on the sample, the seed and b alone: not on the order of the cases, nor on
-/// which replicates are drawn where. Memory: 4 bytes a case, 8 a distinct value.
-class AreaBootstrap {
+/// Draws samples anew. Sample b depends on the given one, the seed and b alone: not on the order of the cases, nor on
+/// which samples are drawn where. Memory: 4 bytes a case; any number of threads may draw at once.
+class Resampling {
 public:
-    /// Of a sample with both states, whose 2 P N is below 2^63 and which has fewer than 2^32 cases of a state. Throws
-    /// std::bad_alloc only.
-    AreaBootstrap(const Summary& sample, std::uint64_t seed);
-
-    /// 2 U, which is 2 P N times the area, of the replicates from `first` on. False when goOn, asked after every 1024
-    /// of them, answers false.
-    [[nodiscard]] bool draw(std::uint64_t first, std::span<std::int64_t> twiceU,
-                            const std::function<bool()>& goOn = {});
-
-private:
-    enum class State : std::uint32_t { positive = 0, negative = 1 };
-    void drawState(std::uint64_t replicate, State state);
-
-    Philox random_;
-    std::vector<std::uint32_t> valueOfPositive_; ///< place of its distinct value, for every case in ascending order
-    std::vector<std::uint32_t> valueOfNegative_;
+    /// How often the cases of a distinct value were drawn.
     struct Drawn {
         std::uint32_t positives;
         std::uint32_t negatives;
     };
-    std::vector<Drawn> drawn_; ///< of every distinct value
+
+    /// Of a sample with both states, fewer than 2^32 cases of either. Throws std::bad_alloc only.
+    Resampling(const Summary& sample, std::uint64_t seed);
+
+    /// @param drawn  of every distinct value, ascending
+    void draw(std::uint64_t replicate, std::span<Drawn> drawn) const;
+
+private:
+    enum class State : std::uint32_t { positive = 0, negative = 1 };
+    void drawState(std::uint64_t replicate, State state, std::span<Drawn> drawn) const;
+
+    Philox random_;
+    std::vector<std::uint32_t> valueOfPositive_; ///< place of its distinct value, for every case in ascending order
+    std::vector<std::uint32_t> valueOfNegative_;
+};
+
+/// Draws replicates of 2 U, which is 2 P N times the area, of a sample whose 2 P N is below 2^63.
+class AreaBootstrap {
+public:
+    /// Throws std::bad_alloc only.
+    AreaBootstrap(const Summary& sample, std::uint64_t seed)
+        : resampling_(sample, seed), values_(sample.values().size())
+    {
+    }
+
+    /// The replicates from `first` on; 8 bytes a distinct value for the time.
+    void draw(std::uint64_t first, std::span<std::int64_t> twiceU) const;
+
+private:
+    Resampling resampling_;
+    std::size_t values_;
 };
 
 struct BootstrapInterval {

@@ -1,6 +1,6 @@
 #include "inference/MannWhitney.h"
 
-#include "inference/PlacementSums.h"
+#include "inference/OrderedTriples.h"
 #include "numeric/Int256.h"
 
 #include <algorithm>
@@ -11,23 +11,11 @@ namespace ROCALG_920 {
 
 namespace {
 
-/// 2 U - P N: twice the distance of U from its mean.
-Int128 twiceDistance(const Summary& sample)
-{
-    const StateCounts& cases = sample.counts();
-    return placementSums(sample.walk(), cases).pairs().twiceOrdered - Int128{cases.positives} * cases.negatives;
-}
-
 /// PN/12 (n + 1 - sum(t^3 - t)/(n(n-1))), the sums as integers.
-double varianceOfU(const Summary& sample)
+double varianceOfU(const StateCounts& cases, Int128 tieSum)
 {
-    const StateCounts& cases = sample.counts();
     const Int128 n = cases.cases();
-    Int128 free = (n + 1) * n * (n - 1); // n^3 - n, less that of every tie
-    forEachValue(sample.walk(), [&](const DistinctValue& x) {
-        const Int128 t = x.positives + x.negatives;
-        free -= (t + 1) * t * (t - 1);
-    });
+    const Int128 free = (n + 1) * n * (n - 1) - tieSum; // n^3 - n, less that of every tie
     const Int256 numerator = Int256(Int128{cases.positives} * cases.negatives) * Int256(free);
     return static_cast<double>(numerator) / static_cast<double>(12 * n * (n - 1));
 }
@@ -35,16 +23,15 @@ double varianceOfU(const Summary& sample)
 /// The numbers of ways in which cases of the smaller state come to a sum of 2 U, over the values so far.
 class WaysToFall {
 public:
-    explicit WaysToFall(const StateCounts& cases)
+    WaysToFall(const StateCounts& cases, const std::function<bool(double)>& goOn)
         : few_(std::min(cases.positives, cases.negatives)), many_(std::max(cases.positives, cases.negatives)),
-          width_(static_cast<std::size_t>(2 * few_ * many_) + 1),
-          ways_((static_cast<std::size_t>(few_) + 1) * width_, 0.0)
+          goOn_(goOn), ways_(firstOf(few_ + 1), 0.0)
     {
         ways_[0] = 1.0;
     }
 
-    /// The next value in ascending order, which t cases share.
-    void add(std::int64_t t)
+    /// The next value in ascending order, which t cases share. False when told to stop.
+    [[nodiscard]] bool add(std::int64_t t)
     {
         for (std::int64_t after = std::min(few_, seen_ + t); after > 0; --after) { // rows below are still as before
             double choices = 1.0;
@@ -52,8 +39,11 @@ public:
                 choices = choices * static_cast<double>(t - take + 1) / static_cast<double>(take);
                 addTaken(after, take, t, choices);
             }
+            if (!mayGoOn())
+                return false;
         }
         seen_ += t;
+        return true;
     }
     /// Ways by their sum of 2 U, of all cases of the smaller state.
     [[nodiscard]] std::span<const double> all() const { return row(few_); }
@@ -67,20 +57,35 @@ private:
             return;
         const auto shift = static_cast<std::size_t>(take * (2 * othersBelow + (t - take)));
         const auto sums = static_cast<std::size_t>(2 * before * othersBelow) + 1; // no sum so far is larger
-        const std::span<const double> from = row(before);
-        double* const to = ways_.data() + static_cast<std::size_t>(after) * width_ + shift;
+        const double* const from = ways_.data() + firstOf(before);
+        double* const to = ways_.data() + firstOf(after) + shift;
         for (std::size_t u = 0; u < sums; ++u)
             to[u] += choices * from[u];
+        sinceAsked_ += sums;
+    }
+    [[nodiscard]] bool mayGoOn()
+    {
+        constexpr std::size_t stepsBetween = 20'000'000; // some 10 ms
+        if (sinceAsked_ < stepsBetween || !goOn_)
+            return true;
+        sinceAsked_ = 0;
+        return goOn_(static_cast<double>(seen_) / static_cast<double>(few_ + many_));
+    }
+    /// Where the row of so many taken begins; each has place for sums from 0 to 2 taken many.
+    [[nodiscard]] std::size_t firstOf(std::int64_t taken) const
+    {
+        return static_cast<std::size_t>(taken * (taken - 1) * many_ + taken);
     }
     [[nodiscard]] std::span<const double> row(std::int64_t taken) const
     {
-        return std::span(ways_).subspan(static_cast<std::size_t>(taken) * width_, width_);
+        return std::span(ways_).subspan(firstOf(taken), firstOf(taken + 1) - firstOf(taken));
     }
 
     std::int64_t few_;
     std::int64_t many_;
-    std::size_t width_;
     std::int64_t seen_ = 0;
+    const std::function<bool(double)>& goOn_;
+    std::size_t sinceAsked_ = 0;
     std::vector<double> ways_; ///< by number taken, then by 2 U
 };
 
@@ -102,20 +107,18 @@ double shareOfWays(std::span<const double> ways, std::int64_t pairs, std::int64_
 
 } // namespace
 
-MannWhitney mannWhitney(const Summary& sample, Alternative alternative, bool corrected)
+MannWhitney mannWhitney(const StateCounts& cases, Int128 twiceU, Int128 tieSum, Alternative alternative, bool corrected)
 {
-    const auto distance = static_cast<double>(twiceDistance(sample)) / 2.0;
-    const double twiceU = 2.0 * distance
-        + static_cast<double>(sample.counts().positives) * static_cast<double>(sample.counts().negatives);
-    const double deviation = std::sqrt(varianceOfU(sample));
+    const double deviation = std::sqrt(varianceOfU(cases, tieSum));
     if (deviation == 0.0)
-        return {twiceU, 0.0, 1.0};
+        return {0.0, {1.0, 0.0}};
+    const auto distance = static_cast<double>(twiceU - Int128{cases.positives} * cases.negatives) / 2.0;
     const double half = corrected ? 0.5 : 0.0;
     const double toMean = alternative == Alternative::twoSided
         ? std::copysign(std::max(std::abs(distance) - half, 0.0), distance)
         : distance + (alternative == Alternative::less ? half : -half);
     const double z = toMean / deviation;
-    return {twiceU, z, pOfNormal(z, alternative)};
+    return {z, pOfNormal(z, alternative)};
 }
 
 double exactSteps(const StateCounts& cases) noexcept
@@ -125,22 +128,27 @@ double exactSteps(const StateCounts& cases) noexcept
     return (p + n) * std::min(p, n) * (2.0 * p * n);
 }
 
+double exactBytes(const StateCounts& cases) noexcept
+{
+    const auto few = static_cast<double>(std::min(cases.positives, cases.negatives));
+    const auto many = static_cast<double>(std::max(cases.positives, cases.negatives));
+    return 8.0 * (few + 1.0) * (few * many + 1.0);
+}
+
 std::optional<double> exactMannWhitney(const Summary& sample, Alternative alternative,
                                        const std::function<bool(double)>& goOn)
 {
     const StateCounts& cases = sample.counts();
-    WaysToFall ways(cases);
-    std::int64_t seen = 0;
-    for (const DistinctValue& x : sample.values()) {
-        if (goOn && !goOn(static_cast<double>(seen) / static_cast<double>(cases.cases())))
+    WaysToFall ways(cases, goOn);
+    for (const DistinctValue& x : sample.values())
+        if (!ways.add(x.positives + x.negatives))
             return std::nullopt;
-        ways.add(x.positives + x.negatives);
-        seen += x.positives + x.negatives;
-    }
     // 2 U counts for the state that is taken: for the negative one the distance changes its sign.
-    const auto distance = static_cast<std::int64_t>(twiceDistance(sample));
+    const Int128 twiceU = orderedTriples(sample.walk(), cases).pairs.twiceOrdered;
+    const std::int64_t pairs = cases.positives * cases.negatives;
+    const std::int64_t distance = static_cast<std::int64_t>(twiceU) - pairs;
     const bool ofPositives = cases.positives <= cases.negatives;
-    return shareOfWays(ways.all(), cases.positives * cases.negatives, ofPositives ? distance : -distance,
+    return shareOfWays(ways.all(), pairs, ofPositives ? distance : -distance,
                        ofPositives || alternative == Alternative::twoSided ? alternative
                            : alternative == Alternative::greater           ? Alternative::less
                                                                            : Alternative::greater);

@@ -9,13 +9,33 @@
 
 namespace ROCALG_920 {
 
-/// How the pairs and triples of cases are ordered: all that an area and its standard error ask of a sample.
+/// Sums over the values that several cases share, with a negatives and c positives: exact up to 2^40 cases.
+struct TieSums {
+    Int128 ofPositives = 0; ///< sum of c * a^2
+    Int128 ofNegatives = 0; ///< sum of a * c^2
+    Int128 cubes = 0;       ///< sum of t^3 - t for the a + c = t cases at a value, of one state or of both
+
+    template <class Count>
+    void add(Count a, Count c) noexcept
+    {
+        ofPositives += static_cast<Int128>(c * a) * static_cast<Int128>(a);
+        ofNegatives += static_cast<Int128>(c * a) * static_cast<Int128>(c);
+        const Count t = a + c;
+        cubes += static_cast<Int128>(t * (t - 1)) * static_cast<Int128>(t + 1);
+    }
+};
+
+/// How the pairs and triples of cases are ordered, and which are tied: all that an area, its standard errors and its
+/// rank sum test ask of a sample.
 struct OrderedTriples {
     StateCounts cases;
     OrderedPairs pairs;
     Int128 threeTimesS1; ///< sum of a * (c^2 + 3bc + 3b^2): two positives against one negative
     Int128 threeTimesS2; ///< sum of c * (a^2 + 3ad + 3d^2): one positive against two negatives
-    bool ties = false;   ///< some value occurs with both states
+    TieSums tieSums = {};
+
+    /// Some value occurs with both states.
+    [[nodiscard]] bool ties() const noexcept { return tieSums.ofPositives > 0; }
 };
 
 /// Exact sums over the distinct values x of the sample, with a and c the negatives and positives equal to x,
@@ -33,6 +53,8 @@ public:
 
     void add(const DistinctValue& x)
     {
+        if (x.positives + x.negatives > 1) [[unlikely]]
+            ties_.add(static_cast<Count>(x.negatives), static_cast<Count>(x.positives));
         if (x.positives == 0)
             pendingNegatives_ += static_cast<Count>(x.negatives);
         else
@@ -55,7 +77,6 @@ private:
 
         const Count b = positivesAbove_ -= c;
         const Count d = negativesBelow_;
-        ties_ = ties_ || a > 0;
         twiceS_ += a * (c + 2 * b);
         threeTimesS1_ += static_cast<Int128>(a) * static_cast<Int128>(c * c + 3 * b * (c + b));
         threeTimesS2_ += static_cast<Int128>(c) * static_cast<Int128>(a * a + 3 * d * (a + d));
@@ -65,7 +86,7 @@ private:
     Count twiceS_ = 0; ///< sum of a * (c + 2b)
     Int128 threeTimesS1_ = 0;
     Int128 threeTimesS2_ = 0;
-    bool ties_ = false;
+    TieSums ties_;
     Count positivesAbove_;
     Count negativesBelow_ = 0;   ///< up to the last value that held positives
     Count pendingNegatives_ = 0; ///< after it

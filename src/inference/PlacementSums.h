@@ -52,8 +52,8 @@ public:
         twiceOrdered_ += Int128{x.positives} * twiceBelow;
         squares_.positives += Int128{x.positives} * twiceBelow * twiceBelow;
         squares_.negatives += Int128{x.negatives} * twiceAbove * twiceAbove;
-        if (x.positives > 0 && x.negatives > 0) [[unlikely]]
-            addTie(x);
+        if (x.positives + x.negatives > 1) [[unlikely]]
+            ties_.add<Int128>(x.negatives, x.positives);
         return {twiceBelow, twiceAbove};
     }
 
@@ -70,18 +70,20 @@ public:
     [[nodiscard]] double variance() const noexcept;
 
 private:
-    void addTie(const DistinctValue& x) noexcept
-    {
-        ties_.positives += Int128{x.negatives} * x.negatives * x.positives;
-        ties_.negatives += Int128{x.positives} * x.positives * x.negatives;
-    }
-
     StateCounts cases_;
     StateCounts seen_;
     Int128 twiceOrdered_ = 0;
     StateSums squares_;
-    StateSums ties_; ///< over the tied cases, the square of the number of others at their value
+    TieSums ties_;
 };
+
+/// The same variance of a sample that was walked over for its triples, as what either state adds to it; both occur.
+[[nodiscard]] SumsByState<double> deLongTerms(const OrderedTriples& sample) noexcept;
+[[nodiscard]] inline double deLongVariance(const OrderedTriples& sample) noexcept
+{
+    const SumsByState<double> terms = deLongTerms(sample);
+    return terms.positives + terms.negatives;
+}
 
 /// The placements of a whole sample in these states.
 template <ValueWalk Walk>

@@ -328,19 +328,22 @@ Tail normalUpperTail(double z) noexcept
     return normalTail(z, DoubleDouble::product(z, z));
 }
 
-double studentUpperTail(double t, double freedom) noexcept
+Tail studentUpperTail(double t, double freedom) noexcept
 {
     if (std::isnan(t) || !(freedom > 0.0))
-        return notANumber;
+        return {notANumber, notANumber};
     if (std::isinf(t))
-        return t > 0.0 ? 0.0 : 1.0;
+        return t > 0.0 ? Tail{0.0, -infinity} : Tail{1.0, 0.0};
     constexpr double far = 1e150; // beyond it t^2 is no double, and t^2 + freedom is t^2
     const DoubleDouble square = DoubleDouble::product(t, t);
     const bool isFar = std::abs(t) > far;
     const DoubleDouble x = isFar ? DoubleDouble(freedom) / t / t : freedom / (square + freedom);
     const DoubleDouble y = isFar ? DoubleDouble(1.0) : square / (square + freedom);
-    const double half = t == 0.0 ? 0.5 : 0.5 * BetaDistribution(0.5 * freedom, 0.5).tailsAt(x, y).lower.probability;
-    return t >= 0.0 ? half : 1.0 - half;
+    const Tail both = t == 0.0 ? Tail{1.0, 0.0} : BetaDistribution(0.5 * freedom, 0.5).tailsAt(x, y).lower;
+    const double half = 0.5 * both.probability;
+    if (t < 0.0)
+        return {1.0 - half, static_cast<double>(logarithmOfOnePlus(-half))};
+    return {half, both.logarithm - std::numbers::ln2};
 }
 
 double fisherUpperTail(double x, double numerator, double denominator) noexcept

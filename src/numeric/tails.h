@@ -19,7 +19,7 @@ struct Tail {
 [[nodiscard]] Tail normalUpperTail(double z) noexcept;
 
 /// Of Student's distribution with `freedom` > 0 degrees of freedom, above t.
-[[nodiscard]] double studentUpperTail(double t, double freedom) noexcept;
+[[nodiscard]] Tail studentUpperTail(double t, double freedom) noexcept;
 
 /// Of chi-square with `freedom` degrees of freedom, an integer from 1, above x >= 0.
 [[nodiscard]] double chiSquareUpperTail(double x, std::int64_t freedom) noexcept;

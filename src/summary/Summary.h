@@ -40,6 +40,23 @@ public:
             mirror.add({0.0 - x->value, x->positives, x->negatives});
         return mirror;
     }
+    /// Both samples as one.
+    [[nodiscard]] Summary mergedWith(const Summary& other) const
+    {
+        Summary both;
+        both.values_.reserve(values_.size() + other.values_.size());
+        auto next = other.values_.begin();
+        for (const DistinctValue& x : values_) {
+            for (; next != other.values_.end() && next->value < x.value; ++next)
+                both.add(*next);
+            both.add(x);
+            if (next != other.values_.end() && next->value == x.value)
+                both.addToLast(*next++);
+        }
+        for (; next != other.values_.end(); ++next)
+            both.add(*next);
+        return both;
+    }
     /// The same sample seen from the other side: values negated and states exchanged.
     [[nodiscard]] Summary exchanged() const
     {
@@ -54,6 +71,14 @@ private:
     void add(const DistinctValue& x)
     {
         values_.push_back(x);
+        values_.back().value += 0.0; // -0.0 is 0.0, whichever came first
+        counts_.add(x);
+    }
+    /// More cases of the same value.
+    void addToLast(const DistinctValue& x)
+    {
+        values_.back().positives += x.positives;
+        values_.back().negatives += x.negatives;
         counts_.add(x);
     }
 

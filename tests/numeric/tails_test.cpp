@@ -23,7 +23,7 @@ double computed(const std::string& function, double a, double b, double c)
     if (function == "chi_square")
         return chiSquareUpperTail(a, static_cast<std::int64_t>(b));
     if (function == "student")
-        return studentUpperTail(a, b);
+        return studentUpperTail(a, b).probability;
     if (function == "fisher")
         return fisherUpperTail(a, b, c);
     return function == "beta" ? betaTails(a, b, c).lower : betaQuantile(a, b, c);
@@ -60,7 +60,7 @@ TEST(Tails, MirrorAndInvertEachOther)
                 EXPECT_NEAR(betaTails(a, b, x).lower / p, 1.0, 1e-12) << a << ' ' << b << ' ' << p;
             }
         }
-    EXPECT_NEAR(studentUpperTail(studentUpperQuantile(0.01, 3.5), 3.5), 0.01, 1e-15);
+    EXPECT_NEAR(studentUpperTail(studentUpperQuantile(0.01, 3.5), 3.5).probability, 0.01, 1e-15);
     EXPECT_EQ(studentUpperQuantile(0.75, 7.0), -studentUpperQuantile(0.25, 7.0));
     EXPECT_NEAR(normalUpperTail(-2.0).probability + normalUpperTail(2.0).probability, 1.0, 1e-15);
 }
@@ -74,8 +74,8 @@ TEST(Tails, HoldAtTheirEnds)
     EXPECT_EQ(normalUpperTail(-1e300).probability, 1.0);
     EXPECT_EQ(normalUpperTail(1e300).probability, 0.0);
     EXPECT_EQ(normalUpperTail(0.0).probability, 0.5);
-    EXPECT_EQ(studentUpperTail(0.0, 3.0), 0.5);
-    EXPECT_EQ(studentUpperTail(-infinity, 3.0), 1.0);
+    EXPECT_EQ(studentUpperTail(0.0, 3.0).probability, 0.5);
+    EXPECT_EQ(studentUpperTail(-infinity, 3.0).probability, 1.0);
     EXPECT_EQ(chiSquareUpperTail(0.0, 5), 1.0);
     EXPECT_EQ(chiSquareUpperTail(1e9, 5), 0.0);
     EXPECT_EQ(fisherUpperTail(infinity, 2.0, 3.0), 0.0);
@@ -84,7 +84,7 @@ TEST(Tails, HoldAtTheirEnds)
     EXPECT_EQ(betaQuantile(0.0, 2.0, 3.0), 0.0);
     EXPECT_EQ(betaQuantile(1.0, 2.0, 3.0), 1.0);
     for (const double result :
-         {normalUpperTail(nan).probability, studentUpperTail(nan, 2.0), chiSquareUpperTail(1.0, 0),
+         {normalUpperTail(nan).probability, studentUpperTail(nan, 2.0).probability, chiSquareUpperTail(1.0, 0),
           betaTails(2.0, nan, 0.5).lower, betaQuantile(2.0, 1.0, 1.0)})
         EXPECT_TRUE(std::isnan(result));
 }
