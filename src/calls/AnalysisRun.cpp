@@ -1,10 +1,12 @@
 #include "calls/AnalysisRun.h"
 
+#include "calls/RecordArea.h"
 #include "calls/TestPairs.h"
+#include "calls/guard.h"
 #include "calls/toldResults.h"
-#include "inference/PlacementSums.h"
 #include "numeric/DefaultArithmetic.h"
-#include "summary/SortedObservations.h"
+#include "summary/Observations.h"
+#include "summary/Summary.h"
 #include "vexrocproc/ROCStatusCodes.h"
 
 #include <algorithm>
@@ -99,7 +101,10 @@ public:
         : run_(run), request_(request), rule_(request.rowRule()),
           selection_(request.columns(), rule_, request.countName()), plan_(request, selection_.counts()),
           zCritical_(criticalValue(request.options().getConfidienceLevel())),
-          watch_(callbacks, static_cast<double>(request.tests().size()) * (plan_.comparesInOneRun() ? 1 : 2))
+          areas_(request, request.isPaired() && plan_.comparesInOneRun()),
+          watch_(callbacks,
+                 static_cast<double>(request.tests().size())
+                     * (1 + (areas_.takesLong() ? 1 : 0) + (plan_.comparesInOneRun() ? 0 : 1)))
     {
         run.rows_ = selection_.counts();
         if (!plan_.comparesInOneRun() && rule_.needsAllTests)
@@ -119,12 +124,7 @@ public:
                 return;
             }
         }
-        listRecords();
-        if (plan_.comparesInOneRun())
-            listComparisons();
-        else
-            comparePairs();
-        listWarnings();
+        endAsARun([this] { listResults(); });
         if (run_.statusCode_ != statusCode::noError) {
             run_.records_.clear();
             run_.comparisons_.clear();
@@ -132,8 +132,37 @@ public:
     }
 
 private:
-    /// In the order of the tests, whatever runs they were in.
-    void listRecords()
+    /// Stopped by a callback or by lack of memory, the work ends as a run of the component does.
+    template <class Work>
+    void endAsARun(Work&& work)
+    {
+        try {
+            work();
+        } catch (const InvalidArgument&) {
+            throw; // what was asked for cannot be
+        } catch (const std::bad_alloc&) {
+            run_.statusCode_ = statusCode::unexpected;
+            run_.ranOutOfMemory_ = true;
+        } catch (...) {
+            run_.statusCode_ = statusCode::unexpected;
+        }
+    }
+
+    void listResults()
+    {
+        if (!listRecords()) {
+            run_.statusCode_ = statusCode::cancelled;
+            return;
+        }
+        if (plan_.comparesInOneRun())
+            listComparisons();
+        else
+            comparePairs();
+        listWarnings();
+    }
+
+    /// In the order of the tests, whatever runs they were in. False when it was cancelled.
+    [[nodiscard]] bool listRecords()
     {
         std::vector<std::span<ROCOutBase* const>> ofTest(request_.tests().size());
         for (const FacadeRun& part : run_.runs_) {
@@ -143,11 +172,16 @@ private:
                 ofTest[tests[i]] = part.records().subspan(i * groups, groups);
         }
         for (std::size_t test = 0; test < ofTest.size(); ++test)
-            for (const ROCOutBase* const record : ofTest[test])
-                addRecord(request_.tests()[test], RunRecord::of(*record));
+            for (const ROCOutBase* const record : ofTest[test]) {
+                if (areas_.takesLong())
+                    watch_.beginPart(1.0 / static_cast<double>(ofTest[test].size()));
+                if (!addRecord(request_.tests()[test], RunRecord::of(*record)))
+                    return false;
+            }
+        return true;
     }
 
-    void addRecord(int test, const RunRecord& record)
+    [[nodiscard]] bool addRecord(int test, const RunRecord& record)
     {
         indexOf_[&record] = static_cast<int>(run_.records_.size());
         vexroc_record told = toldRecord(record);
@@ -155,26 +189,20 @@ private:
         told.group = record.getGroupVarInd() < 0 ? AnalysisRequest::none : request_.group();
         told.smaller_is_positive = request_.directionOf(test) == SmallerMorePositive;
         told.distinct_values = record.triples() ? distinctValues(record, test) : 0;
-        settleInterval(record, told);
-        setP(told);
-        run_.records_.push_back({&record, told, rowsOf(record), record.bestCutOffs()});
-    }
-
-    /// Gives the area the standard error that was asked for, where the component made another.
-    void settleInterval(const RunRecord& record, vexroc_record& told) const
-    {
-        const bool isDeLong = request_.isPaired() && plan_.comparesInOneRun();
-        const bool wantsDeLong = request_.interval() == IntervalKind::waldDelong
-            || (request_.interval() == IntervalKind::record && rule_.needsAllTests);
-        const bool isNonparam = isDeLong || told.distribution_changed != 0 || request_.distribution() == NonParametric;
-        told.interval = wantsDeLong ? "delong" : isNonparam ? "nonparam" : "bi-negative";
-        if (isDeLong != wantsDeLong && record.triples()) {
-            const double stdError = wantsDeLong ? stdErrorOfVariance(deLongVariance(record, told.test))
-                                                : stdErrorOfArea(*record.triples(), NonParametric);
-            setArea(testArea(told.area, stdError, zCritical_), told);
+        std::optional<Summary> cases;
+        const auto gathered = [&]() -> const Summary& {
+            if (!cases)
+                cases = summaryOf(record, test);
+            return *cases;
+        };
+        if (!areas_.settle(record.triples(), gathered, watch_, told))
+            return false;
+        run_.records_.push_back({&record, told, rowsOf(record), record.bestCutOffs(), nullptr});
+        if (request_.keepsSummaries()) {
+            gathered();
+            run_.records_.back().summary.reset(new vexroc_summary{CollectedCases(*std::move(cases))});
         }
-        if (request_.interval() != IntervalKind::record)
-            dropWithoutError(told);
+        return true;
     }
 
     /// Calls visit(positive, value) for the cases of the record, until it answers false.
@@ -192,15 +220,15 @@ private:
         }
     }
 
-    /// Over the cases of the record, ordered anew.
-    [[nodiscard]] double deLongVariance(const RunRecord& record, int test) const
+    /// The cases of the record, ordered anew.
+    [[nodiscard]] Summary summaryOf(const RunRecord& record, int test) const
     {
         Observations cases;
         visitCases(record, test, [&](bool positive, double value) {
             cases.add(positive, value);
             return true;
         });
-        return withWalk(cases, [&](const auto& walk) { return placementSums(walk, cases.counts()).variance(); });
+        return cases.visit([](const auto& columns) { return Summary(columns); });
     }
 
     /// As far as they matter: 3 for more as well. Mostly known after a few cases.
@@ -240,7 +268,7 @@ private:
 
     void addComparison(const ROCComparisonOutStats& found)
     {
-        vexroc_comparison out = toldComparison(found);
+        vexroc_comparison out = toldComparison(found, request_.alternative());
         out.first = indexOf_.at(found.getCompare1Stats());
         out.second = indexOf_.at(found.getCompare2Stats());
         const vexroc_record& first = run_.records_[static_cast<std::size_t>(out.first)].told;
@@ -252,25 +280,19 @@ private:
         out.second_area = second.area;
         out.first_std_error = paired ? found.getCompare1Stats()->getStdError() : first.std_error;
         out.second_std_error = paired ? found.getCompare2Stats()->getStdError() : second.std_error;
-        if (!paired && request_.interval() == IntervalKind::waldDelong)
-            setDifference(independentStdError(first.std_error, second.std_error), zCritical_, out);
+        out.error = paired ? "delong" : first.error;
+        if (!paired && !request_.hasErrorOfDistribution())
+            setDifference(independentStdError(first.std_error, second.std_error), zCritical_, request_.alternative(),
+                          out);
         run_.comparisons_.push_back(out);
     }
 
-    /// Stopped by a callback or by lack of memory, it ends as a run of the component does.
     void comparePairs()
     {
         const auto keep = [this](const vexroc_comparison& pair) { run_.comparisons_.push_back(pair); };
-        try {
-            watch_.beginPart(static_cast<double>(request_.tests().size()));
-            if (!TestPairs(request_, selection_.columns(), rule_).compareAll(watch_, keep))
-                run_.statusCode_ = statusCode::cancelled;
-        } catch (const std::bad_alloc&) {
-            run_.statusCode_ = statusCode::unexpected;
-            run_.ranOutOfMemory_ = true;
-        } catch (...) {
-            run_.statusCode_ = statusCode::unexpected;
-        }
+        watch_.beginPart(static_cast<double>(request_.tests().size()));
+        if (!TestPairs(request_, selection_.columns(), rule_).compareAll(watch_, keep))
+            run_.statusCode_ = statusCode::cancelled;
     }
 
     /// What is true of the whole once, with the tests that have ties: the component knows these only with a curve.
@@ -320,6 +342,7 @@ private:
     RowSelection selection_;
     RunPlan plan_;
     double zCritical_;
+    RecordArea areas_;
     RunWatch watch_;
     std::unordered_map<const ROCOutBase*, int> indexOf_;    ///< of each record
     std::map<std::pair<int, double>, GroupRows> groupRows_; ///< by operation and value: there are two groups at most

@@ -5,11 +5,13 @@
 #include "calls/RowSelection.h"
 #include "calls/RunRemarks.h"
 #include "calls/RunWatch.h"
+#include "calls/SummaryHandle.h"
 #include "inference/OperatingPoint.h"
 #include "inference/TestAndInterval.h"
 #include "vexrocproc/analysis.h"
 
 #include <deque>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -34,6 +36,7 @@ public:
         vexroc_record told;
         GroupRows rows;
         std::vector<OperatingPoint> bestCutOffs;
+        std::unique_ptr<const vexroc_summary> summary; ///< where they are kept
     };
 
     AnalysisRun(const AnalysisRequest& request, const RunCallbacks& callbacks);

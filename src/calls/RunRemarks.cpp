@@ -92,7 +92,7 @@ void RunRemarks::addWeights(const AnalysisRequest& request, const vexroc_rows& r
 {
     if (request.weight() == AnalysisRequest::none)
         return;
-    if (!request.weightIsCount())
+    if (request.weightKind() == WeightKind::unsaid)
         addColumn("weight-counts-only", request.nameOf(request.weight()));
     if (rows.rounded_used > 0)
         add("weights-rounded", "", ofRows(rows.rounded_used));

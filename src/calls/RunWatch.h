@@ -11,6 +11,8 @@ struct RunCallbacks {
     void* progressUser = nullptr;
     vexroc_cancel cancel = nullptr;
     void* cancelUser = nullptr;
+    vexroc_parallel parallel = nullptr;
+    void* parallelUser = nullptr;
 };
 
 /// Tells the progress of a run that has several parts as that of one, and asks whether to stop.
@@ -31,6 +33,8 @@ public:
         if (callbacks_.progress != nullptr)
             callbacks_.progress((done_ + part_ * share) / work_, records_, callbacks_.progressUser);
     }
+    /// Work piece by piece, on the caller's threads or on this one.
+    [[nodiscard]] const RunCallbacks& callbacks() const noexcept { return callbacks_; }
     [[nodiscard]] bool listens() const noexcept { return callbacks_.progress != nullptr; }
     [[nodiscard]] bool isAsked() const noexcept { return callbacks_.cancel != nullptr; }
     [[nodiscard]] bool cancelRequested() { return isAsked() && callbacks_.cancel(callbacks_.cancelUser) != 0; }

@@ -55,7 +55,8 @@ vexroc_comparison TestPairs::compare(std::size_t first, std::size_t second) cons
     out.first_std_error = area1.stdError;
     out.second_area = area2.area;
     out.second_std_error = area2.stdError;
-    setDifference(difference.stdErrorDiff, zCritical_, out);
+    out.error = "delong";
+    setDifference(difference.stdErrorDiff, zCritical_, request_.alternative(), out);
     return out;
 }
 

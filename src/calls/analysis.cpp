@@ -153,6 +153,24 @@ int vexroc_analysis_on_cancel(vexroc_analysis* analysis, vexroc_cancel callback,
     });
 }
 
+int vexroc_analysis_on_parallel(vexroc_analysis* analysis, vexroc_parallel callback, void* user)
+{
+    return guarded([&] {
+        RunCallbacks& callbacks = idle(analysis).callbacks;
+        callbacks.parallel = callback;
+        callbacks.parallelUser = user;
+        return VEXROC_OK;
+    });
+}
+
+int vexroc_analysis_set_seed(vexroc_analysis* analysis, unsigned long long seed)
+{
+    return guarded([&] {
+        idle(analysis).request.setSeed(seed);
+        return VEXROC_OK;
+    });
+}
+
 int vexroc_analysis_run(vexroc_analysis* analysis)
 {
     return guarded([&]() -> int {
@@ -181,7 +199,7 @@ int vexroc_analysis_run(vexroc_analysis* analysis)
 double vexroc_two_sided_p(double z, double* log10_p)
 {
     const DefaultArithmetic arithmetic;
-    const TwoSidedP p = twoSidedP(z);
+    const PValue p = pOfNormal(z, Alternative::twoSided);
     put(log10_p, 0, p.log10);
     return p.p;
 }

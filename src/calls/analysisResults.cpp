@@ -131,6 +131,17 @@ int vexroc_analysis_record_rows(const vexroc_analysis* analysis, int record, lon
     });
 }
 
+int vexroc_analysis_summary(const vexroc_analysis* analysis, int record, const vexroc_summary** summary)
+{
+    return guarded([&] {
+        const auto& kept = at(lastRun(analysis).records(), record, "record").summary;
+        if (kept == nullptr)
+            throw InvalidArgument("there are no summaries: set the number \"summaries\" to 1 before the run");
+        required(summary, "the place for the summary") = kept.get();
+        return VEXROC_OK;
+    });
+}
+
 int vexroc_analysis_comparison(const vexroc_analysis* analysis, int index, vexroc_comparison* comparison)
 {
     return guarded([&] { return deliver(at(lastRun(analysis).comparisons(), index, "comparison"), comparison); });

@@ -1,19 +1,17 @@
 #include "calls/toldResults.h"
 
-#include "numeric/tails.h"
-
-#include <cmath>
-#include <numbers>
-
 namespace ROCALG_920::calls {
 
 using VexCommon_920::VexMV;
 
-TwoSidedP twoSidedP(double z) noexcept
+namespace {
+
+const char* wordOf(Alternative alternative)
 {
-    const Tail tail = normalUpperTail(std::abs(z));
-    return {2.0 * tail.probability, (tail.logarithm + std::numbers::ln2) * std::numbers::log10e};
+    return alternativeWords[static_cast<std::size_t>(alternative)].data(); // a literal
 }
+
+} // namespace
 
 vexroc_record toldRecord(const RunRecord& record)
 {
@@ -59,17 +57,41 @@ void dropWithoutError(vexroc_record& record)
         record.significance = record.ci_lower = record.ci_upper = VexMV::Missing();
 }
 
-void setP(vexroc_record& record)
+void tellLimits(const AreaInference& found, vexroc_record& record)
 {
-    record.p_value = record.log10_p = VexMV::Missing();
+    record.ci_lower = found.limits.lower;
+    record.ci_upper = found.limits.upper;
+    record.interval_rule = areaRuleWords[static_cast<std::size_t>(found.interval)].data(); // a literal
+    record.edge = found.edge;
+    record.percentile = found.percentile;
+    record.held = found.held;
+}
+
+void tellTest(const AreaInference& found, Alternative alternative, vexroc_record& record)
+{
+    record.p_value = found.p;
+    record.log10_p = found.log10P;
+    record.p_method = found.pMethod.data(); // a literal
+    record.alternative = wordOf(alternative);
+    record.null_area = found.null;
+    record.z = found.z;
+    record.u = found.u;
+    record.exact_steps = found.exactSteps;
+    record.bootstrap_error = found.bootstrapError;
+}
+
+void setPOfRecord(Alternative alternative, vexroc_record& record)
+{
+    record.p_value = record.log10_p = record.z = VexMV::Missing();
     if (VexMV::IsMissing(record.std_error) || record.std_error == 0)
         return;
-    const TwoSidedP p = twoSidedP((record.area - 0.5) / record.std_error);
+    record.z = (record.area - 0.5) / record.std_error;
+    const PValue p = pOfNormal(record.z, alternative);
     record.p_value = p.p;
     record.log10_p = p.log10;
 }
 
-vexroc_comparison toldComparison(const ROCComparisonOutStats& found)
+vexroc_comparison toldComparison(const ROCComparisonOutStats& found, Alternative alternative)
 {
     vexroc_comparison out{};
     out.difference = found.getAUCDiff();
@@ -78,21 +100,22 @@ vexroc_comparison toldComparison(const ROCComparisonOutStats& found)
     out.significance = found.getAsymptoticSig();
     out.ci_lower = found.getCILower();
     out.ci_upper = found.getCIUpper();
-    setP(out);
+    setP(alternative, out);
     return out;
 }
 
-void setP(vexroc_comparison& comparison)
+void setP(Alternative alternative, vexroc_comparison& comparison)
 {
+    comparison.alternative = wordOf(alternative);
     comparison.p_value = comparison.log10_p = VexMV::Missing();
     if (VexMV::IsMissing(comparison.z))
         return;
-    const TwoSidedP p = twoSidedP(comparison.z);
+    const PValue p = pOfNormal(comparison.z, alternative);
     comparison.p_value = p.p;
     comparison.log10_p = p.log10;
 }
 
-void setDifference(double stdError, double zCritical, vexroc_comparison& comparison)
+void setDifference(double stdError, double zCritical, Alternative alternative, vexroc_comparison& comparison)
 {
     comparison.difference = areaDifference(comparison.first_area, comparison.second_area);
     const DifferenceTest test = testDifference(comparison.difference, stdError, zCritical);
@@ -101,7 +124,7 @@ void setDifference(double stdError, double zCritical, vexroc_comparison& compari
     comparison.significance = test.significance;
     comparison.ci_lower = test.lower;
     comparison.ci_upper = test.upper;
-    setP(comparison);
+    setP(alternative, comparison);
 }
 
 } // namespace ROCALG_920::calls

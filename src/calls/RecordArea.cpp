@@ -1,0 +1,144 @@
+#include "calls/RecordArea.h"
+
+#include "calls/guard.h"
+#include "calls/pieces.h"
+#include "calls/toldResults.h"
+#include "inference/Bootstrap.h"
+#include "inference/PlacementSums.h"
+#include "inference/TestAndInterval.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace ROCALG_920::calls {
+
+using VexCommon_920::VexMV;
+using namespace ROCConst_920;
+
+namespace {
+
+/// In the words of vexroc_area_result: an interval that is none of the handle's own.
+AreaRule ruleOf(IntervalKind interval)
+{
+    switch (interval) {
+    case IntervalKind::newcombe: return AreaRule::newcombe;
+    case IntervalKind::logit: return AreaRule::logit;
+    case IntervalKind::bootstrap: return AreaRule::bootstrap;
+    case IntervalKind::bca: return AreaRule::bca;
+    case IntervalKind::record:
+    case IntervalKind::wald:
+    case IntervalKind::waldDelong: return AreaRule::wald; // by the error that the record tells
+    case IntervalKind::recommended:
+    case IntervalKind::score: break;
+    }
+    return AreaRule::score;
+}
+
+AreaFacts factsOf(const std::optional<OrderedTriples>& triples, const vexroc_record& record)
+{
+    AreaFacts facts{};
+    facts.cases = {record.positive, record.negative};
+    facts.area = record.area;
+    facts.waldError = record.std_error;
+    if (!triples)
+        return facts;
+    const OrderedPairs& pairs = triples->pairs;
+    facts.var = deLongTerms(*triples);
+    facts.twiceU = record.smaller_is_positive != 0 ? pairs.twicePairs - pairs.twiceOrdered : pairs.twiceOrdered;
+    facts.tieSum = triples->tieSums.cubes;
+    return facts;
+}
+
+} // namespace
+
+RecordArea::RecordArea(const AnalysisRequest& request, bool isOfPairedRun)
+    : request_(request), isOfPairedRun_(isOfPairedRun),
+      zCritical_(criticalValue(request.options().getConfidienceLevel()))
+{
+}
+
+bool RecordArea::takesLong() const noexcept
+{
+    return isBootstrap(ruleOf(request_.interval()))
+        || (request_.pValue() == PKind::mannWhitney && request_.exact() == ExactRule::always);
+}
+
+bool RecordArea::wantsDeLong() const
+{
+    return !request_.hasErrorOfDistribution()
+        || (request_.interval() == IntervalKind::record && request_.rowRule().needsAllTests);
+}
+
+void RecordArea::settleError(const std::optional<OrderedTriples>& triples, vexroc_record& record) const
+{
+    const bool isNonparam = record.distribution_changed != 0 || request_.distribution() == NonParametric;
+    const bool isDeLong = wantsDeLong();
+    record.interval = isDeLong ? "delong" : isNonparam || isOfPairedRun_ ? "nonparam" : "bi-negative";
+    record.error = isDeLong ? "delong" : isNonparam || isOfPairedRun_ ? "hanley-mcneil" : "bi-negative";
+    record.interval_rule = isDeLong ? "wald-delong" : "wald";
+    if (isDeLong != isOfPairedRun_ && triples) {
+        const double stdError =
+            isDeLong ? stdErrorOfVariance(deLongVariance(*triples)) : stdErrorOfArea(*triples, NonParametric);
+        setArea(testArea(record.area, stdError, zCritical_), record);
+    }
+    if (request_.interval() != IntervalKind::record)
+        dropWithoutError(record);
+}
+
+AreaQuestion RecordArea::question() const
+{
+    AreaQuestion question;
+    question.interval = ruleOf(request_.interval());
+    question.p = request_.pValue() == PKind::mannWhitney ? PRule::mannWhitney : PRule::wald;
+    question.exact = request_.exact();
+    question.alternative = request_.alternative();
+    question.null = request_.nullArea();
+    question.level = request_.options().getConfidienceLevel();
+    question.zCritical = zCritical_;
+    question.replicates = request_.replicates();
+    question.seed = request_.seed();
+    return question;
+}
+
+std::optional<AreaInference> RecordArea::answer(const AreaFacts& facts, const AreaQuestion& asked, const Cases& cases,
+                                                RunWatch& watch) const
+{
+    AreaMeans means;
+    means.sample = cases;
+    means.goOn = [&watch](double share) {
+        watch.tell(share);
+        return !watch.cancelRequested();
+    };
+    means.replicates = [&] { return drawReplicates(cases(), asked.seed, asked.replicates, watch); };
+    return areaInference(facts, asked, means);
+}
+
+bool RecordArea::settle(const std::optional<OrderedTriples>& triples, const Cases& cases, RunWatch& watch,
+                        vexroc_record& record) const
+{
+    settleError(triples, record);
+    const AreaFacts facts = factsOf(triples, record);
+    const AreaQuestion asked = question();
+    if (const std::string reason = refusal(facts, asked); !reason.empty())
+        throw InvalidArgument(request_.nameOf(record.test) + ": " + reason);
+    std::optional<Summary> directed;
+    const Cases inDirection = [&]() -> const Summary& {
+        if (!directed)
+            directed = record.smaller_is_positive != 0 ? cases().negated() : cases();
+        return *directed;
+    };
+    const std::optional<AreaInference> found = answer(facts, asked, inDirection, watch);
+    if (!found)
+        return false;
+    if (asked.interval != AreaRule::wald)
+        tellLimits(*found, record);
+    tellTest(*found, asked.alternative, record);
+    if (request_.pValue() == PKind::record)
+        setPOfRecord(asked.alternative, record);
+    return true;
+}
+
+} // namespace ROCALG_920::calls
