@@ -50,8 +50,12 @@ def ratio(a, b):
 def cases_of(share, count):
     """A share of cases as their number; whole where it misses that by rounding alone."""
     product = share * count
-    nearest = round(product)
-    return nearest if abs(product - nearest) <= 4 * 2.0 ** -52 * max(1.0, product) else Fraction(product)
+    return Fraction(snapped(product)) if isinstance(product, float) else Fraction(product)
+
+
+def snapped(x):
+    nearest = round(x)
+    return nearest if abs(x - nearest) <= 4 * 2.0 ** -52 * max(1.0, x) else x
 
 
 def critical(level):
@@ -249,7 +253,7 @@ def score_limits(A, P, N, z, variance):
 
 def order_numbers(replicates, lower, upper):
     """Places of the limits among sorted replicates, from 1, and whether one of them had to be held there."""
-    places = [int(mp.floor((replicates + 1) * p + mpf(1) / 2)) for p in (lower, upper)]
+    places = [int(mp.floor(snapped((replicates + 1) * p + mpf(1) / 2))) for p in (lower, upper)]
     held = [min(max(place, 1), replicates) for place in places]
     return held, held != places
 
@@ -370,7 +374,7 @@ def area_inference(case, interval="score", p_method="recommended", exact="auto",
         limits = NO_LIMITS if error is None else error_limits(A, z * error)
     elif interval == "newcombe":
         limits = newcombe_limits(A, P, N, z)
-    elif interval == "logit" and variance is None:
+    elif interval == "logit" and variance is None and 0 < A < 1:
         limits = NO_LIMITS
     elif interval == "logit" and 0 < A < 1 and variance:
         limits = expit_limits(A, z * error / exactly(A * (1 - A)))
@@ -383,7 +387,8 @@ def area_inference(case, interval="score", p_method="recommended", exact="auto",
         p_method = "mann-whitney" if null == 0.5 else "wald"
     if p_method == "mann-whitney":
         return answer | mann_whitney_test(sample, exact, alternative, uncorrected)
-    return answer | wald_test(A - Fraction(null), error, alternative, small_sample and not moment and terms, P, N)
+    test = wald_test(A, null, error, alternative, terms if small_sample and not moment else None, P, N)
+    return answer | test | ({"p_method": "wald-t"} if small_sample and not moment else {})
 
 
 def mann_whitney_test(sample, exact, alternative, uncorrected=False):
@@ -393,21 +398,24 @@ def mann_whitney_test(sample, exact, alternative, uncorrected=False):
         return {"p_method": "mann-whitney-exact", "z": None, "freedom": None, "p_value": number(p),
                 "log10_p": number(log10(exactly(p)), 1)}
     z = mann_whitney_z(sample, alternative, not uncorrected)
-    p = mpf(1) if z is None else p_of(z, alternative)
-    return {"p_method": "mann-whitney", "z": number(z or mpf(0)), "freedom": None, "p_value": number(p),
-            "log10_p": number(log10(p), 1)}
+    test = {"p_value": number(1), "log10_p": number(0, 1)} if z is None else p_values(z, alternative)
+    return {"p_method": "mann-whitney", "z": number(z or mpf(0)), "freedom": None, **test}
 
 
-def wald_test(difference, error, alternative, terms, P, N):
-    z, method, upper, freedom = quotient(difference, error), "wald", None, None
+def wald_test(A, null, error, alternative, terms, P, N):
+    z, method, freedom = quotient(A - Fraction(null), error), "wald", None
     if terms:
         method, (a, b) = "wald-t", terms
         freedom = exactly((a + b) ** 2 / (a * a / (P - 1) + b * b / (N - 1))) if a + b else None
+    size = [] if not error else [exactly(A) / error, exactly(null) / error]
+    return {"p_method": method, "z": number(z, *size), "freedom": number(freedom), **p_values(z, alternative, freedom)}
+
+
+def p_values(z, alternative, freedom=None):
     if z is None:
-        return {"p_method": method, "z": None, "freedom": number(freedom), "p_value": None, "log10_p": None}
+        return {"p_value": None, "log10_p": None}
     p = p_of(z, alternative, *([lambda t: student_upper(t, freedom)] if freedom else []))
-    return {"p_method": method, "z": number(z), "freedom": number(freedom), "p_value": number(p),
-            "log10_p": number(log10(p) if p else -inf, 1)}
+    return {"p_value": number(p), "log10_p": number(log10(p) if p else -inf, 1)}
 
 
 # Operating points ----------------------------------------------------------------------------------------------------
@@ -560,10 +568,17 @@ def cut_offs_of(case):
             1.0 if inside else values[-1] + 1.0]
 
 
+def curve(case):
+    """Rows (cut-off, counts, weights). Between -inf and inf there is no midpoint, and nothing changes."""
+    rows = []
+    for cut_off in cut_offs_of(case):
+        rows.append((cut_off, *(rows[-1][1:] if math.isnan(cut_off) else counts_at(case, cut_off))))
+    return rows
+
+
 def operating_points(case, at=None, prevalence=None, proportion="wilson"):
     rows = []
-    for cut_off in cut_offs_of(case) if at is None else at:
-        counts, weights = counts_at(case, cut_off)
+    for cut_off, counts, weights in curve(case) if at is None else [(c, *counts_at(case, c)) for c in at]:
         if case.kind == "probability":
             scale = math.lcm(*(w.denominator for w in weights))
             row = operating_row(*(int(w * scale) for w in weights), 2.0, prevalence)
@@ -582,7 +597,7 @@ def operating_points(case, at=None, prevalence=None, proportion="wilson"):
 def best_cut_offs(case, criterion, cost_ratio=1.0, prevalence=None, min_sensitivity=0.0, min_specificity=0.0):
     name, _, share = criterion.partition("=")
     share = float(share) if share else None
-    rows = [(cut_off, *counts_at(case, cut_off)[0]) for cut_off in cut_offs_of(case)]
+    rows = [(cut_off, *counts) for cut_off, counts, _ in curve(case)]
     P, N = rows[0][1] + rows[0][4], rows[0][2] + rows[0][3]
 
     def h():
@@ -610,7 +625,7 @@ def best_cut_offs(case, criterion, cost_ratio=1.0, prevalence=None, min_sensitiv
         se, fpr = Fraction(tp, P), Fraction(fp, N)
         slope = h() if prevalence is not None and name == "cost" else Fraction(N, P) / Fraction(cost_ratio)
         row = operating_row(tp, fp, tn, fn, 2.0)
-        return {"youden": row["youden"][0], "closest": number((1 - se) ** 2 + fpr ** 2), "accuracy": row["accuracy"][0],
+        return {"youden": row["youden"][0], "closest": number(sqrt(exactly((1 - se) ** 2 + fpr ** 2))), "accuracy": row["accuracy"][0],
                 "cost": total(se, -slope * fpr), "f1": row["f1"][0], "mcc": row["mcc"][0],
                 "equal": number(abs(se + fpr - 1), 1), "specificity": number(se), "sensitivity": number(1 - fpr)}[name]
 
@@ -754,7 +769,14 @@ def replicates_of(case, exchanged=False):
 # Precision and recall ------------------------------------------------------------------------------------------------
 
 
-def area_of_steps(steps, rule, exactly=exactly, log=log):
+def excess(x):
+    """x - log(1 + x)"""
+    if isinstance(x, mpf) or x > 0.3:
+        return x - (log(1 + x) if isinstance(x, mpf) else math.log1p(x))
+    return sum((-x) ** i / i for i in range(40, 1, -1))
+
+
+def area_of_steps(steps, rule, exactly=exactly):
     """Times the positives; steps are (T, F) of every value from the strictest cut-off on."""
     sums = T0 = F0 = exactly(0)
     for T1, F1 in ((exactly(t), exactly(f)) for t, f in steps):
@@ -764,8 +786,8 @@ def area_of_steps(steps, rule, exactly=exactly, log=log):
                 sums += (T1 - T0) * T1 / D1
             elif rule == "integral":
                 s = (D1 - D0) / (T1 - T0)
-                L, x = log(D1 / D0), (D1 - D0) / D0
-                sums += T0 / s * L + D0 / s ** 2 * (x - L)
+                x = (D1 - D0) / D0
+                sums += T0 / s * (x - excess(x)) + D0 / s ** 2 * excess(x)
             else:
                 sums += (T1 - T0) * ((T1 / D1 if D0 == 0 else T0 / D0) + T1 / D1) / 2
         T0, F0 = T1, F1
@@ -800,7 +822,7 @@ def pr_area(case, rule="integral", interval="logit", prevalence=None):
     if z is None or case.kind == "probability":
         return answer
     if interval == "bootstrap":
-        found = [area_of_steps(pr_steps(s.p, s.n, float(factor)), rule, float, math.log) / sample.P
+        found = [area_of_steps(pr_steps(s.p, s.n, float(factor)), rule, float) / sample.P
                  for s in replicates_of(case)]
         lower, upper, _, answer["held"] = bootstrap_limits(found, float(A), case.level, None, False)
         return answer | {"lower": number(lower), "upper": number(upper), "bootstrap_error": number(spread(found), A)}
@@ -834,7 +856,7 @@ def weighted_area(case, interval, alternative="two-sided", null=0.5):
         variance = (Fraction(P, P - 1) * sum(w * w * (v - A) ** 2 for (_, w), v in zip(positives, V)) / WP ** 2
                     + Fraction(N, N - 1) * sum(w * w * (v - A) ** 2 for (_, w), v in zip(negatives, W)) / WN ** 2)
     error = None if variance is None else sqrt(exactly(variance))
-    edge = interval == "logit" and error is not None and (A in (0, 1) or error == 0)
+    edge = interval == "logit" and (A in (0, 1) or error == 0)
     if error is None or z is None:
         limits = NO_LIMITS
     elif interval == "logit" and not edge:
@@ -844,7 +866,7 @@ def weighted_area(case, interval, alternative="two-sided", null=0.5):
     return {"positive": P, "negative": N, "area": number(A), "std_error": number(error), "error": "weighted",
             "interval": "wald-delong" if edge else interval, "lower": limits[0], "upper": limits[1], "edge": edge,
             "u": None, "bootstrap_error": None, "null_area": number(null)
-            } | wald_test(A - Fraction(null), error, alternative, None, P, N)
+            } | wald_test(A, null, error, alternative, None, P, N)
 
 
 # Decisions -----------------------------------------------------------------------------------------------------------
