@@ -147,7 +147,7 @@ std::vector<std::string> headingOf(const Question& question, const CaseLabels& l
         lines.push_back("Cases per row: " + visible(question.count));
     lines.push_back(areaHeading(question, methods));
     if (question.comparison != Comparison::none)
-        lines.push_back("Differences: " + differenceWords(question));
+        lines.push_back("Interval of differences: " + differenceWords(question));
     if (question.comparison == Comparison::paired)
         lines.push_back(pairedCasesHeading(question));
     return lines;

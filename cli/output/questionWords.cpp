@@ -220,15 +220,13 @@ std::string areaHeading(const Question& question, const AreaMethods& methods)
 
 std::string differenceWords(const Question& question)
 {
-    return "standard errors: " + errorInWords(question.errorOfDifferences()) + "; Wald intervals, level "
-        + shortest(question.inference.level) + oneSided(question.inference);
+    return "Wald, level " + shortest(question.inference.level) + "; p: Wald" + oneSided(question.inference)
+        + "; standard error: " + errorInWords(question.errorOfDifferences());
 }
 
 std::string differenceHeading(const Question& question)
 {
-    std::string words = differenceWords(question);
-    words.front() = 'S';
-    return words;
+    return "Interval: " + differenceWords(question);
 }
 
 const char* pairedCasesWord(const Question& question) { return question.completeCases ? "complete" : "pairwise"; }

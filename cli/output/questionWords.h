@@ -46,9 +46,9 @@ void addDifferenceFacts(std::vector<Fact>& facts, const Question& question);
 std::string areaHeading(const Question& question, const AreaMethods& methods);
 /// "95 % score interval", for legends.
 std::string intervalOfAreas(const Inference& inference);
-/// "Standard errors: DeLong; Wald intervals; confidence level 0.95"
+/// "Interval: Wald, level 0.95; p: Wald; standard error: DeLong"
 std::string differenceHeading(const Question& question);
-/// The same within a line.
+/// The same behind "Interval of differences: ".
 std::string differenceWords(const Question& question);
 /// "pairwise" or "complete".
 const char* pairedCasesWord(const Question& question);
