@@ -15,17 +15,6 @@ namespace {
 
 std::string shown(double value) { return readable(value, CellRole::statistic); }
 
-/// "radius_mean where sex = female and site = A".
-std::string nameOf(const Question& question, const Area& area, std::string_view value = {})
-{
-    std::string name = visible(area.test);
-    if (!area.group.empty())
-        name += " where " + visible(area.group);
-    if (!question.by.empty())
-        name += (area.group.empty() ? " where " : " and ") + visible(question.by) + " = " + visible(value);
-    return name;
-}
-
 std::string percent(const Question& question)
 {
     return readable(100.0 * question.inference.level, CellRole::measure) + "%";
