@@ -2,6 +2,7 @@
 
 #include "tests/calls/Analysis.h"
 #include "tests/support/calls.h"
+#include "vexrocproc/inference.h"
 
 #include <gmock/gmock.h>
 
@@ -311,6 +312,83 @@ TEST(AnalysisLaws, TheNormalTailGoesOnWhereDoublesEnd)
     EXPECT_THAT(run.remarks(),
                 testing::ElementsAre("few-cases", "zero-error", "below-chance", "zero-error-of-difference",
                                      "sample-prevalence", "many-comparisons"));
+}
+
+/// Runs the pieces of a bootstrap backwards.
+void backwards(int pieces, void (*piece)(void*, int), void* work, void* calls)
+{
+    ++*static_cast<int*>(calls);
+    while (pieces-- > 0)
+        piece(work, pieces);
+}
+
+TEST(AnalysisLaws, ARecordIsWhatIsInferredFromItsSummary)
+{
+    int batches = 0;
+    onSamples([&](const Columns& columns, unsigned seed) {
+        constexpr const char* intervals[] = {"score", "newcombe", "logit", "wald-delong", "bootstrap", "bca", "wald"};
+        constexpr const char* alternatives[] = {"two-sided", "greater", "less"};
+        const char* const interval = intervals[seed % 7];
+        const bool byWald = seed % 2 == 0;
+        Asked run(columns,
+                  {.comparison = seed % 3 == 0 ? "paired" : "none", .directions = {nullptr, "smaller", nullptr}});
+        run.word("interval", interval);
+        run.word("p_value", byWald ? "wald" : "mann-whitney");
+        run.word("alternative", alternatives[seed % 3]);
+        run.number("null_area", byWald ? 0.6 : 0.5);
+        run.number("replicates", 199);
+        run.number("summaries", 1);
+        expectOk(vexroc_analysis_set_seed(run.handle, seed));
+        expectOk(vexroc_analysis_on_parallel(run.handle, backwards, &batches));
+        run.run();
+        for (int i = 0; i < 3; ++i) {
+            const vexroc_record record = run.record(i);
+            vexroc_inference_options options{};
+            options.struct_size = sizeof options;
+            expectOk(vexroc_inference_defaults(&options));
+            options.smaller_is_positive = i == 1;
+            options.interval = interval;
+            options.p_method = byWald ? "wald" : "mann-whitney";
+            options.alternative = alternatives[seed % 3];
+            options.null_area = byWald ? 0.6 : 0.5;
+            options.replicates = 199;
+            options.seed = seed;
+            const vexroc_summary* summary = nullptr;
+            expectOk(vexroc_analysis_summary(run.handle, i, &summary));
+            vexroc_area_result found{};
+            found.struct_size = sizeof found;
+            expectOk(vexroc_area_inference(summary, &options, &found));
+            EXPECT_EQ((Numbers{{record.area},
+                               {record.std_error},
+                               {record.ci_lower},
+                               {record.ci_upper},
+                               {record.z},
+                               {record.p_value},
+                               {record.log10_p},
+                               {record.u},
+                               {record.bootstrap_error},
+                               {record.exact_steps},
+                               {record.null_area}}),
+                      (Numbers{{found.area},
+                               {found.std_error},
+                               {found.lower},
+                               {found.upper},
+                               {found.z},
+                               {found.p_value},
+                               {found.log10_p},
+                               {found.u},
+                               {found.bootstrap_error},
+                               {found.exact_steps},
+                               {found.null_area}}))
+                << interval;
+            EXPECT_EQ(
+                (std::vector<std::string>{record.error, record.interval_rule, record.p_method, record.alternative}),
+                (std::vector<std::string>{found.error, found.interval, found.p_method, options.alternative}));
+            EXPECT_EQ((std::tuple(record.edge, record.percentile, record.held)),
+                      (std::tuple(found.edge, found.percentile, found.held)));
+        }
+    });
+    EXPECT_GT(batches, 0);
 }
 
 /// The first test alone has an error; among the cases that the second knows it has none.
