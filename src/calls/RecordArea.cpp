@@ -3,13 +3,11 @@
 #include "calls/guard.h"
 #include "calls/pieces.h"
 #include "calls/toldResults.h"
-#include "inference/Bootstrap.h"
 #include "inference/PlacementSums.h"
 #include "inference/TestAndInterval.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -38,12 +36,6 @@ AreaRule ruleOf(IntervalKind interval)
     return AreaRule::score;
 }
 
-bool goOn(RunWatch& watch, double share)
-{
-    watch.tell(share);
-    return !watch.cancelRequested();
-}
-
 /// The error that the record tells is the one that wald takes.
 AreaFacts factsOf(const std::optional<OrderedTriples>& triples, const vexroc_record& record)
 {
@@ -55,17 +47,11 @@ AreaFacts factsOf(const std::optional<OrderedTriples>& triples, const vexroc_rec
 }
 
 /// In the order of their numbers; nothing when cancelled.
-std::optional<std::vector<std::int64_t>> drawReplicates(const Summary& sample, const AnalysisRequest& request,
-                                                        RunWatch& watch)
+std::optional<std::vector<std::int64_t>> replicatesOf(const Summary& sample, const AnalysisRequest& request,
+                                                      RunWatch& watch)
 {
     std::vector<std::int64_t> twiceU(static_cast<std::size_t>(request.replicates()));
-    const AreaBootstrap bootstrap(sample, request.seed());
-    const PieceRunner runner{watch.callbacks().parallel, watch.callbacks().parallelUser,
-                             [&](double share) { return goOn(watch, share); }};
-    const bool done = runInPieces(runner, request.replicates(), [&](std::int64_t first, std::int64_t count) {
-        bootstrap.draw(static_cast<std::uint64_t>(first),
-                       std::span(twiceU).subspan(static_cast<std::size_t>(first), static_cast<std::size_t>(count)));
-    });
+    const bool done = drawReplicates(sample, request.seed(), 0, twiceU, runnerOf(watch));
     return done ? std::optional(std::move(twiceU)) : std::nullopt;
 }
 
@@ -124,8 +110,8 @@ std::optional<AreaInference> RecordArea::answer(const AreaFacts& facts, const Ar
     const bool tells = takesLong() && !isBootstrap(asked.interval); // draws have told all of the part
     return areaInference(facts, asked,
                          {.sample = cases,
-                          .replicates = [&] { return drawReplicates(cases(), request_, watch); },
-                          .goOn = [&](double share) { return tells ? goOn(watch, share) : !watch.cancelRequested(); }});
+                          .replicates = [&] { return replicatesOf(cases(), request_, watch); },
+                          .goOn = [&](double share) { return tells ? watch.goOn(share) : !watch.cancelRequested(); }});
 }
 
 bool RecordArea::settle(const std::optional<OrderedTriples>& triples, const Cases& cases, RunWatch& watch,

@@ -35,6 +35,12 @@ public:
     }
     /// Work piece by piece, on the caller's threads or on this one.
     [[nodiscard]] const RunCallbacks& callbacks() const noexcept { return callbacks_; }
+    /// Tells, and asks: false to stop.
+    [[nodiscard]] bool goOn(double share)
+    {
+        tell(share);
+        return !cancelRequested();
+    }
     [[nodiscard]] bool listens() const noexcept { return callbacks_.progress != nullptr; }
     [[nodiscard]] bool isAsked() const noexcept { return callbacks_.cancel != nullptr; }
     [[nodiscard]] bool cancelRequested() { return isAsked() && callbacks_.cancel(callbacks_.cancelUser) != 0; }

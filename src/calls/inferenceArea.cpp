@@ -6,8 +6,6 @@
 #include "calls/pieces.h"
 #include "calls/words.h"
 #include "inference/AreaInference.h"
-#include "inference/Bootstrap.h"
-#include "inference/MannWhitney.h"
 #include "inference/WeightedArea.h"
 #include "numeric/DefaultArithmetic.h"
 
@@ -24,12 +22,6 @@ namespace ROCALG_920::calls {
 namespace {
 
 using Replicates = std::vector<std::int64_t>;
-
-bool goOn(RunWatch& watch, double share)
-{
-    watch.tell(share);
-    return !watch.cancelRequested();
-}
 
 vexroc_area_result told(const AreaInference& found)
 {
@@ -103,17 +95,6 @@ void requireDrawable(const WeightedSummary& sample)
         throw InvalidArgument(refused);
 }
 
-/// Draws replicates from `first` on. False when cancelled.
-bool draw(const Summary& sample, std::uint64_t seed, std::int64_t first, std::span<std::int64_t> twiceU,
-          const PieceRunner& runner)
-{
-    const AreaBootstrap bootstrap(sample, seed);
-    return runInPieces(runner, static_cast<std::int64_t>(twiceU.size()), [&](std::int64_t begin, std::int64_t count) {
-        bootstrap.draw(static_cast<std::uint64_t>(first + begin),
-                       twiceU.subspan(static_cast<std::size_t>(begin), static_cast<std::size_t>(count)));
-    });
-}
-
 /// The answer to a question, from these replicates or from ones that are drawn.
 int answer(const WeightedSummary& summary, const InferenceOptions& options, const AreaQuestion& question,
            const AreaFacts& facts, const Replicates* given, vexroc_area_result* result)
@@ -126,25 +107,26 @@ int answer(const WeightedSummary& summary, const InferenceOptions& options, cons
     const bool draws = isBootstrap(question.interval) && given == nullptr;
     const double drawing =
         static_cast<double>(options.replicates) * static_cast<double>(facts.cases.cases()) * stepsOfADraw;
-    RunWatch watch(options.callbacks, (draws ? drawing : 0.0) + exactSteps(facts.cases));
-    watch.beginPart(draws ? drawing : exactSteps(facts.cases));
+    const double exact = stepsOfExact(facts, question);
+    RunWatch watch(options.callbacks, (draws ? drawing : 0.0) + exact);
+    watch.beginPart(draws ? drawing : exact);
     std::optional<Directed> directed;
     const auto sample = [&]() -> const Summary& {
         if (!directed)
             directed.emplace(summary, options.largerIsPositive);
         return directed->counts();
     };
-    const auto tell = [&](double share) { return goOn(watch, share); };
     const auto replicates = [&]() -> std::optional<Replicates> {
         if (given != nullptr)
             return *given;
         Replicates twiceU(static_cast<std::size_t>(options.replicates));
-        if (!draw(sample(), options.seed, 0, twiceU, {options.parallel, options.user, tell}))
+        if (!drawReplicates(sample(), options.seed, 0, twiceU, runnerOf(watch)))
             return std::nullopt;
-        watch.beginPart(exactSteps(facts.cases));
+        watch.beginPart(exact);
         return twiceU;
     };
-    const std::optional<AreaInference> found = areaInference(facts, question, {sample, replicates, tell});
+    const std::optional<AreaInference> found =
+        areaInference(facts, question, {sample, replicates, [&](double share) { return watch.goOn(share); }});
     return found ? deliver(told(*found), result) : fail(VEXROC_CANCELLED, "cancelled");
 }
 
@@ -178,9 +160,9 @@ int vexroc_bootstrap_areas(const vexroc_summary* summary, const vexroc_inference
         Replicates drawn(static_cast<std::size_t>(count));
         RunWatch watch(checked.callbacks, 1.0);
         watch.beginPart(1.0);
-        const auto tell = [&](double share) { return goOn(watch, share); };
+        const auto tell = [&](double share) { return watch.goOn(share); };
         const Directed directed(sample, checked.largerIsPositive);
-        if (!draw(directed.counts(), checked.seed, first, drawn, {nullptr, nullptr, tell}))
+        if (!drawReplicates(directed.counts(), checked.seed, first, drawn, {nullptr, nullptr, tell}))
             return fail(VEXROC_CANCELLED, "cancelled");
         std::ranges::copy(drawn, twice_u);
         return VEXROC_OK;

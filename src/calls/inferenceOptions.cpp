@@ -115,9 +115,7 @@ InferenceOptions inferenceOptions(const vexroc_inference_options* given)
             .leastSpecificity = all.min_specificity,
             .replicates = all.replicates,
             .seed = all.seed,
-            .callbacks = {all.progress, all.user, all.cancel, all.user},
-            .parallel = all.parallel,
-            .user = all.user};
+            .callbacks = {all.progress, all.user, all.cancel, all.user, all.parallel, all.user}};
 }
 
 void requireReplicates(const InferenceOptions& options)

@@ -32,8 +32,6 @@ struct InferenceOptions {
     std::int64_t replicates;
     std::uint64_t seed;
     RunCallbacks callbacks;
-    vexroc_parallel parallel;
-    void* user;
 
     [[nodiscard]] CurveOptions curve() const noexcept { return {includeCutOff, largerIsPositive}; }
 };

@@ -1,5 +1,6 @@
 #include "calls/pieces.h"
 
+#include "inference/Bootstrap.h"
 #include "numeric/DefaultArithmetic.h"
 
 #include <algorithm>
@@ -56,6 +57,12 @@ private:
 
 } // namespace
 
+PieceRunner runnerOf(RunWatch& watch)
+{
+    const RunCallbacks& callbacks = watch.callbacks();
+    return {callbacks.parallel, callbacks.parallelUser, [&watch](double share) { return watch.goOn(share); }};
+}
+
 bool runInPieces(const PieceRunner& runner, std::int64_t total,
                  const std::function<void(std::int64_t, std::int64_t)>& work)
 {
@@ -66,6 +73,16 @@ bool runInPieces(const PieceRunner& runner, std::int64_t total,
             return false;
     }
     return true;
+}
+
+bool drawReplicates(const Summary& sample, std::uint64_t seed, std::int64_t first, std::span<std::int64_t> twiceU,
+                    const PieceRunner& runner)
+{
+    const AreaBootstrap bootstrap(sample, seed);
+    return runInPieces(runner, static_cast<std::int64_t>(twiceU.size()), [&](std::int64_t begin, std::int64_t count) {
+        bootstrap.draw(static_cast<std::uint64_t>(first + begin),
+                       twiceU.subspan(static_cast<std::size_t>(begin), static_cast<std::size_t>(count)));
+    });
 }
 
 } // namespace ROCALG_920::calls

@@ -54,7 +54,7 @@ std::string refusalOfWeights(const AreaQuestion& question)
 
 std::string refusalOfExact(const StateCounts& cases)
 {
-    constexpr double stepsPerMinute = 1e11;
+    constexpr double stepsPerMinute = 3e11;
     const double steps = exactSteps(cases);
     if (steps <= mostSteps)
         return {};
@@ -227,6 +227,12 @@ std::string refusal(const AreaFacts& facts, const AreaQuestion& question)
         if (std::string refused = refusalOfExact(facts.cases); !refused.empty())
             return refused;
     return isBootstrap(question.interval) ? refusalOfBootstrap(facts.cases) : std::string();
+}
+
+double stepsOfExact(const AreaFacts& facts, const AreaQuestion& question)
+{
+    const bool byExact = usedRule(facts, question) == PRule::mannWhitney && isExact(facts, question);
+    return byExact ? exactSteps(facts.cases) : 0.0;
 }
 
 std::optional<AreaInference> areaInference(const AreaFacts& facts, const AreaQuestion& question, const AreaMeans& means)

@@ -59,8 +59,6 @@ struct AreaQuestion {
     double zCritical = 1.959963984540054; ///< of the level; missing: without limits
     bool smallSample = false;             ///< wald by DeLong's error takes Student's t
     bool corrected = true;                ///< mann-whitney by the normal distribution
-    std::int64_t replicates = 1999;
-    std::uint64_t seed = 1;
 };
 
 /// What only some questions need; each is asked for at most once.
@@ -96,6 +94,9 @@ struct AreaInference {
 
 /// Why a question has no answer for such a sample; empty where it has. To be asked before areaInference.
 [[nodiscard]] std::string refusal(const AreaFacts& facts, const AreaQuestion& question);
+
+/// Steps of the exact p that the question is answered by; 0 without one.
+[[nodiscard]] double stepsOfExact(const AreaFacts& facts, const AreaQuestion& question);
 
 /// Missing without both states, but for names and counts. Nothing when cancelled. Throws std::bad_alloc.
 [[nodiscard]] std::optional<AreaInference> areaInference(const AreaFacts& facts, const AreaQuestion& question,

@@ -300,7 +300,7 @@ u --bi-negative -> 0: caution: the standard error is nonparametric
 u,s -> 0: note: the state is not also a test: s
 u --pr -> 0: note: the points of --pr are not shown; --plot and --report draw them, --pr-curve FILE writes
 u --group u --cut 2 -> 0: there is no negative case, so there is no area: u where u < 2
-t,one --compare paired -> 0: so there is no standard error, p value and interval: t and one (1 positive, 1 negative)
+t,one --compare paired -> 0: so there is no standard error, nor p value and interval by one: t and one (1 positive, 1 negative)
 t --best -> 0: note: best cut-offs are chosen on the data
 t --weight u -> 0: numbers of cases only, not areas, errors and curves: u; for cases per row give --count COLUMN; if
 """, b"s,t,u,g,one\n1,2,1,x,7\n0,2,2,x,\n1,3,3,y,\n0,1,4,y,8\n1,4,5,y,\n")
