@@ -132,19 +132,29 @@ print.vexroc_table <- function(x, digits = 4, n = 20, ...) {
   shown <- intersect(attr(x, "shown"), names(frame))
   print_table(with_limits(head(frame, n), c(keys, shown), digits), digits)
   if (nrow(frame) > n) cat("... and ", nrow(frame) - n, " more rows: print(x, n = ", nrow(frame), ")\n", sep = "")
-  more <- setdiff(names(frame), c(keys, shown, paste0(shown, "_lower"), paste0(shown, "_upper")))
+  more <- setdiff(grep("_(lower|upper)$", names(frame), value = TRUE, invert = TRUE), c(keys, shown))
   if (length(more) > 0) cat(strwrap(paste("More columns:", paste(more, collapse = ", ")), exdent = 2), sep = "\n")
   print_remarks(list(cautions = attr(x, "cautions"), notes = attr(x, "notes")))
   invisible(x)
 }
 
-#' Columns to show, an estimate and its limits in one cell.
+#' Columns to show, an estimate and its limits in one cell where the limits are not columns of their own.
 with_limits <- function(frame, columns, digits) {
   cell <- function(name) {
-    lower <- frame[[paste0(name, "_lower")]]
-    if (is.null(lower)) return(frame[[name]])
-    number <- function(x) trimws(format(signif(x, digits), digits = digits))
-    paste0(number(frame[[name]]), " (", number(lower), " to ", number(frame[[paste0(name, "_upper")]]), ")")
+    limits <- paste0(name, c("_lower", "_upper"))
+    if (!all(limits %in% names(frame)) || any(limits %in% columns)) return(frame[[name]])
+    both <- paste0(" (", short(frame[[limits[1]]], digits), " to ", short(frame[[limits[2]]], digits), ")")
+    paste0(short(frame[[name]], digits), ifelse(is.na(frame[[limits[1]]]), "", both))
   }
   frame_of(setNames(lapply(columns, cell), columns))
+}
+
+#' Texts with as many decimals below 10, fewer above, and two digits of what would look like 0.
+short <- function(x, digits) {
+  size <- pmax(floor(log10(abs(x))), 0)
+  decimals <- ifelse(is.finite(size), pmax(digits - 1 - size, 0), 0)
+  texts <- sprintf("%.*f", as.integer(ifelse(x %in% 0, digits - 1, decimals)), x)
+  tiny <- is.finite(x) & x != 0 & abs(x) < 10^(1 - digits)
+  texts[tiny] <- sprintf("%.2g", x[tiny])
+  texts
 }

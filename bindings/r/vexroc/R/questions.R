@@ -5,6 +5,7 @@ operating_points <- function(fit, at = NULL, prevalence = NULL, ci.method = c("w
                              level = fit$study$settings$confidence_level, conf.level = level, ...) {
   refuse_others(operating_points, ...)
   check_fit(fit)
+  shown <- if (missing(ret)) main_quantities else ret
   ret <- chosen_quantities(ret)
   options <- list(level = one_level(level, conf.level, missing(level) || missing(conf.level)),
                   proportion = choice(ci.method, "ci.method", operating_points), prevalence = share(prevalence))
@@ -15,11 +16,11 @@ operating_points <- function(fit, at = NULL, prevalence = NULL, ci.method = c("w
     points_at(cases, options, area, at[[area$test]], ret)
   })
   answer_table(frame, fit, "Operating points", c(shares_line(options), prevalence_line(fit, prevalence, ret)),
-               shown = if (missing(ret)) main_quantities else ret, remarks = remarks)
+               shown = shown, remarks = remarks)
 }
 
 quantities <- eval(formals(operating_points)$ret)
-main_quantities <- quantities[1:6]
+main_quantities <- quantities[1:4]
 cases_columns <- c("positive", "negative", "left_out")
 
 #' Counts and quantities at cut-offs, and the prevalence that ppv and npv hold at.
@@ -48,7 +49,9 @@ sample_share <- function(fit) {
 prevalence_in_words <- function(fit, prevalence)
   if (is.null(prevalence)) sample_share(fit) else paste("the prevalence", prevalence)
 
-shares_line <- function(options) paste0("Intervals: ", options$proportion, " for shares, level ", options$level)
+shares_line <- function(options)
+  paste0("Intervals: ", options$proportion, " for shares and f1, square-and-add (", options$proportion,
+         ") for balanced_accuracy and youden,\n  log for ratios, normal for kappa, level ", options$level)
 
 say_sample_prevalence <- function(remarks, area)
   say(remarks, "sample-prevalence", area$subject, format(prevalence_of(area), digits = 4))
@@ -76,9 +79,19 @@ best_cut_offs <- function(fit, method = "youden", cost.ratio = 1, prevalence = N
   rows <- lapply(method, function(criterion) ask_areas(fit, options, function(cases, options, area)
     best_rows(cases, options, area, criterion, remarks)))
   say(remarks, "best-on-same-data")
-  answer_table(do.call(rbind, rows), fit, "Best cut-offs",
-               c(shares_line(options), prevalence_line(fit, prevalence, quantities)),
-               shown = c("value", "chosen", main_quantities), remarks = remarks)
+  frame <- do.call(rbind, rows)
+  answer_table(frame, fit, "Best cut-offs",
+               c(shares_line(options), prevalence_line(fit, prevalence, quantities), reached_line(frame, options)),
+               shown = c("value", "chosen", if (any(grepl("=", method))) "reached", main_quantities),
+               remarks = remarks)
+}
+
+#' The interval of the rate reached, beside which that of the row is too short.
+reached_line <- function(frame, options) {
+  interval <- unique(frame$reached_interval[!is.na(frame$reached_interval)])
+  if (length(interval) > 0)
+    paste0("reached: the other rate where a share is held, interval ", interval, drawn(interval, options),
+           ", which knows\n  that the cut-off was chosen; those of the row do not")
 }
 
 #' A row for each of the cut-offs that are best by one criterion.
@@ -93,7 +106,8 @@ best_rows <- function(cases, options, area, criterion, remarks) {
     repeated(rate[names(no_rate)]))
 }
 
-no_rate <- list(interpolated = NA_real_, rate_lower = NA_real_, rate_upper = NA_real_, rate_interval = NA_character_)
+no_rate <- list(reached = NA_real_, reached_lower = NA_real_, reached_upper = NA_real_, reached_error = NA_real_,
+                reached_interval = NA_character_, interpolated = NA_real_)
 
 partial_area <- function(fit, partial.auc = c(1, 0.9), partial.auc.focus = c("specificity", "sensitivity"),
                          ci.method = c("logit", "wald", "bootstrap", "bca"), boot.n = 1999, seed = 1,
@@ -113,7 +127,8 @@ partial_area <- function(fit, partial.auc = c(1, 0.9), partial.auc.focus = c("sp
   })
   answer_table(without(frame, "edge", "few", "percentile", "held"), fit, "Partial areas under ROC curves",
                c(rates$line, interval_line(frame, options)),
-               shown = c(cases_columns, "partial_area", "std_error", "lower", "upper", "standardized"),
+               shown = c(cases_columns, "partial_area", "std_error", "lower", "upper", "standardized",
+                         "standardized_lower", "standardized_upper"),
                remarks = remarks)
 }
 

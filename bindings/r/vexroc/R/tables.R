@@ -92,7 +92,7 @@ area_rules <- function(areas, settings)
            all_of(areas$null_area)))
 
 drawn <- function(interval, settings)
-  if (any(interval %in% c("bootstrap", "bca")))
+  if (any(interval %in% c("bootstrap", "bca", "btii")))
     paste0(" (", settings$replicates, " replicates, seed ", format(settings$seed, digits = 17), ")")
 
 direction_sentence <- function(tests, directions) {

@@ -35,10 +35,11 @@ static const member area_members[] = {
 
 static const member rate_members[] = {
     {"reached", is_double, offsetof(vexroc_rate_result, reached)},
+    {"reached_lower", is_double, offsetof(vexroc_rate_result, lower)},
+    {"reached_upper", is_double, offsetof(vexroc_rate_result, upper)},
+    {"reached_error", is_double, offsetof(vexroc_rate_result, std_error)},
+    {"reached_interval", is_text, offsetof(vexroc_rate_result, interval)},
     {"interpolated", is_double, offsetof(vexroc_rate_result, interpolated)},
-    {"rate_lower", is_double, offsetof(vexroc_rate_result, lower)},
-    {"rate_upper", is_double, offsetof(vexroc_rate_result, upper)},
-    {"rate_interval", is_text, offsetof(vexroc_rate_result, interval)},
 };
 
 static const member partial_members[] = {

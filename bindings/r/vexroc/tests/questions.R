@@ -26,8 +26,8 @@ for (row in worked) {
   fit <- of(row[[1]], row[[2]])
   partial <- quietly(partial_area(fit, c(1, 0.5)))
   best <- best_cut_offs(fit)
-  curve <- vapply(c("step", "integral"), function(rule) pr_area(fit, rule)$area, 0)
-  said <- c(unlist(fit$areas[c("area", "lower", "upper")]), tests(fit), normal(fit), partial$area,
+  curve <- vapply(c("step", "integral"), function(rule) pr_area(fit, rule)$pr_area, 0)
+  said <- c(unlist(fit$areas[c("area", "lower", "upper")]), tests(fit), normal(fit), partial$partial_area,
             partial$standardized, curve, best$value[1])
   near(unname(said), unlist(row[3:8]), 2e-6)
   stopifnot(identical(best$cut_off, row[[9]]), sum(best$chosen) == 1, best$chosen[nrow(best)])
@@ -50,10 +50,10 @@ stopifnot(identical(points$test, c("a", "a", "b")), nrow(points$notes) == 0,
           "sample-prevalence" %in% operating_points(fit, 0)$notes$code)
 by_sex <- vexroc(state ~ a | sex, study)
 men <- vexroc(state ~ a, study, subset = sex == "m")
-near(partial_area(by_sex)$area[2], partial_area(men)$area)
+near(partial_area(by_sex)$partial_area[2], partial_area(men)$partial_area)
 best <- best_cut_offs(fit, c("specificity=0.9", "youden"))
-stopifnot(best$specificity[best$criterion == "specificity=0.9"] >= 0.9, best$rate_interval[1] == "btii",
-          is.na(best$rate_lower[best$criterion == "youden"]), "best-on-same-data" %in% best$notes$code)
+stopifnot(best$specificity[best$criterion == "specificity=0.9"] >= 0.9, best$reached_interval[1] == "btii",
+          is.na(best$reached_lower[best$criterion == "youden"]), "best-on-same-data" %in% best$notes$code)
 stopifnot(nrow(best_cut_offs(fit, "youden", min.sensitivity = 1, min.specificity = 1)) == 0)
 drawn <- vexroc(state ~ a, study, ci.method = "bca", seed = 5)
 stopifnot(identical(drawn$areas, vexroc(state ~ a, study[n:1, ], ci.method = "bca", seed = 5)$areas),
@@ -66,7 +66,7 @@ near(unlist(weighted$areas[c("area", "lower", "upper")]),
      unlist(vexroc(state ~ a, study, ci.method = "logit")$areas[c("area", "lower", "upper")]))
 heavy <- vexroc(state ~ a, study, weight = 1 + state * (a > 1), weight.kind = "probability")
 stopifnot(heavy$areas$area > weighted$areas$area, heavy$areas$error == "weighted", heavy$areas$p_method == "wald",
-          pr_area(heavy)$area > pr_area(weighted)$area)
+          pr_area(heavy)$pr_area > pr_area(weighted)$pr_area)
 
 # Risks, and risks that are none.
 risk <- data.frame(state = study$state, risk = plogis(study$a - 0.8))
@@ -95,15 +95,17 @@ if (requireNamespace("pROC", quietly = TRUE)) {
   for (focus in c("sp", "se")) {
     band <- list(roc, partial.auc = c(1, 0.8), partial.auc.focus = focus, allow.invalid.partial.auc.correct = TRUE)
     ours <- partial_area(fit, c(1, 0.8), focus)[1, ]
-    near(ours$area, do.call(pROC::auc, band))
+    near(ours$partial_area, do.call(pROC::auc, band))
     near(ours$standardized, do.call(pROC::auc, c(band, partial.auc.correct = TRUE)))
   }
 }
 
 # What cannot be is refused in words that a user of R has.
 refused <- list(
-  "not of class data.frame" = quote(operating_points(study)), "best_cut_offs() finds" = quote(operating_points(fit, "best")),
-  "prevalence" = quote(operating_points(fit, 1, prevalence = 2)), "`prevalence` is one" = quote(pr_area(fit, prevalence = NA)),
+  "not of class data.frame" = quote(operating_points(study)),
+  "best_cut_offs() finds" = quote(operating_points(fit, "best")),
+  "prevalence" = quote(operating_points(fit, 1, prevalence = 2)),
+  "`prevalence` is one" = quote(pr_area(fit, prevalence = NA)),
   "did you mean `prevalence`" = quote(operating_points(fit, prevalance = 0.1)),
   "`at` as a list" = quote(operating_points(fit, at = list(a = 1))), "criteri" = quote(best_cut_offs(fit, "yuden")),
   "cost" = quote(best_cut_offs(fit, "cost", cost.ratio = -1)), "`partial.auc` is two" = quote(partial_area(fit, 0.9)),
