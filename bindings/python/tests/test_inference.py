@@ -1,5 +1,4 @@
 """Inference on one curve against other packages, definitions and laws."""
-
 import numpy as np
 import pytest
 import vexroc
