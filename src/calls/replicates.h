@@ -43,12 +43,8 @@ template <class Statistic>
     };
     RunWatch watch(options.callbacks, 1.0);
     watch.beginPart(1.0);
-    const auto goOn = [&watch](double share) {
-        watch.tell(share);
-        return !watch.cancelRequested();
-    };
     std::optional<std::vector<Number>> all;
-    if (runInPieces({options.parallel, options.user, goOn}, options.replicates, draw))
+    if (runInPieces(runnerOf(watch), options.replicates, draw))
         all = std::move(replicates);
     return all;
 }
