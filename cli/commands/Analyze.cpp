@@ -2,6 +2,7 @@
 #include "cli/commands/AnalyzeOptions.h"
 #include "cli/commands/Commands.h"
 #include "cli/commands/QuestionOptions.h"
+#include "cli/commands/SlicedOptions.h"
 #include "cli/output/Documents.h"
 #include "cli/output/TableForms.h"
 #include "cli/output/questionWords.h"
@@ -48,33 +49,13 @@ DataTable readAnalysisTable(AnalyzeTask& task, const Surroundings& surroundings)
     return table;
 }
 
-/// What there is to say of all values together.
-void remarkOnWhole(const Analysis& analysis, std::size_t missing, Remarks& remarks)
-{
-    if (analysis.bestTable && analysis.anyResult())
-        remarks.add("best-on-same-data");
-    if (missing > 0)
-        remarks.add("left-out", "", std::to_string(missing) + " without a value of " + analysis.question.by);
-}
-
 Analysis analyze(AnalyzeTask& task, DataTable table, AnalysisWatch& watch)
 {
-    Analysis analysis{.question = task.question, .bestTable = task.bestTable};
-    std::size_t missing = 0;
-    if (task.question.by.empty()) {
-        analysis.values.push_back({"", study(table, task.question, watch.watch(&task.remarks))});
-        analysis.labels = analysis.values.front().results.labels;
-    } else {
-        StudyByValue byValue = studyByValue(std::move(table), task.question, watch.watch(&task.remarks));
-        analysis.values = std::move(byValue.values);
-        missing = byValue.missing;
-        analysis.labels = byValue.labels;
-    }
+    Analysis analysis = studySlices(task, std::move(table), watch.watch(&task.remarks));
+    analysis.bestTable = task.bestTable;
     watch.endProgress();
-    analysis.labels->addRemarks(task.remarks.handle());
-    for (const ValueResults& value : analysis.values)
-        remarkOnValue(task.question, value, task.remarks);
-    remarkOnWhole(analysis, missing, task.remarks);
+    if (analysis.bestTable && analysis.anyResult())
+        task.remarks.add("best-on-same-data");
     return analysis;
 }
 

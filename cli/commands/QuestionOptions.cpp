@@ -10,7 +10,9 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <array>
 #include <optional>
+#include <utility>
 
 namespace vexroc {
 
@@ -108,7 +110,8 @@ void addQuestionOptions(CLI::App& command, QuestionOptions& options)
 
 void addAnswerOptions(CLI::App& command, AnswerOptions& options)
 {
-    addChoice(command, "--format", options.format, {"text", "csv", "json"}, "csv and json have exact numbers");
+    addChoice(command, "--format", options.format, {"text", "csv", "json", "markdown", "latex"},
+              "csv and json have exact numbers; markdown and latex (booktabs) are tables for a paper");
     const auto take = [&output = options.output](const std::string& file) { output = file == "-" ? "" : file; };
     command
         .add_option_function<std::string>("--output", take,
@@ -139,11 +142,24 @@ Task parseTask(const QuestionOptions& options)
     return task;
 }
 
+void addSentenceOption(CLI::App& command, AnswerOptions& options)
+{
+    command.add_flag("--sentence", options.sentence, "Each result as one sentence for a paper, in place of tables");
+}
+
 void setAnswer(const AnswerOptions& options, Task& task)
 {
-    task.form = options.format == "csv" ? DocumentForm::csv
-        : options.format == "json"      ? DocumentForm::json
-                                        : DocumentForm::text;
+    constexpr std::array<std::pair<std::string_view, DocumentForm>, 5> forms{{{"text", DocumentForm::text},
+                                                                              {"csv", DocumentForm::csv},
+                                                                              {"json", DocumentForm::json},
+                                                                              {"markdown", DocumentForm::markdown},
+                                                                              {"latex", DocumentForm::latex}}};
+    if (options.sentence && options.format != "text")
+        throw usageError("--sentence takes the place of tables, and --format " + options.format
+                         + " is a form of tables: give one of them");
+    task.form = options.sentence
+        ? DocumentForm::sentence
+        : std::ranges::find(forms, options.format, &decltype(forms)::value_type::first)->second;
     task.output = options.output;
     task.tables = options.tables;
 }
@@ -193,18 +209,21 @@ void askPaired(const std::string& cases, Question& question)
     question.completeCases = cases == "complete";
 }
 
-Results answer(Task& task, const Surroundings& surroundings, const AskMore& then)
+DataTable readQuestion(Task& task, const Surroundings& surroundings)
 {
     task.question.call = surroundings.call;
-    // Nothing is there to tidy up while the data are read: until then, an interrupt just ends the program.
-    const DataTable table = readTable(task.input, surroundings, task.question.columns());
+    DataTable table = readTable(task.input, surroundings, task.question.columns());
     task.question.settle(table);
     requireNoStateAmongTests(task.question);
+    return table;
+}
+
+Results answer(Task& task, const Surroundings& surroundings)
+{
+    // Nothing is there to tidy up while the data are read: until then, an interrupt just ends the program.
+    const DataTable table = readQuestion(task, surroundings);
     AnalysisWatch watch(surroundings, table.rows);
-    const Watch asked = watch.watch(&task.remarks);
-    Results results = study(table, task.question, asked);
-    if (then)
-        then(results, asked);
+    Results results = study(table, task.question, watch.watch(&task.remarks));
     watch.requireNotCancelled();
     results.labels->addRemarks(task.remarks.handle());
     return results;
@@ -219,8 +238,8 @@ Report reportOf(const Task& task, const Document& document, const Surroundings& 
                   .notes = task.remarks.notes(),
                   .cautions = task.remarks.cautions()};
     for (const Document::Part& part : document.parts) {
-        if (task.tables.empty())
-            break;
+        if (task.tables.empty() || !part.isForPrograms())
+            continue;
         report.tables.push_back({std::string(part.member), ""});
         writeCsv(part.table, report.tables.back().csv);
     }

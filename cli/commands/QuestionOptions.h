@@ -8,7 +8,6 @@
 #include "cli/study/Study.h"
 #include "cli/system/Surroundings.h"
 
-#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,6 +23,7 @@ struct AnswerOptions {
     std::string format = "text";
     std::string output; ///< empty for standard output
     std::string tables; ///< folder; empty for none
+    bool sentence = false;
 };
 
 /// The options that every question to a table has, as typed.
@@ -40,6 +40,8 @@ struct QuestionOptions {
 
 void addQuestionOptions(CLI::App& command, QuestionOptions& options);
 void addAnswerOptions(CLI::App& command, AnswerOptions& options);
+/// --sentence, of commands whose answers are few numbers.
+void addSentenceOption(CLI::App& command, AnswerOptions& options);
 /// --sort: the word "area", or "given".
 void addSortOption(CLI::App& command, std::string& sort);
 
@@ -70,10 +72,10 @@ void addCasesOption(CLI::App& command, std::string& cases);
 /// Compares the tests of a question on the same cases. Throws a usage error for words that do not go with it.
 void askPaired(const std::string& cases, Question& question);
 
-/// Reads the columns of the question, which then is settled, studies them, and remarks on their labels; progress is
-/// told, and an interrupt ends it, also while `then` asks more of the results.
-using AskMore = std::function<void(Results& results, const Watch& watch)>;
-Results answer(Task& task, const Surroundings& surroundings, const AskMore& then = {});
+/// Reads the columns of the question, which then is settled.
+DataTable readQuestion(Task& task, const Surroundings& surroundings);
+/// Reads, studies, and remarks on labels; progress is told, and an interrupt ends it.
+Results answer(Task& task, const Surroundings& surroundings);
 /// The document in the form of the task, and its tables for their folder, with its notes and cautions.
 Report reportOf(const Task& task, const Document& document, const Surroundings& surroundings);
 

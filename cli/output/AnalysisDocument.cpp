@@ -76,13 +76,6 @@ Table caseTable(const Analysis& analysis)
     });
 }
 
-/// Columns that say which test and group a row is about, then others.
-std::vector<TableColumn> perTest(const Question& question, std::span<const TableColumn> columns)
-{
-    const TableColumn group = groupColumn(question);
-    return joined({std::span(&testColumn, 1), std::span(&group, 1), columns});
-}
-
 /// The cut-off of the maximum, as the best cut-offs have it.
 CutOffCell maximumCell(const TestResult& test)
 {
@@ -154,7 +147,7 @@ std::vector<std::string> headingOf(const Question& question, const CaseLabels& l
         lines.push_back("Cases per row: " + visible(question.count));
     lines.push_back(areaHeading(question, methods));
     if (question.comparison != Comparison::none)
-        lines.push_back("Differences: " + differenceWords(question));
+        lines.push_back("Interval of differences: " + differenceWords(question));
     if (question.comparison == Comparison::paired)
         lines.push_back(pairedCasesHeading(question));
     return lines;

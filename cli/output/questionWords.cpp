@@ -76,23 +76,6 @@ std::string statesHeading(const Question& question, const CaseLabels& labels)
         + "; negative: " + (negative.empty() ? "none" : negative) + (others.empty() ? "" : "; left out: " + others);
 }
 
-std::string errorInWords(std::string_view error)
-{
-    return error == "delong"     ? "DeLong"
-        : error == "weighted"    ? "of weighted cases"
-        : error == "bi-negative" ? "bi-negative exponential where the states are equally many"
-                                 : "Hanley-McNeil";
-}
-
-std::string intervalInWords(const Inference& inference)
-{
-    return inference.interval == "bootstrap"                                  ? "percentile bootstrap"
-        : inference.interval == "bca"                                         ? "BCa bootstrap"
-        : inference.interval == "wald" || inference.interval == "wald-delong" ? "Wald"
-        : inference.interval == "newcombe"                                    ? "Newcombe"
-                                                                              : inference.interval;
-}
-
 std::string oneSided(const Inference& inference)
 {
     return inference.alternative == "two-sided" ? "" : ", one-sided (" + inference.alternative + ')';
@@ -103,13 +86,6 @@ std::string testInWords(const Inference& inference, const AreaMethods& methods)
     const bool isWald = inference.pMethod == "wald";
     const std::string null = inference.nullArea == 0.5 ? "" : " against " + shortest(inference.nullArea);
     return (isWald ? "Wald" : methods.areExact() ? "exact Mann-Whitney" : "Mann-Whitney") + null + oneSided(inference);
-}
-
-std::string bootstrapInWords(const Inference& inference)
-{
-    return inference.isBootstrap()
-        ? ", " + std::to_string(inference.replicates) + " replicates, seed " + std::to_string(inference.seed)
-        : "";
 }
 
 /// Of the tests that are not like most.
@@ -123,6 +99,33 @@ std::string otherDirections(const Question& question)
 }
 
 } // namespace
+
+std::string errorInWords(std::string_view error)
+{
+    return error == "delong"     ? "DeLong"
+        : error == "weighted"    ? "of weighted cases"
+        : error == "bi-negative" ? "bi-negative exponential where the states are equally many"
+                                 : "Hanley-McNeil";
+}
+
+std::string intervalInWords(std::string_view interval)
+{
+    return interval == "bootstrap"                        ? "percentile bootstrap"
+        : interval == "bca"                               ? "BCa bootstrap"
+        : interval == "btii"                              ? "BTII bootstrap"
+        : interval == "wald" || interval == "wald-delong" ? "Wald"
+        : interval == "newcombe"                          ? "Newcombe"
+                                                          : std::string(interval);
+}
+
+std::string intervalHeading(const Inference& asked, std::string_view interval)
+{
+    const bool isBootstrap = interval == "bootstrap" || interval == "bca" || interval == "btii";
+    return "Interval: " + intervalInWords(interval) + ", level " + shortest(asked.level)
+        + (isBootstrap
+               ? ", " + std::to_string(asked.replicates) + " replicates, seed " + std::to_string(asked.seed)
+               : "");
+}
 
 std::string questionHeading(const Question& question, const CaseLabels& labels)
 {
@@ -151,6 +154,22 @@ std::vector<Fact> questionFacts(const Question& question, const CaseLabels& labe
         facts.emplace_back("count", question.count);
     facts.emplace_back("equal_to_cut_off", question.equalIsPositive ? "positive" : "negative");
     return facts;
+}
+
+void addSlices(const Question& question, std::vector<std::string>& heading)
+{
+    if (!question.by.empty())
+        heading.push_back("One analysis by value of " + visible(question.by));
+    if (!question.count.empty())
+        heading.push_back("Cases per row: " + visible(question.count));
+}
+
+void addSlices(const Question& question, std::vector<Fact>& facts)
+{
+    if (question.grouping)
+        facts.emplace_back("group", question.grouping->column);
+    if (!question.by.empty())
+        facts.emplace_back("by", question.by);
 }
 
 void AreaMethods::add(const Results& results)
@@ -189,27 +208,24 @@ void addDifferenceFacts(std::vector<Fact>& facts, const Question& question)
 
 std::string intervalOfAreas(const Inference& inference)
 {
-    return readable(100.0 * inference.level, CellRole::measure) + " % " + intervalInWords(inference) + " interval";
+    return readable(100.0 * inference.level, CellRole::measure) + " % " + intervalInWords(inference.interval) + " interval";
 }
 
 std::string areaHeading(const Question& question, const AreaMethods& methods)
 {
     const Inference& asked = question.inference;
-    return "Interval: " + intervalInWords(asked) + ", level " + shortest(asked.level) + bootstrapInWords(asked)
-        + "; p: " + testInWords(asked, methods) + "; standard error: " + errorInWords(question.errorOfAreas());
+    return intervalHeading(asked, asked.interval) + "; p: " + testInWords(asked, methods) + "; standard error: " + errorInWords(question.errorOfAreas());
 }
 
 std::string differenceWords(const Question& question)
 {
-    return "standard errors: " + errorInWords(question.errorOfDifferences()) + "; Wald intervals, level "
-        + shortest(question.inference.level) + oneSided(question.inference);
+    return "Wald, level " + shortest(question.inference.level) + "; p: Wald" + oneSided(question.inference)
+        + "; standard error: " + errorInWords(question.errorOfDifferences());
 }
 
 std::string differenceHeading(const Question& question)
 {
-    std::string words = differenceWords(question);
-    words.front() = 'S';
-    return words;
+    return "Interval: " + differenceWords(question);
 }
 
 const char* pairedCasesWord(const Question& question) { return question.completeCases ? "complete" : "pairwise"; }

@@ -6,6 +6,7 @@
 
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace vexroc {
@@ -13,6 +14,16 @@ namespace vexroc {
 // The parts of a question as documents say them.
 
 std::vector<Fact> questionFacts(const Question& question, const CaseLabels& labels);
+/// What splits the table in several analyses, and what a row stands for.
+void addSlices(const Question& question, std::vector<std::string>& heading);
+void addSlices(const Question& question, std::vector<Fact>& facts);
+/// "DeLong", of the words of analysis.h for whose standard errors they are.
+std::string errorInWords(std::string_view error);
+/// "percentile bootstrap", of the words of analysis.h and inference.h.
+std::string intervalInWords(std::string_view interval);
+/// "Interval: bca, level 0.95, 1999 replicates, seed 1".
+std::string intervalHeading(const Inference& asked, std::string_view interval);
+
 /// What made the numbers of the areas of a document, where that may differ from one to the next.
 class AreaMethods {
 public:
@@ -35,9 +46,9 @@ void addDifferenceFacts(std::vector<Fact>& facts, const Question& question);
 std::string areaHeading(const Question& question, const AreaMethods& methods);
 /// "95 % score interval", for legends.
 std::string intervalOfAreas(const Inference& inference);
-/// "Standard errors: DeLong; Wald intervals; confidence level 0.95"
+/// "Interval: Wald, level 0.95; p: Wald; standard error: DeLong"
 std::string differenceHeading(const Question& question);
-/// The same within a line.
+/// The same behind "Interval of differences: ".
 std::string differenceWords(const Question& question);
 /// "pairwise" or "complete".
 const char* pairedCasesWord(const Question& question);

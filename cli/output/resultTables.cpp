@@ -76,6 +76,12 @@ TableColumn groupColumn(const Question& question)
 
 std::string_view groupOf(const Area& area) { return area.group.empty() ? "all cases" : std::string_view(area.group); }
 
+std::vector<TableColumn> perTest(const Question& question, std::span<const TableColumn> columns)
+{
+    const TableColumn group = groupColumn(question);
+    return joined({std::span(&testColumn, 1), std::span(&group, 1), columns});
+}
+
 TableMaker::TableMaker(const Question& question, std::span<const TableColumn> columns)
     : byValue_(!question.by.empty()),
       table_(byValue_ ? joined({std::span(&valueColumn, 1), columns}) : joined({columns}))

@@ -27,6 +27,9 @@ TableColumn groupColumn(const Question& question);
 /// "sex = female", "all cases"
 std::string_view groupOf(const Area& area);
 
+/// Columns that say which test and group a row is about, then others.
+std::vector<TableColumn> perTest(const Question& question, std::span<const TableColumn> columns);
+
 /// A row that is filled cell by cell, in the order of the columns of its table.
 class TableMaker {
 public:

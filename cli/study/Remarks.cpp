@@ -26,6 +26,8 @@ vexroc_area_facts casesOf(const Area& area)
     return facts;
 }
 
+constexpr std::string_view aboutTests = "interval-and-p";
+
 bool isAboutErrors(std::string_view code)
 {
     constexpr std::string_view codes[] = {"bound-outside", "no-error", "zero-error"};
@@ -61,7 +63,9 @@ std::vector<Remark> Remarks::linesOf(bool caution) const
         vexroc_remark remark{};
         remark.struct_size = sizeof remark;
         require(vexroc_remarks_get(list_.get(), i, &remark));
-        if ((remark.caution != 0) == caution && !(errorsLeftOut_ && isAboutErrors(remark.code)))
+        const bool leftOut =
+            (errorsLeftOut_ && isAboutErrors(remark.code)) || (testsLeftOut_ && remark.code == aboutTests);
+        if ((remark.caution != 0) == caution && !leftOut)
             lines.push_back({remark.code, remark.count, visible(remark.text)});
     }
     return lines;

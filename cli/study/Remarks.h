@@ -28,8 +28,10 @@ public:
     void add(const char* code, const std::string& subject = "", const std::string& detail = "");
     /// Of the cases alone that an area or a curve is of.
     void addCases(const Area& area);
-    /// From now on nothing is said of standard errors and intervals: none is shown.
+    /// From now on nothing is said of standard errors and intervals of areas: none is shown.
     void leaveOutErrors() noexcept { errorsLeftOut_ = true; }
+    /// Nothing is said of their tests: none is shown.
+    void leaveOutTests() noexcept { testsLeftOut_ = true; }
 
     [[nodiscard]] std::vector<Remark> notes() const { return linesOf(false); }
     [[nodiscard]] std::vector<Remark> cautions() const { return linesOf(true); }
@@ -44,6 +46,7 @@ private:
 
     std::unique_ptr<vexroc_remarks, Free> list_;
     bool errorsLeftOut_ = false;
+    bool testsLeftOut_ = false;
 };
 
 /// A test, in its group if it has one: "marker where sex = female".

@@ -16,6 +16,15 @@ void addPair(const Difference& difference, Remarks& remarks)
         remarks.addCases(pair);
 }
 
+void addLeftOut(const Results& results, const std::string& prefix, Remarks& remarks)
+{
+    for (const TestResult& test : results.tests)
+        if (const long long rows = test.area.leftOut; rows > 0)
+            remarks.add("left-out", prefix + subjectOf(test.area),
+                        std::to_string(rows) + " of "
+                            + std::to_string(test.area.positive + test.area.negative + rows));
+}
+
 } // namespace
 
 void remarkOnAreas(const Results& results, Remarks& remarks)
@@ -29,11 +38,13 @@ void remarkOnCurves(const Results& results, Remarks& remarks)
 {
     remarks.leaveOutErrors();
     remarkOnAreas(results, remarks);
-    for (const auto& [area, roc, precisionRecall, best, summary] : results.tests)
-        if (area.leftOut > 0)
-            remarks.add("left-out", subjectOf(area),
-                        std::to_string(area.leftOut) + " of "
-                            + std::to_string(area.positive + area.negative + area.leftOut));
+    addLeftOut(results, "", remarks);
+}
+
+void remarkOnRows(const Question& question, std::span<const ValueResults> values, Remarks& remarks)
+{
+    for (const auto& [value, results] : values)
+        addLeftOut(results, question.by.empty() ? "" : question.by + " = " + value + ": ", remarks);
 }
 
 void remarkOnDifferences(const Question& question, const Results& results, Remarks& remarks)

@@ -3,23 +3,26 @@
 #include "host/VexDistFun.h"
 #include "numeric/tails.h"
 
+#include <limits>
+
 namespace ROCALG_920 {
 
 namespace {
 
 using VexMath_920::VexDistFun;
 
-/// Over a sorted list, so that the order of the replicates changes no bit.
+/// Over a sorted list, so that the order of the replicates changes no bit. Around one of them: equal ones give 0.
 double standardDeviation(std::span<const double> sorted)
 {
     const auto count = static_cast<double>(sorted.size());
+    const double middle = sorted[sorted.size() / 2];
     double sum = 0.0;
     for (const double x : sorted)
-        sum += x;
+        sum += x - middle;
     const double mean = sum / count;
     double squares = 0.0;
     for (const double x : sorted)
-        squares += (x - mean) * (x - mean);
+        squares += (x - middle - mean) * (x - middle - mean);
     return std::sqrt(squares / (count - 1.0));
 }
 
@@ -39,6 +42,7 @@ double biasOf(std::span<const double> sorted, double estimate)
 struct CentredSums {
     double squares = 0.0;
     double cubes = 0.0;
+    double uncentred = 0.0; ///< squares of the influences themselves
 };
 
 template <class CountOf>
@@ -57,6 +61,7 @@ CentredSums centredSums(std::span<const DistinctValue> values, std::span<const d
         const double squares = static_cast<double>(countOf(values[i])) * distance * distance;
         sums.squares += squares;
         sums.cubes += squares * distance;
+        sums.uncentred += static_cast<double>(countOf(values[i])) * (influences[i] / cases) * (influences[i] / cases);
     }
     return sums;
 }
@@ -95,6 +100,9 @@ double accelerationOf(std::span<const DistinctValue> values, std::span<const dou
     const CentredSums v = centredSums(values, ofPositive, [](const DistinctValue& x) { return x.positives; });
     const CentredSums w = centredSums(values, ofNegative, [](const DistinctValue& x) { return x.negatives; });
     const double squares = v.squares + w.squares;
+    constexpr double rounding = 1e-13;
+    if (squares <= rounding * rounding * (v.uncentred + w.uncentred)) // no case has any but by rounding
+        return std::numeric_limits<double>::quiet_NaN();
     return (v.cubes + w.cubes) / (6.0 * squares * std::sqrt(squares));
 }
 

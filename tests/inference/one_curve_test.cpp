@@ -2,7 +2,7 @@
 #include "inference/Bootstrap.h"
 #include "inference/CutOffCriterion.h"
 #include "inference/MannWhitney.h"
-#include "inference/OperatingRow.h"
+#include "inference/OperatingStatistics.h"
 #include "inference/PartialArea.h"
 #include "inference/PlacementSums.h"
 #include "inference/PrecisionRecallArea.h"
@@ -57,6 +57,16 @@ AreaEstimate estimateOf(const Summary& sample)
 {
     const PlacementSums placed = placementSums(sample.walk(), sample.counts());
     return {sample.counts(), placed.pairs().share(), placed.variance()};
+}
+
+PartialArea partialAreaOf(const Summary& sample, Band band, BandRate rate = BandRate::falsePositive)
+{
+    return partialArea(sample.values(), sample.counts(), band, rate);
+}
+
+double precisionRecallAreaOf(const Summary& sample, PrecisionRecallRule rule, std::optional<double> prevalence = {})
+{
+    return precisionRecallArea(sample.values(), sample.counts(), rule, prevalence);
 }
 
 /// To six digits; NaN agrees with NaN.
@@ -137,16 +147,16 @@ TEST(OneCurve, HoldsForDegenerateSamples)
             exact.push_back(*exactMannWhitney(sample, side));
             normal.push_back(mannWhitney(sample.counts(), sums.pairs.twiceOrdered, sums.tieSums.cubes, side).p.p);
         }
-        const PartialArea partial = partialArea(sample, {0.0, 0.5});
+        const PartialArea partial = partialAreaOf(sample, {0.0, 0.5});
         expectRow({estimate.area, estimate.deLongVariance}, row.area, "area");
         expectRow(limits(AreaInterval::logit), row.logit, "logit");
         expectRow(limits(AreaInterval::newcombe), row.newcombe, "newcombe");
         expectRow(limits(AreaInterval::score), row.score, "score");
         expectRow(exact, row.exact, "exact p");
         expectRow(normal, row.normal, "normal p");
-        expectRow({partial.area, partial.variance, partial.standardized}, row.partial, "partial area");
-        expectRow({precisionRecallArea(sample, PrecisionRecallRule::step),
-                   precisionRecallArea(sample, PrecisionRecallRule::integral)},
+        expectRow({partial.area, partial.variance, partial.standardized(partial.area)}, row.partial, "partial area");
+        expectRow({precisionRecallAreaOf(sample, PrecisionRecallRule::step),
+                   precisionRecallAreaOf(sample, PrecisionRecallRule::integral)},
                   row.precisionRecall, "precision-recall area");
     }
 }
@@ -196,7 +206,12 @@ double errorByDelta(const std::function<double(const std::array<double, 4>&)>& s
 TEST(OneCurve, LimitsOfACutOffFollowFromTheSlopesOfItsStatistics)
 {
     const CutOffCounts counts{.truePositives = 37, .falsePositives = 12, .trueNegatives = 71, .falseNegatives = 9};
-    const OperatingRow row = operatingRow(0.0, counts, {.zCritical = 1.0});
+    const auto estimateOf = [&](OperatingStatistic statistic, std::optional<double> prevalence = {}) {
+        std::array<double, 3> found{};
+        fillEstimates(statistic, {&counts, 1}, {.zCritical = 1.0, .prevalence = prevalence},
+                      {&found[0], &found[1], &found[2]});
+        return found;
+    };
     const auto kappa = [](const std::array<double, 4>& c) { // TP, FP, TN, FN
         const double n = c[0] + c[1] + c[2] + c[3];
         const double expected = ((c[0] + c[1]) * (c[0] + c[3]) + (c[2] + c[3]) * (c[1] + c[2])) / (n * n);
@@ -207,19 +222,23 @@ TEST(OneCurve, LimitsOfACutOffFollowFromTheSlopesOfItsStatistics)
         return std::log(c[0] / (c[0] + c[3]) / (c[1] / (c[1] + c[2])));
     };
     const std::array<double, 4> cells{37, 12, 71, 9};
-    EXPECT_NEAR(row.kappa.value, kappa(cells), 1e-15);
-    EXPECT_NEAR(row.kappa.upper - row.kappa.value, errorByDelta(kappa, cells), 1e-8);
-    EXPECT_NEAR(std::log(row.diagnosticOddsRatio.upper / row.diagnosticOddsRatio.value), errorByDelta(logOdds, cells),
-                1e-8);
-    EXPECT_NEAR(std::log(row.positiveLikelihoodRatio.value / row.positiveLikelihoodRatio.lower),
-                errorByDelta(logRatio, cells), 1e-8);
+    const auto [ofKappa, lowest, highest] = estimateOf(OperatingStatistic::kappa);
+    EXPECT_NEAR(ofKappa, kappa(cells), 1e-15);
+    EXPECT_NEAR(highest - ofKappa, errorByDelta(kappa, cells), 1e-8);
+    const auto [odds, fewestOdds, mostOdds] = estimateOf(OperatingStatistic::diagnosticOddsRatio);
+    EXPECT_NEAR(std::log(mostOdds / odds), errorByDelta(logOdds, cells), 1e-8);
+    const auto [ratio, leastRatio, mostRatio] = estimateOf(OperatingStatistic::positiveLikelihoodRatio);
+    EXPECT_NEAR(std::log(ratio / leastRatio), errorByDelta(logRatio, cells), 1e-8);
     const double q = 0.1;
-    const OperatingRow stated = operatingRow(0.0, counts, {.prevalence = q});
+    const auto logitPpv = [&](const std::array<double, 4>& c) { return logRatio(c) + std::log(q / (1.0 - q)); };
+    const auto [ppv, leastPpv, mostPpv] = estimateOf(OperatingStatistic::ppv, q);
+    EXPECT_NEAR(std::log(ppv / (1.0 - ppv)), logitPpv(cells), 1e-14);
+    EXPECT_NEAR(std::log(mostPpv / (1.0 - mostPpv)) - logitPpv(cells), errorByDelta(logitPpv, cells), 1e-8);
+    const auto [npv, leastNpv, mostNpv] = estimateOf(OperatingStatistic::npv, q);
     const double se = 37.0 / 46.0;
-    const double fpr = 12.0 / 83.0;
-    EXPECT_NEAR(stated.ppv.value, se * q / (se * q + fpr * (1.0 - q)), 1e-15);
-    EXPECT_NEAR(stated.npv.value, (1.0 - fpr) * (1.0 - q) / ((1.0 - fpr) * (1.0 - q) + (1.0 - se) * q), 1e-15);
-    EXPECT_TRUE(stated.ppv.lower < stated.ppv.value && stated.ppv.value < stated.ppv.upper);
+    const double sp = 71.0 / 83.0;
+    EXPECT_NEAR(npv, sp * (1.0 - q) / (sp * (1.0 - q) + (1.0 - se) * q), 1e-15);
+    EXPECT_TRUE(leastNpv < npv && npv < mostNpv);
 }
 
 /// Over all ways in which the values can fall to the states.
@@ -260,12 +279,12 @@ TEST(OneCurve, LawsHoldForRandomSamples)
             EXPECT_NEAR(*exactMannWhitney(sample, side), exactByEnumeration(cases, side), 1e-14);
 
         const AreaEstimate estimate = estimateOf(sample);
-        const PartialArea whole = partialArea(sample, {0.0, 1.0});
+        const PartialArea whole = partialAreaOf(sample, {0.0, 1.0});
         EXPECT_NEAR(whole.area, estimate.area, 1e-14);
         if (!std::isnan(estimate.deLongVariance)) {
             EXPECT_NEAR(whole.variance, estimate.deLongVariance, 1e-14);
         }
-        const Limits ofWhole = partialLimits(whole, {0.0, 1.0}, PartialInterval::logit, 1.96);
+        const Limits ofWhole = partialLimits(whole, PartialInterval::logit, 1.96);
         const Limits ofArea = areaLimits(estimate, AreaInterval::logit, 1.96);
         if (!std::isnan(ofArea.lower)) {
             EXPECT_NEAR(ofWhole.lower, ofArea.lower, 1e-13);
@@ -278,14 +297,15 @@ TEST(OneCurve, LawsHoldForRandomSamples)
             EXPECT_NEAR(ofRecall.upper, 1.0 / (1.0 + std::exp(-half - logOdds)), 1e-13);
         }
         const double cut = 0.05 * static_cast<double>(1 + random() % 18);
-        EXPECT_NEAR(partialArea(sample, {0.0, cut}).area + partialArea(sample, {cut, 1.0}).area, estimate.area, 1e-14);
-        EXPECT_NEAR(partialAreaOfSensitivities(sample, {0.0, cut}).area
-                        + partialAreaOfSensitivities(sample, {cut, 1.0}).area,
+        EXPECT_NEAR(partialAreaOf(sample, {0.0, cut}).area + partialAreaOf(sample, {cut, 1.0}).area, estimate.area,
+                    1e-14);
+        EXPECT_NEAR(partialAreaOf(sample, {0.0, cut}, BandRate::sensitivity).area
+                        + partialAreaOf(sample, {cut, 1.0}, BandRate::sensitivity).area,
                     estimate.area, 1e-14);
-        const double step = precisionRecallArea(sample, PrecisionRecallRule::step);
+        const double step = precisionRecallAreaOf(sample, PrecisionRecallRule::step);
         EXPECT_LE(lowestPrecisionRecallArea(sample.counts(), PrecisionRecallRule::step), step + 1e-15);
-        EXPECT_NEAR(precisionRecallArea(sample, PrecisionRecallRule::step,
-                                        share(sample.counts().positives, sample.counts().cases())),
+        EXPECT_NEAR(precisionRecallAreaOf(sample, PrecisionRecallRule::step,
+                                          share(sample.counts().positives, sample.counts().cases())),
                     step, 1e-14);
         const Limits score = areaLimits(estimate, AreaInterval::score, 1.959964);
         EXPECT_TRUE(0.0 <= score.lower && score.lower <= estimate.area && estimate.area <= score.upper

@@ -5,7 +5,7 @@ import subprocess
 
 from table import Said, data_of
 
-AREA = ("area", "standard_error", "p_value", "log10_p", "lower", "upper", "positive", "negative")
+AREA = ("area", "std_error", "p_value", "log10_p", "lower", "upper", "positive", "negative")
 PAIR = ("difference", "z", "p_value", "log10_p", "lower", "upper", "positive", "negative")
 
 
@@ -24,7 +24,8 @@ def call_of(case):
     """The call of vexroc over `data`, and that of compare where there is one."""
     label = "labels[[%s]]"
     arguments = {"positive": spelled(case.positive), "direction": spelled(case.direction),
-                 "ci.method": spelled(case.interval), "p.method": spelled("wald"), "pr": spelled(case.interpolated)}
+                 "ci.method": spelled(case.interval), "p.method": spelled(case.p_value),
+                 "pr": spelled(case.interpolated)}
     if case.others or case.negative:
         arguments["negative"] = "others()" if case.others else spelled(case.negative)
     for name in ("count", "weight"):
