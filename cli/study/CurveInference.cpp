@@ -51,7 +51,8 @@ OperatingPoints withRows(std::size_t rows)
                            .truePositive = std::vector<long long>(rows),
                            .falsePositive = std::vector<long long>(rows),
                            .trueNegative = std::vector<long long>(rows),
-                           .falseNegative = std::vector<long long>(rows)};
+                           .falseNegative = std::vector<long long>(rows),
+                           .measures = {}};
     for (auto& measure : points.measures)
         for (std::vector<double>& numbers : measure)
             numbers.assign(rows, notComputed);
