@@ -125,7 +125,7 @@ struct BalancedAccuracy {
 /// Limits at e^-half and e^half times the middle, widened to hold the value.
 Limits onLogScale(double value, double middle, double half)
 {
-    const auto factor = static_cast<double>(exponential(half));
+    const double factor = quickExponential(half);
     const double lower = value == 0.0 ? 0.0 : middle / factor; // exact
     const double upper = std::isinf(value) ? infinity : middle * factor;
     return {std::min(lower, value), std::max(upper, value)};
@@ -195,7 +195,7 @@ struct PredictiveValue {
         const double falseRate = y.fp / y.negatives();
         const double variance = y.fn / y.positives() / y.tp + y.tn / y.negatives() / y.fp;
         const double odds = sensitivity * q / (falseRate * (1.0 - q));
-        const auto factor = static_cast<double>(exponential(options.zCritical * std::sqrt(variance)));
+        const double factor = quickExponential(options.zCritical * std::sqrt(variance));
         const auto shareOfOdds = [](double o) { return 1.0 / (1.0 + 1.0 / o); };
         return {std::min(shareOfOdds(odds / factor), value), std::max(shareOfOdds(odds * factor), value)};
     }

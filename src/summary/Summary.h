@@ -18,8 +18,11 @@ public:
     template <class Columns>
     explicit Summary(const Columns& columns)
     {
-        if (columns.size() > 0)
-            valuesort::forEachDistinctValue(columns, [this](const DistinctValue& x) { add(x); });
+        if (columns.size() == 0)
+            return;
+        const valuesort::SortedValues sorted(columns);
+        values_.reserve(sorted.countDistinct(columns));
+        sorted.withWalk(columns, [this](auto walk) { forEachValue(walk, [this](const DistinctValue& x) { add(x); }); });
     }
     /// Of distinct values in ascending order.
     explicit Summary(std::span<const DistinctValue> values)
