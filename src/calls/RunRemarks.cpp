@@ -32,11 +32,11 @@ vexroc_area_facts casesOf(long long positive, long long negative)
     facts.struct_size = sizeof facts;
     facts.positive = positive;
     facts.negative = negative;
-    facts.area = facts.std_error = facts.lower = facts.upper = VexMV::Missing();
+    facts.area = facts.std_error = facts.lower = facts.upper = facts.p_value = VexMV::Missing();
     return facts;
 }
 
-vexroc_area_facts factsOf(const vexroc_record& record)
+vexroc_area_facts factsOf(const vexroc_record& record, double level)
 {
     vexroc_area_facts facts = casesOf(record.positive, record.negative);
     facts.area = record.area;
@@ -46,6 +46,15 @@ vexroc_area_facts factsOf(const vexroc_record& record)
     facts.smaller_is_positive = record.smaller_is_positive;
     facts.distinct_values = record.distinct_values;
     facts.ties = record.ties;
+    facts.interval = record.interval_rule;
+    facts.p_method = record.p_method;
+    facts.alternative = record.alternative;
+    facts.p_value = record.p_value;
+    facts.level = level;
+    facts.null_area = record.null_area;
+    facts.edge = record.edge;
+    facts.percentile = record.percentile;
+    facts.held = record.held;
     return facts;
 }
 
@@ -136,7 +145,7 @@ void RunRemarks::addCostlyTest(const AnalysisRequest& request, const RowTally& r
 void RunRemarks::addRecord(const AnalysisRequest& request, const vexroc_record& record)
 {
     const std::string subject = subjectOf(request, record);
-    areas_.push_back({subject, request.nameOf(record.test), factsOf(record)});
+    areas_.push_back({subject, request.nameOf(record.test), factsOf(record, request.options().getConfidienceLevel())});
     if (record.distribution_changed != 0 && record.positive != record.negative)
         add("distribution-changed", subject,
             std::to_string(record.positive) + " and " + std::to_string(record.negative));
@@ -156,16 +165,21 @@ void RunRemarks::addComparison(const AnalysisRequest& request, const std::vector
     const vexroc_record& first = records[static_cast<std::size_t>(comparison.first)];
     const vexroc_record& second = records[static_cast<std::size_t>(comparison.second)];
     std::string subject = request.nameOf(first.test);
+    const auto isSaid = [](const vexroc_record& record) { return remarks::needsMoreCases(factsOf(record, 0.0)); };
     if (request.isPaired()) {
         subject += " and " + request.nameOf(second.test);
         const bool fewerCases = fewerOf(comparison) < std::min(fewerOf(first), fewerOf(second));
         const auto addArea = [&](const vexroc_record& record, double area, double stdError) {
             const vexroc_area_facts facts = pairedFacts(record, comparison, area, stdError);
-            if (fewerCases || !std::isnan(facts.area))
+            if (fewerCases || !std::isnan(facts.area) || (remarks::needsMoreCases(facts) && !isSaid(record)))
                 areas_.push_back({subject, request.nameOf(record.test), facts});
         };
         addArea(first, comparison.first_area, comparison.first_std_error);
         addArea(second, comparison.second_area, comparison.second_std_error);
+    } else {
+        for (const vexroc_record* const record : {&first, &second})
+            areas_.push_back({subjectOf(request, *record), request.nameOf(record->test),
+                              casesOf(record->positive, record->negative)});
     }
     differences_.push_back({std::move(subject), comparison.difference, comparison.std_error});
 }

@@ -21,7 +21,8 @@ public:
         if (columns.size() == 0)
             return;
         const valuesort::SortedValues sorted(columns);
-        values_.reserve(sorted.countDistinct(columns));
+        values_.reserve(
+            sorted.countDistinct(columns)); // growing would copy every value, into memory to be cleared first
         sorted.withWalk(columns, [this](auto walk) { forEachValue(walk, [this](const DistinctValue& x) { add(x); }); });
     }
     /// Of distinct values in ascending order.
