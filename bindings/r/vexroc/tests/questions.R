@@ -26,7 +26,7 @@ for (row in worked) {
   fit <- of(row[[1]], row[[2]])
   partial <- quietly(partial_area(fit, c(1, 0.5)))
   best <- best_cut_offs(fit)
-  curve <- vapply(c("step", "integral"), function(rule) pr_area(fit, rule)$pr_area, 0)
+  curve <- vapply(c("step", "integral"), function(rule) quietly(pr_area(fit, rule))$pr_area, 0)
   said <- c(unlist(fit$areas[c("area", "lower", "upper")]), tests(fit), normal(fit), partial$partial_area,
             partial$standardized, curve, best$value[1])
   near(unname(said), unlist(row[3:8]), 2e-6)
@@ -113,7 +113,7 @@ refused <- list(
   "\"wald-delong\"" = quote(vexroc(state ~ a, study, ci.method = "delong")), "it is `weight.kind`" =
     quote(vexroc(state ~ a, study, weight_kind = "counts")), "`seed` is a whole" = quote(vexroc(1:2, 0:1, seed = 0.5)),
   "`ci.method` names" = quote(vexroc(state ~ a, study, interval = "wald")),
-  "null" = quote(vexroc(state ~ a, study, null = 0.6, p.method = "mann-whitney")),
+  "take the p value by wald" = quote(vexroc(state ~ a, study, null = 0.6, p.method = "mann-whitney")),
   "null" = quote(vexroc(state ~ a, study, null = 1)), "weight" = quote(vexroc(1:2, 0:1, weight.kind = "probability")))
 for (i in seq_along(refused)) {
   said <- tryCatch({ eval(refused[[i]]); "no error" }, error = conditionMessage)
