@@ -9,12 +9,12 @@ operating_points <- function(fit, at = NULL, prevalence = NULL, ci.method = c("w
   ret <- chosen_quantities(ret)
   options <- list(level = one_level(level, conf.level, missing(level) || missing(conf.level)),
                   proportion = choice(ci.method, "ci.method", operating_points), prevalence = share(prevalence))
-  at <- named_cut_offs(at, names(fit$study$tests))
+  at <- named_cut_offs(at, fit)
   remarks <- .Call(C_new_remarks)
   frame <- ask_areas(fit, options, function(cases, options, area) {
     if (is.null(prevalence) && any(c("ppv", "npv") %in% ret)) say_sample_prevalence(remarks, area)
     points_at(cases, options, area, at[[area$test]], ret)
-  })
+  }, names(at))
   answer_table(frame, fit, "Operating points", c(shares_line(options), prevalence_line(fit, prevalence, ret)),
                shown = shown, remarks = remarks)
 }
@@ -134,8 +134,9 @@ partial_area <- function(fit, partial.auc = c(1, 0.9), partial.auc.focus = c("sp
 
 #' Specificities are as many false positive rates, in decimals as they are written: 1 - 0.9 is 0.1.
 band_of <- function(partial.auc, focus) {
-  if (!is.numeric(partial.auc) || length(partial.auc) != 2 || anyNA(partial.auc))
-    fail("`partial.auc` is two ", focus, " values, such as c(1, 0.9), not ", shown(partial.auc))
+  if (!is.numeric(partial.auc) || length(partial.auc) != 2 || !isTRUE(all(partial.auc >= 0 & partial.auc <= 1)) ||
+      partial.auc[1] == partial.auc[2])
+    fail("`partial.auc` is two shares of ", focus, ", such as c(1, 0.9), not ", shown(partial.auc))
   band <- sort(as.double(partial.auc))
   line <- paste0("Band: ", focus, " from ", band[1], " to ", band[2])
   if (focus == "sensitivity") return(list(rate = "tpr", band = band, line = line))
@@ -161,15 +162,18 @@ pr_area <- function(fit, rule = c("integral", "step", "trapezoid"),
     c(area[cases_columns], curve)
   })
   answer_table(without(frame, "edge", "percentile", "held"), fit, "Areas under precision-recall curves",
-               c(paste0("Rule: ", rule, ", at ", prevalence_in_words(fit, prevalence)), interval_line(frame, options)),
+               c(paste0("Rule: ", rule, ", at ", prevalence_in_words(fit, prevalence)),
+                 if (is.null(prevalence) || !all(is.na(frame$lower))) interval_line(frame, options)
+                 else "No interval: at a stated prevalence bootstrap and bca alone have one"),
                shown = c(cases_columns, "pr_area", "lower", "upper", "prevalence"), remarks = remarks)
 }
 
 net_benefit <- function(fit, at, prevalence = NULL, ...) {
   refuse_others(net_benefit, ...)
   check_fit(fit)
-  if (missing(at) || !is.numeric(at) || length(at) == 0 || anyNA(at))
-    fail("`at` is thresholds of risk between 0 and 1, such as c(0.05, 0.1, 0.2)")
+  if (missing(at)) at <- NULL
+  if (!is.numeric(at) || !isTRUE(all(at > 0 & at < 1)))
+    fail("`at` is thresholds of risk between 0 and 1, such as c(0.05, 0.1, 0.2), not ", shown(at))
   options <- list(prevalence = share(prevalence))
   at <- as.double(at)
   remarks <- .Call(C_new_remarks)
