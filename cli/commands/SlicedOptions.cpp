@@ -91,8 +91,8 @@ Task parseSliced(const SlicedOptions& options, bool isBootstrap)
     parseLevel(options.inference, asked);
     parseBootstrap(options.inference, asked);
     // The areas themselves are not shown: their own interval and test are to cost nothing.
-    task.question.inference = {.level = asked.level, .exact = "never", .replicates = asked.replicates,
-                               .seed = asked.seed};
+    task.question.inference = {
+        .level = asked.level, .exact = "never", .replicates = asked.replicates, .seed = asked.seed};
     return task;
 }
 

@@ -35,8 +35,10 @@ constexpr std::array<MeasureColumns, measureCount> measures{{
 }};
 
 constexpr std::array countColumns{
-    TableColumn{"true_positive", "TP", CellRole::count, 1},   TableColumn{"false_positive", "FP", CellRole::count, 1},
-    TableColumn{"true_negative", "TN", CellRole::count, 1},   TableColumn{"false_negative", "FN", CellRole::count, 1},
+    TableColumn{"true_positive", "TP", CellRole::count, 1},
+    TableColumn{"false_positive", "FP", CellRole::count, 1},
+    TableColumn{"true_negative", "TN", CellRole::count, 1},
+    TableColumn{"false_negative", "FN", CellRole::count, 1},
     TableColumn{"prevalence", "prevalence", CellRole::statistic, 1},
 };
 
@@ -131,8 +133,7 @@ void addMethods(const Analysis& analysis, const CurveOptions& how, Document& doc
 Table pointTable(const Analysis& analysis, const CurveOptions& how, const Answers<OperatingPoints>& found)
 {
     TableMaker table(analysis.question,
-                     perTest(analysis.question,
-                             joined({std::span(&cutOffColumn, 1), countColumns, measureColumns()})));
+                     perTest(analysis.question, joined({std::span(&cutOffColumn, 1), countColumns, measureColumns()})));
     std::vector<Table::Value> cells;
     for (const auto& [value, test, points] : found) {
         table.setValue(value);
@@ -164,8 +165,7 @@ Table countTable(const Analysis& analysis, const CurveOptions& how, const Answer
 
 Table longTable(const Analysis& analysis, const Answers<OperatingPoints>& found)
 {
-    TableMaker table(analysis.question,
-                     perTest(analysis.question, joined({std::span(&cutOffColumn, 1), longColumns})));
+    TableMaker table(analysis.question, perTest(analysis.question, joined({std::span(&cutOffColumn, 1), longColumns})));
     for (const auto& [value, test, points] : found) {
         table.setValue(value);
         for (std::size_t row = 0; row < points.size(); ++row)
@@ -189,9 +189,9 @@ Table bestTable(const Analysis& analysis, const BestAnswers& found, std::span<co
         table.setValue(value);
         for (const BestCutOffs& best : criteria)
             for (std::size_t row = 0; row < best.ties.size(); ++row) {
-                std::vector<Table::Value> cells{test->area.test,      groupOf(test->area),
-                                                best.criterion,       cellOf(*test, best.ties, row),
-                                                best.value,           double(row == best.chosen)};
+                std::vector<Table::Value> cells{test->area.test, groupOf(test->area),
+                                                best.criterion,  cellOf(*test, best.ties, row),
+                                                best.value,      double(row == best.chosen)};
                 addRow(best.ties, row, *test, cells);
                 table.add(cells);
             }
@@ -219,9 +219,9 @@ Table bestForPeople(const Analysis& analysis, const CurveOptions& how, const Bes
 /// The chosen cut-offs with all their measures.
 Table chosenTable(const Analysis& analysis, const BestAnswers& found)
 {
-    TableMaker table(analysis.question,
-                     perTest(analysis.question,
-                             joined({std::span(&criterionColumn, 1), std::span(&cutOffColumn, 1), longColumns})));
+    TableMaker table(
+        analysis.question,
+        perTest(analysis.question, joined({std::span(&criterionColumn, 1), std::span(&cutOffColumn, 1), longColumns})));
     for (const auto& [value, test, criteria] : found) {
         table.setValue(value);
         for (const BestCutOffs& best : criteria)
@@ -262,8 +262,8 @@ bool anyRate(const BestAnswers& found)
 Document operatingPointsDocument(const Analysis& analysis, const CurveOptions& how, bool isNamed,
                                  const Answers<OperatingPoints>& found)
 {
-    Document document = documentOn(analysis, "points",
-                                   isNamed ? "Operating points" : "Operating points at every cut-off of the curve");
+    Document document =
+        documentOn(analysis, "points", isNamed ? "Operating points" : "Operating points at every cut-off of the curve");
     addMethods(analysis, how, document);
     document.parts.push_back({"points", "", pointTable(analysis, how, found), !isNamed});
     if (!isNamed)
@@ -287,9 +287,10 @@ Document bestCutOffsDocument(const Analysis& analysis, const CurveOptions& how, 
     document.parts.push_back({"", "", bestForPeople(analysis, how, found)});
     document.parts.push_back({"", "The chosen cut-offs", chosenTable(analysis, found)});
     if (withRates)
-        document.parts.push_back({"rates", "Rates at the fixed share of the other. "
-                                      + intervalHeading(analysis.question.inference, how.interval),
-                                  rateTable(analysis, found)});
+        document.parts.push_back(
+            {"rates",
+             "Rates at the fixed share of the other. " + intervalHeading(analysis.question.inference, how.interval),
+             rateTable(analysis, found)});
     for (const auto& curve : found)
         for (const BestCutOffs& best : curve.answer)
             document.sentences.push_back(sentenceOn(analysis.question, how, curve, best));

@@ -80,8 +80,9 @@ Table precisionRecallTable(const Analysis& analysis, const CurveOptions& how, co
     return tableOf(analysis, found, joined({caseColumns, precisionRecallColumns}),
                    [&](const TestResult& test, const PrecisionRecallArea& a, TableMaker& table) {
                        std::vector<Table::Value> cells = leadOf(test.area);
-                       cells.insert(cells.end(), {a.area.value, a.area.lower, a.area.upper, rule, how.interval,
-                                                  prevalenceOf(test, how), a.lowest});
+                       cells.insert(cells.end(),
+                                    {a.area.value, a.area.lower, a.area.upper, rule, how.interval,
+                                     prevalenceOf(test, how), a.lowest});
                        table.add(cells);
                    });
 }
@@ -102,19 +103,20 @@ Document partialAreaDocument(const Analysis& analysis, const CurveOptions& how, 
     Document document = documentOn(analysis, "partial",
                                    std::string("Partial area ") + (band.rate == "fpr" ? "under" : "right of")
                                        + " the ROC curve " + bandWords(band));
-    document.heading.push_back(intervalHeading(analysis.question.inference, how.interval) + "; standard error: by components");
+    document.heading.push_back(intervalHeading(analysis.question.inference, how.interval)
+                               + "; standard error: by components");
     addIntervalFacts(document.question, analysis.question, how.interval);
-    document.parts.push_back(
-        {"partial_areas", "",
-         tableOf(analysis, found, joined({caseColumns, partialColumns}),
-                 [&](const TestResult& test, const PartialArea& a, TableMaker& table) {
-                     std::vector<Table::Value> cells = leadOf(test.area);
-                     cells.insert(cells.end(),
-                                  {band.rate, band.from, band.to, a.area.value, a.stdError, a.area.lower, a.area.upper,
-                                   a.standardized.value, a.standardizedError, a.standardized.lower,
-                                   a.standardized.upper, how.interval});
-                     table.add(cells);
-                 })});
+    document.parts.push_back({"partial_areas", "",
+                              tableOf(analysis, found, joined({caseColumns, partialColumns}),
+                                      [&](const TestResult& test, const PartialArea& a, TableMaker& table) {
+                                          std::vector<Table::Value> cells = leadOf(test.area);
+                                          cells.insert(cells.end(),
+                                                       {band.rate, band.from, band.to, a.area.value, a.stdError,
+                                                        a.area.lower, a.area.upper, a.standardized.value,
+                                                        a.standardizedError, a.standardized.lower, a.standardized.upper,
+                                                        how.interval});
+                                          table.add(cells);
+                                      })});
     for (const auto& curve : found)
         document.sentences.push_back(sentenceOn(analysis.question, how, band, curve));
     return document;
@@ -124,7 +126,8 @@ Document precisionRecallAreaDocument(const Analysis& analysis, const CurveOption
                                      const Answers<PrecisionRecallArea>& found)
 {
     Document document = documentOn(analysis, "pr", precisionRecallTitle(rule));
-    document.heading.push_back(intervalHeading(analysis.question.inference, how.interval) + "; " + prevalenceWords(analysis, how));
+    document.heading.push_back(intervalHeading(analysis.question.inference, how.interval) + "; "
+                               + prevalenceWords(analysis, how));
     document.question.emplace_back("rule", rule);
     addIntervalFacts(document.question, analysis.question, how.interval);
     addPrevalenceFact(document.question, how);

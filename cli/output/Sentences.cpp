@@ -107,7 +107,8 @@ std::string sentenceOn(const Question& question, const Area& area)
     const Inference& asked = question.inference;
     const std::string name = nameOf(question, area);
     if (std::isnan(area.area))
-        return "The area under the ROC curve of " + name + " is not defined (" + casesOf(area) + "; " + program() + ").";
+        return "The area under the ROC curve of " + name + " is not defined (" + casesOf(area) + "; " + program()
+            + ").";
     return "The area under the ROC curve of " + name + " was " + shown(area.area) + " ("
         + intervalOf(question, area.interval, {area.area, area.lower, area.upper}) + "; " + pOf(area.pValue) + ", "
         + testWord(area.pMethod) + " against " + shortest(asked.nullArea) + ", " + alternativeOf(asked) + "; "
@@ -118,9 +119,8 @@ std::string sentenceOn(const Question& question, const Difference& difference)
 {
     const bool paired = question.comparison == Comparison::paired;
     const Estimate d{difference.difference, difference.lower, difference.upper};
-    const std::string cases = paired
-        ? casesOf(difference.first)
-        : casesOf(difference.first) + " against " + casesOf(difference.second);
+    const std::string cases =
+        paired ? casesOf(difference.first) : casesOf(difference.first) + " against " + casesOf(difference.second);
     return "The areas under the ROC curves of " + nameOf(question, difference.first) + " ("
         + shown(difference.first.area) + ") and " + nameOf(question, difference.second) + " ("
         + shown(difference.second.area) + ") differed by " + shown(d.value) + " (" + intervalOf(question, "wald", d)

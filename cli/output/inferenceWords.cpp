@@ -28,10 +28,7 @@ void addIntervalFacts(std::vector<Fact>& facts, const Question& question, const 
     facts.emplace_back("seed", asked.seed);
 }
 
-std::string proportionWord(const CurveOptions& how)
-{
-    return how.proportion == "exact" ? "Clopper-Pearson" : "Wilson";
-}
+std::string proportionWord(const CurveOptions& how) { return how.proportion == "exact" ? "Clopper-Pearson" : "Wilson"; }
 
 std::string prevalenceWords(const Analysis& analysis, const CurveOptions& how)
 {

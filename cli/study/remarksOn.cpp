@@ -21,8 +21,7 @@ void addLeftOut(const Results& results, const std::string& prefix, Remarks& rema
     for (const TestResult& test : results.tests)
         if (const long long rows = test.area.leftOut; rows > 0)
             remarks.add("left-out", prefix + subjectOf(test.area),
-                        std::to_string(rows) + " of "
-                            + std::to_string(test.area.positive + test.area.negative + rows));
+                        std::to_string(rows) + " of " + std::to_string(test.area.positive + test.area.negative + rows));
 }
 
 } // namespace

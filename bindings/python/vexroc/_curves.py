@@ -26,7 +26,7 @@ def _rows(cases: Cases, call: Any, *words: bytes) -> RocRows:
     """Rows of a curve of the only scores, to be released."""
     cases.repeat()
     n_positive, n_negative = cases.states_of()
-    cases.add_remarks(0, n_positive, n_negative)
+    cases.add_remarks(n_positive, n_negative)
     cut_off, *further = words
     rows: RocRows = call(*cases.arguments(*cases.scores), cut_off, cases.directions[0].encode(), *further)
     if not rows.rows:

@@ -75,7 +75,7 @@ class _Asked:
     def add_remarks(self, *codes: str) -> None:
         """Adds what there is to say of the cases, and remarks that hold where there are rows."""
         facts = self.facts
-        self.cases.add_remarks(0, facts.positive, facts.negative, facts.values, interval=b"score",
+        self.cases.add_remarks(facts.positive, facts.negative, facts.values, interval=b"score",
                                p_method=b"mann-whitney")
         if not self.has_both:
             return
