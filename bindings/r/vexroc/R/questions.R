@@ -1,5 +1,5 @@
 #' Questions to a fit, which keeps the distinct values of every area with their counts: the data are not needed again.
-operating_points <- function(fit, at = NULL, prevalence = NULL, ci.method = c("wilson", "exact"),
+operating_points <- function(fit, at = NULL, prevalence = NULL, ci.method = c("wilson", "exact", "none"),
                              ret = c("sensitivity", "specificity", "ppv", "npv", "lr_positive", "lr_negative", "dor",
                                      "accuracy", "balanced_accuracy", "f1", "mcc", "youden", "kappa"),
                              level = fit$study$settings$confidence_level, conf.level = level, ...) {
@@ -25,7 +25,9 @@ cases_columns <- c("positive", "negative", "left_out")
 
 #' Counts and quantities at cut-offs, and the prevalence that ppv and npv hold at.
 points_at <- function(cases, options, area, cut_offs, ret) {
-  points <- .Call(C_ask_points, cases, options, cut_offs, ret)
+  limits <- options$proportion != "none"
+  points <- .Call(C_ask_points, cases, if (limits) options else options[names(options) != "proportion"], cut_offs, ret,
+                  limits)
   held <- if (is.null(options$prevalence)) prevalence_of(area) else options$prevalence
   append(points, list(prevalence = rep(held, length(points$cut_off))), 5)
 }
@@ -50,7 +52,7 @@ prevalence_in_words <- function(fit, prevalence)
   if (is.null(prevalence)) sample_share(fit) else paste("the prevalence", prevalence)
 
 shares_line <- function(options)
-  paste0("Intervals: ", options$proportion, " for shares and f1, square-and-add (", options$proportion,
+  if (options$proportion == "none") "No intervals" else paste0("Intervals: ", options$proportion, " for shares and f1, square-and-add (", options$proportion,
          ") for balanced_accuracy and youden,\n  log for ratios, normal for kappa, level ", options$level)
 
 say_sample_prevalence <- function(remarks, area)
@@ -79,7 +81,7 @@ best_cut_offs <- function(fit, method = "youden", cost.ratio = 1, prevalence = N
   rows <- lapply(method, function(criterion) ask_areas(fit, options, function(cases, options, area)
     best_rows(cases, options, area, criterion, remarks)))
   say(remarks, "best-on-same-data")
-  frame <- do.call(rbind, rows)
+  frame <- below(rows)
   answer_table(frame, fit, "Best cut-offs",
                c(shares_line(options), prevalence_line(fit, prevalence, quantities), reached_line(frame, options)),
                shown = c("value", "chosen", if (any(grepl("=", method))) "reached", main_quantities),
@@ -99,7 +101,11 @@ best_rows <- function(cases, options, area, criterion, remarks) {
   best <- .Call(C_ask_best, cases, options, criterion)
   count <- length(best$cut_off)
   if (count == 0) say(remarks, "criterion-unmet", area$subject, criterion)
-  rate <- if (grepl("=", criterion)) answer(.Call(C_ask_rate, cases, options, criterion)) else no_rate
+  rate <- no_rate
+  if (grepl("=", criterion)) {
+    rate <- answer(.Call(C_ask_rate, cases, options, criterion))
+    say_area(remarks, area, list(std_error = 1, interval = "bootstrap", percentile = 0, held = 0))
+  }
   repeated <- function(columns) lapply(columns, rep, count)
   c(repeated(list(criterion = criterion)), best["cut_off"], repeated(best["value"]),
     list(chosen = seq_len(count) == best$chosen), points_at(cases, options, area, best$cut_off, quantities)[-1],

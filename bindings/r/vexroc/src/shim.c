@@ -8,9 +8,12 @@
 /* What the library complained about, with the argument that it begins with as R names that. */
 static SEXP complaint(void)
 {
-    static const char* const arguments[][2] = {{"null_area", "null"},           {"replicates", "boot.n"},
-                                               {"criterion", "method"},         {"cost_ratio", "cost.ratio"},
-                                               {"summary", "test"},             {"min_sensitivity", "min.sensitivity"},
+    static const char* const arguments[][2] = {{"null_area", "null"},
+                                               {"replicates", "boot.n"},
+                                               {"criterion", "method"},
+                                               {"cost_ratio", "cost.ratio"},
+                                               {"summary", "test"},
+                                               {"min_sensitivity", "min.sensitivity"},
                                                {"min_specificity", "min.specificity"}};
     const char* text = vexroc_last_error();
     char name[24];
@@ -133,7 +136,7 @@ static const R_CallMethodDef calls[] = {{"C_new_remarks", (DL_FUNC)&new_remarks,
                                         {"C_ask_partial", (DL_FUNC)&ask_partial, 4},
                                         {"C_ask_precision_recall", (DL_FUNC)&ask_precision_recall, 3},
                                         {"C_ask_calibration", (DL_FUNC)&ask_calibration, 1},
-                                        {"C_ask_points", (DL_FUNC)&ask_points, 4},
+                                        {"C_ask_points", (DL_FUNC)&ask_points, 5},
                                         {"C_ask_best", (DL_FUNC)&ask_best, 3},
                                         {"C_ask_benefit", (DL_FUNC)&ask_benefit, 3},
                                         {NULL, NULL, 0}};
