@@ -58,12 +58,12 @@ one_number <- function(value, name) {
 share <- function(prevalence) if (!is.null(prevalence)) one_number(prevalence, "prevalence")
 
 bootstrap_options <- function(boot.n, seed)
-  list(replicates = whole_number(boot.n, "boot.n"), seed = whole_number(seed, "seed"))
+  list(replicates = whole_number(boot.n, "boot.n", 53), seed = whole_number(seed, "seed", 64))
 
-whole_number <- function(value, name) {
+whole_number <- function(value, name, bits) {
   number <- one_number(value, name)
-  if (number < 0 || number > 2^53 || number != round(number))
-    fail("`", name, "` is a whole number from 0 to 2^53, not ", shown(value))
+  if (number < 0 || number >= 2^bits || number != round(number))
+    fail("`", name, "` is a whole number from 0 to below 2^", bits, ", not ", shown(value))
   number
 }
 

@@ -107,7 +107,7 @@ refused <- list(
   "`prevalence` is one" = quote(pr_area(fit, prevalence = NA)),
   "did you mean `prevalence`" = quote(operating_points(fit, prevalance = 0.1)),
   "is no test" = quote(operating_points(fit, at = c(c = 1))), "beyond the values of a" =
-    quote(operating_points(fit, at = -6)), "criteri" = quote(best_cut_offs(fit, "yuden")),
+    quote(operating_points(fit, at = -6)), "there are youden" = quote(best_cut_offs(fit, "yuden")),
   "cost" = quote(best_cut_offs(fit, "cost", cost.ratio = -1)), "`partial.auc` is two" = quote(partial_area(fit, 0.9)),
   "standardized area" = quote(partial_area(fit, partial.auc.correct = TRUE)), "risk" = quote(net_benefit(fit)),
   "\"wald-delong\"" = quote(vexroc(state ~ a, study, ci.method = "delong")), "it is `weight.kind`" =
