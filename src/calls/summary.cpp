@@ -146,17 +146,6 @@ std::vector<DistinctValue> countedValues(std::span<const double> values, const l
     return counted;
 }
 
-/// Sum of the weights of a state; its number of cases without.
-double weightedCount(const WeightedSummary& sample, WeightSums ValueWeights::*state, std::int64_t cases)
-{
-    if (!sample.isWeighted())
-        return static_cast<double>(cases);
-    ExactSum sum;
-    for (const ValueWeights& x : sample.weights)
-        sum.add((x.*state).sum);
-    return std::ldexp(sum.value(), sample.exponent);
-}
-
 } // namespace
 } // namespace ROCALG_920::calls
 
@@ -229,8 +218,8 @@ int vexroc_summary_tell(const vexroc_summary* summary, vexroc_summary_facts* fac
                         .negative = counts.negatives,
                         .left_out = summary->cases.leftOut(),
                         .kind = sample.isWeighted() ? VEXROC_PROBABILITY_WEIGHTS : VEXROC_NO_WEIGHTS,
-                        .weighted_positive = weightedCount(sample, &ValueWeights::positives, counts.positives),
-                        .weighted_negative = weightedCount(sample, &ValueWeights::negatives, counts.negatives),
+                        .weighted_positive = weightOf(sample, true),
+                        .weighted_negative = weightOf(sample, false),
                         .lowest = values.empty() ? none : values.front().value,
                         .highest = values.empty() ? none : values.back().value},
                        facts);

@@ -46,6 +46,18 @@ struct WeightedSummary {
     }
 };
 
+/// Sum of the weights of a state; its number of cases without.
+[[nodiscard]] inline double weightOf(const WeightedSummary& sample, bool positive)
+{
+    const StateCounts& cases = sample.counts.counts();
+    if (!sample.isWeighted())
+        return static_cast<double>(positive ? cases.positives : cases.negatives);
+    ExactSum sum;
+    for (const ValueWeights& x : sample.weights)
+        sum.add((positive ? x.positives : x.negatives).sum);
+    return std::ldexp(sum.value(), sample.exponent);
+}
+
 /// Of cases in any order, which are put into ascending order. The order changes no bit. Throws std::bad_alloc only.
 [[nodiscard]] inline WeightedSummary weightedSummary(std::span<WeightedCase> cases)
 {
