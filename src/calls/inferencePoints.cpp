@@ -11,7 +11,6 @@
 #include "vexrocproc/inference.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstddef>
 #include <cstring>
@@ -55,40 +54,39 @@ public:
 
     void add(double cutOff, const CutOffCounts& counts)
     {
-        if (pending_ == counts_.size())
+        if (rows_.counts().size() == OperatingRows::most)
             flush();
-        put(columns_.cut_off, written_ + pending_, cutOff);
-        counts_[pending_++] = counts;
+        put(columns_.cut_off, written_ + rows_.counts().size(), cutOff);
+        rows_.add(counts);
     }
     /// After the last row.
     void flush()
     {
-        const std::span<const CutOffCounts> counts(counts_.data(), pending_);
-        putCounts(columns_.true_positive, counts, &CutOffCounts::truePositives);
-        putCounts(columns_.false_positive, counts, &CutOffCounts::falsePositives);
-        putCounts(columns_.true_negative, counts, &CutOffCounts::trueNegatives);
-        putCounts(columns_.false_negative, counts, &CutOffCounts::falseNegatives);
+        putCounts(columns_.true_positive, &CutOffCounts::truePositives);
+        putCounts(columns_.false_positive, &CutOffCounts::falsePositives);
+        putCounts(columns_.true_negative, &CutOffCounts::trueNegatives);
+        putCounts(columns_.false_negative, &CutOffCounts::falseNegatives);
         for (const Column& column : columnsOfEstimates) {
             const auto& lists = columns_.*column.lists;
-            fillEstimates(column.statistic, counts, options_, {here(lists[0]), here(lists[1]), here(lists[2])});
+            rows_.fill(column.statistic, options_, {here(lists[0]), here(lists[1]), here(lists[2])});
         }
-        written_ += pending_;
-        pending_ = 0;
+        written_ += rows_.counts().size();
+        rows_.clear();
     }
 
 private:
     [[nodiscard]] double* here(double* list) const { return list == nullptr ? nullptr : list + written_; }
-    void putCounts(long long* list, std::span<const CutOffCounts> counts, std::int64_t CutOffCounts::*cell) const
+    void putCounts(long long* list, std::int64_t CutOffCounts::*cell) const
     {
-        if (list != nullptr)
-            for (std::size_t i = 0; i < counts.size(); ++i)
-                list[written_ + i] = counts[i].*cell;
+        if (list == nullptr)
+            return;
+        for (std::size_t i = 0; i < rows_.counts().size(); ++i)
+            list[written_ + i] = rows_.counts()[i].*cell;
     }
 
     const vexroc_operating_columns& columns_;
     OperatingOptions options_;
-    std::array<CutOffCounts, 512> counts_;
-    std::size_t pending_ = 0;
+    OperatingRows rows_;
     std::size_t written_ = 0;
 };
 

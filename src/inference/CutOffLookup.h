@@ -29,12 +29,13 @@ public:
     {
         std::size_t place = first > 0 && count > 0 ? leftAfter(first - 1) : 0;
         StateCounts left = sample_.before(place);
-        for (std::size_t number = first; number < first + count; ++number) {
-            const double at = cutOff(number);
-            for (; place < values_.size() && side_.isLeft(values_[place].value, at); ++place)
+        const auto visitAt = [&](double cutOff) {
+            for (; place < values_.size() && side_.isLeft(values_[place].value, cutOff); ++place)
                 left.add(values_[place]);
-            visit(at, side_.classify(left));
-        }
+            visit(cutOff, side_.classify(left));
+        };
+        for (std::size_t number = first; number < first + count; ++number)
+            visitAt(cutOff(number));
     }
 
 private:

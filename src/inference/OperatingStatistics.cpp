@@ -38,13 +38,12 @@ struct Cells {
     [[nodiscard]] Cells exchanged() const { return {tn, fn, tp, fp}; }
 };
 
-/// 0/0 is missing, c/0 infinite.
+/// 0/0 is missing, c/0 infinite. Without a branch, for lists.
 template <class Number>
 double ratio(Number numerator, Number denominator)
 {
-    if (denominator == 0) // exact
-        return numerator == 0 ? missing : infinity;
-    return static_cast<double>(numerator) / static_cast<double>(denominator);
+    const double quotient = static_cast<double>(numerator) / static_cast<double>(denominator);
+    return std::isnan(quotient) ? missing : quotient;
 }
 
 // One class a statistic: value(cells) and, where the value is not missing, limits(cells, value). Both states occur.
@@ -224,11 +223,9 @@ struct Correlation {
     template <class Number>
     [[nodiscard]] double value(const Cells<Number>& x) const
     {
-        const Number called = x.calledPositive() * x.calledNegative();
-        if (called == 0) // exact
-            return missing;
-        return static_cast<double>(x.determinant())
-            / (std::sqrt(static_cast<double>(called)) * std::sqrt(static_cast<double>(x.positives() * x.negatives())));
+        const auto calls = static_cast<double>(x.calledPositive() * x.calledNegative());
+        const auto states = static_cast<double>(x.positives() * x.negatives());
+        return ratio(static_cast<double>(x.determinant()), std::sqrt(calls * states)); // no calls of a kind: 0/0
     }
     template <class Number>
     [[nodiscard]] Limits limits(const Cells<Number>&, double) const
@@ -303,19 +300,19 @@ void withStatistic(OperatingStatistic statistic, const OperatingOptions& options
     return use(Kappa{options});
 }
 
-template <class Number>
-Cells<Number> cellsOf(const CutOffCounts& c)
+/// cellsAt(i) are those of row i.
+template <class Statistic, class CellsAt>
+void fillValues(std::size_t rows, const Statistic& statistic, CellsAt cellsAt, double* values)
 {
-    return {static_cast<Number>(c.truePositives), static_cast<Number>(c.falsePositives),
-            static_cast<Number>(c.trueNegatives), static_cast<Number>(c.falseNegatives)};
+    for (std::size_t i = 0; i < rows; ++i)
+        values[i] = statistic.value(cellsAt(i));
 }
 
-template <class Number, class Statistic>
-void fillLimits(std::span<const CutOffCounts> counts, const Statistic& statistic, bool defined,
-                const EstimateLists& lists)
+template <class Statistic, class CellsAt>
+void fillLimits(std::size_t rows, const Statistic& statistic, CellsAt cellsAt, bool defined, const EstimateLists& lists)
 {
-    for (std::size_t i = 0; i < counts.size(); ++i) {
-        const Cells<Number> cells = cellsOf<Number>(counts[i]);
+    for (std::size_t i = 0; i < rows; ++i) {
+        const auto cells = cellsAt(i);
         const double value = statistic.value(cells);
         const Limits limits = defined && !std::isnan(value) ? statistic.limits(cells, value) : Limits{missing, missing};
         if (lists.lower != nullptr)
@@ -325,37 +322,52 @@ void fillLimits(std::span<const CutOffCounts> counts, const Statistic& statistic
     }
 }
 
-template <class Number>
-void fillWith(OperatingStatistic which, std::span<const CutOffCounts> counts, const OperatingOptions& options,
+template <class CellsAt>
+void fillWith(OperatingStatistic which, std::size_t rows, CellsAt cellsAt, const OperatingOptions& options,
               const EstimateLists& lists)
 {
+    if (lists.value == nullptr && lists.lower == nullptr && lists.upper == nullptr)
+        return;
     withStatistic(which, options, [&](const auto& statistic) {
         if (lists.value != nullptr)
-            for (std::size_t i = 0; i < counts.size(); ++i)
-                lists.value[i] = statistic.value(cellsOf<Number>(counts[i]));
+            fillValues(rows, statistic, cellsAt, lists.value);
         if (lists.lower != nullptr || lists.upper != nullptr)
-            fillLimits<Number>(counts, statistic, !std::isnan(options.zCritical), lists);
+            fillLimits(rows, statistic, cellsAt, !std::isnan(options.zCritical), lists);
     });
+}
+
+/// Whole numbers in doubles, whose products are exact.
+bool fitDoubles(const CutOffCounts& counts)
+{
+    constexpr std::int64_t most = std::int64_t{1} << 26; // sums of products stay within 2^53
+    return counts.positives() + counts.negatives() <= most;
 }
 
 } // namespace
 
-void fillEstimates(OperatingStatistic statistic, std::span<const CutOffCounts> counts, const OperatingOptions& options,
-                   const EstimateLists& lists)
+void OperatingRows::fill(OperatingStatistic statistic, const OperatingOptions& options,
+                         const EstimateLists& lists) const
 {
-    constexpr std::int64_t mostExact = std::int64_t{1} << 26; // sums of products stay within 2^53
-    if (counts.empty())
+    if (rows_ == 0)
         return;
-    if (counts.front().positives() + counts.front().negatives() <= mostExact)
-        fillWith<double>(statistic, counts, options, lists);
-    else
-        fillWith<Int128>(statistic, counts, options, lists);
+    if (fitDoubles(counts_[0])) {
+        const auto at = [this](std::size_t i) { return Cells<double>{tp_[i], fp_[i], tn_[i], fn_[i]}; };
+        fillWith(statistic, rows_, at, options, lists);
+    } else {
+        const auto at = [this](std::size_t i) {
+            const CutOffCounts& c = counts_[i];
+            return Cells<Int128>{c.truePositives, c.falsePositives, c.trueNegatives, c.falseNegatives};
+        };
+        fillWith(statistic, rows_, at, options, lists);
+    }
 }
 
 double estimateOf(OperatingStatistic statistic, const CutOffCounts& counts, const OperatingOptions& options)
 {
     double value = missing;
-    fillEstimates(statistic, {&counts, 1}, options, {.value = &value});
+    OperatingRows row;
+    row.add(counts);
+    row.fill(statistic, options, {.value = &value});
     return value;
 }
 
