@@ -86,7 +86,7 @@ Task parseSliced(const SlicedOptions& options, bool isBootstrap)
     if (options.by == task.question.state.column)
         throw usageError("--by names the state column: every value would be one state; name another column");
     task.question.summaries = true;
-    task.remarks.leaveOutTests();
+    task.remarks.leaveOut("interval-and-p");
     Inference asked{.interval = isBootstrap ? "bootstrap" : "score"};
     parseLevel(options.inference, asked);
     parseBootstrap(options.inference, asked);
