@@ -40,7 +40,6 @@ constexpr std::array countColumns{
     TableColumn{"false_positive", "FP", CellRole::count, 1},
     TableColumn{"true_negative", "TN", CellRole::count, 1},
     TableColumn{"false_negative", "FN", CellRole::count, 1},
-    TableColumn{"prevalence", "prevalence", CellRole::statistic, 1},
 };
 
 constexpr TableColumn criterionColumn{"criterion", "criterion", CellRole::name};
@@ -80,6 +79,14 @@ std::vector<TableColumn> measureColumns()
         columns.push_back({measures[m].upper, hasLimits(m) ? "upper" : "", CellRole::statistic, part});
     }
     return columns;
+}
+
+/// The numbers of cases, and the prevalence: for people where the heading does not tell it.
+std::vector<TableColumn> caseColumns(const Analysis& analysis, const CurveOptions& how)
+{
+    const TableColumn prevalence{"prevalence", isOnePrevalence(analysis, how) ? "" : "prevalence", CellRole::statistic,
+                                 1};
+    return joined({countColumns, std::span(&prevalence, 1)});
 }
 
 CutOffCell cellOf(const TestResult& test, const OperatingPoints& points, std::size_t row)
@@ -146,7 +153,8 @@ void addMethods(const Analysis& analysis, const CurveOptions& how, Document& doc
 Table pointTable(const Analysis& analysis, const CurveOptions& how, const Answers<OperatingPoints>& found)
 {
     TableMaker table(analysis.question,
-                     perTest(analysis.question, joined({std::span(&cutOffColumn, 1), countColumns, measureColumns()})));
+                     perTest(analysis.question,
+                             joined({std::span(&cutOffColumn, 1), caseColumns(analysis, how), measureColumns()})));
     std::vector<Table::Value> cells;
     for (const auto& [value, test, points] : found) {
         table.setValue(value);
@@ -165,7 +173,7 @@ Table pointTable(const Analysis& analysis, const CurveOptions& how, const Answer
 Table countTable(const Analysis& analysis, const CurveOptions& how, const Answers<OperatingPoints>& found)
 {
     TableMaker table(analysis.question,
-                     perTest(analysis.question, joined({std::span(&cutOffColumn, 1), countColumns})));
+                     perTest(analysis.question, joined({std::span(&cutOffColumn, 1), caseColumns(analysis, how)})));
     for (const auto& [value, test, points] : found) {
         table.setValue(value);
         for (std::size_t row = 0; row < points.size(); ++row) {
@@ -205,7 +213,7 @@ Table bestTable(const Analysis& analysis, const BestAnswers& found, std::span<co
 
 Table bestForPrograms(const Analysis& analysis, const CurveOptions& how, const BestAnswers& found)
 {
-    return bestTable(analysis, found, joined({countColumns, measureColumns()}),
+    return bestTable(analysis, found, joined({caseColumns(analysis, how), measureColumns()}),
                      [&](const OperatingPoints& ties, std::size_t row, const TestResult& test, auto& cells) {
                          addCounts(ties, row, cells);
                          cells.emplace_back(prevalenceOf(test, how));
@@ -215,7 +223,7 @@ Table bestForPrograms(const Analysis& analysis, const CurveOptions& how, const B
 
 Table bestForPeople(const Analysis& analysis, const BestAnswers& found)
 {
-    return bestTable(analysis, found, std::span(countColumns).first(4),
+    return bestTable(analysis, found, countColumns,
                      [&](const OperatingPoints& ties, std::size_t row, const TestResult&, auto& cells) {
                          addCounts(ties, row, cells);
                      });
