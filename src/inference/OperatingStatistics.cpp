@@ -346,7 +346,7 @@ void OperatingRows::fill(OperatingStatistic statistic, const OperatingOptions& o
 {
     if (rows_ == 0)
         return;
-    if (fitDoubles(counts_[0])) {
+    if (byWeight_ || fitDoubles(counts_[0])) {
         const auto at = [this](std::size_t i) { return Cells<double>{tp_[i], fp_[i], tn_[i], fn_[i]}; };
         fillWith(statistic, rows_, at, options, lists);
     } else {
