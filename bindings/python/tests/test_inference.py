@@ -164,9 +164,11 @@ def test_bootstraps_depend_on_the_seed_alone(monkeypatch):
     (vexroc.partial_auc, {"tpr": (0.9, 0.8)}, "is no band"),
     (vexroc.partial_auc, {"fpr": (0, 1), "tpr": (0, 1)}, "one of fpr= and tpr="),
     (vexroc.best_threshold, {"criterion": "yuden"}, "youden"),
-    (vexroc.best_threshold, {"cost_ratio": 0}, "cost_ratio"),
+    (vexroc.best_threshold, {"cost_ratio": 0, "criterion": "cost"}, "cost_ratio"),
+    (vexroc.best_threshold, {"cost_ratio": 5}, "cost_ratio=5 is of criterion='cost', not of 'youden'"),
+    (vexroc.auc, {"small_sample": True}, "small_sample is of p_method='wald'"),
     (vexroc.pr_auc, {"prevalence": 30}, "prevalence=30 is not between 0 and 1"),
-    (vexroc.confusion_at_thresholds, {"thresholds": [1, NAN]}, "NaN"),
+    (vexroc.confusion_at_thresholds, {"thresholds": [1, NAN]}, "thresholds has a missing value at position 1"),
 ])
 def test_impossible_questions_are_named(call, options, message):
     with pytest.raises(ValueError, match=message):

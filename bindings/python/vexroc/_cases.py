@@ -11,6 +11,7 @@ from ._inputs import (MAX_CASES, Floats, Mask, NanPolicy, check_directions, chec
                       complete_cases, distinct_values, to_numbers)
 from ._labels import OTHER_STATE, to_states
 from ._library import check, library
+from ._options import AreaQuestion, infer_area
 from ._remarks import RemarkList
 from ._structures import SummaryFacts, sized
 
@@ -127,6 +128,13 @@ class Cases:
         self.remarks.add_area(self.subject(), test=self.names[0].encode(), n_positive=n_positive,
                               n_negative=n_negative, smaller_is_positive=self.is_smaller(),
                               distinct_values=min(distinct, 3), **facts)
+
+    def add_remarks_of(self, summary: Summary, **facts: Any) -> None:
+        """Adds what there is to say of the cases of a summary, of which more is asked than the area; facts: of that."""
+        r, told = infer_area(summary.address, self.is_smaller(), AreaQuestion(exact="never")), summary.facts()
+        self.add_remarks(told.positive, told.negative, told.values, **{
+            "area": r.area, "std_error": r.std_error, "lower": r.lower, "upper": r.upper, "interval": b"score",
+            "p_method": b"mann-whitney", **facts})
 
     def summary(self) -> Summary:
         """Of the only scores."""
