@@ -220,7 +220,8 @@ def best_threshold(y_true: Any, y_score: Any, *, criterion: str = "youden", cost
                    min_sensitivity=check_number("min_sensitivity", min_sensitivity, "give a share from 0 to 1"),
                    min_specificity=check_number("min_specificity", min_specificity, "give a share from 0 to 1"))
     result, ties = _best(asked, criterion)
-    rate = _fixed_rate(asked, criterion, result, interval) if asked.has_both and result.share == result.share else None
+    has_rate = asked.has_both and result.share == result.share
+    rate = _fixed_rate(asked, criterion, result, interval) if has_rate else None
     chosen = float(ties[result.chosen]) if result.count else float("nan")
     points = asked.points(ties)
     asked.add_remarks("best-on-same-data" if result.count else "criterion-unmet")
