@@ -247,7 +247,8 @@ def _fixed_rate(asked: _Asked, criterion: str, best: BestResult, interval: str) 
     drawn = (None, None) if interval == "none" else (options.replicates, options.seed)
     rate = "sensitivity" if best.criterion == b"specificity" else "specificity"
     return FixedRate(rate, best.share, number(result.reached), number(result.lower), number(result.upper),
-                     number(result.interpolated), number(result.std_error), result.interval.decode(), asked.level, *drawn)
+                     number(result.interpolated), number(result.std_error), result.interval.decode(), asked.level,
+                     *drawn)
 
 
 def net_benefit(y_true: Any, y_score: Any, thresholds: Any, *, prevalence: float | None = None, pos_label: Any = None,
