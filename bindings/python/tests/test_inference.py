@@ -133,8 +133,14 @@ def test_weights_of_one_scale_leave_what_cases_say():
     order = RANDOM.permutation(200)
     assert moved == vexroc.auc(Y[order], TIED[order], sample_weight=weight[order])
     assert (moved.area, moved.n_positive) != (whole.area, whole.n_positive)
-    table = {"y": Y, "t": TIED, "w": weight}
-    assert vexroc.analyze(table, state="y", tests="t", weight="w", weight_kind="probability")["t"].area == moved
+    result = vexroc.analyze({"y": Y, "t": TIED, "w": weight}, state="y", tests="t", weight="w",
+                            weight_kind="probability")["t"]
+    assert result.area == moved and result.weighted_positive == pytest.approx(weight[Y == 1].sum())
+    points = vexroc.confusion_at_thresholds(Y, TIED, sample_weight=weight)
+    curve = vexroc.roc_curve(Y, TIED, sample_weight=weight)
+    np.testing.assert_array_equal(points.sensitivity.value, curve.tpr)
+    np.testing.assert_allclose(result.roc.tpr, curve.tpr, rtol=1e-14)
+    assert np.sum(np.diff(curve.fpr) * (curve.tpr[1:] + curve.tpr[:-1])) / 2 == pytest.approx(moved.area)
     twice = vexroc.auc(Y, TIED, count=np.full(200, 2))
     assert twice.area == whole.area and twice.std_error < whole.std_error
 

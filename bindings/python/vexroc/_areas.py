@@ -193,7 +193,7 @@ def mann_whitney(y_true: Any, y_score: Any, *, alternative: Alternative = "two-s
 def compare_paired(y_true: Any, y_score_1: Any, y_score_2: Any, *, pos_label: Any = None, neg_label: Any = None,
                    missing: Any = None, direction: Directions = "larger", interval: Interval | None = None,
                    alternative: Alternative = "two-sided", confidence_level: float = 0.95, count: Any = None,
-                   sample_weight: Any = None, nan_policy: NanPolicy = "raise") -> Comparison:
+                   nan_policy: NanPolicy = "raise") -> Comparison:
     """Compares the areas of two test variables of the same cases (DeLong, DeLong and Clarke-Pearson 1988, Biometrics
     44, 837-845).
 
@@ -207,7 +207,7 @@ def compare_paired(y_true: Any, y_score_1: Any, y_score_2: Any, *, pos_label: An
         Of the two areas, as in auc.
     alternative
         "two-sided", "greater" (the first area) or "less": of the p value.
-    pos_label, neg_label, missing, direction, confidence_level, count, sample_weight, nan_policy
+    pos_label, neg_label, missing, direction, confidence_level, count, nan_policy
         As in auc.
 
     Returns
@@ -231,7 +231,7 @@ def compare_paired(y_true: Any, y_score_1: Any, y_score_2: Any, *, pos_label: An
     """
     asked = area_question(confidence_level, interval, alternative=alternative)
     cases = Cases(("y_true", y_true), {"y_score_1": y_score_1, "y_score_2": y_score_2},
-                  (pos_label, neg_label, missing), direction, nan_policy, weights_of(count, sample_weight))
+                  (pos_label, neg_label, missing), direction, nan_policy, weights_of(count, None))
     return paired(cases, asked)
 
 

@@ -73,6 +73,8 @@ class Cases:
         kept = complete_cases(columns, nan_policy, {name} if told.are_two else ())
         if told.have_others():
             kept = (columns[name] != OTHER_STATE) & (True if kept is None else kept)
+        if weights.kind == _PROBABILITY and not columns[weights.name].all():
+            kept = (columns[weights.name] != 0) & (True if kept is None else kept)
         self.n_omitted = 0 if kept is None else self._number_of(~kept, columns.get(weights.name))
         chosen = [column if kept is None else column[kept] for column in columns.values()]
         self.weights = chosen.pop() if weights.kind else None
@@ -108,11 +110,6 @@ class Cases:
         """How many cases are positive, and negative."""
         positive = int(np.count_nonzero(self.states))
         return positive, len(self.states) - positive
-
-    @property
-    def part(self) -> str:
-        """Which part the weights play in the library's handle."""
-        return "count" if self.kind == _FREQUENCY else "weight"
 
     def is_smaller(self) -> bool:
         return self.directions[0] == "smaller"
