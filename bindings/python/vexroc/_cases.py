@@ -139,8 +139,8 @@ class Cases:
         """Adds what there is to say of the cases of a summary, of which something else than the area is asked; facts:
         of that. The standard error of the area is not shown, so that it lacks is not said."""
         r, told = infer_area(summary.address, self.is_smaller(), AreaQuestion(exact="never")), summary.facts()
-        self.add_remarks(told.positive, told.negative, told.values, **{
-            "area": r.area, "std_error": 1.0, "lower": r.lower, "upper": r.upper, "interval": b"score", "p_method": b"mann-whitney", **facts})
+        shown = {"interval": b"score", "p_method": b"mann-whitney", "std_error": 1.0, **facts}
+        self.add_remarks(told.positive, told.negative, told.values, area=r.area, lower=r.lower, upper=r.upper, **shown)
 
     def summary(self) -> Summary:
         """Of the only scores."""
