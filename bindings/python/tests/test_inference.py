@@ -81,6 +81,8 @@ def test_operating_points_are_what_the_thresholds_make_of_the_cases(direction):
         called = compare(TIED[:, None], at)
         assert named.tp.tolist() == called[Y == 1].sum(axis=0).tolist()
         assert named.fp.tolist() == called[Y == 0].sum(axis=0).tolist()
+    of_float32 = vexroc.confusion_at_thresholds([0, 1], np.float32([0.5, 0.7]), 0.7)
+    assert (of_float32.tp[0], of_float32.fp[0]) == (1, 0)
     frame = pytest.importorskip("pandas") and named.to_frame()
     assert frame.ppv.equals(frame.tp / (frame.tp + frame.fp)) and (frame.ppv_lower.dropna() <= frame.ppv.dropna()).all()
     rare = vexroc.confusion_at_thresholds(Y, TIED, 0.3, direction=direction, prevalence=0.01)

@@ -290,7 +290,8 @@ def compare_independent(y_true_1: Any, y_score_1: Any, y_true_2: Any, y_score_2:
     remarks.add_difference("", result.difference, result.std_error)
     return Comparison(first, second, number(result.difference), number(result.std_error), number(result.z),
                       *normal_p(result.z, alternative), number(result.ci_lower), number(result.ci_upper),
-                      asked.confidence_level, first.error, alternative, *remarks.tell())
+                      asked.confidence_level, " and ".join(dict.fromkeys((first.error, second.error))), alternative,
+                      *remarks.tell())
 
 
 def _as_result(area: Area) -> AreaResult:

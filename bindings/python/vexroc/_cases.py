@@ -32,15 +32,24 @@ class Weights(NamedTuple):
     def column(self) -> Floats:
         """As numbers, after checking them; NaN where one is missing."""
         column = to_numbers(self.name, self.values)
-        wrong = (column < 0) | np.isinf(column)
         if self.kind == _FREQUENCY:
-            wrong |= column != np.floor(column)
-            wrong &= column == column
-        if wrong.any():
-            position = int(wrong.argmax())
-            hint = "a count is a whole number" if self.kind == _FREQUENCY else "a weight is a finite number"
-            raise ValueError(f"{self.name} has {column[position]:g} at position {position}; {hint} from 0")
+            wrong = (column < 0) | np.isinf(column) | ((column != np.floor(column)) & (column == column))
+            refuse_weights(self.name, column, wrong, "a count is a whole number from 0")
+        else:
+            check_probabilities(self.name, column)
         return column
+
+
+def refuse_weights(name: str, column: Floats, wrong: Mask, hint: str) -> None:
+    """Throws where a weight is wrong."""
+    if wrong.any():
+        position = int(wrong.argmax())
+        raise ValueError(f"{name} has {column[position]:g} at position {position}; {hint}")
+
+
+def check_probabilities(name: str, column: Floats) -> None:
+    """Throws for what is no inverse sampling probability."""
+    refuse_weights(name, column, (column < 0) | np.isinf(column), "a weight is a finite number from 0")
 
 
 def weights_of(count: Any, sample_weight: Any, suffix: str = "") -> Weights:
@@ -127,11 +136,11 @@ class Cases:
                               distinct_values=min(distinct, 3), **facts)
 
     def add_remarks_of(self, summary: Summary, **facts: Any) -> None:
-        """Adds what there is to say of the cases of a summary, of which more is asked than the area; facts: of that."""
+        """Adds what there is to say of the cases of a summary, of which something else than the area is asked; facts:
+        of that. The standard error of the area is not shown, so that it lacks is not said."""
         r, told = infer_area(summary.address, self.is_smaller(), AreaQuestion(exact="never")), summary.facts()
-        self.add_remarks(told.positive, told.negative, told.values, **{
-            "area": r.area, "std_error": r.std_error, "lower": r.lower, "upper": r.upper, "interval": b"score",
-            "p_method": b"mann-whitney", **facts})
+        shown = {"interval": b"score", "p_method": b"mann-whitney", "std_error": 1.0, **facts}
+        self.add_remarks(told.positive, told.negative, told.values, area=r.area, lower=r.lower, upper=r.upper, **shown)
 
     def summary(self) -> Summary:
         """Of the only scores."""

@@ -104,8 +104,8 @@ def confusion_at_thresholds(y_true: Any, y_score: Any, thresholds: Any = None, *
     y_score : shape (n,)
         Test value of each case, as in roc_curve.
     thresholds : shape (rows,), or a number
-        In the unit of the scores, infinite ones included; they need not be observed. None: all thresholds of
-        roc_curve, in its order.
+        In the unit of the scores, infinite ones included; they need not be observed. Of float32 scores they are
+        float32, too: 0.7 is 0.7. None: all thresholds of roc_curve, in its order.
     prevalence
         In (0, 1): that ppv and npv are asked at, with intervals of Mercaldo, Lau and Zhou (2007, Statist. Med. 26,
         2170-2183). None: that of the sample, which is right only where the cases are a sample of the population.
@@ -143,6 +143,9 @@ def confusion_at_thresholds(y_true: Any, y_score: Any, thresholds: Any = None, *
     (array([0.667, 0.333]), array([0.208, 0.061]))
     """
     at = None if thresholds is None else _at("thresholds", thresholds)
+    precision = getattr(y_score, "dtype", None)
+    if at is not None and precision in (np.float16, np.float32):
+        at = at.astype(precision).astype(np.float64)
     cases = Cases(("y_true", y_true), {"y_score": y_score}, (pos_label, neg_label, missing), direction, nan_policy,
                   weights_of(count, sample_weight))
     asked = _Asked(cases, cut_off, confidence_level, proportion, prevalence)
