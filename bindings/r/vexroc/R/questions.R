@@ -51,9 +51,12 @@ sample_share <- function(fit) {
 prevalence_in_words <- function(fit, prevalence)
   if (is.null(prevalence)) sample_share(fit) else paste("the prevalence", prevalence)
 
-shares_line <- function(options)
-  if (options$proportion == "none") "No intervals" else paste0("Intervals: ", options$proportion, " for shares and f1, square-and-add (", options$proportion,
-         ") for balanced_accuracy and youden,\n  log for ratios, normal for kappa, level ", options$level)
+shares_line <- function(options) {
+  rule <- options$proportion
+  if (rule == "none") return("No intervals")
+  paste0("Intervals: ", rule, " for shares and f1, square-and-add (", rule, ") for balanced_accuracy and youden,\n",
+         "  log for ratios, normal for kappa, level ", options$level)
+}
 
 say_sample_prevalence <- function(remarks, area)
   say(remarks, "sample-prevalence", area$subject, format(prevalence_of(area), digits = 4))
@@ -78,8 +81,10 @@ best_cut_offs <- function(fit, method = "youden", cost.ratio = 1, prevalence = N
                     min_sensitivity = one_number(min.sensitivity, "min.sensitivity"),
                     min_specificity = one_number(min.specificity, "min.specificity")), bootstrap_options(boot.n, seed))
   remarks <- .Call(C_new_remarks)
-  rows <- lapply(method, function(criterion) ask_areas(fit, options, function(cases, options, area)
-    best_rows(cases, options, area, criterion, remarks)))
+  rows <- lapply(method, function(criterion) ask_areas(fit, options, function(cases, options, area) {
+    if (is.null(prevalence)) say_sample_prevalence(remarks, area)
+    best_rows(cases, options, area, criterion, remarks)
+  }))
   say(remarks, "best-on-same-data")
   frame <- below(rows)
   answer_table(frame, fit, "Best cut-offs",

@@ -109,7 +109,8 @@ refused <- list(
   "is no test" = quote(operating_points(fit, at = c(c = 1))), "beyond the values of a" =
     quote(operating_points(fit, at = -6)), "there are youden" = quote(best_cut_offs(fit, "yuden")),
   "cost" = quote(best_cut_offs(fit, "cost", cost.ratio = -1)), "`partial.auc` is two" = quote(partial_area(fit, 0.9)),
-  "of one test" = quote(plot(operating_points(fit))), "standardized area" = quote(partial_area(fit, partial.auc.correct = TRUE)), "risk" = quote(net_benefit(fit)),
+  "of one test" = quote(plot(operating_points(fit))),
+  "standardized area" = quote(partial_area(fit, partial.auc.correct = TRUE)), "risk" = quote(net_benefit(fit)),
   "\"wald-delong\"" = quote(vexroc(state ~ a, study, ci.method = "delong")), "it is `weight.kind`" =
     quote(vexroc(state ~ a, study, weight_kind = "counts")), "`seed` is a whole" = quote(vexroc(1:2, 0:1, seed = 0.5)),
   "`ci.method` names" = quote(vexroc(state ~ a, study, interval = "wald")),
