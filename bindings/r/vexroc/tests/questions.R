@@ -66,6 +66,7 @@ near(unlist(weighted$areas[c("area", "lower", "upper")]),
 heavy <- vexroc(state ~ a, study, weight = 1 + state * (a > 1), weight.kind = "probability")
 stopifnot(heavy$areas$area > weighted$areas$area, heavy$areas$error == "weighted", heavy$areas$p_method == "wald",
           pr_area(heavy)$pr_area > pr_area(weighted)$pr_area)
+near(operating_points(heavy, 1)$prevalence, pr_area(heavy)$prevalence)
 
 # Risks, and risks that are none.
 risk <- data.frame(state = study$state, risk = plogis(study$a - 0.8))
