@@ -3,7 +3,7 @@
 #include "cli/commands/Commands.h"
 #include "cli/commands/QuestionOptions.h"
 #include "cli/commands/SlicedOptions.h"
-#include "cli/output/Documents.h"
+#include "cli/output/InferenceDocuments.h"
 #include "cli/output/TableForms.h"
 #include "cli/output/questionWords.h"
 #include "cli/picture/Picture.h"
@@ -51,8 +51,15 @@ DataTable readAnalysisTable(AnalyzeTask& task, const Surroundings& surroundings)
 
 Analysis analyze(AnalyzeTask& task, DataTable table, AnalysisWatch& watch)
 {
-    Analysis analysis = studySlices(task, std::move(table), watch.watch(&task.remarks));
+    const Watch asked = watch.watch(&task.remarks);
+    Analysis analysis = studySlices(task, std::move(table), asked);
     analysis.bestTable = task.bestTable;
+    const CurveOptions how{.interval = precisionRecallInterval};
+    if (task.question.summaries)
+        askEach(analysis, asked, [&](std::string_view value, const TestResult& test, const Watch& one) {
+            const CurveInference inference(test, task.question, how, one);
+            analysis.precisionRecallAreas.push_back({value, &test, inference.precisionRecall(precisionRecallRule)});
+        });
     watch.endProgress();
     if (analysis.bestTable && analysis.anyResult())
         task.remarks.add("best-on-same-data");

@@ -1,6 +1,7 @@
 #include "cli/commands/AnalyzeOptions.h"
 
 #include "cli/commands/PlotSize.h"
+#include "cli/commands/SlicedOptions.h"
 #include "cli/options/Offer.h"
 #include "cli/words/Failure.h"
 #include "cli/words/Numbers.h"
@@ -25,7 +26,7 @@ void addSplitOptions(CLI::App& command, AnalyzeOptions& options)
 
 void addResultOptions(CLI::App& command, AnalyzeOptions& options)
 {
-    command.add_flag("--pr", options.pr, "Precision-recall curves");
+    command.add_flag("--pr", options.pr, "Precision-recall curves, and the areas under them");
     command.add_flag("--keilwagen", options.keilwagen,
                      "Interpolate them along false positives (Keilwagen) instead of true positives (Davis, Goadrich)");
     command.add_flag("--no-curve", options.noCurve, "Areas only, without the points of the ROC curves");
@@ -108,6 +109,7 @@ void askForParts(const AnalyzeOptions& options, AnalyzeTask& task)
     task.question.rocCurve = !options.noCurve;
     task.question.bestCutOffs = !options.noCurve; // the maximum is one of them
     task.question.precisionRecall = options.pr || !options.files.precisionRecall.empty();
+    task.question.summaries = options.pr; // for the areas of precision and recall
     task.question.points = drawn || !options.files.curve.empty() || !options.files.precisionRecall.empty();
     if (options.pr && options.files.precisionRecall.empty() && !drawn)
         task.remarks.add("points-elsewhere");
@@ -138,8 +140,7 @@ void addAnalyzeOptions(CLI::App& command, AnalyzeOptions& options)
     addChoice(command, "--weight-kind", options.weightKind, {"counts", "probability"},
               "counts: it is meant that weights change the weighted counts only; probability: they are inverse "
               "sampling probabilities, and move areas, errors and curves");
-    command.add_option("--by", options.by, "One analysis per value of this column, in ascending order")
-        ->type_name("COLUMN");
+    addByOption(command, options.by);
     addChoice(command, "--compare", options.compare, {"paired", "independent"},
               "paired: all tests on the same cases; independent: each test between the groups");
     addCasesOption(command, options.cases);

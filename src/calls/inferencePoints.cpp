@@ -14,6 +14,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstring>
+#include <optional>
 #include <span>
 
 using namespace ROCALG_920;
@@ -47,17 +48,24 @@ constexpr Column columnsOfEstimates[] = {
 /// Writes rows to the caller's lists, some at a time: column by column, while their counts are near.
 class RowWriter {
 public:
-    RowWriter(const vexroc_operating_columns& columns, const InferenceOptions& options)
-        : columns_(columns), options_{options.proportion, options.level, options.zCritical, options.prevalence}
+    RowWriter(const vexroc_operating_columns& columns, const InferenceOptions& options, const WeightedSummary& sample)
+        : columns_(columns), options_{options.proportion, options.level,
+                                      sample.isWeighted() ? missing : options.zCritical, options.prevalence}
     {
+        if (!sample.equalWeights)
+            weights_.emplace(sample, options.largerIsPositive);
     }
 
-    void add(double cutOff, const CutOffCounts& counts)
+    /// place: distinct values left of the cut-off
+    void add(double cutOff, const CutOffCounts& counts, std::size_t place)
     {
         if (rows_.counts().size() == OperatingRows::most)
             flush();
         put(columns_.cut_off, written_ + rows_.counts().size(), cutOff);
-        rows_.add(counts);
+        if (weights_)
+            rows_.add(counts, weights_->at(place));
+        else
+            rows_.add(counts);
     }
     /// After the last row.
     void flush()
@@ -86,6 +94,7 @@ private:
 
     const vexroc_operating_columns& columns_;
     OperatingOptions options_;
+    std::optional<WeightsBySide> weights_; ///< where they make a difference
     OperatingRows rows_;
     std::size_t written_ = 0;
 };
@@ -184,18 +193,20 @@ int vexroc_operating_points(const vexroc_summary* summary, const vexroc_inferenc
 {
     return guarded([&] {
         const DefaultArithmetic arithmetic;
-        const Summary& sample = unweighted(summary, "an operating point");
+        const WeightedSummary& weighted = required(summary, "summary").sample();
+        const Summary& sample = weighted.counts;
         const InferenceOptions checked = inferenceOptions(options);
         const vexroc_operating_columns lists = listsOf(columns);
         requireBothStates(sample);
         const CutOffLookup lookup(sample, checked.curve());
         requireRows(at, first, count, lookup);
-        RowWriter rows(lists, checked);
+        RowWriter rows(lists, checked, weighted);
         if (at == nullptr)
-            lookup.forEach(static_cast<std::size_t>(first), static_cast<std::size_t>(count),
-                           [&](double cutOff, const CutOffCounts& counts) { rows.add(cutOff, counts); });
+            lookup.forEach(
+                static_cast<std::size_t>(first), static_cast<std::size_t>(count),
+                [&](double cutOff, const CutOffCounts& counts, std::size_t place) { rows.add(cutOff, counts, place); });
         for (long long i = 0; at != nullptr && i < count; ++i)
-            rows.add(at[i], lookup.at(at[i]));
+            rows.add(at[i], lookup.at(at[i]), lookup.placeOf(at[i]));
         rows.flush();
         return VEXROC_OK;
     });

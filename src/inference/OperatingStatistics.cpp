@@ -125,7 +125,7 @@ struct BalancedAccuracy {
 /// Limits at e^-half and e^half times the middle, widened to hold the value.
 Limits onLogScale(double value, double middle, double half)
 {
-    const auto factor = static_cast<double>(exponential(half));
+    const double factor = quickExponential(half);
     const double lower = value == 0.0 ? 0.0 : middle / factor; // exact
     const double upper = std::isinf(value) ? infinity : middle * factor;
     return {std::min(lower, value), std::max(upper, value)};
@@ -195,7 +195,7 @@ struct PredictiveValue {
         const double falseRate = y.fp / y.negatives();
         const double variance = y.fn / y.positives() / y.tp + y.tn / y.negatives() / y.fp;
         const double odds = sensitivity * q / (falseRate * (1.0 - q));
-        const auto factor = static_cast<double>(exponential(options.zCritical * std::sqrt(variance)));
+        const double factor = quickExponential(options.zCritical * std::sqrt(variance));
         const auto shareOfOdds = [](double o) { return 1.0 / (1.0 + 1.0 / o); };
         return {std::min(shareOfOdds(odds / factor), value), std::max(shareOfOdds(odds * factor), value)};
     }
@@ -350,7 +350,7 @@ void OperatingRows::fill(OperatingStatistic statistic, const OperatingOptions& o
 {
     if (rows_ == 0)
         return;
-    if (fitDoubles(counts_[0])) {
+    if (byWeight_ || fitDoubles(counts_[0])) {
         const auto at = [this](std::size_t i) { return Cells<double>{tp_[i], fp_[i], tn_[i], fn_[i]}; };
         fillWith(statistic, rows_, at, options, lists);
     } else {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "inference/CutOffWeights.h"
 #include "inference/Proportion.h"
 #include "summary/CutOffCounts.h"
 
@@ -56,11 +57,20 @@ public:
     /// At most so many, until they are cleared.
     void add(const CutOffCounts& counts) noexcept
     {
+        add(counts,
+            {static_cast<double>(counts.truePositives), static_cast<double>(counts.falsePositives),
+             static_cast<double>(counts.trueNegatives), static_cast<double>(counts.falseNegatives)});
+        byWeight_ = false;
+    }
+    /// Shares of weights instead of cases, all rows alike: limits are not asked for.
+    void add(const CutOffCounts& counts, const CutOffWeights& weights) noexcept
+    {
         counts_[rows_] = counts;
-        tp_[rows_] = static_cast<double>(counts.truePositives);
-        fp_[rows_] = static_cast<double>(counts.falsePositives);
-        tn_[rows_] = static_cast<double>(counts.trueNegatives);
-        fn_[rows_] = static_cast<double>(counts.falseNegatives);
+        tp_[rows_] = weights.truePositives;
+        fp_[rows_] = weights.falsePositives;
+        tn_[rows_] = weights.trueNegatives;
+        fn_[rows_] = weights.falseNegatives;
+        byWeight_ = true;
         ++rows_;
     }
     void clear() noexcept { rows_ = 0; }
@@ -69,8 +79,9 @@ public:
 
 private:
     std::size_t rows_ = 0;
+    bool byWeight_ = false;
     std::array<CutOffCounts, most> counts_;
-    // The same as doubles.
+    // The same as doubles, or their weights.
     std::array<double, most> tp_;
     std::array<double, most> fp_;
     std::array<double, most> tn_;
