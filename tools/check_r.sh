@@ -27,7 +27,7 @@ else
     mkdir library
     R CMD INSTALL --library=library vexroc_*.tar.gz >install.log 2>&1 || { cat install.log; exit 1; }
     export R_LIBS=$work/library
-    Rscript "$package/tests/vexroc.R"
+    for test in "$package"/tests/*.R; do Rscript "$test"; done
     PYTHONDONTWRITEBYTECODE=1 /usr/bin/python3 -m pytest -q -p no:cacheprovider --door=r \
         "$package/../../../tests/misleading/test_misleading.py"
 fi

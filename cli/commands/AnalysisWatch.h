@@ -4,6 +4,7 @@
 #include "cli/system/InterruptGuard.h"
 #include "cli/system/Progress.h"
 #include "cli/system/Surroundings.h"
+#include "cli/system/onAllCores.h"
 #include "cli/words/Failure.h"
 #include "host/CancelFlag.h"
 
@@ -24,7 +25,9 @@ public:
     /// Refers to this object.
     [[nodiscard]] Watch watch(Remarks* remarks)
     {
-        Watch watch{.cancelRequested = [this] { return cancel_.IsCancelRequested(); }, .remarks = remarks};
+        Watch watch{.cancelRequested = [this] { return cancel_.IsCancelRequested(); },
+                    .parallel = onAllCores,
+                    .remarks = remarks};
         if (line_)
             watch.progress = [this](double share, int records) { line_->show(share, records); };
         return watch;

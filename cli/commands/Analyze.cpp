@@ -2,6 +2,7 @@
 #include "cli/commands/AnalyzeOptions.h"
 #include "cli/commands/Commands.h"
 #include "cli/commands/QuestionOptions.h"
+#include "cli/commands/SlicedOptions.h"
 #include "cli/output/Documents.h"
 #include "cli/output/TableForms.h"
 #include "cli/output/questionWords.h"
@@ -48,33 +49,13 @@ DataTable readAnalysisTable(AnalyzeTask& task, const Surroundings& surroundings)
     return table;
 }
 
-/// What there is to say of all values together.
-void remarkOnWhole(const Analysis& analysis, std::size_t missing, Remarks& remarks)
-{
-    if (analysis.bestTable && analysis.anyResult())
-        remarks.add("best-on-same-data");
-    if (missing > 0)
-        remarks.add("left-out", "", std::to_string(missing) + " without a value of " + analysis.question.by);
-}
-
 Analysis analyze(AnalyzeTask& task, DataTable table, AnalysisWatch& watch)
 {
-    Analysis analysis{.question = task.question, .bestTable = task.bestTable};
-    std::size_t missing = 0;
-    if (task.question.by.empty()) {
-        analysis.values.push_back({"", study(table, task.question, watch.watch(&task.remarks))});
-        analysis.labels = analysis.values.front().results.labels;
-    } else {
-        StudyByValue byValue = studyByValue(std::move(table), task.question, watch.watch(&task.remarks));
-        analysis.values = std::move(byValue.values);
-        missing = byValue.missing;
-        analysis.labels = byValue.labels;
-    }
+    Analysis analysis = studySlices(task, std::move(table), watch.watch(&task.remarks));
+    analysis.bestTable = task.bestTable;
     watch.endProgress();
-    analysis.labels->addRemarks(task.remarks.handle());
-    for (const ValueResults& value : analysis.values)
-        remarkOnValue(task.question, value, task.remarks);
-    remarkOnWhole(analysis, missing, task.remarks);
+    if (analysis.bestTable && analysis.anyResult())
+        task.remarks.add("best-on-same-data");
     return analysis;
 }
 
@@ -94,6 +75,8 @@ public:
     AnalysisFiles(AnalyzeTask& task, const Analysis& analysis, const std::optional<Rasterizer>& rasterizer)
         : task_(task), analysis_(analysis), rasterizer_(rasterizer), document_(analysisDocument(analysis))
     {
+        for (const ValueResults& value : analysis.values)
+            methods_.add(value.results);
         if (task.files.drawn()) {
             curves_ = curvesOf(analysis);
             notDrawn_ = prepareForDrawing(curves_);
@@ -163,10 +146,10 @@ private:
     [[nodiscard]] Drawing drawing() const
     {
         Drawing drawing{.curves = curves_,
-                        .level = task_.question.level,
+                        .interval = intervalOfAreas(task_.question.inference),
                         .question = questionHeading(task_.question, *analysis_.labels),
                         .notes = {"Dot: maximum Kolmogorov-Smirnov distance, the largest Youden index",
-                                  standardErrorHeading(task_.question)}};
+                                  areaHeading(task_.question, methods_)}};
         if (const std::string note = thinningNote(curves_); !note.empty())
             drawing.notes.push_back("Thinned: " + note);
         if (!notDrawn_.empty())
@@ -198,6 +181,7 @@ private:
     const Analysis& analysis_;
     const std::optional<Rasterizer>& rasterizer_;
     Document document_;
+    AreaMethods methods_;
     std::vector<DrawnCurve> curves_; ///< ready for pictures, of all values together
     std::string notDrawn_;           ///< which curves were left out of them
 };

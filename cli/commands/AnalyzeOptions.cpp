@@ -132,13 +132,12 @@ void addAnalyzeOptions(CLI::App& command, AnalyzeOptions& options)
     addSplitOptions(command, options);
     command
         .add_option("--weight", options.weight,
-                    "Column with weights, which change the weighted counts only; for cases per row see --count")
+                    "Column with weights, which change the weighted counts only unless their kind is probability; for "
+                    "cases per row see --count")
         ->type_name("COLUMN");
-    command
-        .add_option("--weight-kind", options.weightKind,
-                    "counts: it is meant that weights change the weighted counts only")
-        ->type_name("counts")
-        ->check(CLI::IsMember({"counts"}));
+    addChoice(command, "--weight-kind", options.weightKind, {"counts", "probability"},
+              "counts: it is meant that weights change the weighted counts only; probability: they are inverse "
+              "sampling probabilities, and move areas, errors and curves");
     command.add_option("--by", options.by, "One analysis per value of this column, in ascending order")
         ->type_name("COLUMN");
     addChoice(command, "--compare", options.compare, {"paired", "independent"},
@@ -162,14 +161,14 @@ AnalyzeTask parseAnalyzeTask(const AnalyzeOptions& options)
     task.files = options.files;
     Question& question = task.question;
     question.eachTest = false;
-    setInference(options.inference, question);
+    question.weight = options.weight;
+    question.weightKind = options.weightKind.empty() ? "unsaid" : options.weightKind;
+    question.inference = parseInference(options.inference, question.hasProbabilityWeights());
     if (options.compare == "paired")
         askPaired(options.cases, question);
     else if (options.compare == "independent")
         question.comparison = Comparison::independent;
     question.grouping = parseGrouping(options);
-    question.weight = options.weight;
-    question.weightIsCount = !options.weightKind.empty();
     question.by = options.by;
     question.alongFalsePositives = options.keilwagen;
     question.byArea = options.sort == "area";

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/commands/InferenceOptions.h"
 #include "cli/commands/QuestionOptions.h"
 #include "cli/picture/Picture.h"
 

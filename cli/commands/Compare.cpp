@@ -1,4 +1,5 @@
 #include "cli/commands/Commands.h"
+#include "cli/commands/InferenceOptions.h"
 #include "cli/commands/QuestionOptions.h"
 #include "cli/output/Documents.h"
 #include "cli/study/remarksOn.h"
@@ -29,7 +30,7 @@ void askIndependent(const CompareOptions& options, Question& question)
 Report runCompare(const CompareOptions& options, const Surroundings& surroundings)
 {
     Task task = parseTask(options.question);
-    setInference(options.inference, task.question);
+    task.question.inference = parseDifference(options.inference);
     if (options.groups.group.empty() && !options.groups.select.empty())
         throw usageError("--select names two values of a column: name it with --group");
     if (!options.groups.group.empty() && !options.cases.empty())
@@ -57,7 +58,8 @@ Action addCompare(CLI::App& command)
         "Compare each test between two groups of cases: those of these values, or "
         "of the two that the column holds");
     addCasesOption(command, options->cases);
-    addInferenceOptions(command, options->inference);
+    addDifferenceOptions(command, options->inference);
+    addSentenceOption(command, options->question.answer);
     command.footer("Example: vexroc compare data.csv --state diagnosis=malignant --test radius_mean,texture_mean\n"
                    "         vexroc compare data.csv --state disease=1 --test marker --group sex=female,male");
     return [options](const Surroundings& surroundings) { return runCompare(*options, surroundings); };

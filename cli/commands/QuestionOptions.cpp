@@ -5,13 +5,14 @@
 #include "cli/output/TableForms.h"
 #include "cli/words/Failure.h"
 #include "cli/words/Lists.h"
-#include "cli/words/Numbers.h"
 #include "cli/words/VisibleText.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <array>
 #include <optional>
+#include <utility>
 
 namespace vexroc {
 
@@ -109,7 +110,8 @@ void addQuestionOptions(CLI::App& command, QuestionOptions& options)
 
 void addAnswerOptions(CLI::App& command, AnswerOptions& options)
 {
-    addChoice(command, "--format", options.format, {"text", "csv", "json"}, "csv and json have exact numbers");
+    addChoice(command, "--format", options.format, {"text", "csv", "json", "markdown", "latex"},
+              "csv and json have exact numbers; markdown and latex (booktabs) are tables for a paper");
     const auto take = [&output = options.output](const std::string& file) { output = file == "-" ? "" : file; };
     command
         .add_option_function<std::string>("--output", take,
@@ -117,18 +119,6 @@ void addAnswerOptions(CLI::App& command, AnswerOptions& options)
         ->type_name("FILE");
     command.add_option("--tables", options.tables, "Write each table as a CSV file of its own into this folder")
         ->type_name("FOLDER");
-}
-
-void addInferenceOptions(CLI::App& command, InferenceOptions& options)
-{
-    command
-        .add_option("--level", options.level, "Confidence level of the intervals, between 0 and 1; 0.95 when not given")
-        ->type_name("P");
-    addChoice(command, "--interval", options.interval, {"wald", "wald-delong"},
-              "Standard error and interval of an area: nonparametric (wald), or DeLong's (wald-delong)");
-    command.add_flag("--bi-negative", options.biNegative,
-                     "Standard error under bi-negative exponential distributions; needs as many positive as "
-                     "negative cases");
 }
 
 void addSortOption(CLI::App& command, std::string& sort)
@@ -152,11 +142,24 @@ Task parseTask(const QuestionOptions& options)
     return task;
 }
 
+void addSentenceOption(CLI::App& command, AnswerOptions& options)
+{
+    command.add_flag("--sentence", options.sentence, "Each result as one sentence for a paper, in place of tables");
+}
+
 void setAnswer(const AnswerOptions& options, Task& task)
 {
-    task.form = options.format == "csv" ? DocumentForm::csv
-        : options.format == "json"      ? DocumentForm::json
-                                        : DocumentForm::text;
+    constexpr std::array<std::pair<std::string_view, DocumentForm>, 5> forms{{{"text", DocumentForm::text},
+                                                                              {"csv", DocumentForm::csv},
+                                                                              {"json", DocumentForm::json},
+                                                                              {"markdown", DocumentForm::markdown},
+                                                                              {"latex", DocumentForm::latex}}};
+    if (options.sentence && options.format != "text")
+        throw usageError("--sentence takes the place of tables, and --format " + options.format
+                         + " is a form of tables: give one of them");
+    task.form = options.sentence
+        ? DocumentForm::sentence
+        : std::ranges::find(forms, options.format, &decltype(forms)::value_type::first)->second;
     task.output = options.output;
     task.tables = options.tables;
 }
@@ -190,18 +193,6 @@ Grouping parseGroup(const GroupOptions& options)
     return grouping;
 }
 
-void setInference(const InferenceOptions& options, Question& question)
-{
-    const std::optional<double> level = parseNumber(options.level);
-    if (!level || !(*level > 0.0 && *level < 1.0))
-        throw usageError("--level " + inQuotes(options.level) + ": expected a number between 0 and 1, such as 0.95");
-    question.level = *level;
-    question.biNegative = options.biNegative;
-    question.interval = options.interval == "wald" ? IntervalKind::wald : IntervalKind::waldDelong;
-    if (options.biNegative && question.interval == IntervalKind::waldDelong)
-        throw usageError("--bi-negative and --interval wald-delong are two standard errors: give one of them");
-}
-
 void addCasesOption(CLI::App& command, std::string& cases)
 {
     addChoice(command, "--cases", cases, {"pairwise", "complete"},
@@ -211,20 +202,26 @@ void addCasesOption(CLI::App& command, std::string& cases)
 
 void askPaired(const std::string& cases, Question& question)
 {
-    if (question.biNegative)
+    if (question.inference.biNegative)
         throw usageError("--bi-negative does not go with tests on the same cases: their differences have DeLong "
                          "standard errors");
     question.comparison = Comparison::paired;
     question.completeCases = cases == "complete";
 }
 
-Results answer(Task& task, const Surroundings& surroundings)
+DataTable readQuestion(Task& task, const Surroundings& surroundings)
 {
     task.question.call = surroundings.call;
-    // Nothing is there to tidy up while the data are read: until then, an interrupt just ends the program.
-    const DataTable table = readTable(task.input, surroundings, task.question.columns());
+    DataTable table = readTable(task.input, surroundings, task.question.columns());
     task.question.settle(table);
     requireNoStateAmongTests(task.question);
+    return table;
+}
+
+Results answer(Task& task, const Surroundings& surroundings)
+{
+    // Nothing is there to tidy up while the data are read: until then, an interrupt just ends the program.
+    const DataTable table = readQuestion(task, surroundings);
     AnalysisWatch watch(surroundings, table.rows);
     Results results = study(table, task.question, watch.watch(&task.remarks));
     watch.requireNotCancelled();
@@ -241,8 +238,8 @@ Report reportOf(const Task& task, const Document& document, const Surroundings& 
                   .notes = task.remarks.notes(),
                   .cautions = task.remarks.cautions()};
     for (const Document::Part& part : document.parts) {
-        if (task.tables.empty())
-            break;
+        if (task.tables.empty() || !part.isForPrograms())
+            continue;
         report.tables.push_back({std::string(part.member), ""});
         writeCsv(part.table, report.tables.back().csv);
     }

@@ -23,13 +23,7 @@ struct AnswerOptions {
     std::string format = "text";
     std::string output; ///< empty for standard output
     std::string tables; ///< folder; empty for none
-};
-
-/// What intervals and standard errors are made with, as typed.
-struct InferenceOptions {
-    std::string level = "0.95";
-    std::string interval = "wald";
-    bool biNegative = false;
+    bool sentence = false;
 };
 
 /// The options that every question to a table has, as typed.
@@ -46,7 +40,8 @@ struct QuestionOptions {
 
 void addQuestionOptions(CLI::App& command, QuestionOptions& options);
 void addAnswerOptions(CLI::App& command, AnswerOptions& options);
-void addInferenceOptions(CLI::App& command, InferenceOptions& options);
+/// --sentence, of commands whose answers are few numbers.
+void addSentenceOption(CLI::App& command, AnswerOptions& options);
 /// --sort: the word "area", or "given".
 void addSortOption(CLI::App& command, std::string& sort);
 
@@ -76,11 +71,10 @@ Grouping parseGroup(const GroupOptions& options);
 void addCasesOption(CLI::App& command, std::string& cases);
 /// Compares the tests of a question on the same cases. Throws a usage error for words that do not go with it.
 void askPaired(const std::string& cases, Question& question);
-/// Throws a usage error for a confidence level outside (0, 1), and for two standard errors.
-void setInference(const InferenceOptions& options, Question& question);
 
-/// Reads the columns of the question, which then is settled, studies them, and remarks on their labels; progress is
-/// told, and an interrupt ends it.
+/// Reads the columns of the question, which then is settled.
+DataTable readQuestion(Task& task, const Surroundings& surroundings);
+/// Reads, studies, and remarks on labels; progress is told, and an interrupt ends it.
 Results answer(Task& task, const Surroundings& surroundings);
 /// The document in the form of the task, and its tables for their folder, with its notes and cautions.
 Report reportOf(const Task& task, const Document& document, const Surroundings& surroundings);

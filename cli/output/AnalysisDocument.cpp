@@ -76,13 +76,6 @@ Table caseTable(const Analysis& analysis)
     });
 }
 
-/// Columns that say which test and group a row is about, then others.
-std::vector<TableColumn> perTest(const Question& question, std::span<const TableColumn> columns)
-{
-    const TableColumn group = groupColumn(question);
-    return joined({std::span(&testColumn, 1), std::span(&group, 1), columns});
-}
-
 /// The cut-off of the maximum, as the best cut-offs have it.
 CutOffCell maximumCell(const TestResult& test)
 {
@@ -90,14 +83,14 @@ CutOffCell maximumCell(const TestResult& test)
     return best != test.best.end() ? cutOffCell(test, *best) : CutOffCell{test.area.ksCutOff, test.area.reading};
 }
 
-Table areaTable(const Analysis& analysis)
+Table areaTable(const Analysis& analysis, const AreaMethods& methods)
 {
-    const bool weighted = isWeighted(analysis.question);
-    return tableOf(analysis, perTest(analysis.question, joined({areaColumns(weighted), shapeColumns})),
+    const Question& question = analysis.question;
+    return tableOf(analysis, perTest(question, joined({areaColumns(question, methods), shapeColumns})),
                    [&](const Results& results, TableMaker& table) {
                        for (const TestResult& test : results.tests) {
                            std::vector<Table::Value> row{test.area.test, groupOf(test.area)};
-                           addAreaCells(test.area, weighted, row);
+                           addAreaCells(question, test.area, row);
                            row.insert(row.end(), {test.area.gini, test.area.ksMaximum, maximumCell(test)});
                            table.add(row);
                        }
@@ -140,21 +133,23 @@ Table bestCutOffTable(const Analysis& analysis)
     });
 }
 
-std::vector<std::string> headingOf(const Question& question, const CaseLabels& labels)
+std::vector<std::string> headingOf(const Question& question, const CaseLabels& labels, const AreaMethods& methods)
 {
     std::vector<std::string> lines{"ROC analysis", questionHeading(question, labels)};
     if (!question.by.empty())
         lines.push_back("One analysis by value of " + visible(question.by));
     if (isWeighted(question))
         lines.push_back("Weights: " + visible(question.weight)
-                        + "; they enter the weighted counts only: areas and curves count every row once");
+                        + (question.hasProbabilityWeights()
+                               ? "; inverse sampling probabilities"
+                               : "; they enter the weighted counts only: areas and curves count every row once"));
     if (!question.count.empty())
         lines.push_back("Cases per row: " + visible(question.count));
-    lines.push_back(standardErrorHeading(question));
-    if (question.comparison == Comparison::paired) {
-        lines.push_back(std::string("Standard errors of differences: ") + pairedErrorWord);
+    lines.push_back(areaHeading(question, methods));
+    if (question.comparison != Comparison::none)
+        lines.push_back("Interval of differences: " + differenceWords(question));
+    if (question.comparison == Comparison::paired)
         lines.push_back(pairedCasesHeading(question));
-    }
     return lines;
 }
 
@@ -172,9 +167,11 @@ std::vector<Fact> factsOf(const Question& question, const CaseLabels& labels)
         facts.emplace_back("comparison", paired ? "paired" : "independent");
     if (paired)
         facts.emplace_back("cases", pairedCasesWord(question));
-    addInference(facts, standardErrorWord(question), question);
-    if (paired)
-        facts.emplace_back("standard_error_difference", pairedErrorWord);
+    if (isWeighted(question))
+        facts.emplace_back("weight_kind", question.hasProbabilityWeights() ? "probability" : "counts");
+    addAreaFacts(facts, question);
+    if (question.comparison != Comparison::none)
+        facts.emplace_back("error_difference", question.errorOfDifferences());
     return facts;
 }
 
@@ -211,12 +208,15 @@ long long Analysis::cases(long long RowCounts::*state) const
 Document analysisDocument(const Analysis& analysis)
 {
     const Question& question = analysis.question;
+    AreaMethods methods;
+    for (const ValueResults& value : analysis.values)
+        methods.add(value.results);
     Document document{.command = "analyze",
-                      .heading = headingOf(question, *analysis.labels),
+                      .heading = headingOf(question, *analysis.labels, methods),
                       .question = factsOf(question, *analysis.labels)};
     document.parts.push_back({"cases", "Cases", caseTable(analysis)});
     if (anyValue(analysis, [](const Results& results) { return !results.tests.empty(); }))
-        document.parts.push_back({"areas", "Areas under the ROC curves", areaTable(analysis)});
+        document.parts.push_back({"areas", "Areas under the ROC curves", areaTable(analysis, methods)});
     if (anyValue(analysis, [](const Results& results) { return !results.differences.empty(); }))
         document.parts.push_back(comparisonPart(analysis));
     if (analysis.bestTable && analysis.anyResult())

@@ -1,4 +1,5 @@
 #include "cli/output/Documents.h"
+#include "cli/output/Sentences.h"
 #include "cli/output/questionWords.h"
 #include "cli/output/resultTables.h"
 #include "cli/words/VisibleText.h"
@@ -7,19 +8,26 @@ namespace vexroc {
 
 namespace {
 
+void addDifferences(const Question& question, const Results& results, Document& document)
+{
+    addDifferenceFacts(document.question, question);
+    TableMaker table(question, comparisonColumns(question, true));
+    for (const Difference& difference : results.differences) {
+        addComparison(question, difference, table);
+        document.sentences.push_back(sentenceOn(question, difference));
+    }
+    document.parts.push_back({"comparisons", "", table.take()});
+}
+
 Document pairedDocument(const Question& question, const Results& results)
 {
     Document document{.command = "compare",
                       .heading = {"Areas under the ROC curves of the same cases, compared",
                                   questionHeading(question, *results.labels), pairedCasesHeading(question),
-                                  pairedErrorHeading(question)},
+                                  differenceHeading(question)},
                       .question = questionFacts(question, *results.labels)};
     document.question.emplace_back("cases", pairedCasesWord(question));
-    addInference(document.question, pairedErrorWord, question);
-    TableMaker table(question, comparisonColumns(question, true));
-    for (const Difference& difference : results.differences)
-        addComparison(question, difference, table);
-    document.parts.push_back({"comparisons", "", table.take()});
+    addDifferences(question, results, document);
     return document;
 }
 
@@ -29,14 +37,10 @@ Document groupDocument(const Question& question, const Results& results)
     Document document{.command = "compare",
                       .heading = {"Areas under the ROC curves of two independent groups, compared",
                                   "Groups: 1, " + visible(any.first.group) + "; 2, " + visible(any.second.group),
-                                  questionHeading(question, *results.labels), standardErrorHeading(question)},
+                                  questionHeading(question, *results.labels), differenceHeading(question)},
                       .question = questionFacts(question, *results.labels)};
     document.question.emplace_back("group", question.grouping->column);
-    addInference(document.question, standardErrorWord(question), question);
-    TableMaker table(question, comparisonColumns(question, true));
-    for (const Difference& difference : results.differences)
-        addComparison(question, difference, table);
-    document.parts.push_back({"comparisons", "", table.take()});
+    addDifferences(question, results, document);
     return document;
 }
 

@@ -45,6 +45,8 @@ std::string textOf(const Document& document, std::size_t width)
     for (const std::string& line : document.heading)
         text += broken(line, width);
     for (const Document::Part& part : document.parts) {
+        if (!part.isForPeople)
+            continue;
         text += '\n';
         if (!part.title.empty())
             text += part.title + '\n';
@@ -58,10 +60,42 @@ std::string textOf(const Document& document, std::size_t width)
 
 std::string csvOf(const Document& document)
 {
-    if (document.parts.size() > 1)
+    const auto isTable = [](const Document::Part& part) { return part.isForPrograms(); };
+    if (std::ranges::count_if(document.parts, isTable) > 1)
         throw severalTables();
     std::string text;
-    writeCsv(document.parts.front().table, text);
+    writeCsv(std::ranges::find_if(document.parts, isTable)->table, text);
+    return text;
+}
+
+/// What a table is about and how its numbers are made, as one text.
+std::string captionOf(const Document& document, const Document::Part& part)
+{
+    std::string caption = part.title.empty() ? document.heading.front() : part.title;
+    for (std::size_t line = 1; line < document.heading.size(); ++line)
+        caption += ". " + document.heading[line];
+    return caption + '.';
+}
+
+/// The tables as `write(table, caption, width, out)` spells each.
+std::string paperOf(const Document& document, auto write)
+{
+    constexpr std::size_t width = 80; // about what a page of text holds
+    std::string text;
+    for (const Document::Part& part : document.parts) {
+        if (!part.isForPeople)
+            continue;
+        text += text.empty() ? "" : "\n";
+        write(part.table, captionOf(document, part), width, text);
+    }
+    return text;
+}
+
+std::string sentencesOf(const Document& document)
+{
+    std::string text;
+    for (const std::string& sentence : document.sentences)
+        text += sentence + '\n';
     return text;
 }
 
@@ -84,12 +118,14 @@ nlohmann::ordered_json listOf(const std::vector<Remark>& remarks)
 /// The tables are written row by row instead of as a tree: a curve has millions of points.
 std::string jsonOf(const Document& document, const Remarks& remarks)
 {
-    std::string text = "{\n\"schema_version\": 2,\n\"program\": ";
+    std::string text = "{\n\"schema_version\": 3,\n\"program\": ";
     text += json::dump({{"name", "vexroc"}, {"version", programVersion}});
     text += ",\n\"command\": " + json::string(document.command);
     text += ",\n\"question\": " + json::dump(questionOf(document)) + ",\n\"results\": {";
     const char* separator = "\n";
     for (const Document::Part& part : document.parts) {
+        if (!part.isForPrograms())
+            continue;
         text.append(std::exchange(separator, ",\n")) += json::string(part.member) + ": ";
         writeJson(part.table, text);
     }
@@ -110,6 +146,9 @@ std::string spelled(const Document& document, const Remarks& remarks, DocumentFo
     switch (form) {
     case DocumentForm::csv: return csvOf(document);
     case DocumentForm::json: return jsonOf(document, remarks);
+    case DocumentForm::markdown: return paperOf(document, writeMarkdown);
+    case DocumentForm::latex: return paperOf(document, writeLatex);
+    case DocumentForm::sentence: return sentencesOf(document);
     case DocumentForm::text: break;
     }
     return textOf(document, width);

@@ -18,6 +18,11 @@ void writeJson(const Table& table, std::string& out);
 /// A table of a page, with its title as caption where there is one.
 void writeHtml(const Table& table, std::string_view title, std::string& out);
 
+/// Tables of a paper's source, in panels as for people. Cells and caption are text: nothing in them is markup.
+void writeMarkdown(const Table& table, std::string_view caption, std::size_t width, std::string& out);
+/// A float of its own, for the package booktabs.
+void writeLatex(const Table& table, std::string_view caption, std::size_t width, std::string& out);
+
 /// A cell as people are shown it.
 std::string forPeople(const Table::Value& value, CellRole role);
 

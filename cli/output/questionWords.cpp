@@ -5,6 +5,8 @@
 #include "cli/words/Numbers.h"
 #include "cli/words/VisibleText.h"
 
+#include <cmath>
+
 namespace vexroc {
 
 namespace {
@@ -74,9 +76,16 @@ std::string statesHeading(const Question& question, const CaseLabels& labels)
         + "; negative: " + (negative.empty() ? "none" : negative) + (others.empty() ? "" : "; left out: " + others);
 }
 
-std::string intervalHeading(const Question& question)
+std::string oneSided(const Inference& inference)
 {
-    return "; Wald interval; confidence level " + shortest(question.level);
+    return inference.alternative == "two-sided" ? "" : ", one-sided (" + inference.alternative + ')';
+}
+
+std::string testInWords(const Inference& inference, const AreaMethods& methods)
+{
+    const bool isWald = inference.pMethod == "wald";
+    const std::string null = inference.nullArea == 0.5 ? "" : " against " + shortest(inference.nullArea);
+    return (isWald ? "Wald" : methods.areExact() ? "exact Mann-Whitney" : "Mann-Whitney") + null + oneSided(inference);
 }
 
 /// Of the tests that are not like most.
@@ -90,6 +99,32 @@ std::string otherDirections(const Question& question)
 }
 
 } // namespace
+
+std::string errorInWords(std::string_view error)
+{
+    return error == "delong"     ? "DeLong"
+        : error == "weighted"    ? "of weighted cases"
+        : error == "bi-negative" ? "bi-negative exponential where the states are equally many"
+                                 : "Hanley-McNeil";
+}
+
+std::string intervalInWords(std::string_view interval)
+{
+    return interval == "bootstrap"                        ? "percentile bootstrap"
+        : interval == "bca"                               ? "BCa bootstrap"
+        : interval == "btii"                              ? "BTII bootstrap"
+        : interval == "wald" || interval == "wald-delong" ? "Wald"
+        : interval == "newcombe"                          ? "Newcombe"
+                                                          : std::string(interval);
+}
+
+std::string intervalHeading(const Inference& asked, std::string_view interval)
+{
+    const bool isBootstrap = interval == "bootstrap" || interval == "bca" || interval == "btii";
+    return "Interval: " + intervalInWords(interval) + ", level " + shortest(asked.level)
+        + (isBootstrap ? ", " + std::to_string(asked.replicates) + " replicates, seed " + std::to_string(asked.seed)
+                       : "");
+}
 
 std::string questionHeading(const Question& question, const CaseLabels& labels)
 {
@@ -120,29 +155,78 @@ std::vector<Fact> questionFacts(const Question& question, const CaseLabels& labe
     return facts;
 }
 
-void addInference(std::vector<Fact>& facts, const char* standardError, const Question& question)
+void addSlices(const Question& question, std::vector<std::string>& heading)
 {
-    facts.emplace_back("standard_error", standardError);
-    facts.emplace_back("interval", question.interval == IntervalKind::wald ? "wald" : "wald-delong");
-    facts.emplace_back("confidence_level", question.level);
+    if (!question.by.empty())
+        heading.push_back("One analysis by value of " + visible(question.by));
+    if (!question.count.empty())
+        heading.push_back("Cases per row: " + visible(question.count));
 }
 
-const char* standardErrorWord(const Question& question)
+void addSlices(const Question& question, std::vector<Fact>& facts)
 {
-    return question.interval == IntervalKind::waldDelong ? pairedErrorWord
-        : question.biNegative                            ? "bi-negative exponential"
-                                                         : "nonparametric";
+    if (question.grouping)
+        facts.emplace_back("group", question.grouping->column);
+    if (!question.by.empty())
+        facts.emplace_back("by", question.by);
 }
 
-std::string standardErrorHeading(const Question& question)
+void AreaMethods::add(const Results& results)
 {
-    return std::string("Standard error: ") + standardErrorWord(question)
-        + (question.biNegative ? " where the states are equally many" : "") + intervalHeading(question);
+    for (const TestResult& test : results.tests) {
+        if (!std::isnan(test.area.pValue))
+            tests_.insert(test.area.pMethod);
+        if (!std::isnan(test.area.lower))
+            intervals_.insert(test.area.interval);
+    }
 }
 
-std::string pairedErrorHeading(const Question& question)
+void addAreaFacts(std::vector<Fact>& facts, const Question& question)
 {
-    return std::string("Standard errors: ") + pairedErrorWord + intervalHeading(question);
+    const Inference& asked = question.inference;
+    facts.emplace_back("interval", asked.interval);
+    facts.emplace_back("confidence_level", asked.level);
+    if (asked.isBootstrap()) {
+        facts.emplace_back("replicates", static_cast<unsigned long long>(asked.replicates));
+        facts.emplace_back("seed", asked.seed);
+    }
+    facts.emplace_back("p_method", asked.pMethod);
+    if (asked.pMethod == "mann-whitney")
+        facts.emplace_back("exact", asked.exact);
+    facts.emplace_back("alternative", asked.alternative);
+    facts.emplace_back("null_area", asked.nullArea);
+    facts.emplace_back("error", question.errorOfAreas());
+}
+
+void addDifferenceFacts(std::vector<Fact>& facts, const Question& question)
+{
+    facts.emplace_back("confidence_level", question.inference.level);
+    facts.emplace_back("alternative", question.inference.alternative);
+    facts.emplace_back("error", question.errorOfDifferences());
+}
+
+std::string intervalOfAreas(const Inference& inference)
+{
+    return readable(100.0 * inference.level, CellRole::measure) + " % " + intervalInWords(inference.interval)
+        + " interval";
+}
+
+std::string areaHeading(const Question& question, const AreaMethods& methods)
+{
+    const Inference& asked = question.inference;
+    return intervalHeading(asked, asked.interval) + "; p: " + testInWords(asked, methods)
+        + "; standard error: " + errorInWords(question.errorOfAreas());
+}
+
+std::string differenceWords(const Question& question)
+{
+    return "Wald, level " + shortest(question.inference.level) + "; p: Wald" + oneSided(question.inference)
+        + "; standard error: " + errorInWords(question.errorOfDifferences());
+}
+
+std::string differenceHeading(const Question& question)
+{
+    return "Interval: " + differenceWords(question);
 }
 
 const char* pairedCasesWord(const Question& question) { return question.completeCases ? "complete" : "pairwise"; }

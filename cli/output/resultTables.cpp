@@ -35,23 +35,24 @@ constexpr std::array groupCountColumns{
 
 constexpr std::array twoAreaColumns{
     TableColumn{"area1", "area 1", CellRole::statistic, 2},
-    TableColumn{"standard_error1", "SE 1", CellRole::statistic, 2},
+    TableColumn{"std_error1", "SE 1", CellRole::statistic, 2},
     TableColumn{"area2", "area 2", CellRole::statistic, 2},
-    TableColumn{"standard_error2", "SE 2", CellRole::statistic, 2},
+    TableColumn{"std_error2", "SE 2", CellRole::statistic, 2},
 };
 
 constexpr std::array differenceColumns{
     TableColumn{"difference", "difference", CellRole::statistic, 3},
-    TableColumn{"standard_error_difference", "SE", CellRole::statistic, 3},
+    TableColumn{"std_error_difference", "SE", CellRole::statistic, 3},
     TableColumn{"z", "z", CellRole::statistic, 3},
 };
 
-constexpr std::array inferenceColumns{
-    TableColumn{"p_value", "p", CellRole::pValue, 3},
-    TableColumn{"log10_p", "", CellRole::statistic, 3}, // for programs: where p underflows
-    TableColumn{"lower", "lower", CellRole::statistic, 3},
-    TableColumn{"upper", "upper", CellRole::statistic, 3},
-};
+constexpr TableColumn pColumn{"p_value", "p", CellRole::pValue, 3};
+constexpr TableColumn log10PColumn{"log10_p", "", CellRole::statistic, 3}; // for programs: where p underflows
+constexpr TableColumn lowerColumn{"lower", "lower", CellRole::statistic, 3};
+constexpr TableColumn upperColumn{"upper", "upper", CellRole::statistic, 3};
+// For programs: headings say it to people.
+constexpr TableColumn errorColumn{"error", "", CellRole::name, 3};
+constexpr TableColumn alternativeColumn{"alternative", "", CellRole::name, 3};
 
 void addNumbers(std::initializer_list<double> numbers, std::vector<Table::Value>& row)
 {
@@ -66,12 +67,6 @@ void addCases(const Area& area, std::vector<Table::Value>& row)
     addCount(area.negative, row);
 }
 
-/// Of an area or a difference.
-void addInference(const auto& result, std::vector<Table::Value>& row)
-{
-    addNumbers({result.pValue, result.log10P, result.lower, result.upper}, row);
-}
-
 } // namespace
 
 TableColumn groupColumn(const Question& question)
@@ -80,6 +75,12 @@ TableColumn groupColumn(const Question& question)
 }
 
 std::string_view groupOf(const Area& area) { return area.group.empty() ? "all cases" : std::string_view(area.group); }
+
+std::vector<TableColumn> perTest(const Question& question, std::span<const TableColumn> columns)
+{
+    const TableColumn group = groupColumn(question);
+    return joined({std::span(&testColumn, 1), std::span(&group, 1), columns});
+}
 
 TableMaker::TableMaker(const Question& question, std::span<const TableColumn> columns)
     : byValue_(!question.by.empty()),
@@ -96,24 +97,37 @@ void TableMaker::add(std::span<const Table::Value> cells)
     table_.addRow(row_);
 }
 
-std::vector<TableColumn> areaColumns(bool weighted)
+std::vector<TableColumn> areaColumns(const Question& question, const AreaMethods& methods)
 {
     constexpr std::array countColumns{positiveColumn, negativeColumn, leftOutColumn};
-    constexpr std::array columns{TableColumn{"area", "area", CellRole::statistic},
-                                 TableColumn{"standard_error", "SE", CellRole::statistic}};
     const std::span<const TableColumn> weights =
-        weighted ? std::span<const TableColumn>(weightedColumns) : std::span<const TableColumn>();
-    return joined({countColumns, weights, asPart(2, columns), asPart(2, inferenceColumns)});
+        question.weight.empty() ? std::span<const TableColumn>() : std::span<const TableColumn>(weightedColumns);
+    const std::array columns{
+        TableColumn{"area", "area", CellRole::statistic},
+        TableColumn{"std_error", "SE", CellRole::statistic},
+        errorColumn,
+        pColumn,
+        log10PColumn,
+        TableColumn{"p_method", methods.areOfSeveralTests() ? "p by" : "", CellRole::name},
+        alternativeColumn,
+        TableColumn{"null_area", "", CellRole::statistic},
+        lowerColumn,
+        upperColumn,
+        TableColumn{"interval", methods.areOfSeveralIntervals() ? "interval" : "", CellRole::name},
+    };
+    return joined({countColumns, weights, asPart(2, columns)});
 }
 
-void addAreaCells(const Area& area, bool weighted, std::vector<Table::Value>& row)
+void addAreaCells(const Question& question, const Area& area, std::vector<Table::Value>& row)
 {
     addCases(area, row);
     addCount(area.leftOut, row);
-    if (weighted)
+    if (!question.weight.empty())
         addNumbers({area.weightedPositive, area.weightedNegative}, row);
-    addNumbers({area.area, area.stdError}, row);
-    addInference(area, row);
+    const Inference& asked = question.inference;
+    row.insert(row.end(),
+               {area.area, area.stdError, area.error, area.pValue, area.log10P, area.pMethod, asked.alternative,
+                asked.nullArea, area.lower, area.upper, area.interval});
 }
 
 std::vector<TableColumn> comparisonColumns(const Question& question, bool groupsInCommon)
@@ -124,6 +138,8 @@ std::vector<TableColumn> comparisonColumns(const Question& question, bool groups
                                      TableColumn{"group2", groupsInCommon ? "" : "group 2", CellRole::name}},
                           groupCountColumns});
     columns.push_back(leftOutColumn);
+    constexpr std::array inferenceColumns{errorColumn,       pColumn,     log10PColumn,
+                                          alternativeColumn, lowerColumn, upperColumn};
     return joined({columns, twoAreaColumns, differenceColumns, inferenceColumns});
 }
 
@@ -141,7 +157,7 @@ void addComparison(const Question& question, const Difference& d, TableMaker& ta
     }
     addCount(d.leftOut, row);
     addNumbers({d.first.area, d.first.stdError, d.second.area, d.second.stdError, d.difference, d.stdError, d.z}, row);
-    addInference(d, row);
+    row.insert(row.end(), {d.error, d.pValue, d.log10P, question.inference.alternative, d.lower, d.upper});
     table.add(row);
 }
 

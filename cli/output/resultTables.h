@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/output/Table.h"
+#include "cli/output/questionWords.h"
 #include "cli/study/Question.h"
 #include "cli/study/Results.h"
 
@@ -26,6 +27,9 @@ TableColumn groupColumn(const Question& question);
 /// "sex = female", "all cases"
 std::string_view groupOf(const Area& area);
 
+/// Columns that say which test and group a row is about, then others.
+std::vector<TableColumn> perTest(const Question& question, std::span<const TableColumn> columns);
+
 /// A row that is filled cell by cell, in the order of the columns of its table.
 class TableMaker {
 public:
@@ -45,8 +49,8 @@ private:
 };
 
 /// The area with its inference, and the numbers of cases that it stands on.
-std::vector<TableColumn> areaColumns(bool weighted);
-void addAreaCells(const Area& area, bool weighted, std::vector<Table::Value>& row);
+std::vector<TableColumn> areaColumns(const Question& question, const AreaMethods& methods);
+void addAreaCells(const Question& question, const Area& area, std::vector<Table::Value>& row);
 
 /// A comparison, of two tests or of a test between two groups. Groups that all comparisons have in common are not for
 /// people: a title says them once.

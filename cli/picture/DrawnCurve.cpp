@@ -95,9 +95,7 @@ bool Drawing::hasPrecisionRecall() const
 
 std::vector<std::vector<std::string>> Drawing::legend() const
 {
-    std::vector<std::vector<std::string>> rows{
-        {"curve", "area [" + readable(100.0 * level, CellRole::measure) + " % confidence interval]",
-         "cut-off at the dot"}};
+    std::vector<std::vector<std::string>> rows{{"curve", "area [" + interval + ']', "cut-off at the dot"}};
     for (const DrawnCurve& curve : curves)
         rows.push_back({curve.legend, curve.areaText(), curve.cutOffText()});
     if (!hasPrecisionRecall())

@@ -61,7 +61,7 @@ std::string thinningNote(const std::vector<DrawnCurve>& curves);
 /// A picture: its curves, prepared, and the words that make it understood on its own.
 struct Drawing {
     const std::vector<DrawnCurve>& curves;
-    double level;         ///< of the intervals
+    std::string interval; ///< "95 % score interval"
     std::string question; ///< which cases are positive, and which values; visible text like the notes
     std::vector<std::string> notes;
 

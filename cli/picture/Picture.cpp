@@ -142,7 +142,7 @@ private:
         const double others = panelStyle_.width() - panelStyle_.side;
         panelStyle_.side = std::min(panelStyle_.side, width_ / columns_ - others);
         addNotes();
-        addNote("In brackets: " + readable(100.0 * drawing_.level, CellRole::measure) + " % confidence interval");
+        addNote("In brackets: " + drawing_.interval);
     }
 
     /// Shortens the axes until the picture is as high as it is to be.

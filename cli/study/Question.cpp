@@ -39,6 +39,19 @@ bool Question::isLargerPositive(const std::string& test) const
     return own != largerOf.end() ? own->second : largerIsPositive;
 }
 
+const char* Question::errorOfAreas() const
+{
+    return hasProbabilityWeights()     ? "weighted"
+        : inference.interval != "wald" ? "delong"
+        : inference.biNegative         ? "bi-negative"
+                                       : "hanley-mcneil";
+}
+
+const char* Question::errorOfDifferences() const
+{
+    return comparison == Comparison::paired && !hasProbabilityWeights() ? "delong" : errorOfAreas();
+}
+
 void Question::settleTests(const DataTable& table)
 {
     std::map<std::string, std::set<bool>> directions; // as named

@@ -46,10 +46,20 @@ enum class Comparison {
     independent, ///< each test between the groups
 };
 
-/// Where the standard error and the interval of an area come from.
-enum class IntervalKind {
-    wald,       ///< nonparametric, or bi-negative exponential
-    waldDelong, ///< DeLong's
+/// How areas and differences are inferred, in the words of analysis.h. They are settled: none says "recommended", so
+/// that headings can name them.
+struct Inference {
+    double level = 0.95;
+    std::string interval = "score";
+    std::string pMethod = "mann-whitney"; ///< or "wald"
+    std::string exact = "auto";
+    std::string alternative = "two-sided";
+    double nullArea = 0.5;
+    long long replicates = 1999;
+    unsigned long long seed = 1;
+    bool biNegative = false; ///< standard errors of bi-negative exponential distributions, beside wald
+
+    [[nodiscard]] bool isBootstrap() const { return interval == "bootstrap" || interval == "bca"; }
 };
 
 /// A test as it is typed, such as "neg:smaller", and what it means where there is no column of the whole name.
@@ -73,26 +83,29 @@ struct Question {
     std::string by;       ///< column with a value for each analysis; empty for one analysis
     bool eachTest = true; ///< every test as if it were the only one, or one analysis of all
     Comparison comparison = Comparison::none;
-    bool completeCases = false; ///< a paired comparison is of the rows in which all tests are known
-    bool weightIsCount = false; ///< it is said that weights only count
-    IntervalKind interval = IntervalKind::wald;
+    bool completeCases = false;        ///< a paired comparison is of the rows in which all tests are known
+    std::string weightKind = "unsaid"; ///< or "counts", "probability"
+    Inference inference = {};
     bool largerIsPositive = true;
     bool equalIsPositive = true;      ///< a value equal to a cut-off
-    bool biNegative = false;          ///< standard errors of bi-negative exponential distributions
     bool alongFalsePositives = false; ///< how precision-recall points are interpolated
-    double level = 0.95;              ///< of the intervals
     bool byArea = false;              ///< the tests of the answer: largest area first, then those without one
     // What is needed beside the areas.
     bool rocCurve = false; ///< and with it the Kolmogorov-Smirnov maximum
     bool precisionRecall = false;
     bool points = false; ///< of the curves, not only what is told of them
     bool bestCutOffs = false;
+    bool summaries = false; ///< of the cases of each test, for what else is asked of them
 
     /// The columns to read, of the tests those that are named.
     [[nodiscard]] std::vector<ColumnRequest> columns() const;
     /// Settles what the state and the tests are, once the columns are read. Throws a usage error where a test is named
     /// with two directions.
     void settle(const DataTable& table);
+    [[nodiscard]] bool hasProbabilityWeights() const { return weightKind == "probability"; }
+    // Whose standard errors areas and differences have, in the words of analysis.h.
+    [[nodiscard]] const char* errorOfAreas() const;
+    [[nodiscard]] const char* errorOfDifferences() const;
     [[nodiscard]] bool isLargerPositive(const std::string& test) const;
     /// "larger" or "smaller": which test values are more positive.
     [[nodiscard]] const char* positiveEnd() const noexcept { return largerIsPositive ? "larger" : "smaller"; }

@@ -26,6 +26,8 @@ vexroc_area_facts casesOf(const Area& area)
     return facts;
 }
 
+constexpr std::string_view aboutTests = "interval-and-p";
+
 bool isAboutErrors(std::string_view code)
 {
     constexpr std::string_view codes[] = {"bound-outside", "no-error", "zero-error"};
@@ -48,28 +50,6 @@ void Remarks::add(const char* code, const std::string& subject, const std::strin
     require(vexroc_remarks_add(handle(), code, subject.c_str(), detail.c_str()));
 }
 
-void Remarks::addArea(const Area& area)
-{
-    vexroc_area_facts facts = casesOf(area);
-    facts.area = area.area;
-    facts.std_error = area.stdError;
-    facts.lower = area.lower;
-    facts.upper = area.upper;
-    facts.ties = area.ties ? 1 : 0;
-    require(vexroc_remarks_area(handle(), subjectOf(area).c_str(), &facts));
-}
-
-void Remarks::addDifference(const Difference& difference)
-{
-    require(
-        vexroc_remarks_difference(handle(), subjectOf(difference).c_str(), difference.difference, difference.stdError));
-}
-
-void Remarks::addComparisons(std::size_t count)
-{
-    require(vexroc_remarks_comparisons(handle(), "", static_cast<long long>(count)));
-}
-
 void Remarks::addCases(const Area& area)
 {
     const vexroc_area_facts facts = casesOf(area);
@@ -83,7 +63,9 @@ std::vector<Remark> Remarks::linesOf(bool caution) const
         vexroc_remark remark{};
         remark.struct_size = sizeof remark;
         require(vexroc_remarks_get(list_.get(), i, &remark));
-        if ((remark.caution != 0) == caution && !(errorsLeftOut_ && isAboutErrors(remark.code)))
+        const bool leftOut =
+            (errorsLeftOut_ && isAboutErrors(remark.code)) || (testsLeftOut_ && remark.code == aboutTests);
+        if ((remark.caution != 0) == caution && !leftOut)
             lines.push_back({remark.code, remark.count, visible(remark.text)});
     }
     return lines;

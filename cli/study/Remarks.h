@@ -26,14 +26,12 @@ public:
 
     /// One of the library's codes; docs/remarks.md lists them. Subject and detail are texts as the data spell them.
     void add(const char* code, const std::string& subject = "", const std::string& detail = "");
-    // What there is to say of results that are put together from several runs; a single one says it itself.
-    void addArea(const Area& area);
-    void addDifference(const Difference& difference);
-    void addComparisons(std::size_t count);
     /// Of the cases alone that an area or a curve is of.
     void addCases(const Area& area);
-    /// From now on nothing is said of standard errors and intervals: none is shown.
+    /// From now on nothing is said of standard errors and intervals of areas: none is shown.
     void leaveOutErrors() noexcept { errorsLeftOut_ = true; }
+    /// Nothing is said of their tests: none is shown.
+    void leaveOutTests() noexcept { testsLeftOut_ = true; }
 
     [[nodiscard]] std::vector<Remark> notes() const { return linesOf(false); }
     [[nodiscard]] std::vector<Remark> cautions() const { return linesOf(true); }
@@ -48,6 +46,7 @@ private:
 
     std::unique_ptr<vexroc_remarks, Free> list_;
     bool errorsLeftOut_ = false;
+    bool testsLeftOut_ = false;
 };
 
 /// A test, in its group if it has one: "marker where sex = female".

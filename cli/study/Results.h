@@ -10,6 +10,8 @@
 #include <utility>
 #include <vector>
 
+struct vexroc_summary;
+
 namespace vexroc {
 
 class CaseLabels;
@@ -60,10 +62,14 @@ struct Area {
     double weightedNegative = 0.0;
     double area = notComputed;
     double stdError = notComputed;
+    std::string error =
+        {}; ///< whose standard error it is; what made the other numbers likewise, in words of analysis.h
     double pValue = notComputed;
     double log10P = notComputed;
+    std::string pMethod = {};
     double lower = notComputed;
     double upper = notComputed;
+    std::string interval = {};
     double gini = notComputed;
     double ksMaximum = notComputed; ///< without a curve
     double ksCutOff = notComputed;
@@ -116,6 +122,8 @@ struct TestResult {
     RocCurve roc = {};                         ///< empty where it was not asked for, or is not there
     PrecisionRecallCurve precisionRecall = {}; ///< likewise
     std::vector<CutOff> best = {};             ///< those of the largest Youden index, ascending
+    std::shared_ptr<const vexroc_summary> summary =
+        {}; ///< of its cases; null where it was not asked for, or is not there
 
     /// How one of its cut-offs reads.
     [[nodiscard]] CutOffReading readingOf(const CutOff& cutOff) const;
@@ -128,6 +136,7 @@ struct Difference {
     long long leftOut = 0; ///< rows that could not take part in it
     double difference = notComputed;
     double stdError = notComputed;
+    std::string error = {}; ///< whose standard error it is
     double z = notComputed;
     double pValue = notComputed;
     double log10P = notComputed;

@@ -23,15 +23,16 @@ public:
     {
         vexroc_analysis* handle = nullptr;
         require(vexroc_analysis_new(&handle));
-        handle_.reset(handle);
+        handle_.reset(handle, vexroc_analysis_free);
         setColumns();
         setOptions(comparison);
         if (question.grouping && !cases.group.empty())
             setGrouping(*question.grouping);
         if (watch.progress)
-            require(vexroc_analysis_on_progress(handle, tellProgress, const_cast<Watch*>(&watch)));
+            require(vexroc_analysis_on_progress(handle, Watch::tellProgress, watch.asUser()));
         if (watch.cancelRequested)
-            require(vexroc_analysis_on_cancel(handle, askCancel, const_cast<Watch*>(&watch)));
+            require(vexroc_analysis_on_cancel(handle, Watch::askCancel, watch.asUser()));
+        require(vexroc_analysis_on_parallel(handle, watch.parallel, nullptr));
     }
 
     Results results()
@@ -42,6 +43,8 @@ public:
         const int ended = vexroc_analysis_run(handle_.get());
         if (ended == VEXROC_CANCELLED)
             throw cancelled();
+        if (ended == VEXROC_INVALID)
+            throw usageError(vexroc_last_error());
         if (ended != VEXROC_OK && ended != VEXROC_NO_RESULT)
             throw analysisError(ended == VEXROC_NO_MEMORY ? "not enough memory" : vexroc_last_error());
         Results results{.rows = rowCounts()};
@@ -59,16 +62,6 @@ public:
     }
 
 private:
-    struct FreeHandle {
-        void operator()(vexroc_analysis* handle) const noexcept { vexroc_analysis_free(handle); }
-    };
-
-    static void tellProgress(double share, int records, void* watch)
-    {
-        static_cast<const Watch*>(watch)->progress(share, records);
-    }
-    static int askCancel(void* watch) { return static_cast<const Watch*>(watch)->cancelRequested() ? 1 : 0; }
-
     int addColumn(const std::string& name, std::span<const double> values)
     {
         int column = 0;
@@ -117,21 +110,33 @@ private:
 
     void setOptions(Comparison comparison)
     {
-        setNumber("confidence_level", question_.level);
+        setInference(question_.inference);
         require(vexroc_analysis_add_negative(handle_.get(), CaseColumns::negativeState));
         setNumber("roc", question_.rocCurve);
         setNumber("pr", question_.precisionRecall);
+        setNumber("summaries", question_.summaries);
         setWord("direction", question_.positiveEnd());
         setWord("cases", question_.completeCases ? "complete" : "pairwise");
-        setWord("interval", question_.interval == IntervalKind::wald ? "wald" : "wald-delong");
         setWord("cut_off", question_.equalIsPositive ? "include" : "exclude");
-        setWord("weight_kind", question_.weightIsCount ? "counts" : "unsaid");
-        setWord("distribution", question_.biNegative ? "bi-negative" : "nonparam");
+        setWord("weight_kind", question_.weightKind.c_str());
         setWord("interpolation", question_.alongFalsePositives ? "keilwagen" : "davis-goadrich");
         setWord("comparison",
                 comparison == Comparison::paired            ? "paired"
                     : comparison == Comparison::independent ? "independent"
                                                             : "none");
+    }
+
+    void setInference(const Inference& inference)
+    {
+        setNumber("confidence_level", inference.level);
+        setNumber("null_area", inference.nullArea);
+        setNumber("replicates", static_cast<double>(inference.replicates));
+        require(vexroc_analysis_set_seed(handle_.get(), inference.seed));
+        setWord("distribution", inference.biNegative ? "bi-negative" : "nonparam");
+        setWord("interval", inference.interval.c_str());
+        setWord("p_value", inference.pMethod.c_str());
+        setWord("exact", inference.exact.c_str());
+        setWord("alternative", inference.alternative.c_str());
     }
 
     void setGrouping(const Grouping& grouping)
@@ -201,8 +206,8 @@ private:
         }
     }
 
-    [[nodiscard]] static TestResult withoutResult(const std::string& test, const RowCounts& rows,
-                                                  const RowCounts::Gap* gap)
+    [[nodiscard]] TestResult withoutResult(const std::string& test, const RowCounts& rows,
+                                           const RowCounts::Gap* gap) const
     {
         const long long positive = rows.positive - (gap ? gap->positive : 0);
         const long long negative = rows.negative - (gap ? gap->negative : 0);
@@ -211,7 +216,10 @@ private:
                          .negative = negative,
                          .leftOut = rows.read - positive - negative,
                          .weightedPositive = gap ? notComputed : rows.weightedPositive,
-                         .weightedNegative = gap ? notComputed : rows.weightedNegative}};
+                         .weightedNegative = gap ? notComputed : rows.weightedNegative,
+                         .error = question_.errorOfAreas(),
+                         .pMethod = question_.inference.pMethod,
+                         .interval = question_.inference.interval}};
     }
 
     void addResults(Results& results) const
@@ -232,6 +240,7 @@ private:
                               .second = results.tests[static_cast<std::size_t>(found.second)].area,
                               .difference = found.difference,
                               .stdError = found.std_error,
+                              .error = found.error,
                               .z = found.z,
                               .pValue = found.p_value,
                               .log10P = found.log10_p,
@@ -272,10 +281,13 @@ private:
                                    .weightedNegative = record.weighted_negative,
                                    .area = record.area,
                                    .stdError = record.std_error,
+                                   .error = record.error,
                                    .pValue = record.p_value,
                                    .log10P = record.log10_p,
+                                   .pMethod = record.p_method,
                                    .lower = record.ci_lower,
                                    .upper = record.ci_upper,
+                                   .interval = record.interval_rule,
                                    .gini = record.gini,
                                    .ksMaximum = hasCurve ? record.ks_maximum : notComputed,
                                    .ksCutOff = hasCurve ? record.ks_cut_off : notComputed,
@@ -286,6 +298,8 @@ private:
             addPoints(index, record, result);
         if (question_.bestCutOffs)
             addBest(index, result);
+        if (question_.summaries)
+            result.summary = summaryOf(index);
         return result;
     }
 
@@ -316,6 +330,14 @@ private:
         }
     }
 
+    /// It belongs to the handle, which so lives as long.
+    [[nodiscard]] std::shared_ptr<const vexroc_summary> summaryOf(int index) const
+    {
+        const vexroc_summary* summary = nullptr;
+        require(vexroc_analysis_summary(handle_.get(), index, &summary));
+        return {handle_, summary};
+    }
+
     [[nodiscard]] std::string groupOf(const vexroc_record& record) const
     {
         constexpr int equal = 0;
@@ -334,7 +356,7 @@ private:
     const RunCases& cases_;
     const Question& question_;
     const Watch& watch_;
-    std::unique_ptr<vexroc_analysis, FreeHandle> handle_;
+    std::shared_ptr<vexroc_analysis> handle_;
     std::map<std::string, int> columnOf_; ///< of each test
     std::map<int, std::string> testOf_;   ///< the other way round
 };

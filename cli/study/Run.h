@@ -1,23 +1,14 @@
 #pragma once
 
 #include "cli/study/Question.h"
-#include "cli/study/Remarks.h"
 #include "cli/study/Results.h"
+#include "cli/study/Watch.h"
 
-#include <functional>
 #include <span>
 #include <string>
 #include <vector>
 
 namespace vexroc {
-
-/// What a run tells and asks; each may be empty.
-struct Watch {
-    std::function<void(double share, int records)> progress = {}; ///< share of the work, in [0, 1]
-    std::function<bool()> cancelRequested;
-    Remarks* remarks = nullptr; ///< get what there is to say beside the numbers
-    std::string prefix = {};    ///< of their subjects
-};
 
 /// The cases of one run of the component, as parallel columns that outlive it; NaN where a value is missing.
 struct RunCases {
@@ -31,7 +22,8 @@ struct RunCases {
 };
 
 /// Runs the component once over all tests, with the settings of the question, and says what came of it.
-/// Throws the failure of a cancel when one was requested, an analysis error when memory runs out.
+/// Throws the failure of a cancel when one was requested, a usage error for what does not go together, an analysis error
+/// when memory runs out.
 Results run(const RunCases& cases, const Question& question, Comparison comparison, const Watch& watch);
 
 } // namespace vexroc

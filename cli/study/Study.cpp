@@ -5,8 +5,6 @@
 #include "cli/words/Failure.h"
 #include "cli/words/Numbers.h"
 #include "cli/words/VisibleText.h"
-#include "vexrocproc/analysis.h"
-#include "vexrocproc/arraycalls.h"
 
 #include <algorithm>
 #include <cmath>
@@ -53,29 +51,6 @@ TestResult resultOf(const RunCases& cases, const Question& question, const Watch
     return std::move(run(cases, question, Comparison::none, watch).tests.front());
 }
 
-Difference differenceOf(const auc_comparison_res& r, const Area& first, const Area& second)
-{
-    Difference difference{.first = first,
-                          .second = second,
-                          .leftOut = first.leftOut + second.leftOut,
-                          .difference = r.areaDiff,
-                          .stdError = r.stdErrorDiff,
-                          .z = r.z,
-                          .lower = r.ciLower,
-                          .upper = r.ciUpper};
-    difference.pValue = vexroc_two_sided_p(r.z, &difference.log10P);
-    return difference;
-}
-
-/// As much of an area as its comparison takes.
-auc_res asCall(const Area& area)
-{
-    auc_res call{};
-    call.area = area.area;
-    call.stdError = area.stdError;
-    return call;
-}
-
 /// Every test as if it were the only one.
 Results eachArea(const CaseColumns& columns, const Question& question, const Watch& watch)
 {
@@ -88,76 +63,43 @@ Results eachArea(const CaseColumns& columns, const Question& question, const Wat
     return all;
 }
 
-/// The area of a test in one of the two groups of words.
-Area areaOfGroup(const CaseColumns& columns, const Question& question, const std::string& test, std::size_t group,
-                 const Watch& watch)
-{
-    const double code = group == 0 ? CaseColumns::firstGroup : CaseColumns::secondGroup;
-    const auto ofGroup = [&](std::span<const double> column) {
-        std::vector<double> kept;
-        for (std::size_t row = 0; row < column.size(); ++row)
-            if (columns.group()[row] == code) // exact
-                kept.push_back(column[row]);
-        return kept;
-    };
-    const std::vector<double> states = ofGroup(columns.state());
-    const std::vector<double> counts = ofGroup(columns.count());
-    const std::vector<double> values = ofGroup(columns.test(test));
-    Question ungrouped = question;
-    ungrouped.grouping.reset();
-    const RunCases cases{.state = states, .count = counts, .tests = {test}, .values = {values}};
-    Watch silent = watch; // the run knows nothing of groups
-    silent.remarks = nullptr;
-    Area area = resultOf(cases, ungrouped, silent).area;
-    area.group = question.grouping->column + " = "
-        + (columns.groupWords().empty() ? shortest(code) : columns.groupWords()[group]);
-    return area;
-}
-
-/// The cases of the rows with such a code of the group.
-long long casesWhere(const CaseColumns& columns, auto&& holds)
-{
-    long long cases = 0;
-    for (std::size_t row = 0; row < columns.rows(); ++row)
-        if (holds(columns.group()[row]))
-            cases += columns.count().empty() || std::isnan(columns.count()[row])
-                ? 1
-                : static_cast<long long>(columns.count()[row]);
-    return cases;
-}
-
-/// Each test between the groups, which are groups of words.
-Results eachDifference(const CaseColumns& columns, const Question& question, const Watch& watch)
-{
-    Results all;
-    all.rows.otherGroup = casesWhere(columns, [](double code) { return code == CaseColumns::otherGroup; });
-    all.rows.missingGroup = casesWhere(columns, [](double code) { return std::isnan(code); });
-    const std::size_t steps = 2 * question.tests.size();
-    for (std::size_t step = 0; step < steps; step += 2) {
-        const std::string& test = question.tests[step / 2];
-        const Area first = areaOfGroup(columns, question, test, 0, oneOf(watch, step, steps));
-        const Area second = areaOfGroup(columns, question, test, 1, oneOf(watch, step + 1, steps));
-        all.differences.push_back(
-            differenceOf(auc_comparison(asCall(first), asCall(second), question.level), first, second));
-        all.differences.back().leftOut += all.rows.missingGroup;
-    }
-    return all;
-}
-
-/// The cases that a pair would have had in an analysis without a result.
-Area casesOfPair(const CaseColumns& columns, const std::string& test, const std::string& other)
+/// The cases with which an analysis without a result would have told the area of a test.
+Area casesOf(const CaseColumns& columns, const std::string& test, auto&& takesPart)
 {
     Area cases{.test = test};
     const std::span<const double> counts = columns.count();
     for (std::size_t row = 0; row < columns.rows(); ++row) {
         const double state = columns.state()[row];
-        if (std::isnan(columns.test(test)[row]) || std::isnan(columns.test(other)[row]))
+        if (std::isnan(columns.test(test)[row]) || !takesPart(row))
             continue;
         const double count = counts.empty() ? 1.0 : counts[row];
         cases.positive += state == CaseColumns::positiveState && count > 0 ? static_cast<long long>(count) : 0;
         cases.negative += state == CaseColumns::negativeState && count > 0 ? static_cast<long long>(count) : 0;
     }
     return cases;
+}
+
+/// Each test between the groups, which are groups of words. Without a result, the tests still tell their cases.
+Results eachDifference(const CaseColumns& columns, const Question& question, const Watch& watch)
+{
+    Results all = run(casesOf(columns, question.tests), question, Comparison::independent, watch);
+    if (!all.failure)
+        return all;
+    const auto ofGroup = [&](const std::string& test, std::size_t group) {
+        const double code = group == 0 ? CaseColumns::firstGroup : CaseColumns::secondGroup;
+        Area cases = casesOf(columns, test, [&](std::size_t row) { return columns.group()[row] == code; }); // exact
+        cases.group = question.grouping->column + " = "
+            + (columns.groupWords().empty() ? shortest(code) : columns.groupWords()[group]);
+        return cases;
+    };
+    for (const std::string& test : question.tests) {
+        Difference difference{
+            .first = ofGroup(test, 0), .second = ofGroup(test, 1), .error = question.errorOfDifferences()};
+        difference.leftOut = all.rows.read - all.rows.otherGroup - difference.first.positive - difference.first.negative
+            - difference.second.positive - difference.second.negative;
+        all.differences.push_back(std::move(difference));
+    }
+    return all;
 }
 
 /// Every two tests on the same cases. Without a result, the pairs still tell their cases.
@@ -167,8 +109,12 @@ Results eachPair(const CaseColumns& columns, const Question& question, const Wat
     const std::vector<std::string>& tests = question.tests;
     for (std::size_t first = 0; all.failure && first < tests.size(); ++first)
         for (std::size_t second = first + 1; second < tests.size(); ++second) {
-            Difference difference{.first = casesOfPair(columns, tests[first], tests[second]),
-                                  .second = casesOfPair(columns, tests[second], tests[first])};
+            const auto isKnown = [other = columns.test(tests[second])](std::size_t row) {
+                return !std::isnan(other[row]);
+            };
+            const Area cases = casesOf(columns, tests[first], isKnown);
+            Difference difference{.first = cases, .second = cases, .error = question.errorOfDifferences()};
+            difference.second.test = tests[second];
             difference.leftOut = all.rows.read - difference.first.positive - difference.first.negative;
             all.differences.push_back(std::move(difference));
         }
@@ -210,10 +156,12 @@ Results study(const DataTable& table, const CaseLabels& labels, const Question& 
 {
     const CaseColumns columns(table, labels, question);
     Results results = studyCases(columns, question, watch);
-    for (auto& [area, roc, precisionRecall, best] : results.tests)
+    for (TestResult& test : results.tests) {
+        Area& area = test.area;
         area.reading = {.largerIsPositive = area.largerIsPositive,
                         .equalIsPositive = question.equalIsPositive,
                         .wholeNumbers = std::ranges::all_of(columns.test(area.test), isWholeOrMissing)};
+    }
     if (question.byArea)
         std::ranges::stable_sort(results.tests, largerFirst, [](const TestResult& test) { return test.area.area; });
     return results;

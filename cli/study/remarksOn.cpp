@@ -16,22 +16,12 @@ void addPair(const Difference& difference, Remarks& remarks)
         remarks.addCases(pair);
 }
 
-/// The bi-negative exponential error that was asked for cannot be had.
-void addDistribution(const Area& area, Remarks& remarks)
+void addLeftOut(const Results& results, const std::string& prefix, Remarks& remarks)
 {
-    if (hasBothStates(area) && area.positive != area.negative)
-        remarks.add("distribution-changed", subjectOf(area));
-}
-
-/// A test in two groups.
-void addGroups(const Question& question, const Difference& difference, Remarks& remarks)
-{
-    for (const Area& area : {difference.first, difference.second}) {
-        remarks.addArea(area);
-        if (question.biNegative)
-            addDistribution(area, remarks);
-    }
-    remarks.addDifference(difference);
+    for (const TestResult& test : results.tests)
+        if (const long long rows = test.area.leftOut; rows > 0)
+            remarks.add("left-out", prefix + subjectOf(test.area),
+                        std::to_string(rows) + " of " + std::to_string(test.area.positive + test.area.negative + rows));
 }
 
 } // namespace
@@ -47,25 +37,24 @@ void remarkOnCurves(const Results& results, Remarks& remarks)
 {
     remarks.leaveOutErrors();
     remarkOnAreas(results, remarks);
-    for (const auto& [area, roc, precisionRecall, best] : results.tests)
-        if (area.leftOut > 0)
-            remarks.add("left-out", subjectOf(area),
-                        std::to_string(area.leftOut) + " of "
-                            + std::to_string(area.positive + area.negative + area.leftOut));
+    addLeftOut(results, "", remarks);
+}
+
+void remarkOnRows(const Question& question, std::span<const ValueResults> values, Remarks& remarks)
+{
+    for (const auto& [value, results] : values)
+        addLeftOut(results, question.by.empty() ? "" : question.by + " = " + value + ": ", remarks);
 }
 
 void remarkOnDifferences(const Question& question, const Results& results, Remarks& remarks)
 {
-    if (question.comparison == Comparison::paired) {
-        for (const Difference& difference : results.differences)
-            addPair(difference, remarks);
-        return;
-    }
     for (const Difference& difference : results.differences)
-        addGroups(question, difference, remarks);
-    remarks.addComparisons(results.differences.size());
-    if (const long long others = results.rows.otherGroup; others > 0)
-        remarks.add("left-out", "", std::to_string(others) + " in neither group");
+        if (question.comparison == Comparison::paired)
+            addPair(difference, remarks);
+        else
+            for (const Area& area : {difference.first, difference.second})
+                if (!hasBothStates(area))
+                    remarks.addCases(area);
 }
 
 void remarkOnValue(const Question& question, const ValueResults& value, Remarks& remarks)

@@ -32,11 +32,11 @@ vexroc_area_facts casesOf(long long positive, long long negative)
     facts.struct_size = sizeof facts;
     facts.positive = positive;
     facts.negative = negative;
-    facts.area = facts.std_error = facts.lower = facts.upper = VexMV::Missing();
+    facts.area = facts.std_error = facts.lower = facts.upper = facts.p_value = VexMV::Missing();
     return facts;
 }
 
-vexroc_area_facts factsOf(const vexroc_record& record)
+vexroc_area_facts factsOf(const vexroc_record& record, double level)
 {
     vexroc_area_facts facts = casesOf(record.positive, record.negative);
     facts.area = record.area;
@@ -46,6 +46,15 @@ vexroc_area_facts factsOf(const vexroc_record& record)
     facts.smaller_is_positive = record.smaller_is_positive;
     facts.distinct_values = record.distinct_values;
     facts.ties = record.ties;
+    facts.interval = record.interval_rule;
+    facts.p_method = record.p_method;
+    facts.alternative = record.alternative;
+    facts.p_value = record.p_value;
+    facts.level = level;
+    facts.null_area = record.null_area;
+    facts.edge = record.edge;
+    facts.percentile = record.percentile;
+    facts.held = record.held;
     return facts;
 }
 
@@ -74,6 +83,13 @@ std::string fourDigits(double value)
     return text;
 }
 
+/// Share of the positive cases, or of their weights where these are probabilities.
+double prevalenceOf(const vexroc_record& record, bool isWeighted)
+{
+    const double positive = isWeighted ? record.weighted_positive : record.positive;
+    return positive / (positive + (isWeighted ? record.weighted_negative : record.negative));
+}
+
 std::string ofRows(long long count) { return std::to_string(count) + (count == 1 ? " row" : " rows"); }
 
 } // namespace
@@ -90,7 +106,7 @@ RunRemarks::RunRemarks(const AnalysisRequest& request, const RowTally& rows)
 
 void RunRemarks::addWeights(const AnalysisRequest& request, const vexroc_rows& rows)
 {
-    if (request.weight() == AnalysisRequest::none)
+    if (request.weight() == AnalysisRequest::none || request.hasProbabilities())
         return;
     if (request.weightKind() == WeightKind::unsaid)
         addColumn("weight-counts-only", request.nameOf(request.weight()));
@@ -104,10 +120,14 @@ void RunRemarks::addLeftOut(const AnalysisRequest& request, const RowTally& tall
 {
     const vexroc_rows& rows = tally.rows;
     const std::pair<const char*, long long> reasons[] = {
-        {"missing count", rows.missing_count},     {"missing state", rows.missing_state},
-        {"another state", rows.other_state},       {"missing group", rows.missing_group},
-        {"missing weight", rows.missing_weight},   {"in neither group", rows.other_group},
-        {"unusable weight", rows.unusable_weight}, {"missing test", rows.incomplete}};
+        {"missing count", rows.missing_count},
+        {"missing state", rows.missing_state},
+        {"another state", rows.other_state},
+        {"missing group", rows.missing_group},
+        {"missing weight", rows.missing_weight},
+        {"in neither group", rows.other_group},
+        {request.hasProbabilities() ? "weight 0" : "unusable weight", rows.unusable_weight},
+        {"missing test", rows.incomplete}};
     long long leftOut = 0;
     std::string detail;
     for (const auto& [reason, count] : reasons) {
@@ -136,7 +156,7 @@ void RunRemarks::addCostlyTest(const AnalysisRequest& request, const RowTally& r
 void RunRemarks::addRecord(const AnalysisRequest& request, const vexroc_record& record)
 {
     const std::string subject = subjectOf(request, record);
-    areas_.push_back({subject, request.nameOf(record.test), factsOf(record)});
+    areas_.push_back({subject, request.nameOf(record.test), factsOf(record, request.options().getConfidienceLevel())});
     if (record.distribution_changed != 0 && record.positive != record.negative)
         add("distribution-changed", subject,
             std::to_string(record.positive) + " and " + std::to_string(record.negative));
@@ -146,8 +166,7 @@ void RunRemarks::addRecord(const AnalysisRequest& request, const vexroc_record& 
     if (request.options().needROC() && record.positive + record.negative < leastCurveCases)
         add("no-curve", subject);
     if (request.options().needPR())
-        add("sample-prevalence", subject,
-            fourDigits(static_cast<double>(record.positive) / (double(record.positive) + double(record.negative))));
+        add("sample-prevalence", subject, fourDigits(prevalenceOf(record, request.hasProbabilities())));
 }
 
 void RunRemarks::addComparison(const AnalysisRequest& request, const std::vector<vexroc_record>& records,
@@ -156,16 +175,21 @@ void RunRemarks::addComparison(const AnalysisRequest& request, const std::vector
     const vexroc_record& first = records[static_cast<std::size_t>(comparison.first)];
     const vexroc_record& second = records[static_cast<std::size_t>(comparison.second)];
     std::string subject = request.nameOf(first.test);
+    const auto isSaid = [](const vexroc_record& record) { return remarks::needsMoreCases(factsOf(record, 0.0)); };
     if (request.isPaired()) {
         subject += " and " + request.nameOf(second.test);
         const bool fewerCases = fewerOf(comparison) < std::min(fewerOf(first), fewerOf(second));
         const auto addArea = [&](const vexroc_record& record, double area, double stdError) {
             const vexroc_area_facts facts = pairedFacts(record, comparison, area, stdError);
-            if (fewerCases || !std::isnan(facts.area))
+            if (fewerCases || !std::isnan(facts.area) || (remarks::needsMoreCases(facts) && !isSaid(record)))
                 areas_.push_back({subject, request.nameOf(record.test), facts});
         };
         addArea(first, comparison.first_area, comparison.first_std_error);
         addArea(second, comparison.second_area, comparison.second_std_error);
+    } else {
+        for (const vexroc_record* const record : {&first, &second})
+            areas_.push_back({subjectOf(request, *record), request.nameOf(record->test),
+                              casesOf(record->positive, record->negative)});
     }
     differences_.push_back({std::move(subject), comparison.difference, comparison.std_error});
 }

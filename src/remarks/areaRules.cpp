@@ -25,11 +25,51 @@ std::string statesBelow(long long enough, const vexroc_area_facts& facts)
     return states;
 }
 
-std::string intervalOf(const vexroc_area_facts& facts)
+std::string inBrackets(const char* format, double first, double second)
 {
     char text[80];
-    std::snprintf(text, sizeof text, "%.4f to %.4f", facts.lower, facts.upper);
+    std::snprintf(text, sizeof text, format, first, second);
     return text;
+}
+
+/// The rules of interval and p, as far as it matters to what is said of them.
+class Rules {
+public:
+    explicit Rules(const vexroc_area_facts& facts)
+        : interval_(facts.interval != nullptr ? facts.interval : "wald"),
+          p_(facts.p_method != nullptr ? facts.p_method : "wald")
+    {
+    }
+    [[nodiscard]] std::string_view interval() const noexcept { return interval_; }
+    [[nodiscard]] bool isBootstrap() const noexcept { return interval_ == "bootstrap" || interval_ == "bca"; }
+    /// Area -+ z times an error: may go beyond 0 and 1, and has no length without error.
+    [[nodiscard]] bool isWald() const noexcept { return interval_ == "wald" || interval_ == "wald-delong"; }
+    [[nodiscard]] bool pIsByRanks() const noexcept { return p_.starts_with("mann-whitney"); }
+    /// Are interval and p good for a few cases?
+    [[nodiscard]] bool areForFewCases() const noexcept
+    {
+        return (interval_ == "score" || interval_ == "newcombe") && pIsByRanks();
+    }
+    /// Is one of them made of the standard error?
+    [[nodiscard]] bool useError() const noexcept { return isWald() || !pIsByRanks(); }
+    [[nodiscard]] bool areOneMethod() const noexcept { return isWald() && p_ == "wald"; }
+
+private:
+    std::string_view interval_;
+    std::string_view p_;
+};
+
+bool isTwoSided(const vexroc_area_facts& facts)
+{
+    return facts.alternative == nullptr || std::string_view(facts.alternative) == "two-sided";
+}
+
+/// Does one of interval and p hold the null for possible at this level, and the other not?
+bool disagreeAboutNull(const vexroc_area_facts& facts)
+{
+    const bool areKnown = facts.level > 0.0 && !std::isnan(facts.p_value) && !std::isnan(facts.lower);
+    const bool isInside = facts.lower <= facts.null_area && facts.null_area <= facts.upper;
+    return areKnown && isTwoSided(facts) && isInside != (facts.p_value > 1.0 - facts.level);
 }
 
 /// Why there is no area at all; null when there may be one.
@@ -40,10 +80,35 @@ const char* absentState(const vexroc_area_facts& facts)
     return facts.positive > 0 ? "no-negative" : facts.negative > 0 ? "no-positive" : "no-case";
 }
 
+/// What the rules of interval and p have to say of each other and of these limits.
+template <class Add>
+void addLimitRemarks(const vexroc_area_facts& facts, const Rules& rules, Add&& add)
+{
+    const bool noLength = facts.lower == facts.upper; // exact
+    if (facts.edge != 0)
+        add("score-instead", rules.interval());
+    if (facts.percentile != 0)
+        add("percentile-instead");
+    if (rules.isBootstrap() && noLength)
+        add("bootstrap-at-end");
+    else if (facts.held != 0)
+        add("few-replicates");
+    if (!rules.areOneMethod() && disagreeAboutNull(facts))
+        add("interval-and-p", inBrackets("the area %g, p %.4f", facts.null_area, facts.p_value));
+    if (!isTwoSided(facts))
+        add("one-sided", facts.alternative);
+}
+
 } // namespace
+
+bool needsMoreCases(const vexroc_area_facts& facts)
+{
+    return std::min(facts.positive, facts.negative) < enoughCases && !Rules(facts).areForFewCases();
+}
 
 void addAreaRemarks(std::string_view subject, const vexroc_area_facts& facts, RemarkList& list)
 {
+    const Rules rules(facts);
     const auto add = [&](const char* code, std::string_view detail = {}) {
         list.add(*kindOf(code),
                  {.subject = subject,
@@ -53,17 +118,18 @@ void addAreaRemarks(std::string_view subject, const vexroc_area_facts& facts, Re
     };
     if (const char* const absent = absentState(facts))
         return add(absent);
-    if (std::min(facts.positive, facts.negative) < enoughCases)
+    if (needsMoreCases(facts))
         add("few-cases", statesBelow(enoughCases, facts));
     if (!std::isnan(facts.area) && std::isnan(facts.std_error))
         add("no-error", statesBelow(enoughForError, facts));
-    const bool noWidth = facts.std_error == 0.0; // exact
-    if (noWidth)
+    const bool noError = facts.std_error == 0.0; // exact
+    if (noError && rules.useError())
         add("zero-error");
-    else if (facts.lower < 0.0 || facts.upper > 1.0)
-        add("bound-outside", intervalOf(facts));
-    if (noWidth ? facts.area < chance : facts.upper < chance)
+    else if (rules.isWald() && (facts.lower < 0.0 || facts.upper > 1.0))
+        add("bound-outside", inBrackets("%.4f to %.4f", facts.lower, facts.upper));
+    if (noError ? facts.area < chance : facts.upper < chance)
         add("below-chance");
+    addLimitRemarks(facts, rules, add);
     if (facts.distinct_values == valuesOfYesNoTest && facts.positive + facts.negative > valuesOfYesNoTest)
         add("two-values");
     if (facts.ties != 0)

@@ -3,6 +3,7 @@
 #include "summary/SortedValues.h"
 #include "summary/ValueWalk.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <span>
 #include <vector>
@@ -18,8 +19,12 @@ public:
     template <class Columns>
     explicit Summary(const Columns& columns)
     {
+        // Growing would copy every value, into memory that the system has to clear first.
+        values_.reserve(std::min(columns.size(), mostReserved));
         if (columns.size() > 0)
             valuesort::forEachDistinctValue(columns, [this](const DistinctValue& x) { add(x); });
+        if (values_.size() < values_.capacity() / 2)
+            values_.shrink_to_fit();
     }
     /// Of distinct values in ascending order.
     explicit Summary(std::span<const DistinctValue> values)
@@ -70,6 +75,7 @@ public:
 
 private:
     static constexpr std::size_t markDistance = 64;
+    static constexpr std::size_t mostReserved = std::size_t{1} << 22;
 
     void add(const DistinctValue& x)
     {

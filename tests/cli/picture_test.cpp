@@ -52,7 +52,7 @@ TEST(Picture, ShadesTheRectanglesOfACurve)
 {
     std::vector<DrawnCurve> curves(1);
     curves[0].boxes = {{0.25, 0.75, 0.5, 1.0}};
-    const std::string svg = svgPicture({curves, 0.95, "a question", {"a note"}});
+    const std::string svg = svgPicture({curves, "95 % interval", "a question", {"a note"}});
     EXPECT_NE(svg.find(" d=\"M0 330V110H220V330Z\""), std::string::npos) << svg;
     EXPECT_NE(svg.find("no curve to draw"), std::string::npos);
 }

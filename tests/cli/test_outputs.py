@@ -30,7 +30,7 @@ def test_json_tells_every_number(vexroc):
     assert [points[0]["cut_off"], points[-1]["cut_off"]] == ["-Infinity", "Infinity"]
     full = vexroc.json("analyze", *ODD_QUESTION, "t,u", "--compare", "paired", "--cases", "complete", "--interval",
                        "wald-delong", "--weight", "n", "--best", data=ODD)
-    assert full["results"]["areas"][1]["standard_error"] is None
+    assert full["results"]["areas"][1]["std_error"] is None
     assert {"costly-test", "weight-counts-only"} <= {remark["code"] for remark in full["notes"] + full["cautions"]}
     many = b"t,u\n" + b"".join(b"%d,x\n" % i for i in range(100_002))
     columns = vexroc.json("columns", "-", data=many)["results"]["columns"]

@@ -101,7 +101,7 @@ def test_every_curve_is_drawn_and_named(vexroc, tmp_path):
     largest = sorted(range(len(names)), key=lambda i: -areas[i])[:100]
     named = [names[i] for i in sorted(largest)]
     assert [text for text in texts if text in named] == named
-    assert "area [90 % confidence interval]" in texts
+    assert "area [90 % score interval]" in texts
     lowest = max(float(node.get("y")) for node in root.iter(SVG + "text"))
     assert lowest < float(root.get("height"))
 

@@ -76,18 +76,21 @@ def test_precision_recall_points_are_interpolated_as_asked(vexroc, tmp_path):
 def test_one_question_has_one_answer_in_all_commands(vexroc):
     tests = CANCER + "--test radius_mean,texture_mean --test area_mean,area_worst "
     paired = "--compare paired --level 0.9 --smaller "
-    _, areas, pairs = tables(vexroc, "analyze " + tests + paired + "--interval wald-delong")
+    _, areas, pairs = tables(vexroc, "analyze " + tests + paired)
     compared = tables(vexroc, "compare " + tests + "--level 0.9 --smaller")[0]
-    assert compared == pairs == tables(vexroc, "analyze " + tests + paired)[2]
+    assert compared == pairs == tables(vexroc, "analyze " + tests + paired + "--interval wald")[2]
     assert [row[:2] + row[5:9] for row in compared] == [
         [first[0], second[0], *first[5:7], *second[5:7]] for first, second in itertools.combinations(areas, 2)]
     seen = []
-    for options in "", "--smaller", "--bi-negative", "--level 0.5":
+    bootstraps = [f"--interval bootstrap {more}" for more in ("", "--seed 2", "--replicates 99")]
+    for options in ("", "--smaller", "--bi-negative", "--level 0.5", "--interval newcombe", "--interval logit",
+                    "--interval wald", "--interval wald --p-value wald", "--interval wald-delong", "--interval bca",
+                    *bootstraps, "--exact never", "--null 0.6", "--alternative greater", "--alternative less"):
         area = tables(vexroc, "auc " + FAWCETT + options)[0][0][4:]
-        assert area == tables(vexroc, "analyze --no-curve " + FAWCETT + options)[1][0][5:11] and area not in seen
+        assert area == tables(vexroc, "analyze --no-curve " + FAWCETT + options)[1][0][5:16] and area not in seen
         seen.append(area)
     assert seen[0][0] == "0.68"  # as published
-    assert tables(vexroc, "analyze --no-curve " + FAWCETT)[1][0][12] == "NA"
+    assert tables(vexroc, "analyze --no-curve " + FAWCETT)[1][0][17] == "NA"
 
 
 def test_a_marker_has_one_line_whatever_else_is_asked(vexroc):
@@ -99,7 +102,7 @@ def test_a_marker_has_one_line_whatever_else_is_asked(vexroc):
     turned = plain.replace(b",-", b",")
     lines = data.splitlines()
     repeated = b"\n".join([lines[0], *(line for line in lines[1:] for _ in range(int(line[-1:])))]) + b"\n"
-    for options in "", "--interval wald-delong", "--bi-negative":
+    for options in "", "--interval wald", "--interval bca --replicates 99", "--bi-negative":
         own = tables(vexroc, f"auc {ON_INPUT} a,b:smaller {options}", plain)[0]
         assert own == tables(vexroc, f"auc {ON_INPUT} a,b {options}", turned)[0]
         assert own[1:] == tables(vexroc, f"auc {ON_INPUT} b --smaller {options}", plain)[0]
@@ -108,19 +111,29 @@ def test_a_marker_has_one_line_whatever_else_is_asked(vexroc):
         assert tables(vexroc, counted + " --count n", named)[1:] == tables(vexroc, counted, repeated)[1:]
         if options != "--bi-negative":
             whole = tables(vexroc, f"analyze {ON_INPUT} a,b:smaller {options} --compare paired", plain)
-            assert [row[:1] + row[2:11] for row in whole[1]] == own
-            assert whole[2] == tables(vexroc, f"compare {ON_INPUT} a,b:smaller {options}", plain)[0]
+            assert [row[:1] + row[2:16] for row in whole[1]] == own
+            assert whole[2] == tables(vexroc, f"compare {ON_INPUT} a,b:smaller", plain)[0]
     ends_as(vexroc, f"compare {ON_INPUT} a,", """
 b,b:smaller -> 2: --test names 'b' with two directions
 b --count a,b -> 3: no column 'a,b'
 b --count b -> 3: column 'b', data row 2: '-5' is no count; --count takes whole numbers from 0
 b --group n=1,2 --cases complete -> 2: it does not go with --group
-b --interval delong -> 2: the words are 'wald', 'wald-delong'
+b --interval delong -> 2: the words are 'wald-delong', 'wald'
 """, plain)
     ends_as(vexroc, f"analyze {ON_INPUT} a ", """
 --weight n --count n -> 2: give one of them
 --weight-kind counts -> 2: name them with --weight
---bi-negative --interval wald-delong -> 2: two standard errors
+--weight n --weight-kind probability --interval score -> 2: its standard error counts cases, whatever their weights;
+--weight n --weight-kind probability --p-value mann-whitney -> 2: ranks count cases; give wald
+--weight n --weight-kind probability --bi-negative -> 2: does not go with probability weights
+--bi-negative --interval score -> 2: two standard errors
+--bi-negative --p-value mann-whitney -> 2: two tests
+--null 0.6 --p-value mann-whitney -> 2: tests the area 0.5; for --null 0.6 give --p-value wald, or leave it out
+--null 1 -> 2: --null '1': expected a number between 0 and 1
+--p-value wald --exact always -> 2: --exact is about the p value of Mann and Whitney
+--seed 7 -> 2: ask for one with --interval bootstrap or bca
+--interval bca --replicates 38 -> 2: too few for the level 0.95: give at least 39
+--interval bca --seed -1 -> 2: --seed '-1': expected a whole number from 0
 --cases complete -> 2: ask for that with --compare paired
 """, plain)
     ran = vexroc(*f"analyze {ON_INPUT} a --weight n --weight-kind counts".split(), data=plain)
@@ -168,7 +181,7 @@ def test_every_row_is_accounted_for(vexroc):
                           ("compare - --test a --group g=x,y", "a,g = x,g = y,2,1,1,1,3")]:
         assert ",".join(tables(vexroc, question + " --state s=1", data)[0][0]).startswith(row + ",")
     ends_as(vexroc, "", """
-compare - --state s=1 --test a --group g=x,y -> 0: note: rows left out: 1 in neither group
+compare - --state s=1 --test a --group g=x,y -> 0: note: rows left out: 3 of 9: missing state 1, missing group 1, in neither group 1, a (4 of 9)
 curve - --state s=1 --test a -> 0: note: rows left out: 1 of 9: missing state 1, a (2 of 9)
 """, data)
 
@@ -287,7 +300,7 @@ u --bi-negative -> 0: caution: the standard error is nonparametric
 u,s -> 0: note: the state is not also a test: s
 u --pr -> 0: note: the points of --pr are not shown; --plot and --report draw them, --pr-curve FILE writes
 u --group u --cut 2 -> 0: there is no negative case, so there is no area: u where u < 2
-t,one --compare paired -> 0: so there is no standard error, p value and interval: t and one (1 positive, 1 negative)
+t,one --compare paired -> 0: so there is no standard error, nor p value and interval by one: t and one (1 positive, 1 negative)
 t --best -> 0: note: best cut-offs are chosen on the data
 t --weight u -> 0: numbers of cases only, not areas, errors and curves: u; for cases per row give --count COLUMN; if
 """, b"s,t,u,g,one\n1,2,1,x,7\n0,2,2,x,\n1,3,3,y,\n0,1,4,y,8\n1,4,5,y,\n")

@@ -36,7 +36,7 @@ answer <- function(name, fit, compare, file, ...) {
   for (kind in names(said)) say_rows(name, kind, said[[kind]], c("code", "text"))
   areas <- if (is.null(pairs)) fit$areas else pairs$areas
   say_rows(name, "area", areas,
-           c("area", "standard_error", "p_value", "log10_p", "lower", "upper", "positive", "negative"))
+           c("area", "std_error", "p_value", "log10_p", "lower", "upper", "positive", "negative"))
   if (!is.null(pairs))
     say_rows(name, "pair", pairs$comparisons,
              c("difference", "z", "p_value", "log10_p", "lower", "upper", "positive", "negative"))

@@ -25,11 +25,12 @@ class Record(Structure):
     _fields_ = [("struct_size", c_size_t), ("test", c_int), ("group", c_int), ("group_operation", c_int),
                 ("ties", c_int), ("group_value", c_double), ("positive", c_int), ("negative", c_int),
                 *((name, c_double) for name in (
-                    "weighted_positive", "weighted_negative", "area", "standard_error", "significance", "lower",
+                    "weighted_positive", "weighted_negative", "area", "std_error", "significance", "lower",
                     "upper", "gini", "ks_maximum", "ks_cut_off")),
                 ("curve_rows", c_int), ("pr_rows", c_int), ("distribution_changed", c_int),
                 ("smaller_is_positive", c_int), ("distinct_values", c_int), ("p_value", c_double),
-                ("log10_p", c_double), ("interval", c_char_p)]
+                ("log10_p", c_double), *((name, c_char_p) for name in ("distribution", "error", "interval")),
+                *((name, c_int) for name in ("edge", "percentile", "held")), ("p_method", c_char_p)]
 
 
 class Pair(Structure):
@@ -158,7 +159,7 @@ class Handle:
 
     def settings(self, analysis, case):
         words = {"comparison": "independent" if case.group else case.compare or "none", "cases": case.cases,
-                 "interval": case.interval, "weight_kind": case.weight_kind or "unsaid"}
+                 "interval": case.interval, "p_value": case.p_value, "weight_kind": case.weight_kind or "unsaid"}
         for setting, word in words.items():
             self.library("analysis_set_word", analysis, setting.encode(), word.encode())
         self.library("analysis_set_number", analysis, b"roc", c_double(case.roc))

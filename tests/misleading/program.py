@@ -39,7 +39,9 @@ def question(case):
 
 def inference(case):
     """Options of the commands with areas."""
-    options = ["--interval", case.interval] if case.interval != "wald" else []
+    options = ["--interval", case.interval] if case.interval != "score" else []
+    if case.p_value != "mann-whitney":
+        options += ["--p-value", case.p_value]
     if case.weight:
         options += ["--weight", case.weight]
     if case.weight_kind:

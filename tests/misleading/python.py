@@ -23,6 +23,7 @@ def one_or_list(values):
 
 def question(case):
     settings = {"pos_label": one_or_list(case.positive), "direction": case.direction, "interval": case.interval,
+                "p_method": case.p_value,
                 "nan_policy": "omit", "roc": case.roc or case.interpolated, "precision_recall": case.interpolated}
     if case.others or case.negative:
         settings["neg_label"] = vexroc.OTHERS if case.others else one_or_list(case.negative)
@@ -58,7 +59,7 @@ class Python:
             assert points.interpolated.any() and (pandas.isna(points.thresholds) == points.interpolated).all()
         shared = {"p_value": "p_value", "log10_p": "log10_p", "lower": "ci_lower", "upper": "ci_upper"}
         return Said(None, cautions, [(one.code, one.text) for one in result.notes],
-                    [numbers(record.area, area="area", standard_error="std_error", positive="n_positive",
+                    [numbers(record.area, area="area", std_error="std_error", positive="n_positive",
                              negative="n_negative", **shared) for record in result.records],
                     [{**numbers(pair, difference="difference", z="z", **shared),
                       **numbers(pair.first, positive="n_positive", negative="n_negative")}

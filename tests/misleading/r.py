@@ -5,7 +5,7 @@ import subprocess
 
 from table import Said, data_of
 
-AREA = ("area", "standard_error", "p_value", "log10_p", "lower", "upper", "positive", "negative")
+AREA = ("area", "std_error", "p_value", "log10_p", "lower", "upper", "positive", "negative")
 PAIR = ("difference", "z", "p_value", "log10_p", "lower", "upper", "positive", "negative")
 
 
@@ -24,14 +24,15 @@ def call_of(case):
     """The call of vexroc over `data`, and that of compare where there is one."""
     label = "labels[[%s]]"
     arguments = {"positive": spelled(case.positive), "direction": spelled(case.direction),
-                 "interval": spelled(case.interval), "pr": spelled(case.interpolated)}
+                 "ci.method": spelled(case.interval), "p.method": spelled(case.p_value),
+                 "pr": spelled(case.interpolated)}
     if case.others or case.negative:
         arguments["negative"] = "others()" if case.others else spelled(case.negative)
     for name in ("count", "weight"):
         if value := getattr(case, name):
             arguments[name] = f"data[[{spelled(value)}]]"
     if case.weight_kind:
-        arguments["weight_kind"] = spelled(case.weight_kind)
+        arguments["weight.kind"] = spelled(case.weight_kind)
     if case.group:
         arguments.update(group=label % spelled(case.group[0]), groups=spelled(case.group[1:]))
     state = label % spelled(case.state)

@@ -23,7 +23,7 @@ DEFAULTS = {
     "item": 0, "clean": False, "data": None, "file": None, "encoding": "utf-8", "ends": "\n", "times": 1, "copies": 0,
     "read": {}, "options": [], "command": None, "state": "state", "positive": ["ill"], "negative": [], "tests": ["t"],
     "direction": "larger", "group": None, "by": None, "count": None, "weight": None, "weight_kind": None,
-    "compare": None, "cases": "pairwise", "interval": "wald", "missing": [], "roc": True,
+    "compare": None, "cases": "pairwise", "interval": "score", "p_value": "mann-whitney", "missing": [], "roc": True,
     "refused": None, "cautions": [], "notes": [], "says": [], "shows": [], "missed": [], "area": None, "counts": None,
     "difference": None, "pair": None, "alike": False, "interpolated": False,
 }

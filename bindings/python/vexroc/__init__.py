@@ -1,24 +1,32 @@
 """ROC analysis: curves, areas with standard error, test and interval, comparisons, and whole analyses of tables.
 
 >>> import vexroc
->>> vexroc.auc([1, 0, 1, 0] * 5, [5, 1, 3, 4] * 5)
-<area 0.7500, standard error 0.1146, p = 0.0291, 95 % interval 0.5255 to 0.9745; 10 positive and 10 negative cases>
+>>> area = vexroc.auc([1, 0, 1, 0] * 5, [5, 1, 3, 4] * 5)
+>>> print(f"area {area.area:.2f}, {area.interval} interval {area.ci_lower:.2f} to {area.ci_upper:.2f}")
+area 0.75, score interval 0.48 to 0.90
 """
-from ._analysis import AnalysisError, analyze
-from ._arraycalls import auc, compare_independent, compare_paired, pr_curve, roc_curve
+from ._analysis import analyze
+from ._areas import auc, compare_independent, compare_paired, mann_whitney
+from ._curves import pr_curve, roc_curve
 from ._display import PrecisionRecallDisplay, RocCurveDisplay
-from ._library import library as _library
+from ._handle import AnalysisError
 from ._labels import OTHERS
+from ._library import library as _library
 from ._library import library_path, library_version
+from ._parts import average_precision, partial_auc, pr_auc
+from ._points import best_threshold, confusion_at_thresholds, net_benefit
 from ._remarks import CautionWarning, Remark
-from ._results import (Analysis, Area, Comparison, Group, PrecisionRecallCurve, Record, RocCurve)
+from ._results import (Analysis, Area, BestThreshold, Comparison, Estimate, FixedRate, Group, MannWhitney, NetBenefit,
+                       OperatingPoints, PartialArea, PrecisionRecallArea, PrecisionRecallCurve, Record, RocCurve)
 
 __version__ = "0.1.0"
 
 __all__ = [
-    "OTHERS", "Analysis", "AnalysisError", "Area", "CautionWarning", "Comparison", "Group", "PrecisionRecallCurve",
-    "PrecisionRecallDisplay", "Record", "Remark", "RocCurve", "RocCurveDisplay", "analyze", "auc",
-    "compare_independent", "compare_paired", "library_path", "library_version", "pr_curve", "roc_curve",
+    "OTHERS", "Analysis", "AnalysisError", "Area", "BestThreshold", "CautionWarning", "Comparison", "Estimate",
+    "FixedRate", "Group", "MannWhitney", "NetBenefit", "OperatingPoints", "PartialArea", "PrecisionRecallArea",
+    "PrecisionRecallCurve", "PrecisionRecallDisplay", "Record", "Remark", "RocCurve", "RocCurveDisplay", "analyze",
+    "auc", "average_precision", "best_threshold", "compare_independent", "compare_paired", "confusion_at_thresholds",
+    "library_path", "library_version", "mann_whitney", "net_benefit", "partial_auc", "pr_auc", "pr_curve", "roc_curve",
 ]
 
 _library()  # a package without its library says so when it is imported

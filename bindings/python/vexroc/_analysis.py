@@ -1,144 +1,43 @@
 """The whole analysis: many tests, groups, weights, comparisons, both curves, progress and Ctrl-C."""
 from __future__ import annotations
 
-import ctypes
 import functools
-import queue
-import threading
+import math
 from collections import Counter
-from collections.abc import Callable, Iterable
+from collections.abc import Iterable
 from collections.abc import Set as AbstractSet
 from typing import Any, Literal
 
 import numpy as np
 
-from ._arraycalls import (CUT_OFFS, DISTRIBUTIONS, INTERPOLATIONS, INTERVALS, CutOff, Directions, Distribution,
-                          Interpolation, Interval)
-from ._inputs import (MAX_CASES, Floats, NanPolicy, check_directions, check_lengths, check_level, check_number,
-                      check_order, check_word, complete_cases, is_hashable, to_numbers)
+from ._aside import Progress
+from ._cases import Directions
+from ._curves import CUT_OFFS, INTERPOLATIONS, CutOff, Interpolation
+from ._handle import Handle, area_of, comparison_of
+from ._inputs import (MAX_CASES, Floats, NanPolicy, check_directions, check_lengths, check_number, check_order,
+                      check_word, complete_cases, is_hashable, to_numbers)
 from ._labels import to_groups, to_states
-from ._library import (NO_RESULT, PROGRESS, AreaResult, PairResult, RecordResult, RowsResult, check, library,
-                       stop_when_told)
+from ._library import library, normal_p
+from ._options import Alternative, AreaQuestion, Distribution, Exact, Interval, PMethod, area_question
 from ._remarks import RemarkList
-from ._results import (Analysis, Area, Asked, Comparison, Counts, Group, PrecisionRecallCurve, Record, RocCurve,
-                       area_of, frozen, number, pr_curve_of)
+from ._results import (Analysis, Area, Comparison, Counts, Group, PrecisionRecallCurve, Record, RocCurve, frozen,
+                       number, pr_curve_of)
+from ._structures import AreaResult, PairResult, RecordResult, RowsResult
 
 ComparisonKind = Literal["none", "independent", "paired"]
-Cases = Literal["pairwise", "complete"]
-WeightKind = Literal["unsaid", "counts"]
-Progress = Callable[[float, int], object]
-
-_REMEDIES = {
-    430004: "there is no positive case; check pos_label and which cases are missing",
-    430006: "a paired comparison needs two tests or more; name them in tests=",
-    430007: "an independent comparison needs two groups; name their column with group=",
-    430010: "there is no case; check the filter before the analysis, or which cases are missing",
-    430011: "an independent comparison needs two groups, but all values of the group column are equal",
-    430012: "an independent comparison needs cases in both groups; choose another split",
-}
-
-
-class AnalysisError(ValueError):
-    """An analysis that could not be computed; ``code`` is the library's status."""
-
-    def __init__(self, code: int, message: str):
-        super().__init__(message)
-        self.code = code
-
-    def __reduce__(self) -> tuple[type[AnalysisError], tuple[int, str]]:
-        return type(self), (self.code, str(self))
-
-
-class _Handle:
-    """An analysis of the library; keeps the columns alive that it reads."""
-
-    def __init__(self) -> None:
-        self._library = library()
-        self.address = ctypes.c_void_p()
-        self._columns: list[Floats] = []
-        self.call("new", ctypes.byref(self.address), of_handle=False)
-
-    def __del__(self) -> None:
-        self._library.vexroc_analysis_free(self.address)
-
-    def call(self, name: str, *arguments: Any, of_handle: bool = True) -> None:
-        head = (self.address,) if of_handle else ()
-        code = getattr(self._library, f"vexroc_analysis_{name}")(*head, *arguments)
-        if code == NO_RESULT:
-            status = ctypes.c_int()
-            self._library.vexroc_analysis_status(self.address, ctypes.byref(status), None)
-            message = self._library.vexroc_last_error().decode(errors="replace")
-            raise AnalysisError(status.value, _REMEDIES.get(status.value, message))
-        check(code)
-
-    def count(self, name: str) -> int:
-        return int(getattr(self._library, f"vexroc_analysis_{name}_count")(self.address))
-
-    def add(self, name: str, values: Floats, part: str) -> int:
-        """The index of the new column, which plays this part."""
-        self._columns.append(values)
-        index = ctypes.c_int()
-        self.call("add_column", name.encode(errors="replace"), values.ctypes.data, len(values), ctypes.byref(index))
-        self.call("set_column", part.encode(), index)
-        return index.value
-
-    def fetch(self, name: str, index: int, result: Any) -> Any:
-        result.struct_size = ctypes.sizeof(result)
-        self.call(name, index, ctypes.byref(result))
-        return result
-
-    def rows(self) -> RowsResult:
-        result = RowsResult(struct_size=ctypes.sizeof(RowsResult))
-        self.call("rows", ctypes.byref(result))
-        return result
-
-    def numbers(self, name: str, index: int) -> tuple[int, int]:
-        """The two numbers of rows that a call tells."""
-        first, second = ctypes.c_longlong(), ctypes.c_longlong()
-        self.call(name, index, ctypes.byref(first), ctypes.byref(second))
-        return first.value, second.value
-
-    def run(self, progress: Progress | None) -> None:
-        """Runs on a thread of its own, so that this one can see Ctrl-C and tell progress meanwhile."""
-        # The library asks before every record whether to stop. Python would answer slower than the analysis runs;
-        # C reads the answer from this text.
-        stop = ctypes.create_string_buffer(b"0")
-        self.call("on_cancel", stop_when_told(), ctypes.addressof(stop))
-        events: queue.SimpleQueue[tuple[float, int] | BaseException | None] = queue.SimpleQueue()
-        told = PROGRESS(lambda share, records, _: events.put((share, records)))
-        if progress is not None:
-            self.call("on_progress", told, None)
-
-        def work(keep: object = (stop, told)) -> None:
-            try:
-                self.call("run")
-                events.put(None)
-            except BaseException as error:  # raised again in the caller's thread
-                events.put(error)
-
-        thread = threading.Thread(target=work, name="vexroc analysis")
-        try:
-            thread.start()
-            while isinstance(event := events.get(), tuple):
-                if progress is not None:
-                    progress(*event)
-        except BaseException:
-            stop[0] = b"1"
-            raise
-        finally:
-            if thread.ident is not None:
-                thread.join()
-        if event is not None:
-            raise event
+PairCases = Literal["pairwise", "complete"]
+WeightKind = Literal["unsaid", "counts", "probability"]
 
 
 class _Request:
     """The checked columns and settings of one analysis."""
 
-    def __init__(self, data: Any, state: Any, tests: Any, group: Any, weight: Any, count: Any):
+    def __init__(self, data: Any, state: Any, tests: Any, group: Any, weight: Any, count: Any,
+                 are_probabilities: bool):
         if isinstance(data, np.ndarray) and data.dtype.names is None:
             raise TypeError("data is an array, whose columns have no names; give a DataFrame or a dict of arrays")
         self.data = data
+        self.are_probabilities = are_probabilities
         tests = self._names(tests)
         for name in (state, *tests, group, weight, count):
             if not is_hashable(name):
@@ -200,14 +99,14 @@ class _Request:
         if nan_policy != "omit":
             complete_cases(required, nan_policy)
             complete_cases(named, nan_policy)
-            if "weight" in self.parts:
+            if "weight" in self.parts and not self.are_probabilities:
                 _check_weights(self.called("weight"), self.required["weight"])
 
     def called(self, part: str) -> str:
         """How messages call the column that plays the part."""
         return ("" if part == "state" else part + " ") + self.texts[self.parts[part]] if part in self.parts else part
 
-    def add_to(self, handle: _Handle, directions: dict[Any, str]) -> list[Any]:
+    def add_to(self, handle: Handle, directions: dict[Any, str]) -> list[Any]:
         """Adds the columns; the name of each."""
         for part, values in self.required.items():
             index = handle.add(self.texts[self.parts[part]], values, part)
@@ -244,7 +143,7 @@ def _check_weights(name: str, weights: Floats) -> None:
                          "rounds halves up and leaves out what is less than 1 or too large")
 
 
-def _split(request: _Request, handle: _Handle, group_cut: float | None, group_mid_point: bool) -> None:
+def _split(request: _Request, handle: Handle, group_cut: float | None, group_mid_point: bool) -> None:
     if request.group_labels is not None:
         handle.call("set_number", b"group_first", 0.0)
         handle.call("set_number", b"group_second", 1.0)
@@ -263,7 +162,7 @@ def _critical_value(level: float) -> float:
 class _Reader:
     """Turns what a run left in the handle into results."""
 
-    def __init__(self, handle: _Handle, request: _Request, names: list[Any], asked: Asked, with_roc: bool):
+    def __init__(self, handle: Handle, request: _Request, names: list[Any], asked: AreaQuestion, with_roc: bool):
         self.handle, self.request, self.names, self.asked, self.with_roc = handle, request, names, asked, with_roc
 
     def _group(self, record: RecordResult) -> Group | None:
@@ -296,7 +195,7 @@ class _Reader:
         omitted = self.handle.numbers("record_rows", index)[0] - r.n_positive - r.n_negative
         roc = self._roc(index, r, omitted)
         has_curve = r.ks_maximum != -1.0
-        return Record(self.names[r.test], self._group(r), area_of(r, omitted, self.asked, r.interval.decode()),
+        return Record(self.names[r.test], self._group(r), area_of(r, omitted, self.asked),
                       number(r.gini), r.ks_maximum if has_curve else np.nan,
                       number(r.ks_threshold) if has_curve else np.nan, bool(r.ties), number(r.weighted_positive),
                       number(r.weighted_negative), roc if self.with_roc else None,
@@ -309,25 +208,29 @@ class _Reader:
         if record.group is not None or (pair.n_positive, pair.n_negative) == (whole.n_positive, whole.n_negative):
             return whole
         half = _critical_value(self.asked.confidence_level) * std_error
-        on_these = AreaResult(pair.n_positive, pair.n_negative, area, std_error, np.nan, area - half, area + half)
         omitted = whole.n_positive + whole.n_negative + whole.n_omitted - pair.n_positive - pair.n_negative
-        return area_of(on_these, omitted, self.asked._replace(interval="wald-delong"), "delong")
+        p_value, log10_p, z = math.nan, math.nan, math.nan
+        if std_error != 0:  # of an error of 0 nothing can be said
+            z = (area - self.asked.null) / std_error
+            p_value, log10_p = normal_p(z, self.asked.alternative)
+        lower, upper = (math.nan, math.nan) if std_error == 0 else (area - half, area + half)
+        return Area(number(area), number(std_error), number(p_value), number(lower), number(upper), pair.n_positive,
+                    pair.n_negative, omitted, self.asked.confidence_level, "wald-delong", pair.error.decode(), "wald",
+                    self.asked.alternative, self.asked.null, number(log10_p), number(z))
 
     def comparison(self, index: int, records: tuple[Record, ...]) -> tuple[Comparison, tuple[Record, Record]]:
         pair = self.handle.fetch("comparison", index, PairResult())
         first, second = records[pair.first], records[pair.second]
-        return Comparison(self._area_in(pair, pair.first_area, pair.first_std_error, first),
-                          self._area_in(pair, pair.second_area, pair.second_std_error, second),
-                          number(pair.difference), number(pair.std_error), number(pair.z), number(pair.p_value),
-                          number(pair.log10_p), number(pair.ci_lower), number(pair.ci_upper),
-                          self.asked.confidence_level), (first, second)
+        return comparison_of(pair, self._area_in(pair, pair.first_area, pair.first_std_error, first),
+                             self._area_in(pair, pair.second_area, pair.second_std_error, second),
+                             self.asked.confidence_level), (first, second)
 
     def analysis(self, remarks: RemarkList) -> Analysis:
         records = tuple(self.record(index) for index in range(self.handle.count("record")))
         compared = [self.comparison(index, records) for index in range(self.handle.count("comparison"))]
         missing = {self.names[column]: sum(self.handle.numbers("missing_test", column))
                    for column in range(len(self.request.parts), len(self.names))}
-        check(library().vexroc_analysis_add_remarks(self.handle.address, remarks.address, None))
+        self.handle.add_remarks(remarks)
         omitted = Counts(self.request.omitted(self.handle.rows(), missing))
         return Analysis(records, tuple(pair for pair, _ in compared), tuple(both for _, both in compared),
                         *remarks.tell(), omitted)
@@ -336,8 +239,10 @@ class _Reader:
 def analyze(data: Any, *, state: Any, tests: Any, pos_label: Any = None, neg_label: Any = None, missing: Any = None,
             group: Any = None, group_values: Any = None, group_cut: float | None = None,
             group_mid_point: bool = False, weight: Any = None, weight_kind: WeightKind = "unsaid", count: Any = None,
-            comparison: ComparisonKind = "none", cases: Cases = "pairwise", direction: Directions = "larger",
-            cut_off: CutOff = "include", distribution: Distribution = "nonparam", interval: Interval = "wald",
+            comparison: ComparisonKind = "none", cases: PairCases = "pairwise", direction: Directions = "larger",
+            cut_off: CutOff = "include", distribution: Distribution = "nonparam", interval: Interval | None = None,
+            p_method: PMethod | None = None, exact: Exact = "auto", null: float = 0.5,
+            alternative: Alternative = "two-sided", n_resamples: int = 1999, random_state: int = 1,
             interpolation: Interpolation = "davis-goadrich", confidence_level: float = 0.95, roc: bool = True,
             precision_recall: bool = False, nan_policy: NanPolicy = "raise",
             progress: Progress | None = None) -> Analysis:
@@ -349,8 +254,11 @@ def analyze(data: Any, *, state: Any, tests: Any, pos_label: Any = None, neg_lab
         A pandas DataFrame, a dict of arrays, or anything else that gives a column of shape (n,) by name.
     state, tests
         Names of the column of states and of the test variables (one name or a list).
-    pos_label, neg_label, missing, direction, cut_off, distribution, interval, confidence_level
-        As in roc_curve and auc. direction may map tests to words: {"b": "smaller"}.
+    pos_label, neg_label, missing, direction, cut_off
+        As in roc_curve. direction may map tests to words: {"b": "smaller"}.
+    distribution, interval, p_method, exact, null, alternative, n_resamples, random_state, confidence_level
+        As in auc, of every area. The alternative is that of the differences, too, whose errors are those beside the
+        areas: DeLong's unless interval is "wald".
     group
         Column that splits the cases in two groups: those with its two values in ascending order (categories in
         theirs), or with the two of group_values (a list), or below and from group_cut on, or below and from the middle
@@ -358,8 +266,9 @@ def analyze(data: Any, *, state: Any, tests: Any, pos_label: Any = None, neg_lab
     count
         Column of the whole number of cases that each row stands for: the results are those of as many rows.
     weight, weight_kind
-        Column of frequency weights. They enter the weighted counts only, not areas, errors and curves: a caution says
-        so unless weight_kind is "counts".
+        Column of weights. They enter the weighted counts only, not areas, errors and curves: a caution says so unless
+        weight_kind is "counts". With "probability" they are inverse sampling probabilities, as sample_weight of auc,
+        and move all of them.
     comparison
         "none", "independent" (each test between the groups) or "paired" (all pairs of tests on the same cases).
     cases
@@ -395,28 +304,27 @@ def analyze(data: Any, *, state: Any, tests: Any, pos_label: Any = None, neg_lab
     (0.3333, 0.4444)
     """
     words = {"cut_off": check_word("cut_off", cut_off, CUT_OFFS),
-             "distribution": check_word("distribution", distribution, DISTRIBUTIONS),
-             "interval": check_word("interval", interval, INTERVALS),
              "interpolation": check_word("interpolation", interpolation, INTERPOLATIONS),
              "comparison": check_word("comparison", comparison, ("none", "independent", "paired")),
              "cases": check_word("cases", cases, ("pairwise", "complete")),
-             "weight_kind": check_word("weight_kind", weight_kind, ("unsaid", "counts"))}
-    asked = Asked(check_level(confidence_level), interval, distribution)
+             "weight_kind": check_word("weight_kind", weight_kind, ("unsaid", "counts", "probability"))}
+    asked = area_question(confidence_level, interval, p_method, exact, null, alternative, False, n_resamples,
+                          random_state, distribution)
     splits = [group_values is not None, group_cut is not None, bool(group_mid_point)]
     if sum(splits) > 1 or (group is None and any(splits)):
         raise ValueError("groups are made by one of group_values=, group_cut= and group_mid_point=, "
                          "together with group=")
     cut = None if group_cut is None else check_number("group_cut", group_cut, "give the first value of the upper group")
-    request = _Request(data, state, tests, group, weight, count)
+    request = _Request(data, state, tests, group, weight, count, weight_kind == "probability")
     directions = check_directions(direction, request.tests)
     remarks = RemarkList()
     request.load((pos_label, neg_label, missing), group_values, splits[1] or splits[2], nan_policy, remarks)
 
-    handle = _Handle()
+    handle = Handle()
     names = request.add_to(handle, directions)
     for setting, word in words.items():
         handle.call("set_word", setting.encode(), word)
-    handle.call("set_number", b"confidence_level", asked.confidence_level)
+    handle.ask(asked)
     handle.call("set_number", b"pr", 1.0 if precision_recall else 0.0)
     _split(request, handle, cut, group_mid_point)
     handle.run(progress)

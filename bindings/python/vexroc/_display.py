@@ -5,8 +5,11 @@ import math
 from dataclasses import dataclass, field
 from typing import Any
 
-from ._arraycalls import CutOff, Directions, Distribution, Interpolation, Interval, auc, pr_curve, roc_curve
+from ._areas import auc
+from ._cases import Directions
+from ._curves import CutOff, Interpolation, pr_curve, roc_curve
 from ._inputs import NanPolicy
+from ._options import Distribution, Interval
 from ._results import Area, PrecisionRecallCurve, RocCurve
 
 
@@ -35,7 +38,7 @@ class RocCurveDisplay:
 
     >>> display = vexroc.RocCurveDisplay.from_predictions([1, 0, 1, 0], [0.9, 0.3, 0.6, 0.7], name="marker")
     >>> display.line_.get_label()
-    'marker (area 0.75, 0.20 to 1.30)'
+    'marker (area 0.75, 0.16 to 0.98)'
     """
 
     curve: RocCurve
@@ -48,7 +51,7 @@ class RocCurveDisplay:
     @classmethod
     def from_predictions(cls, y_true: Any, y_score: Any, *, pos_label: Any = None, neg_label: Any = None,
                          missing: Any = None, direction: Directions = "larger", cut_off: CutOff = "include",
-                         distribution: Distribution = "nonparam", interval: Interval = "wald",
+                         distribution: Distribution = "nonparam", interval: Interval | None = None,
                          confidence_level: float = 0.95, nan_policy: NanPolicy = "raise", name: str | None = None,
                          ax: Any = None, plot_chance_level: bool = True, **line: Any) -> RocCurveDisplay:
         """Computes and draws the curve, with area and interval in the legend. Parameters: roc_curve, auc, plot."""

@@ -48,11 +48,24 @@ def check_directions(direction: Any, tests: Iterable[Any]) -> dict[Any, str]:
     return {**words, **direction}
 
 
-def check_level(confidence_level: float) -> float:
-    level = check_number("confidence_level", confidence_level, "give a share such as 0.95")
-    if not 0.0 < level < 1.0:
-        raise ValueError(f"confidence_level={confidence_level!r} is not between 0 and 1; give a share such as 0.95")
-    return level
+def check_share(name: str, value: Any, hint: str = "give a share such as 0.5") -> float:
+    share = check_number(name, value, hint)
+    if not 0.0 < share < 1.0:
+        raise ValueError(f"{name}={value!r} is not between 0 and 1; {hint}")
+    return share
+
+
+def check_level(confidence_level: Any) -> float:
+    return check_share("confidence_level", confidence_level, "give a share such as 0.95")
+
+
+def check_whole(name: str, value: Any, lowest: int, highest: int) -> int:
+    if isinstance(value, bool) or not isinstance(value, numbers.Integral):
+        raise TypeError(f"{name}={value!r} ({type(value).__name__}) is no integer; give one from {lowest} on")
+    whole = int(value)
+    if not lowest <= whole <= highest:
+        raise ValueError(f"{name}={value!r} is not between {lowest} and {highest}")
+    return whole
 
 
 def check_lengths(columns: Mapping[str, npt.NDArray[Any]]) -> None:

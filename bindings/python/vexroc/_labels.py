@@ -14,8 +14,9 @@ import numpy as np
 import numpy.typing as npt
 
 from ._inputs import Floats, array_of, categorical, check_label, is_hashable, is_missing, listed
-from ._library import PYTHON_VOICE, StateChoice, check, library
+from ._library import PYTHON_VOICE, check, library
 from ._remarks import RemarkList
+from ._structures import StateChoice
 
 Codes = npt.NDArray[np.intp]
 

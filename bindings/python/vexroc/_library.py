@@ -4,12 +4,18 @@ from __future__ import annotations
 import ctypes
 import ctypes.util
 import functools
+import math
 import os
 import pathlib
 import warnings
-from ctypes import POINTER, c_char, c_char_p, c_double, c_int, c_longlong, c_size_t, c_void_p
+from ctypes import POINTER, c_char, c_char_p, c_double, c_int, c_longlong, c_size_t, c_ulonglong, c_void_p
 
-ANALYSIS_VERSION = 3
+from ._structures import (CANCEL, PARALLEL, PROGRESS, AreaFacts, AreaInference, AreaResult, BestResult,
+                          CalibrationResult, ComparisonResult, InferenceOptions, OperatingColumns, PairResult,
+                          PartialResult, PrAreaResult, RateResult, RecordResult, RemarkResult, RocRows, RowsResult,
+                          StateChoice, SummaryFacts)
+
+ANALYSIS_VERSION = 4
 """The oldest library that will do: its vexroc_analysis_version() counts up with every addition."""
 
 LIBRARY_NAME = "vexrocproc920r"
@@ -18,67 +24,8 @@ PYTHON_VOICE = 2
 
 NO_RESULT, _INVALID, _NO_MEMORY = 2, 3, 4
 
-
-class RocRows(ctypes.Structure):
-    _fields_ = [("rows", c_void_p), ("count", c_int)]
-
-
-class AreaResult(ctypes.Structure):
-    _fields_ = [(name, c_double) for name in (
-        "n_positive", "n_negative", "area", "std_error", "p_value", "ci_lower", "ci_upper")]
-
-
-class ComparisonResult(ctypes.Structure):
-    _fields_ = [("first", AreaResult), ("second", AreaResult)] + [(name, c_double) for name in (
-        "z", "p_value", "difference", "std_error", "ci_lower", "ci_upper")]
-
-
-class RecordResult(ctypes.Structure):
-    _fields_ = [("struct_size", c_size_t)] + [(name, c_int) for name in (
-        "test", "group", "group_operation", "ties")] + [
-        ("group_value", c_double), ("n_positive", c_int), ("n_negative", c_int)] + [(name, c_double) for name in (
-            "weighted_positive", "weighted_negative", "area", "std_error", "significance", "ci_lower", "ci_upper",
-            "gini", "ks_maximum", "ks_threshold")] + [(name, c_int) for name in (
-                "curve_rows", "pr_rows", "distribution_changed", "smaller_is_positive", "distinct_values")] + [
-                    ("p_value", c_double), ("log10_p", c_double), ("interval", c_char_p)]
-
-
-class RowsResult(ctypes.Structure):
-    _fields_ = [("struct_size", c_size_t)] + [(name, c_longlong) for name in (
-        "read", "missing_state", "missing_group", "missing_weight", "other_group", "unusable_weight", "incomplete",
-        "n_positive", "n_negative")] + [("weighted_positive", c_double), ("weighted_negative", c_double)] + [
-            (name, c_longlong) for name in ("rounded_weights", "rounded_used", "too_heavy", "other_state",
-                                            "missing_count", "given")]
-
-
-class PairResult(ctypes.Structure):
-    _fields_ = [("struct_size", c_size_t), ("first", c_int), ("second", c_int)] + [(name, c_double) for name in (
-        "difference", "std_error", "z", "significance", "ci_lower", "ci_upper", "p_value", "log10_p")] + [
-            (name, c_longlong) for name in ("n_positive", "n_negative")] + [(name, c_double) for name in (
-                "first_area", "first_std_error", "second_area", "second_std_error")]
-
-
-class RemarkResult(ctypes.Structure):
-    _fields_ = [("struct_size", c_size_t), ("code", c_char_p), ("caution", c_int), ("count", c_longlong),
-                ("text", c_char_p)]
-
-
-class AreaFacts(ctypes.Structure):
-    _fields_ = [("struct_size", c_size_t), ("n_positive", c_longlong), ("n_negative", c_longlong)] + [
-        (name, c_double) for name in ("area", "std_error", "lower", "upper")] + [
-            ("smaller_is_positive", c_int), ("distinct_values", c_int), ("test", c_char_p)]
-
-
-class StateChoice(ctypes.Structure):
-    _fields_ = [("struct_size", c_size_t), ("positive", POINTER(c_char_p)), ("positive_count", c_int),
-                ("negative", POINTER(c_char_p)), ("negative_count", c_int), ("others", c_int), ("sign", c_char_p),
-                ("bound", c_char_p)]
-
-
-PROGRESS = ctypes.CFUNCTYPE(None, c_double, c_int, c_void_p)
-CANCEL = ctypes.CFUNCTYPE(c_int, c_void_p)
-
 _ARRAYS = [c_void_p, c_void_p, c_int]
+_OPTIONS = POINTER(InferenceOptions)
 _SIGNATURES: dict[str, tuple[object, list[object]]] = {
     "vexrocproc_version": (c_char_p, []),
     "roccurve": (RocRows, [*_ARRAYS, c_void_p, c_char_p, c_char_p]),
@@ -101,6 +48,8 @@ _SIGNATURES: dict[str, tuple[object, list[object]]] = {
     "vexroc_analysis_name_value": (c_int, [c_void_p, c_int, c_double, c_char_p]),
     "vexroc_analysis_on_progress": (c_int, [c_void_p, PROGRESS, c_void_p]),
     "vexroc_analysis_on_cancel": (c_int, [c_void_p, CANCEL, c_void_p]),
+    "vexroc_analysis_on_parallel": (c_int, [c_void_p, PARALLEL, c_void_p]),
+    "vexroc_analysis_set_seed": (c_int, [c_void_p, c_ulonglong]),
     "vexroc_analysis_run": (c_int, [c_void_p]),
     "vexroc_analysis_status": (c_int, [c_void_p, POINTER(c_int), POINTER(c_char_p)]),
     "vexroc_analysis_record_count": (c_int, [c_void_p]),
@@ -114,6 +63,21 @@ _SIGNATURES: dict[str, tuple[object, list[object]]] = {
     "vexroc_analysis_precision_recall": (c_int, [c_void_p, c_int, c_void_p, c_void_p, c_void_p]),
     "vexroc_analysis_add_remarks": (c_int, [c_void_p, c_void_p, c_char_p]),
     "vexroc_two_sided_p": (c_double, [c_double, POINTER(c_double)]),
+    "vexroc_summary_new": (c_int, [POINTER(c_void_p)]),
+    "vexroc_summary_free": (None, [c_void_p]),
+    "vexroc_summary_add": (c_int, [c_void_p, c_void_p, c_void_p, c_double, c_void_p, c_int, c_longlong]),
+    "vexroc_summary_tell": (c_int, [c_void_p, POINTER(SummaryFacts)]),
+    "vexroc_inference_defaults": (c_int, [_OPTIONS]),
+    "vexroc_area_inference": (c_int, [c_void_p, _OPTIONS, POINTER(AreaInference)]),
+    "vexroc_cut_off_count": (c_longlong, [c_void_p]),
+    "vexroc_operating_points": (c_int, [c_void_p, _OPTIONS, c_void_p, c_longlong, c_longlong,
+                                        POINTER(OperatingColumns)]),
+    "vexroc_best_cut_offs": (c_int, [c_void_p, _OPTIONS, c_char_p, c_longlong, c_void_p, POINTER(BestResult)]),
+    "vexroc_rate_at": (c_int, [c_void_p, _OPTIONS, c_char_p, POINTER(RateResult)]),
+    "vexroc_partial_area": (c_int, [c_void_p, _OPTIONS, c_char_p, c_double, c_double, POINTER(PartialResult)]),
+    "vexroc_pr_area": (c_int, [c_void_p, _OPTIONS, c_char_p, POINTER(PrAreaResult)]),
+    "vexroc_net_benefit": (c_int, [c_void_p, _OPTIONS, c_void_p, c_longlong, c_void_p, c_void_p, c_void_p, c_void_p]),
+    "vexroc_calibration": (c_int, [c_void_p, POINTER(CalibrationResult)]),
     "vexroc_remarks_new": (c_int, [c_int, POINTER(c_void_p)]),
     "vexroc_remarks_free": (None, [c_void_p]),
     "vexroc_remarks_count": (c_int, [c_void_p]),
@@ -166,12 +130,6 @@ def _tell_unused_choice(used: str) -> None:
 
 
 @functools.cache
-def stop_when_told() -> object:
-    """C's atoi: as a cancel callback it answers with the number in the text that it is given."""
-    return ctypes.cast(ctypes.CDLL(None).atoi, CANCEL)
-
-
-@functools.cache
 def library() -> ctypes.CDLL:
     """The loaded library. ImportError tells what was tried. ctypes releases the interpreter lock during its calls."""
     tried = []
@@ -203,6 +161,16 @@ def two_sided_p(z: float) -> tuple[float, float]:
     log10_p = c_double()
     p = library().vexroc_two_sided_p(z, ctypes.byref(log10_p))
     return p, log10_p.value
+
+
+def normal_p(z: float, alternative: str) -> tuple[float, float]:
+    """The p value of a standard normal z, and its decimal logarithm."""
+    p, log10_p = two_sided_p(z)
+    if alternative == "two-sided":
+        return p, log10_p
+    if (z > 0) == (alternative == "greater"):
+        return p / 2, log10_p - math.log10(2)
+    return 1 - p / 2, math.log1p(-p / 2) / math.log(10)
 
 
 def library_path() -> str:

@@ -7,7 +7,9 @@ import sys
 import warnings
 from typing import Any, NamedTuple
 
-from ._library import PYTHON_VOICE, AreaFacts, RemarkResult, check, library
+from ._library import PYTHON_VOICE, check, library
+from ._structures import AreaFacts, RemarkResult
+
 
 class CautionWarning(UserWarning):
     """The data make a printed number misleading. ``code`` tells the kind; docs/remarks.md lists them all."""
@@ -43,12 +45,13 @@ class RemarkList:
         check(self._library.vexroc_remarks_add(self.address, code.encode(), subject.encode(errors="replace"),
                                                detail.encode(errors="replace")))
 
-    def add_area(self, subject: str, test: str, n_positive: int, n_negative: int, smaller: bool,
-                 distinct_values: int = 0, area: float = math.nan, std_error: float = math.nan,
-                 lower: float = math.nan, upper: float = math.nan) -> None:
-        facts = AreaFacts(_AREA_FACTS, n_positive, n_negative, area, std_error, lower, upper, smaller, distinct_values,
-                          test.encode())
-        check(self._library.vexroc_remarks_area(self.address, subject.encode(), ctypes.byref(facts)))
+    def add_area(self, subject: str, **facts: Any) -> None:
+        """Of an area with these members of AreaFacts."""
+        told = AreaFacts(_AREA_FACTS)
+        told.area = told.std_error = told.lower = told.upper = told.p_value = math.nan
+        for name, value in facts.items():
+            setattr(told, name, value)
+        check(self._library.vexroc_remarks_area(self.address, subject.encode(), ctypes.byref(told)))
 
     def add_difference(self, subject: str, difference: float, std_error: float) -> None:
         check(self._library.vexroc_remarks_difference(self.address, subject.encode(), difference, std_error))

@@ -10,8 +10,9 @@ import numpy as np
 import numpy.typing as npt
 
 from ._inputs import Floats, Mask
-from ._library import AreaResult, RecordResult, two_sided_p
 from ._remarks import Remarks
+
+Counted = npt.NDArray[np.int64]
 
 
 def frozen(array: npt.NDArray[Any]) -> npt.NDArray[Any]:
@@ -47,13 +48,19 @@ def _p(value: float) -> str:
     return "p < 0.0001" if value < 0.0001 else f"p = {value:.4f}"
 
 
-def _cases(n_positive: int, n_negative: int, n_omitted: int) -> str:
+def case_text(n_positive: int, n_negative: int, n_omitted: int) -> str:
     omitted = f", {n_omitted} left out" if n_omitted else ""
     return f"{n_positive} positive and {n_negative} negative cases{omitted}"
 
 
 def _interval(level: float, lower: float, upper: float) -> str:
     return f"{level * 100:g} % interval {lower:.4f} to {upper:.4f}"
+
+
+def _rule(result: Any) -> str:
+    """How the bounds of a result were made."""
+    drawn = "" if result.n_resamples is None else f", {result.n_resamples} replicates, seed {result.random_state}"
+    return f"{result.interval}{drawn}"
 
 
 def _with_remarks(text: str, cautions: Remarks, notes: Remarks) -> str:
@@ -89,7 +96,7 @@ class RocCurve(_Frozen):
         return iter((self.fpr, self.tpr, self.thresholds))
 
     def __repr__(self) -> str:
-        cases = _cases(self.n_positive, self.n_negative, self.n_omitted)
+        cases = case_text(self.n_positive, self.n_negative, self.n_omitted)
         return _with_remarks(f"<ROC curve: {len(self.fpr)} points, {cases}>", self.cautions, self.notes)
 
 
@@ -116,21 +123,44 @@ class PrecisionRecallCurve(_Frozen):
 
     def __repr__(self) -> str:
         text = (f"<precision-recall curve: {len(self.recall)} points, {int(np.count_nonzero(self.interpolated))} of "
-                f"them interpolated, {_cases(self.n_positive, self.n_negative, self.n_omitted)}>")
+                f"them interpolated, {case_text(self.n_positive, self.n_negative, self.n_omitted)}>")
         return _with_remarks(text, self.cautions, self.notes)
 
 
+class _Framed:
+    """A result of single numbers as a table of one row."""
+
+    def to_frame(self) -> Any:
+        """A pandas DataFrame with one row."""
+        return pandas_for("to_frame").DataFrame([numbers_of(self)])
+
+
+def pandas_for(purpose: str) -> Any:
+    try:
+        import pandas
+    except ImportError as error:
+        raise ImportError(f"{purpose} needs pandas: install python3-pandas, or pandas from PyPI") from error
+    return pandas
+
+
+def numbers_of(result: Any) -> dict[str, Any]:
+    """The fields of a result that are no remarks."""
+    return {one.name: getattr(result, one.name) for one in fields(result) if one.name not in ("cautions", "notes")}
+
+
 @dataclass(frozen=True, repr=False)
-class Area:
+class Area(_Framed):
     """Area under a ROC curve. ``float(result)`` is the area."""
 
     area: float
-    """Share of (positive, negative) pairs in the right order, ties counting half; in [0, 1]."""
+    """Share of (positive, negative) pairs in the right order, ties counting half; in [0, 1]. With sample_weight every
+    pair has the product of its weights."""
     std_error: float
+    """By the rule ``error``."""
     p_value: float
-    """Two-sided, against the area 0.5; NaN, as are both bounds, where the standard error is 0."""
+    """By the rule ``p_method``, against ``null_area``."""
     ci_lower: float
-    """Lower confidence bound, not clipped to [0, 1]."""
+    """Lower confidence bound by the rule ``interval``."""
     ci_upper: float
     n_positive: int
     n_negative: int
@@ -138,14 +168,29 @@ class Area:
     """Cases left out because a value is missing. In an analysis: cases of the data, of the record's group where there
     are groups, that do not count here for want of a state, value or usable weight."""
     confidence_level: float = 0.95
-    interval: str = "wald"
-    """What the interval is: "wald" or "wald-delong"."""
-    distribution: str = "nonparam"
-    """What the standard error is: "nonparam", "bi-negative" or "delong"."""
-    distribution_changed: bool = False
-    """True when bi-negative was asked for and replaced."""
+    interval: str = "score"
+    """The rule of the bounds: "score", "newcombe", "logit", "wald", "wald-delong", "bootstrap" or "bca". Where the one
+    asked for is not defined it is the one in its place, and a note says so."""
+    error: str = "delong"
+    """The rule of the standard error: "delong", "hanley-mcneil", "bi-negative" or "weighted"."""
+    p_method: str = "mann-whitney"
+    """The rule of the p value: "mann-whitney-exact", "mann-whitney", "wald" or "wald-t"."""
+    alternative: str = "two-sided"
+    """Of the p value; the bounds are two-sided."""
+    null_area: float = 0.5
     log10_p: float = math.nan
     """Decimal logarithm of p_value, also where that is 0 for being too small."""
+    z: float = math.nan
+    """Of the test; t with "wald-t"; NaN with an exact p."""
+    freedom: float = math.nan
+    """Degrees of freedom of "wald-t"."""
+    bootstrap_error: float = math.nan
+    """Standard deviation of the replicates, of "bootstrap" and "bca"."""
+    n_resamples: int | None = None
+    """Replicates of a bootstrap, and its seed."""
+    random_state: int | None = None
+    distribution_changed: bool = False
+    """True when bi-negative was asked for and replaced."""
     cautions: Remarks = field(default=(), compare=False)
     notes: Remarks = field(default=(), compare=False)
 
@@ -153,17 +198,56 @@ class Area:
         return self.area
 
     def __repr__(self) -> str:
-        assumption = " (nonparam, not bi-negative)" if self.distribution_changed else (
-            "" if self.distribution == "nonparam" else f" ({self.distribution})")
-        inference = "no p value and interval" if math.isnan(self.p_value) else (
-            f"{_p(self.p_value)}, {_interval(self.confidence_level, self.ci_lower, self.ci_upper)}")
-        text = f"<area {self.area:.4f}, standard error {self.std_error:.4f}{assumption}, {inference}; {self.cases}>"
+        error = f"{self.error}, not bi-negative" if self.distribution_changed else self.error
+        p_value = "no p value" if math.isnan(self.p_value) else f"{_p(self.p_value)} ({self._test})"
+        interval = "no interval" if math.isnan(self.ci_lower) else (
+            f"{_interval(self.confidence_level, self.ci_lower, self.ci_upper)} ({_rule(self)})")
+        text = (f"<area {self.area:.4f}, standard error {self.std_error:.4f} ({error}), {p_value}, {interval}; "
+                f"{self.cases}>")
         return _with_remarks(text, self.cautions, self.notes)
+
+    @property
+    def _test(self) -> str:
+        words = [self.p_method]
+        words += [self.alternative] if self.alternative != "two-sided" else []
+        words += [f"against {self.null_area:g}"] if self.null_area != 0.5 else []
+        return ", ".join(words)
 
     @property
     def cases(self) -> str:
         """How many cases took part, in words."""
-        return _cases(self.n_positive, self.n_negative, self.n_omitted)
+        return case_text(self.n_positive, self.n_negative, self.n_omitted)
+
+
+@dataclass(frozen=True, repr=False)
+class MannWhitney(_Framed):
+    """Rank sum test of an area against 1/2. ``statistic, p_value = result``, as in scipy."""
+
+    u: float
+    """Pairs of a positive and a negative case in the right order, ties counting half."""
+    p_value: float
+    p_method: str
+    """"mann-whitney-exact" or "mann-whitney" (by the normal distribution)."""
+    alternative: str
+    z: float
+    """NaN with an exact p."""
+    log10_p: float
+    area: float
+    n_positive: int
+    n_negative: int
+    n_omitted: int = 0
+    correction: bool = True
+    """For continuity, of the normal distribution."""
+    cautions: Remarks = field(default=(), compare=False)
+    notes: Remarks = field(default=(), compare=False)
+
+    def __iter__(self) -> Iterator[float]:
+        return iter((self.u, self.p_value))
+
+    def __repr__(self) -> str:
+        text = (f"<U {self.u:g}, {_p(self.p_value)} ({self.p_method}, {self.alternative}), area {self.area:.4f}; "
+                f"{case_text(self.n_positive, self.n_negative, self.n_omitted)}>")
+        return _with_remarks(text, self.cautions, self.notes)
 
 
 @dataclass(frozen=True, repr=False)
@@ -175,23 +259,273 @@ class Comparison:
     second: Area
     difference: float
     std_error: float
+    """By the rule ``error``."""
     z: float
     p_value: float
-    """Two-sided, of z."""
+    """Of z."""
     log10_p: float
     """Decimal logarithm of p_value, also where that is 0 for being too small."""
     ci_lower: float
+    """difference -+ z * std_error."""
     ci_upper: float
     confidence_level: float = 0.95
+    error: str = "delong"
+    """The rule of the standard error: "delong" (of the pair), or of independent samples the one of both areas:
+    "delong", "hanley-mcneil", "bi-negative", "weighted"."""
+    alternative: str = "two-sided"
+    """Of the p value; the bounds are two-sided."""
     cautions: Remarks = field(default=(), compare=False)
     notes: Remarks = field(default=(), compare=False)
+
+    def to_frame(self) -> Any:
+        """A pandas DataFrame with one row: the fields, those of the areas with first_ and second_ before them."""
+        row = numbers_of(self)
+        for name in ("first", "second"):
+            row |= {f"{name}_{key}": value for key, value in numbers_of(row.pop(name)).items()}
+        return pandas_for("to_frame").DataFrame([row])
 
     def __repr__(self) -> str:
         first, second = self.first.cases, self.second.cases
         cases = f"{first} in each" if first == second else f"{first} against {second}"
+        test = "" if self.alternative == "two-sided" else f" ({self.alternative})"
         text = (f"<difference {self.difference:.4f} ({self.first.area:.4f} - {self.second.area:.4f}), "
-                f"standard error {self.std_error:.4f}, z = {self.z:.4f}, {_p(self.p_value)}, "
+                f"standard error {self.std_error:.4f} ({self.error}), z = {self.z:.4f}, {_p(self.p_value)}{test}, "
                 f"{_interval(self.confidence_level, self.ci_lower, self.ci_upper)}; {cases}>")
+        return _with_remarks(text, self.cautions, self.notes)
+
+
+class Estimate(NamedTuple):
+    """An estimate between its confidence bounds: numbers, or read-only arrays of one shape."""
+
+    value: Any
+    lower: Any
+    upper: Any
+
+
+@dataclass(frozen=True, repr=False, eq=False)
+class OperatingPoints(_Frozen):
+    """What thresholds make of the cases. All arrays have the shape (rows,), an Estimate has three of them: ``value``,
+    ``lower`` and ``upper``. A share 0/0 is NaN, c/0 infinite."""
+
+    thresholds: Floats
+    """In the unit of the scores."""
+    tp: Counted
+    """Numbers of cases: true positives."""
+    fp: Counted
+    tn: Counted
+    fn: Counted
+    sensitivity: Estimate
+    specificity: Estimate
+    ppv: Estimate
+    """Positive predictive value, precision: at ``prevalence``, otherwise at that of the sample."""
+    npv: Estimate
+    lr_positive: Estimate
+    """Likelihood ratio of a positive call: sensitivity / (1 - specificity)."""
+    lr_negative: Estimate
+    dor: Estimate
+    """Diagnostic odds ratio."""
+    accuracy: Estimate
+    balanced_accuracy: Estimate
+    f1: Estimate
+    mcc: Estimate
+    """Matthews' correlation; its bounds are NaN: no closed form holds."""
+    youden: Estimate
+    """sensitivity + specificity - 1."""
+    kappa: Estimate
+    n_positive: int
+    n_negative: int
+    n_omitted: int = 0
+    confidence_level: float = 0.95
+    proportion: str = "wilson"
+    """The rule of the bounds of shares: "wilson" or "exact"."""
+    prevalence: float | None = None
+    """That ppv and npv were asked for at; None: that of the sample."""
+    cautions: Remarks = field(default=(), compare=False)
+    notes: Remarks = field(default=(), compare=False)
+
+    def __len__(self) -> int:
+        return len(self.thresholds)
+
+    def to_frame(self) -> Any:
+        """A pandas DataFrame with a row for each threshold; bounds are in columns such as ppv_lower."""
+        columns: dict[str, Any] = {}
+        for name, value in numbers_of(self).items():
+            if isinstance(value, Estimate):
+                columns |= {name: value.value, f"{name}_lower": value.lower, f"{name}_upper": value.upper}
+            elif isinstance(value, np.ndarray):
+                columns[name] = value
+        return pandas_for("to_frame").DataFrame(columns)
+
+    def __repr__(self) -> str:
+        at = "of the sample" if self.prevalence is None else f"{self.prevalence:g}"
+        text = (f"<{len(self)} operating points, {self.confidence_level * 100:g} % intervals ({self.proportion}), "
+                f"prevalence {at}; {case_text(self.n_positive, self.n_negative, self.n_omitted)}>")
+        return _with_remarks(text, self.cautions, self.notes)
+
+
+@dataclass(frozen=True, repr=False, eq=False)
+class FixedRate(_Framed):
+    """Sensitivity at a fixed specificity, or the reverse. The bounds know that the threshold was chosen on the same
+    data."""
+
+    share: float
+    """That the other rate has at least."""
+    reached: float
+    """The rate at the threshold that has so much."""
+    ci_lower: float
+    """Of ``reached``, by the rule ``interval``: "btii", "bootstrap" or "none"."""
+    ci_upper: float
+    interpolated: float
+    """The rate of the curve at just the share."""
+    std_error: float
+    interval: str
+    n_resamples: int | None = None
+    random_state: int | None = None
+
+
+@dataclass(frozen=True, repr=False, eq=False)
+class BestThreshold(_Frozen, _Framed):
+    """The threshold that is best by a criterion. ``float(result)`` is it."""
+
+    threshold: float
+    """Of tied ones the one that calls fewest cases positive; NaN where none meets the constraints."""
+    value: float
+    """Of the criterion: what is largest; of "closest" and "equal" the distance, which is smallest."""
+    criterion: str
+    thresholds: Floats
+    """All tied ones, ascending, shape (ties,)."""
+    points: OperatingPoints
+    """Their rows."""
+    rate: FixedRate | None = None
+    """With "specificity=..." or "sensitivity=..."."""
+    cautions: Remarks = field(default=(), compare=False)
+    notes: Remarks = field(default=(), compare=False)
+
+    def __float__(self) -> float:
+        return self.threshold
+
+    def to_frame(self) -> Any:
+        """A pandas DataFrame: the rows of all ties, with criterion, value and whether it is the chosen one."""
+        frame = self.points.to_frame()
+        frame.insert(0, "criterion", self.criterion)
+        frame.insert(1, "value", self.value)
+        frame.insert(2, "chosen", self.thresholds == self.threshold)
+        return frame
+
+    def __repr__(self) -> str:
+        ties = f", {len(self.thresholds)} ties" if len(self.thresholds) > 1 else ""
+        cases = case_text(self.points.n_positive, self.points.n_negative, self.points.n_omitted)
+        text = f"<threshold {self.threshold:g}: {self.criterion} {self.value:.4f}{ties}; {cases}>"
+        return _with_remarks(text, self.cautions, self.notes)
+
+
+@dataclass(frozen=True, repr=False)
+class PartialArea(_Framed):
+    """Part of the area under a ROC curve."""
+
+    area: float
+    """In the unit of the whole area: at most the width of the band."""
+    std_error: float
+    """Knows that the borders of the band are estimated; NaN with a single case of a state."""
+    ci_lower: float
+    """By the rule ``interval``."""
+    ci_upper: float
+    standardized: float
+    """1/2 on the diagonal, 1 at the top (McClish 1989): the number of scikit-learn's max_fpr."""
+    standardized_error: float
+    standardized_lower: float
+    standardized_upper: float
+    rate: str
+    """"fpr": the area under the curve over false positive rates; "tpr": that to its right over sensitivities."""
+    band: tuple[float, float]
+    n_positive: int
+    n_negative: int
+    n_omitted: int = 0
+    confidence_level: float = 0.95
+    interval: str = "logit"
+    bootstrap_error: float = math.nan
+    n_resamples: int | None = None
+    random_state: int | None = None
+    cautions: Remarks = field(default=(), compare=False)
+    notes: Remarks = field(default=(), compare=False)
+
+    def __repr__(self) -> str:
+        text = (f"<partial area {self.area:.4f} ({self.rate} {self.band[0]:g} to {self.band[1]:g}), standard error "
+                f"{self.std_error:.4f}, {_interval(self.confidence_level, self.ci_lower, self.ci_upper)} "
+                f"({_rule(self)}), standardized {self.standardized:.4f}; "
+                f"{case_text(self.n_positive, self.n_negative, self.n_omitted)}>")
+        return _with_remarks(text, self.cautions, self.notes)
+
+
+@dataclass(frozen=True, repr=False)
+class PrecisionRecallArea(_Framed):
+    """Area under a precision-recall curve. ``float(result)`` is the area."""
+
+    area: float
+    ci_lower: float
+    """By the rule ``interval``."""
+    ci_upper: float
+    rule: str
+    """"integral" (the interpolated curve), "step" (average precision) or "trapezoid"."""
+    prevalence: float
+    """That the area holds at."""
+    chance: float
+    """The area of a test that says nothing."""
+    lowest: float
+    """The lowest possible one of so many cases without ties; NaN where it is not defined."""
+    n_positive: int
+    n_negative: int
+    n_omitted: int = 0
+    confidence_level: float = 0.95
+    interval: str = "logit"
+    bootstrap_error: float = math.nan
+    n_resamples: int | None = None
+    random_state: int | None = None
+    cautions: Remarks = field(default=(), compare=False)
+    notes: Remarks = field(default=(), compare=False)
+
+    def __float__(self) -> float:
+        return self.area
+
+    def __repr__(self) -> str:
+        text = (f"<precision-recall area {self.area:.4f} ({self.rule}), "
+                f"{_interval(self.confidence_level, self.ci_lower, self.ci_upper)} ({_rule(self)}), prevalence "
+                f"{self.prevalence:.4f}; {case_text(self.n_positive, self.n_negative, self.n_omitted)}>")
+        return _with_remarks(text, self.cautions, self.notes)
+
+
+@dataclass(frozen=True, repr=False, eq=False)
+class NetBenefit(_Frozen):
+    """Net benefit of calling cases positive from a risk on. All arrays have the shape (thresholds,)."""
+
+    thresholds: Floats
+    """Risks in (0, 1)."""
+    net_benefit: Floats
+    """Of the scores."""
+    treat_all: Floats
+    """Of calling every case positive; that of calling none is 0."""
+    tp: Counted
+    fp: Counted
+    prevalence: float
+    """That the benefits hold at."""
+    mean_score: float
+    """Of the scores, which are risks; compare with ``observed``, the share of positive cases."""
+    observed: float
+    n_positive: int
+    n_negative: int
+    n_omitted: int = 0
+    cautions: Remarks = field(default=(), compare=False)
+    notes: Remarks = field(default=(), compare=False)
+
+    def to_frame(self) -> Any:
+        """A pandas DataFrame with a row for each threshold."""
+        return pandas_for("to_frame").DataFrame({
+            name: getattr(self, name) for name in ("thresholds", "net_benefit", "treat_all", "tp", "fp")})
+
+    def __repr__(self) -> str:
+        text = (f"<net benefit at {len(self.thresholds)} thresholds, prevalence {self.prevalence:.4f}; mean score "
+                f"{self.mean_score:.4f}, observed {self.observed:.4f}; "
+                f"{case_text(self.n_positive, self.n_negative, self.n_omitted)}>")
         return _with_remarks(text, self.cautions, self.notes)
 
 
@@ -279,16 +613,10 @@ class Analysis:
 
     def to_frame(self) -> Any:
         """A pandas DataFrame with a row for each record."""
-        try:
-            import pandas
-        except ImportError as error:
-            raise ImportError("to_frame needs pandas: install python3-pandas, or pandas from PyPI") from error
         shown = ("gini", "ks_maximum", "ks_threshold", "ties", "weighted_positive", "weighted_negative")
-        of_area = [one.name for one in fields(Area) if one.name not in ("cautions", "notes")]  # of the whole analysis
-        return pandas.DataFrame([
+        return pandas_for("to_frame").DataFrame([
             {"test": record.test, "group": None if record.group is None else str(record.group),
-             **{name: getattr(record.area, name) for name in of_area},
-             **{name: getattr(record, name) for name in shown}} for record in self.records])
+             **numbers_of(record.area), **{name: getattr(record, name) for name in shown}} for record in self.records])
 
     def __repr__(self) -> str:
         lines = [repr(record) for record in self.records]
@@ -301,27 +629,6 @@ class Analysis:
 def number(value: float) -> float:
     """The value; for any NaN, the library's missing value included, the ordinary one."""
     return math.nan if value != value else value
-
-
-class Asked(NamedTuple):
-    """What kind of area is asked for."""
-
-    confidence_level: float
-    interval: str
-    distribution: str
-
-
-def area_of(result: AreaResult | RecordResult, n_omitted: int, asked: Asked, used: str) -> Area:
-    """used: what the standard error is."""
-    std_error = number(result.std_error)
-    area = number(result.area)
-    p_value, log10_p, lower, upper = math.nan, math.nan, math.nan, math.nan
-    if std_error != 0:  # of an error of 0 nothing can be said
-        p_value, log10_p = two_sided_p((area - 0.5) / std_error)
-        lower, upper = number(result.ci_lower), number(result.ci_upper)
-    return Area(area, std_error, p_value, lower, upper, int(result.n_positive), int(result.n_negative), n_omitted,
-                asked.confidence_level, asked.interval, used,
-                asked.distribution == "bi-negative" and used == "nonparam", log10_p)
 
 
 def pr_curve_of(precision: Floats, recall: Floats, thresholds: Floats, interpolated: Mask, n_positive: int,

@@ -7,17 +7,24 @@ quoted <- function(words) paste0("\"", words, "\"", collapse = " or ")
 call_forms <- "vexroc(tests, state), or vexroc(state ~ test, data)"
 
 #' What users of other packages may look for.
-asked_elsewhere <- c(alternative = "p values are two-sided", response = paste("the tests come first:", call_forms),
-                     predictor = paste("the tests come first:", call_forms), formula = "the formula has no name",
-                     levels = "`positive` and `negative` name the states")
+asked_elsewhere <- c(
+  response = paste("the tests come first:", call_forms), predictor = paste("the tests come first:", call_forms),
+  formula = "the formula has no name", levels = "`positive` and `negative` name the states",
+  interval = "`ci.method` names the interval", method = "`ci.method` names the interval",
+  weights = "it is `weight`", weight_kind = "it is `weight.kind`",
+  cluster = "rows count as independent cases", ci = "intervals are always there; `ci.method` says which",
+  partial.auc = "partial_area(fit, partial.auc = c(1, 0.9)) has it",
+  partial.auc.correct = "the standardized area stands beside the partial one", thresholds = "`at` is the cut-offs",
+  best.method = "it is `method`", best.weights = "they are `cost.ratio` and `prevalence`",
+  boot.stratified = "cases are always drawn within their state", percent = "areas are shares")
 
 #' Refuses what is left in the dots of the method `of`.
 refuse_others <- function(of, ...) {
   if (...length() == 0) return(invisible())
-  call <- paste0(sub("[.](default|vexroc|summary[.]vexroc|vexroc_comparison)$", "", deparse(substitute(of))), "()")
+  call <- paste0(sub("[.](default|vexroc|summary[.]vexroc|vexroc_[a-z]+)$", "", deparse(substitute(of))), "()")
   given <- substitute(list(...))[-1]
   name <- names(given)[1]
-  known <- setdiff(names(formals(of)), c("...", "call", "x", "object"))
+  known <- setdiff(names(formals(of)), c("...", "call", "x", "object", "fit"))
   takes <- if (length(known) > 0) paste("it takes", paste(known, collapse = ", ")) else "it takes no argument more"
   if (is.null(name) || name == "") fail(call, " does not know what ", shown(given[[1]]), " is for; ", takes)
   near <- known[utils::adist(name, known) <= nchar(name) %/% 3]

@@ -1,6 +1,7 @@
 compare <- function(x, ...) UseMethod("compare")
 
 compare.vexroc <- function(x, method = NULL, cases = c("pairwise", "complete"),
+                           alternative = c("two.sided", "greater", "less"),
                            level = x$study$settings$confidence_level, conf.level = level, ...) {
   refuse_others(compare.vexroc, ...)
   study <- x$study
@@ -13,8 +14,9 @@ compare.vexroc <- function(x, method = NULL, cases = c("pairwise", "complete"),
   ignored <- if (method == "paired" && !is.null(study$group)) "groups-ignored"
   if (method == "paired") study["group"] <- list(NULL)
   study$settings$cases <- choice(cases, "cases", compare.vexroc)
+  study$settings$alternative <- side(alternative)
   study$settings$confidence_level <- one_level(level, conf.level, missing(level) || missing(conf.level))
-  study$settings$pr <- study$settings$roc <- 0
+  study$settings$pr <- study$settings$roc <- study$settings$summaries <- 0
   result <- run_study(study, method, ignored)
   warn(result$cautions, x$cautions)
   areas <- area_frame(result, study)
@@ -34,12 +36,15 @@ comparison_frame <- function(pairs, areas, method) {
 print.vexroc_comparison <- function(x, digits = 4, ...) {
   refuse_others(print.vexroc_comparison, ...)
   cases <- c(pairwise = "the cases of every two tests", complete = "the cases of all tests")[x$study$settings$cases]
-  heading(x, paste("Comparison of areas,", if (x$method == "paired") paste0("paired (DeLong), on ", cases)
-                   else "independent groups"))
-  columns <- c("test", "group", "positive", "negative", "left_out", "area", "standard_error")
+  heading(x$study, paste("Comparison of areas,",
+                         if (x$method == "paired") paste("paired, on", cases) else "independent groups"),
+          paste0("Standard error: ", all_of(x$comparisons$error), "; interval: wald, level ",
+                 x$study$settings$confidence_level, "; p value: wald, ", all_of(x$comparisons$alternative)))
+  columns <- c("test", "group", "positive", "negative", "left_out", "area", "std_error")
   print_table(x$areas[intersect(columns, names(x$areas))], digits)
   cat("\n")
-  pairs <- x$comparisons[grep("^(area|standard_error)[12]$|^log10_p$", names(x$comparisons), invert = TRUE)]
+  hidden <- "^(area|std_error)[12]$|^(log10_p|error|alternative)$"
+  pairs <- x$comparisons[grep(hidden, names(x$comparisons), invert = TRUE)]
   names(pairs) <- sub("_difference$", "", names(pairs))
   print_table(pairs, digits)
   print_remarks(x)

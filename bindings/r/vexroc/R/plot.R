@@ -16,7 +16,9 @@ plot.vexroc <- function(x, what = c("curve", "precision_recall"), legend = !add,
                   sprintf("%s: %.3f (%.3f to %.3f)", names, x$areas$area, x$areas$lower, x$areas$upper))
   if (legend)
     graphics::legend(if (what == "curve") "bottomright" else "bottomleft", bty = "n", col = col, lty = lty, lwd = lwd,
-                     legend = if (what == "curve") areas else names)
+                     legend = if (what == "curve") areas else names,
+                     title = if (what == "curve") paste0("area (", 100 * x$study$settings$confidence_level, " % ",
+                                                         all_of(x$areas$interval), " interval)"))
   invisible(x)
 }
 

@@ -7,17 +7,16 @@ run_study <- function(study, comparison, codes = character()) {
   settings <- c(study$settings, comparison = comparison,
                 if (!is.null(study$group)) list(group_first = 0, group_second = 1))
   remarks <- .Call(C_new_remarks)
-  result <- .Call(C_analyze, columns, parts, settings, c(NA, study$directions), remarks)
-  if (is.null(result)) {
-    signalCondition(structure(class = c("interrupt", "condition"), list(message = "", call = NULL)))
-    invokeRestart("abort")
-  }
+  result <- answer(.Call(C_analyze, columns, parts, settings, c(NA, study$directions), remarks))
   result$left_out <- rows_left_out(result$rows)
   if (!is.null(result$status)) fail(status_sentence(result$status, result$name), left_out_sentence(result$left_out))
-  for (code in codes) .Call(C_add_remark, remarks, code)
-  remarks <- Map(c, study$remarks, .Call(C_read_remarks, remarks))
+  for (code in codes) say(remarks, code)
+  c(result, split_remarks(Map(c, study$remarks, .Call(C_read_remarks, remarks))))
+}
+
+split_remarks <- function(remarks) {
   of <- function(rows) frame_of(lapply(remarks[c("code", "count", "text")], `[`, rows))
-  c(result, list(cautions = of(remarks$caution), notes = of(!remarks$caution)))
+  list(cautions = of(remarks$caution), notes = of(!remarks$caution))
 }
 
 #' A column of codes 0, 1, ... under its name, with what they mean.
@@ -27,7 +26,7 @@ coded_column <- function(column)
 #' The line of a remark about the whole.
 remark_line <- function(code) {
   remarks <- .Call(C_new_remarks)
-  .Call(C_add_remark, remarks, code)
+  say(remarks, code)
   .Call(C_read_remarks, remarks)$text
 }
 

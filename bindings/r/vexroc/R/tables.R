@@ -8,7 +8,8 @@ labels_of <- function(result, study)
 
 area_frame <- function(result, study) {
   columns <- c("positive", "negative", if (!is.null(study$weight)) c("weighted_positive", "weighted_negative"),
-               "left_out", "area", "standard_error", "distribution", "p_value", "log10_p", "lower", "upper", "gini",
+               "left_out", "area", "std_error", "error", "lower", "upper", "interval", "p_value", "log10_p",
+               "p_method", "null_area", "alternative", "gini",
                if (!identical(study$settings$roc, 0)) c("max_ks", "max_ks_cut_off"), "ties")
   none <- result$areas$max_ks < 0
   result$areas$max_ks[none] <- result$areas$max_ks_cut_off[none] <- NA
@@ -75,17 +76,24 @@ confint.vexroc <- function(object, parm, level = object$study$settings$confidenc
            error = function(e) fail("`parm` is ", listed(parm), "; there are the areas of ", listed(rownames(bounds))))
 }
 
-heading <- function(x, title) {
-  study <- x$study
-  cat(title, "\nPositive: ", study$state$values[2], "; negative: ", study$state$values[1], "\n", sep = "")
-  cat(direction_sentence(names(study$tests), study$directions), "\n", sep = "")
-  errors <- paste(unique(error_names[x$areas$distribution]), collapse = ", ")
-  cat("Interval: ", study$settings$interval, " with ", errors, " standard error; confidence level ",
-      study$settings$confidence_level, "\n\n", sep = "")
-}
+#' What stands above a table: what is positive, and what the numbers are made of.
+heading <- function(study, title, ...)
+  cat(title, states_line(study), direction_sentence(names(study$tests), study$directions), ..., "", sep = "\n")
 
-#' What standard errors are made of.
-error_names <- c(nonparam = "nonparametric", "bi-negative" = "bi-negative exponential", delong = "DeLong")
+states_line <- function(study) paste0("Positive: ", study$state$values[2], "; negative: ", study$state$values[1])
+
+all_of <- function(words) paste(unique(words[!is.na(words) & words != ""]), collapse = ", ")
+
+#' The rules of errors, intervals and p values of areas.
+area_rules <- function(areas, settings)
+  c(paste0("Interval: ", all_of(areas$interval), drawn(areas$interval, settings), ", level ", settings$confidence_level,
+           "; standard error: ", all_of(areas$error)),
+    paste0("p value: ", all_of(areas$p_method), ", ", all_of(areas$alternative), ", against the area ",
+           all_of(areas$null_area)))
+
+drawn <- function(interval, settings)
+  if (any(interval %in% c("bootstrap", "bca", "btii")))
+    paste0(" (", settings$replicates, " replicates, seed ", format(settings$seed, digits = 17), ")")
 
 direction_sentence <- function(tests, directions) {
   smaller <- tests[directions == "smaller"]
@@ -103,12 +111,12 @@ print_table <- function(frame, digits) {
 }
 
 #' Are these what tells the rows apart?
-name_columns <- function(frame) grepl("^(test|group)[12]?$", names(frame))
+name_columns <- function(frame) grepl("^((test|group)[12]?|criterion|cut_off|threshold)$", names(frame))
 
 #' Long names without their middle, so that they take half of the width at most.
 shorten <- function(frame) {
-  at <- which(name_columns(frame))
-  end <- max(2, getOption("width") %/% 2 %/% length(at) %/% 2 - 2)
+  at <- which(name_columns(frame) & vapply(frame, is.character, NA))
+  end <- max(2, getOption("width") %/% 2 %/% max(1, length(at)) %/% 2 - 2)
   frame[at] <- lapply(frame[at], function(names)
     ifelse(nchar(names) <= 2 * end + 3, names,
            paste0(substr(names, 1, end), "...", substring(names, nchar(names) - end + 1))))
@@ -137,12 +145,17 @@ print_remarks <- function(x) {
   cat(sprintf("caution: %s\n", x$cautions$text), sprintf("note: %s\n", x$notes$text), sep = "")
 }
 
+rule_columns <- c("error", "interval", "p_method", "null_area", "alternative")
+
+#' What the heading says, as it holds for all areas.
+common_rules <- function(areas) Filter(function(column) length(unique(areas[[column]])) == 1, rule_columns)
+
 print.vexroc <- function(x, digits = 4, ...) {
   refuse_others(print.vexroc, ...)
-  heading(x, "Areas under ROC curves")
-  columns <- c("test", "group", "positive", "negative", "left_out", "area", "standard_error", "p_value", "lower",
-               "upper")
-  print_table(x$areas[intersect(columns, names(x$areas))], digits)
+  heading(x$study, "Areas under ROC curves", area_rules(x$areas, x$study$settings))
+  columns <- c("test", "group", "positive", "negative", "left_out", "area", "lower", "upper", "std_error",
+               "p_value")
+  print_table(x$areas[setdiff(intersect(c(columns, rule_columns), names(x$areas)), common_rules(x$areas))], digits)
   print_remarks(x)
   invisible(x)
 }
@@ -154,8 +167,9 @@ summary.vexroc <- function(object, ...) {
 
 print.summary.vexroc <- function(x, digits = 4, ...) {
   refuse_others(print.summary.vexroc, ...)
-  heading(x$object, "Areas under ROC curves")
-  print_table(x$object$areas, digits)
+  heading(x$object$study, "Areas under ROC curves", area_rules(x$object$areas, x$object$study$settings))
+  areas <- x$object$areas
+  print_table(areas[setdiff(names(areas), common_rules(areas))], digits)
   print_remarks(x$object)
   cat("note: ", remark_line("best-on-same-data"), "\n", sep = "")
   invisible(x)

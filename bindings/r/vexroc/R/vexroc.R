@@ -20,25 +20,30 @@ vexroc.formula <- function(x, data = environment(x), group = NULL, weight = NULL
 }
 
 vexroc.default <- function(x, state, positive = NULL, negative = NULL, group = NULL, groups = NULL, weight = NULL,
-                           weight_kind = NULL, count = NULL, missing = NULL, direction = "larger",
-                           cut_off = c("include", "exclude"),
-                           distribution = c("nonparam", "bi-negative"),
-                           interpolation = c("davis-goadrich", "keilwagen"), interval = c("wald", "wald-delong"),
+                           weight.kind = NULL, count = NULL, missing = NULL, direction = "larger",
+                           cut_off = c("include", "exclude"), distribution = c("nonparam", "bi-negative"),
+                           interpolation = c("davis-goadrich", "keilwagen"),
+                           ci.method = c("recommended", "score", "newcombe", "logit", "wald", "wald-delong",
+                                         "bootstrap", "bca"),
+                           p.method = c("recommended", "mann-whitney", "wald"), exact = c("auto", "always", "never"),
+                           null = 0.5, alternative = c("two.sided", "greater", "less"), boot.n = 1999, seed = 1,
                            level = 0.95, conf.level = level, pr = FALSE, call = match.call(), ...) {
   refuse_others(vexroc.default, ...)
   if (missing(x) || missing(state)) fail("tests and state are both needed: ", call_forms)
   if (!isTRUE(pr) && !isFALSE(pr)) fail("`pr` is TRUE or FALSE, not ", shown(pr))
-  if (!is.null(weight_kind) && !identical(weight_kind, "counts"))
-    fail("`weight_kind` is \"counts\", not ", shown(weight_kind))
+  if (!is.null(weight.kind) && !isTRUE(weight.kind %in% c("counts", "probability")))
+    fail("`weight.kind` is ", quoted(c("counts", "probability")), ", not ", shown(weight.kind))
   missing <- missing_words(missing)
   check_order(x, state, positive)
   tests <- numeric_tests(x)
   settings <- list(negative_value = 0, cut_off = choice(cut_off, "cut_off"),
                    distribution = choice(distribution, "distribution"),
                    interpolation = choice(interpolation, "interpolation"),
-                   interval = choice(interval, "interval"), cases = "pairwise",
+                   interval = choice(ci.method, "ci.method"), p_value = choice(p.method, "p.method"),
+                   exact = exactness(exact), null_area = one_number(null, "null"), alternative = side(alternative),
+                   replicates = whole_number(boot.n, "boot.n"), seed = whole_number(seed, "seed"), cases = "pairwise",
                    confidence_level = one_level(level, conf.level, missing(level) || missing(conf.level)),
-                   pr = as.numeric(pr), weight_kind = weight_kind)
+                   pr = as.numeric(pr), summaries = 1, weight_kind = weight.kind)
   remarks <- .Call(C_new_remarks)
   study <- list(tests = tests, directions = directions(direction, names(tests)),
                 state = state_codes(state, positive, negative, missing, remarks),

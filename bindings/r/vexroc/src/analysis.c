@@ -1,16 +1,7 @@
 /* A run of the analysis handle, and its results as columns of numbers. */
-#include "shim.h"
+#include "columns.h"
 
-#include <R_ext/Utils.h>
-#include <stddef.h>
 #include <string.h>
-
-/* A number among the members of a structure. */
-typedef struct member {
-    const char* name;
-    enum { is_int, is_long, is_double } type;
-    size_t offset;
-} member;
 
 static const member record_members[] = {
     {"test", is_int, offsetof(vexroc_record, test)},
@@ -20,11 +11,16 @@ static const member record_members[] = {
     {"weighted_positive", is_double, offsetof(vexroc_record, weighted_positive)},
     {"weighted_negative", is_double, offsetof(vexroc_record, weighted_negative)},
     {"area", is_double, offsetof(vexroc_record, area)},
-    {"standard_error", is_double, offsetof(vexroc_record, std_error)},
+    {"std_error", is_double, offsetof(vexroc_record, std_error)},
+    {"error", is_text, offsetof(vexroc_record, error)},
+    {"null_area", is_double, offsetof(vexroc_record, null_area)},
+    {"alternative", is_text, offsetof(vexroc_record, alternative)},
     {"p_value", is_double, offsetof(vexroc_record, p_value)},
     {"log10_p", is_double, offsetof(vexroc_record, log10_p)},
+    {"p_method", is_text, offsetof(vexroc_record, p_method)},
     {"lower", is_double, offsetof(vexroc_record, ci_lower)},
     {"upper", is_double, offsetof(vexroc_record, ci_upper)},
+    {"interval", is_text, offsetof(vexroc_record, interval_rule)},
     {"gini", is_double, offsetof(vexroc_record, gini)},
     {"max_ks", is_double, offsetof(vexroc_record, ks_maximum)},
     {"max_ks_cut_off", is_double, offsetof(vexroc_record, ks_cut_off)},
@@ -37,11 +33,13 @@ static const member comparison_members[] = {
     {"positive", is_long, offsetof(vexroc_comparison, positive)},
     {"negative", is_long, offsetof(vexroc_comparison, negative)},
     {"area1", is_double, offsetof(vexroc_comparison, first_area)},
-    {"standard_error1", is_double, offsetof(vexroc_comparison, first_std_error)},
+    {"std_error1", is_double, offsetof(vexroc_comparison, first_std_error)},
     {"area2", is_double, offsetof(vexroc_comparison, second_area)},
-    {"standard_error2", is_double, offsetof(vexroc_comparison, second_std_error)},
+    {"std_error2", is_double, offsetof(vexroc_comparison, second_std_error)},
     {"difference", is_double, offsetof(vexroc_comparison, difference)},
-    {"standard_error_difference", is_double, offsetof(vexroc_comparison, std_error)},
+    {"std_error_difference", is_double, offsetof(vexroc_comparison, std_error)},
+    {"error", is_text, offsetof(vexroc_comparison, error)},
+    {"alternative", is_text, offsetof(vexroc_comparison, alternative)},
     {"z", is_double, offsetof(vexroc_comparison, z)},
     {"p_value", is_double, offsetof(vexroc_comparison, p_value)},
     {"log10_p", is_double, offsetof(vexroc_comparison, log10_p)},
@@ -66,50 +64,11 @@ enum {
     row_count = sizeof row_members / sizeof *row_members
 };
 
-static double number_of(const void* structure, const member* m)
-{
-    const char* at = (const char*)structure + m->offset;
-    switch (m->type) {
-    case is_int: return *(const int*)at;
-    case is_long: return (double)*(const long long*)at;
-    case is_double: return *(const double*)at;
-    }
-    return NA_REAL;
-}
-
-/* A list of `count` columns with `rows` numbers each, and room for `more` columns that the caller names and fills. */
-static SEXP number_columns(const member* members, int count, int rows, int more)
-{
-    SEXP list = PROTECT(Rf_allocVector(VECSXP, count + more));
-    SEXP names = PROTECT(Rf_allocVector(STRSXP, count + more));
-    for (int i = 0; i < count; ++i) {
-        SET_VECTOR_ELT(list, i, Rf_allocVector(REALSXP, rows));
-        SET_STRING_ELT(names, i, Rf_mkChar(members[i].name));
-    }
-    Rf_setAttrib(list, R_NamesSymbol, names);
-    UNPROTECT(2);
-    return list;
-}
-
-static void put_row(SEXP list, int row, const void* structure, const member* members, int count)
-{
-    for (int i = 0; i < count; ++i)
-        REAL(VECTOR_ELT(list, i))[row] = number_of(structure, members + i);
-}
-
-/* An empty column behind those of numbers. */
-static SEXP further_column(SEXP list, int at, const char* name, SEXPTYPE type, int rows)
-{
-    SET_STRING_ELT(Rf_getAttrib(list, R_NamesSymbol), at, Rf_mkChar(name));
-    return SET_VECTOR_ELT(list, at, Rf_allocVector(type, rows));
-}
-
 static SEXP records_of(const vexroc_analysis* analysis)
 {
     const int rows = vexroc_analysis_record_count(analysis);
-    SEXP list = PROTECT(number_columns(record_members, record_count, rows, 2));
+    SEXP list = PROTECT(columns_for(record_members, record_count, rows, 1));
     SEXP left_out = further_column(list, record_count, "left_out", REALSXP, rows);
-    SEXP distributions = further_column(list, record_count + 1, "distribution", STRSXP, rows);
     for (int i = 0; i < rows; ++i) {
         vexroc_record record = {.struct_size = sizeof record};
         require_ok(vexroc_analysis_record(analysis, i, &record));
@@ -117,7 +76,6 @@ static SEXP records_of(const vexroc_analysis* analysis)
         long long usable = 0;
         require_ok(vexroc_analysis_record_rows(analysis, i, NULL, &usable));
         REAL(left_out)[i] = (double)(usable - record.positive - record.negative); /* the test is missing */
-        SET_STRING_ELT(distributions, i, Rf_mkChar(record.interval == NULL ? "" : record.interval));
     }
     UNPROTECT(1);
     return list;
@@ -126,7 +84,7 @@ static SEXP records_of(const vexroc_analysis* analysis)
 static SEXP comparisons_of(const vexroc_analysis* analysis)
 {
     const int rows = vexroc_analysis_comparison_count(analysis);
-    SEXP list = PROTECT(number_columns(comparison_members, comparison_count, rows, 0));
+    SEXP list = PROTECT(columns_for(comparison_members, comparison_count, rows, 0));
     for (int i = 0; i < rows; ++i) {
         vexroc_comparison comparison = {.struct_size = sizeof comparison};
         require_ok(vexroc_analysis_comparison(analysis, i, &comparison));
@@ -141,7 +99,7 @@ static SEXP curve_of(const vexroc_analysis* analysis, int record)
     static const member members[] = {{.name = "cut_off"}, {.name = "sensitivity"}, {.name = "specificity"}};
     vexroc_record r = {.struct_size = sizeof r};
     require_ok(vexroc_analysis_record(analysis, record, &r));
-    SEXP list = PROTECT(number_columns(members, 3, r.curve_rows, 0));
+    SEXP list = PROTECT(columns_for(members, 3, r.curve_rows, 0));
     require_ok(vexroc_analysis_curve(analysis, record, REAL(VECTOR_ELT(list, 0)), REAL(VECTOR_ELT(list, 1)),
                                      REAL(VECTOR_ELT(list, 2))));
     UNPROTECT(1);
@@ -154,7 +112,7 @@ static SEXP precision_recall_of(const vexroc_analysis* analysis, int record)
     static const member members[] = {{.name = "precision"}, {.name = "recall"}};
     vexroc_record r = {.struct_size = sizeof r};
     require_ok(vexroc_analysis_record(analysis, record, &r));
-    SEXP list = PROTECT(number_columns(members, 2, r.pr_rows, 1));
+    SEXP list = PROTECT(columns_for(members, 2, r.pr_rows, 1));
     SEXP rows = further_column(list, 2, "curve_row", INTSXP, r.pr_rows);
     require_ok(
         vexroc_analysis_precision_recall(analysis, record, REAL(VECTOR_ELT(list, 0)), REAL(VECTOR_ELT(list, 1)), NULL));
@@ -165,12 +123,36 @@ static SEXP precision_recall_of(const vexroc_analysis* analysis, int record)
     return list;
 }
 
-static SEXP all_curves(const vexroc_analysis* analysis, SEXP (*curve)(const vexroc_analysis*, int))
+static SEXP of_all_records(const vexroc_analysis* analysis, SEXP (*part)(const vexroc_analysis*, int))
 {
     const int records = vexroc_analysis_record_count(analysis);
     SEXP list = PROTECT(Rf_allocVector(VECSXP, records));
     for (int i = 0; i < records; ++i)
-        SET_VECTOR_ELT(list, i, curve(analysis, i));
+        SET_VECTOR_ELT(list, i, part(analysis, i));
+    UNPROTECT(1);
+    return list;
+}
+
+static long long* room_for(long long count) { return (long long*)R_alloc((size_t)count + 1, sizeof(long long)); }
+
+/* Distinct values with their counts, of which further questions are asked; see inference.c. */
+static SEXP summary_of(const vexroc_analysis* analysis, int record)
+{
+    static const member members[] = {{.name = "value", .type = is_double},
+                                     {.name = "positive", .type = is_double},
+                                     {.name = "negative", .type = is_double}};
+    const vexroc_summary* summary = NULL;
+    require_ok(vexroc_analysis_summary(analysis, record, &summary));
+    vexroc_summary_facts facts = {.struct_size = sizeof facts};
+    require_ok(vexroc_summary_tell(summary, &facts));
+    SEXP list = PROTECT(columns_for(members, 3, (int)facts.values, 0));
+    const void* before = vmaxget();
+    long long* counts[] = {room_for(facts.values), room_for(facts.values)};
+    require_ok(vexroc_summary_values(summary, 0, facts.values, REAL(VECTOR_ELT(list, 0)), counts[0], counts[1]));
+    for (int state = 0; state < 2; ++state)
+        for (long long i = 0; i < facts.values; ++i)
+            REAL(VECTOR_ELT(list, state + 1))[i] = (double)counts[state][i];
+    vmaxset(before);
     UNPROTECT(1);
     return list;
 }
@@ -180,7 +162,7 @@ static SEXP rows_of(const vexroc_analysis* analysis)
 {
     vexroc_rows rows = {.struct_size = sizeof rows};
     require_ok(vexroc_analysis_rows(analysis, &rows));
-    SEXP list = PROTECT(number_columns(row_members, row_count, 1, 0));
+    SEXP list = PROTECT(columns_for(row_members, row_count, 1, 0));
     put_row(list, 0, &rows, row_members, row_count);
     UNPROTECT(1);
     return list;
@@ -202,15 +184,16 @@ static SEXP failure_of(const vexroc_analysis* analysis)
     return failure;
 }
 
-static SEXP results_of(const vexroc_analysis* analysis)
+static SEXP results_of(const vexroc_analysis* analysis, int with_summaries)
 {
-    static const char* const members[] = {"areas", "comparisons", "curves", "precision_recall", "rows"};
-    SEXP all = PROTECT(Rf_allocVector(VECSXP, 5));
+    static const char* const members[] = {"areas", "comparisons", "curves", "precision_recall", "rows", "summaries"};
+    SEXP all = PROTECT(Rf_allocVector(VECSXP, 6));
     SET_VECTOR_ELT(all, 0, records_of(analysis));
     SET_VECTOR_ELT(all, 1, comparisons_of(analysis));
-    SET_VECTOR_ELT(all, 2, all_curves(analysis, curve_of));
-    SET_VECTOR_ELT(all, 3, all_curves(analysis, precision_recall_of));
+    SET_VECTOR_ELT(all, 2, of_all_records(analysis, curve_of));
+    SET_VECTOR_ELT(all, 3, of_all_records(analysis, precision_recall_of));
     SET_VECTOR_ELT(all, 4, rows_of(analysis));
+    SET_VECTOR_ELT(all, 5, with_summaries ? of_all_records(analysis, summary_of) : R_NilValue);
     put_names(all, members);
     UNPROTECT(1);
     return all;
@@ -239,6 +222,8 @@ static void set_all(vexroc_analysis* analysis, SEXP settings)
         const char* name = CHAR(STRING_ELT(names, i));
         if (TYPEOF(value) == STRSXP)
             require_ok(vexroc_analysis_set_word(analysis, name, CHAR(STRING_ELT(value, 0))));
+        else if (strcmp(name, "seed") == 0)
+            require_ok(vexroc_analysis_set_seed(analysis, (unsigned long long)Rf_asReal(value)));
         else if (strcmp(name, "negative_value") == 0)
             require_ok(vexroc_analysis_add_negative(analysis, Rf_asReal(value)));
         else
@@ -246,16 +231,14 @@ static void set_all(vexroc_analysis* analysis, SEXP settings)
     }
 }
 
-static void check_interrupt(void* unused)
+/* Is the number setting there, and not 0? */
+static int asks_for(SEXP settings, const char* setting)
 {
-    (void)unused;
-    R_CheckUserInterrupt();
-}
-
-static int interrupted(void* unused)
-{
-    (void)unused;
-    return R_ToplevelExec(check_interrupt, NULL) == FALSE;
+    SEXP names = Rf_getAttrib(settings, R_NamesSymbol);
+    for (int i = 0; i < Rf_length(settings); ++i)
+        if (strcmp(CHAR(STRING_ELT(names, i)), setting) == 0)
+            return Rf_asReal(VECTOR_ELT(settings, i)) != 0.0;
+    return 0;
 }
 
 static void end_analysis(SEXP pointer)
@@ -291,7 +274,7 @@ SEXP analyze(SEXP columns, SEXP parts, SEXP settings, SEXP directions, SEXP rema
     if (result == VEXROC_OK)
         require_ok(vexroc_analysis_add_remarks(analysis, owned(remarks), NULL));
     if (result != VEXROC_CANCELLED)
-        answer = result == VEXROC_OK ? results_of(analysis) : failure_of(analysis);
+        answer = result == VEXROC_OK ? results_of(analysis, asks_for(settings, "summaries")) : failure_of(analysis);
     PROTECT(answer);
     end_analysis(pointer);
     UNPROTECT(2);

@@ -2,6 +2,7 @@
 #include "shim.h"
 
 #include <R_ext/Rdynload.h>
+#include <R_ext/Utils.h>
 #include <string.h>
 
 void require_ok(int result)
@@ -24,6 +25,18 @@ void* owned(SEXP pointer)
     if (address == NULL)
         Rf_errorcall(R_NilValue, "the list of remarks is not of this session");
     return address;
+}
+
+static void check_interrupt(void* unused)
+{
+    (void)unused;
+    R_CheckUserInterrupt();
+}
+
+int interrupted(void* unused)
+{
+    (void)unused;
+    return R_ToplevelExec(check_interrupt, NULL) == FALSE;
 }
 
 SEXP text_of(const char* text, size_t length) { return Rf_mkCharLenCE(text, (int)length, CE_UTF8); }
@@ -54,10 +67,12 @@ SEXP new_remarks(void)
     return pointer;
 }
 
-/* One occurrence of a remark about the whole. */
-SEXP add_remark(SEXP remarks, SEXP code)
+/* One occurrence of a remark; an empty subject is the whole. */
+SEXP add_remark(SEXP remarks, SEXP code, SEXP subject, SEXP detail)
 {
-    require_ok(vexroc_remarks_add(owned(remarks), CHAR(STRING_ELT(code, 0)), NULL, NULL));
+    require_ok(vexroc_remarks_add(owned(remarks), CHAR(STRING_ELT(code, 0)),
+                                  Rf_translateCharUTF8(STRING_ELT(subject, 0)),
+                                  Rf_translateCharUTF8(STRING_ELT(detail, 0))));
     return R_NilValue;
 }
 
@@ -86,11 +101,20 @@ SEXP read_remarks(SEXP remarks)
 }
 
 static const R_CallMethodDef calls[] = {{"C_new_remarks", (DL_FUNC)&new_remarks, 0},
-                                        {"C_add_remark", (DL_FUNC)&add_remark, 2},
+                                        {"C_add_remark", (DL_FUNC)&add_remark, 4},
                                         {"C_read_remarks", (DL_FUNC)&read_remarks, 1},
                                         {"C_read_labels", (DL_FUNC)&read_labels, 5},
                                         {"C_integer64_texts", (DL_FUNC)&integer64_texts, 1},
                                         {"C_analyze", (DL_FUNC)&analyze, 5},
+                                        {"C_add_area_remarks", (DL_FUNC)&add_area_remarks, 3},
+                                        {"C_ask_area", (DL_FUNC)&ask_area, 2},
+                                        {"C_ask_rate", (DL_FUNC)&ask_rate, 3},
+                                        {"C_ask_partial", (DL_FUNC)&ask_partial, 4},
+                                        {"C_ask_precision_recall", (DL_FUNC)&ask_precision_recall, 3},
+                                        {"C_ask_calibration", (DL_FUNC)&ask_calibration, 1},
+                                        {"C_ask_points", (DL_FUNC)&ask_points, 4},
+                                        {"C_ask_best", (DL_FUNC)&ask_best, 3},
+                                        {"C_ask_benefit", (DL_FUNC)&ask_benefit, 3},
                                         {NULL, NULL, 0}};
 
 void R_init_vexroc(DllInfo* dll)

@@ -21,11 +21,11 @@ quietly <- function(expression) suppressWarnings(expression, classes = "vexroc_c
 normal <- c(33, 6, 6, 11, 2)
 abnormal <- c(3, 2, 2, 11, 33)
 rating <- data.frame(state = rep(c("normal", "abnormal"), c(58, 51)), rating = c(rep(1:5, normal), rep(1:5, abnormal)))
-published <- vexroc(state ~ rating, rating, positive = "abnormal")
-stopifnot(round(published$areas$area, 3) == 0.893, round(published$areas$standard_error, 3) == 0.032,
+published <- vexroc(state ~ rating, rating, positive = "abnormal", ci.method = "wald")
+stopifnot(round(published$areas$area, 3) == 0.893, round(published$areas$std_error, 3) == 0.032,
           nrow(published$cautions) == 0, identical(published$notes$code, "ties"))
 counts <- data.frame(state = rep(c("normal", "abnormal"), each = 5), rating = rep(1:5, 2), cases = c(normal, abnormal))
-counted <- vexroc(state ~ rating, counts, positive = "abnormal", count = cases)
+counted <- vexroc(state ~ rating, counts, positive = "abnormal", count = cases, ci.method = "wald")
 stopifnot(identical(counted$areas, published$areas))
 
 set.seed(7)
@@ -61,26 +61,26 @@ stopifnot(identical(pairs$areas, three$areas[names(pairs$areas)]), identical(thr
           complete$areas$positive + complete$areas$negative == 172, complete$areas$ties[1], three$areas$area > 0.5)
 groups <- as.data.frame(compare(vexroc(state ~ a + b | sex, study), conf.level = 0.99))
 stopifnot(nrow(groups) == 2, groups$group1 == "f",
-          all.equal(groups$upper - groups$lower, 2 * qnorm(0.995) * groups$standard_error_difference))
+          all.equal(groups$upper - groups$lower, 2 * qnorm(0.995) * groups$std_error_difference))
 
 if (requireNamespace("pROC", quietly = TRUE)) {
   both <- study[known & !is.na(study$b), ]
   roc <- function(test) pROC::roc(both$state, test, levels = c("well", "ill"), direction = "<")
   peer <- pROC::roc.test(roc(both$b), roc(-both$c), method = "delong")
   pair <- subset(pairs$comparisons, test1 == "b" & test2 == "c")
-  delong <- vexroc(list(b = both$b), both$state, interval = "wald-delong")$areas
+  delong <- vexroc(list(b = both$b), both$state, ci.method = "wald-delong")$areas
   stopifnot(all.equal(c(pair$area1, pair$area2), unname(peer$estimate)),
             all.equal(pair$z, unname(peer$statistic)), all.equal(pair$p_value, peer$p.value),
-            all.equal(delong$standard_error, sqrt(pROC::var(roc(both$b), method = "delong"))))
+            all.equal(delong$std_error, sqrt(pROC::var(roc(both$b), method = "delong"))))
 }
 
 # Far tails, and none where there is no error.
-far <- vexroc(c(1:100, 61:160), rep(0:1, each = 100))$areas
-z <- (far$area - 0.5) / far$standard_error
+far <- vexroc(c(1:100, 61:160), rep(0:1, each = 100), p.method = "wald")$areas
+z <- (far$area - 0.5) / far$std_error
 stopifnot(all.equal(far$log10_p, (pnorm(-abs(z), log.p = TRUE) + log(2)) / log(10)), far$p_value > 0,
           far$p_value < 1e-50)
-apart <- quietly(vexroc(1:30, rep(0:1, each = 15)))
-stopifnot(apart$areas$standard_error == 0, is.na(apart$areas$p_value), is.na(apart$areas$lower),
+apart <- quietly(vexroc(1:30, rep(0:1, each = 15), ci.method = "wald", p.method = "wald"))
+stopifnot(apart$areas$std_error == 0, is.na(apart$areas$lower), is.na(apart$areas$upper),
           identical(apart$cautions$code, "zero-error"))
 
 # States and groups by the library's rule, from every kind of column.
@@ -116,18 +116,18 @@ says <- function(codes, ...) {
 }
 listed <- function(codes) paste(c("the cautions", codes), collapse = " ")
 few <- quietly(vexroc(list(a = c(1, 4, 2, 3, 5), b = c(1, 3, 2, 4, 5)), c(0, 1, 0, 1, 1)))
-stopifnot("few-cases" %in% few$cautions$code, !"few-cases" %in% cautions_of(compare(few)))
+stopifnot(!"few-cases" %in% few$cautions$code, "few-cases" %in% cautions_of(compare(few)))
 below <- quietly(vexroc(state ~ c, study))
 stopifnot(grepl("direction = c(c = \"smaller\")", below$cautions$text, fixed = TRUE), nrow(below$cautions) == 1)
 grouped <- vexroc(state ~ a + b | sex, study)
 says("no-negative", vexroc(1:3, c(1, 1, 1), positive = 1))
 says("weight-counts-only", vexroc(state ~ a, study, weight = rep(2, n)))
-says(character(), vexroc(state ~ a, study, weight = rep(2, n), weight_kind = "counts"))
+says(character(), vexroc(state ~ a, study, weight = rep(2, n), weight.kind = "counts"))
 says("distribution-changed", vexroc(state ~ a, study, distribution = "bi-negative"))
 says("groups-ignored", compare(grouped, "paired"))
 shown <- capture.output(quietly(summary(vexroc(state ~ a, study, distribution = "bi-negative"))), pairs,
                         quietly(vexroc(state ~ test, rows, weight = weight)))
-for (text in c("nonparametric standard error", "^caution: the standard error is nonparametric", "^note: ",
+for (text in c("standard error: hanley-mcneil", "^caution: the standard error is nonparametric", "^note: ",
                "smaller ones of c", "b\\s+[0-9]+\\s+[0-9]+\\s+27 0", "missing weight 1",
                "^ test1 test2 +(z|p_value|lower|upper)"))
   if (!any(grepl(text, shown))) stop("not printed: ", text)
@@ -170,7 +170,7 @@ errors <- list(
   "names zz, which is no test" = quote(vexroc(state ~ a, study, direction = c(zz = "smaller"))),
   "did you mean `level`" = quote(vexroc(state ~ a, study, levl = 0.9)),
   "interaction" = quote(vexroc(state ~ a * b, study)),
-  "p values are two-sided" = quote(compare(fit, conf.level = .99, alternative = "less")),
+  "`alternative` is" = quote(compare(fit, conf.level = .99, alternative = "lower")),
   "print() does not know" = quote(print(fit, digitz = 3)), "summary() does not know" = quote(summary(fit, level = .9)),
   "confint() does not know" = quote(confint(fit, metod = 1)),
   "plot() does not know `conf`" = quote(plot(fit, conf = 1)),
