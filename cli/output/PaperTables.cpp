@@ -40,9 +40,7 @@ std::string_view latexSign(char c)
     case '%': return "\\%";
     case '&': return "\\&";
     case '_': return "\\_";
-    case '-': return "{-}"; // two would be a dash
     case '`': return "{`}";
-    case '\'': return "{'}";
     case '[': return "{[}"; // an option of the line end before it
     case '*': return "{*}"; // likewise
     default: return "";
@@ -55,6 +53,8 @@ std::string latexText(std::string_view visibleText)
     for (const char c : visibleText)
         if (const std::string_view sign = latexSign(c); !sign.empty())
             text += sign;
+        else if ((c == '-' || c == '\'') && text.ends_with(c))
+            text.append("{}").push_back(c); // two in a row would be a dash, or a quotation mark
         else
             text += c;
     return text;

@@ -224,10 +224,7 @@ std::string differenceWords(const Question& question)
         + "; standard error: " + errorInWords(question.errorOfDifferences());
 }
 
-std::string differenceHeading(const Question& question)
-{
-    return "Interval: " + differenceWords(question);
-}
+std::string differenceHeading(const Question& question) { return "Interval: " + differenceWords(question); }
 
 const char* pairedCasesWord(const Question& question) { return question.completeCases ? "complete" : "pairwise"; }
 

@@ -1,7 +1,6 @@
 #include "cli/study/CurveInference.h"
 
 #include "cli/study/require.h"
-#include "cli/system/onAllCores.h"
 #include "cli/words/VisibleText.h"
 #include "vexrocproc/inference.h"
 
@@ -213,7 +212,7 @@ vexroc_inference_options CurveInference::optionsFor(const std::string& interval)
     options.min_specificity = options_.minSpecificity;
     options.replicates = question_.inference.replicates;
     options.seed = question_.inference.seed;
-    options.parallel = onAllCores;
+    options.parallel = watch_.parallel;
     options.progress = watch_.progress ? Watch::tellProgress : nullptr;
     options.cancel = watch_.cancelRequested ? Watch::askCancel : nullptr;
     options.user = watch_.asUser();

@@ -26,7 +26,7 @@ vexroc_area_facts casesOf(const Area& area)
     return facts;
 }
 
-constexpr std::string_view aboutTests = "interval-and-p";
+bool isAboutAreas(std::string_view code) { return code == "interval-and-p" || code == "ties" || code == "two-values"; }
 
 bool isAboutErrors(std::string_view code)
 {
@@ -64,7 +64,7 @@ std::vector<Remark> Remarks::linesOf(bool caution) const
         remark.struct_size = sizeof remark;
         require(vexroc_remarks_get(list_.get(), i, &remark));
         const bool leftOut =
-            (errorsLeftOut_ && isAboutErrors(remark.code)) || (testsLeftOut_ && remark.code == aboutTests);
+            (errorsLeftOut_ && isAboutErrors(remark.code)) || (areasLeftOut_ && isAboutAreas(remark.code));
         if ((remark.caution != 0) == caution && !leftOut)
             lines.push_back({remark.code, remark.count, visible(remark.text)});
     }

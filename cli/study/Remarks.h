@@ -30,8 +30,8 @@ public:
     void addCases(const Area& area);
     /// From now on nothing is said of standard errors and intervals of areas: none is shown.
     void leaveOutErrors() noexcept { errorsLeftOut_ = true; }
-    /// Nothing is said of their tests: none is shown.
-    void leaveOutTests() noexcept { testsLeftOut_ = true; }
+    /// Nothing is said of areas themselves, how ties enter and how they are tested: none is shown.
+    void leaveOutAreas() noexcept { areasLeftOut_ = true; }
 
     [[nodiscard]] std::vector<Remark> notes() const { return linesOf(false); }
     [[nodiscard]] std::vector<Remark> cautions() const { return linesOf(true); }
@@ -46,7 +46,7 @@ private:
 
     std::unique_ptr<vexroc_remarks, Free> list_;
     bool errorsLeftOut_ = false;
-    bool testsLeftOut_ = false;
+    bool areasLeftOut_ = false;
 };
 
 /// A test, in its group if it has one: "marker where sex = female".

@@ -93,7 +93,7 @@ constexpr std::array allSpellings{
     // clang-format off
     Spelling{"{direction}", {R"(vexroc_analysis_set_direction(analysis, column, "WORD"))", "--test NAME:WORD",
                              R"(direction={"NAME": "WORD"})", R"(direction = c(NAME = "WORD"))"}},
-    Spelling{"{score}", {"the score", "the score", "the score", "the score, as in vexroc(score, state),"}},
+    Spelling{"{score}", {"the score", "the score", "the score", "the score, as in vexroc(score, state)"}},
     Spelling{"{state}", {R"("positive_value")", "--state", "pos_label", "positive"}},
     Spelling{"{negative}", {R"(vexroc_analysis_add_negative, or the word setting "negative")",
                             "--negative VALUE[,VALUE...] or --negative others", "neg_label", "negative"}},

@@ -55,3 +55,8 @@ def worst(pytestconfig):
 def pytest_terminal_summary(terminalreporter, config):
     if hasattr(config, "worst"):
         terminalreporter.write_line(config.worst.report())
+
+
+@pytest.fixture
+def c_only(pytestconfig):
+    """What is asked of the library once; deselected at the other doors."""

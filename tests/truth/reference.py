@@ -371,7 +371,7 @@ def area_inference(case, interval="score", p_method="recommended", exact="auto",
         limits = number(Fraction(lower, 2 * P * N)), number(Fraction(upper, 2 * P * N))
         name = "bootstrap" if answer["percentile"] else interval
     elif interval in ("wald", "wald-delong"):
-        limits = NO_LIMITS if error is None else error_limits(A, z * error)
+        limits = error_limits(A, z * error) if error else NO_LIMITS
     elif interval == "newcombe":
         limits = newcombe_limits(A, P, N, z)
     elif interval == "logit" and variance is None and 0 < A < 1:
