@@ -60,7 +60,7 @@ TEST(CutOffLookup, PiecesAreThoseOfTheWholeSweep)
             ASSERT_EQ(lookup.count(), whole.size());
             for (std::size_t first = 0; first < whole.size(); ++first)
                 lookup.forEach(first, std::min<std::size_t>(2, whole.size() - first),
-                               [&, number = first](double cutOff, const CutOffCounts& counts) mutable {
+                               [&, number = first](double cutOff, const CutOffCounts& counts, std::size_t) mutable {
                                    const auto& [at, tp, fp] = whole[number++];
                                    EXPECT_TRUE(cutOff == at || (std::isnan(cutOff) && std::isnan(at)));
                                    EXPECT_EQ(counts.truePositives, tp) << number;
@@ -185,7 +185,7 @@ TEST(RateAt, IsTheBestOfAllSplits)
             const CutOffCriterion criterion(kind, sample.counts(), {.share = share});
             BestByCriterion best(criterion);
             CutOffLookup(sample, {true, true})
-                .forEach(0, sample.values().size() + 1, [&](double at, const CutOffCounts& c) {
+                .forEach(0, sample.values().size() + 1, [&](double at, const CutOffCounts& c, std::size_t) {
                     best.take({at, c});
                 });
             ASSERT_FALSE(best.points().empty());
