@@ -35,6 +35,7 @@ Action addAuc(CLI::App& command)
     const auto options = std::make_shared<AucOptions>();
     addQuestionOptions(command, options->question);
     addInferenceOptions(command, options->inference);
+    addSentenceOption(command, options->question.answer);
     addSortOption(command, options->sort);
     command.footer("Example: vexroc auc data.csv --state diagnosis=malignant --test radius_mean,texture_mean");
     return [options](const Surroundings& surroundings) { return runAuc(*options, surroundings); };

@@ -109,14 +109,17 @@ Report runBest(const BestOptions& options, const Surroundings& surroundings)
 
 void addConstraints(CLI::App& command, BestOptions& options)
 {
-    command.add_option("--cost-ratio", options.costRatio,
-                       "Of the criterion cost: cost of a missed positive over that of a false alarm; 1 when not given")
+    command
+        .add_option("--cost-ratio", options.costRatio,
+                    "Of the criterion cost: cost of a missed positive over that of a false alarm; 1 when not given")
         ->type_name("R");
     addPrevalenceOption(command, options.prevalence,
                         "Share of positive cases, of the criterion cost, and that PPV and NPV are to hold at");
-    command.add_option("--min-sensitivity", options.minSensitivity, "Of the criterion youden: at least that sensitivity")
+    command
+        .add_option("--min-sensitivity", options.minSensitivity, "Of the criterion youden: at least that sensitivity")
         ->type_name("SHARE");
-    command.add_option("--min-specificity", options.minSpecificity, "Of the criterion youden: at least that specificity")
+    command
+        .add_option("--min-specificity", options.minSpecificity, "Of the criterion youden: at least that specificity")
         ->type_name("SHARE");
 }
 

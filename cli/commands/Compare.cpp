@@ -59,6 +59,7 @@ Action addCompare(CLI::App& command)
         "of the two that the column holds");
     addCasesOption(command, options->cases);
     addDifferenceOptions(command, options->inference);
+    addSentenceOption(command, options->question.answer);
     command.footer("Example: vexroc compare data.csv --state diagnosis=malignant --test radius_mean,texture_mean\n"
                    "         vexroc compare data.csv --state disease=1 --test marker --group sex=female,male");
     return [options](const Surroundings& surroundings) { return runCompare(*options, surroundings); };

@@ -37,17 +37,12 @@ Watch ofCurve(const Watch& watch, const Question& question, std::string_view val
     return part;
 }
 
-void askEach(const Analysis& analysis, const Watch& watch, const AskCurve& ask)
+std::size_t curvesOf(const Analysis& analysis)
 {
     std::size_t all = 0;
     for (const ValueResults& value : analysis.values)
         all += value.results.tests.size();
-    if (all == 0)
-        throw analysisError(analysis.failure() ? analysis.failure()->sentence : "there is no curve");
-    std::size_t done = 0;
-    for (const auto& [value, results] : analysis.values)
-        for (const TestResult& test : results.tests)
-            ask(value, test, ofCurve(watch, analysis.question, value, done++, all));
+    return all;
 }
 
 } // namespace
@@ -86,13 +81,14 @@ Task parseSliced(const SlicedOptions& options, bool isBootstrap)
     if (options.by == task.question.state.column)
         throw usageError("--by names the state column: every value would be one state; name another column");
     task.question.summaries = true;
-    task.remarks.leaveOutTests();
+    for (const char* const code : {"interval-and-p", "ties", "two-values"}) // of areas, which are not shown
+        task.remarks.leaveOut(code);
     Inference asked{.interval = isBootstrap ? "bootstrap" : "score"};
     parseLevel(options.inference, asked);
     parseBootstrap(options.inference, asked);
     // The areas themselves are not shown: their own interval and test are to cost nothing.
-    task.question.inference = {.level = asked.level, .exact = "never", .replicates = asked.replicates,
-                               .seed = asked.seed};
+    task.question.inference = {
+        .level = asked.level, .exact = "never", .replicates = asked.replicates, .seed = asked.seed};
     return task;
 }
 
@@ -137,6 +133,15 @@ Analysis studySlices(Task& task, DataTable table, const Watch& watch)
     return analysis;
 }
 
+void askEach(const Analysis& analysis, const Watch& watch, const AskCurve& ask)
+{
+    const std::size_t all = curvesOf(analysis);
+    std::size_t done = 0;
+    for (const auto& [value, results] : analysis.values)
+        for (const TestResult& test : results.tests)
+            ask(value, test, ofCurve(watch, analysis.question, value, done++, all));
+}
+
 Analysis answerSliced(Task& task, const Surroundings& surroundings, const AskCurve& ask)
 {
     DataTable table = readQuestion(task, surroundings);
@@ -145,6 +150,8 @@ Analysis answerSliced(Task& task, const Surroundings& surroundings, const AskCur
     Analysis analysis = studySlices(task, std::move(table), asked);
     if (task.question.by.empty())
         remarkOnAreas(analysis.values.front().results, task.remarks);
+    if (curvesOf(analysis) == 0)
+        throw analysisError(analysis.failure() ? analysis.failure()->sentence : "there is no curve");
     askEach(analysis, asked, ask);
     watch.requireNotCancelled();
     return analysis;

@@ -48,6 +48,8 @@ std::optional<double> parsePrevalence(const std::string& text);
 Analysis studySlices(Task& task, DataTable table, const Watch& watch);
 
 using AskCurve = std::function<void(std::string_view value, const TestResult& test, const Watch& watch)>;
+/// Asks of each curve of all slices.
+void askEach(const Analysis& analysis, const Watch& watch, const AskCurve& ask);
 /// Reads the table of the task, studies it, and asks of each curve. Progress is told, and an interrupt ends it. Throws
 /// an analysis error where there is no test to ask of.
 Analysis answerSliced(Task& task, const Surroundings& surroundings, const AskCurve& ask);

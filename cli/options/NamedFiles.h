@@ -12,8 +12,9 @@ class App;
 namespace vexroc {
 
 /// The tables of all commands, as their files in the folder of --tables are called.
-inline constexpr std::array<std::string_view, 8> tableNames{"areas",       "best_cut_offs", "cases",  "columns",
-                                                            "comparisons", "next",          "points", "words"};
+inline constexpr std::array<std::string_view, 12> tableNames{"areas",       "best_cut_offs", "cases", "columns",
+                                                             "comparisons", "net_benefits",  "next",  "partial_areas",
+                                                             "points",      "pr_areas",      "rates", "words"};
 std::string tableFile(const std::string& folder, std::string_view table);
 
 /// The files that the options of a called command name for output; looks at them before any is opened.

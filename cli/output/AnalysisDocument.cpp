@@ -1,4 +1,4 @@
-#include "cli/output/Documents.h"
+#include "cli/output/InferenceDocuments.h"
 #include "cli/output/questionWords.h"
 #include "cli/output/resultTables.h"
 #include "cli/words/VisibleText.h"
@@ -219,6 +219,8 @@ Document analysisDocument(const Analysis& analysis)
         document.parts.push_back({"areas", "Areas under the ROC curves", areaTable(analysis, methods)});
     if (anyValue(analysis, [](const Results& results) { return !results.differences.empty(); }))
         document.parts.push_back(comparisonPart(analysis));
+    if (!analysis.precisionRecallAreas.empty())
+        document.parts.push_back(precisionRecallAreaPart(analysis));
     if (analysis.bestTable && analysis.anyResult())
         document.parts.push_back({"best_cut_offs", "Best cut-offs by Youden's index: sensitivity + specificity - 1",
                                   bestCutOffTable(analysis)});

@@ -1,4 +1,5 @@
 #include "cli/output/Documents.h"
+#include "cli/output/Sentences.h"
 #include "cli/output/questionWords.h"
 #include "cli/output/resultTables.h"
 
@@ -19,6 +20,8 @@ Document areaDocument(const Question& question, const Results& results)
         addAreaCells(question, test.area, row);
         table.addRow(row);
     }
+    for (const TestResult& test : results.tests)
+        document.sentences.push_back(sentenceOn(question, test.area));
     document.parts.push_back({"areas", "", std::move(table)});
     return document;
 }

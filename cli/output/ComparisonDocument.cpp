@@ -1,4 +1,5 @@
 #include "cli/output/Documents.h"
+#include "cli/output/Sentences.h"
 #include "cli/output/questionWords.h"
 #include "cli/output/resultTables.h"
 #include "cli/words/VisibleText.h"
@@ -6,6 +7,17 @@
 namespace vexroc {
 
 namespace {
+
+void addDifferences(const Question& question, const Results& results, Document& document)
+{
+    addDifferenceFacts(document.question, question);
+    TableMaker table(question, comparisonColumns(question, true));
+    for (const Difference& difference : results.differences) {
+        addComparison(question, difference, table);
+        document.sentences.push_back(sentenceOn(question, difference));
+    }
+    document.parts.push_back({"comparisons", "", table.take()});
+}
 
 Document pairedDocument(const Question& question, const Results& results)
 {
@@ -15,11 +27,7 @@ Document pairedDocument(const Question& question, const Results& results)
                                   differenceHeading(question)},
                       .question = questionFacts(question, *results.labels)};
     document.question.emplace_back("cases", pairedCasesWord(question));
-    addDifferenceFacts(document.question, question);
-    TableMaker table(question, comparisonColumns(question, true));
-    for (const Difference& difference : results.differences)
-        addComparison(question, difference, table);
-    document.parts.push_back({"comparisons", "", table.take()});
+    addDifferences(question, results, document);
     return document;
 }
 
@@ -32,11 +40,7 @@ Document groupDocument(const Question& question, const Results& results)
                                   questionHeading(question, *results.labels), differenceHeading(question)},
                       .question = questionFacts(question, *results.labels)};
     document.question.emplace_back("group", question.grouping->column);
-    addDifferenceFacts(document.question, question);
-    TableMaker table(question, comparisonColumns(question, true));
-    for (const Difference& difference : results.differences)
-        addComparison(question, difference, table);
-    document.parts.push_back({"comparisons", "", table.take()});
+    addDifferences(question, results, document);
     return document;
 }
 

@@ -49,7 +49,7 @@ std::string textOf(const Document& document, std::size_t width)
             continue;
         text += '\n';
         if (!part.title.empty())
-            text += part.title + '\n';
+            text += broken(part.title, width);
         writeText(part.table, width, text);
     }
     text += document.closing.empty() ? "" : "\n";

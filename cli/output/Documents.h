@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/output/Document.h"
+#include "cli/study/CurveInference.h"
 #include "cli/study/Question.h"
 #include "cli/study/Results.h"
 #include "cli/study/Study.h"
@@ -27,7 +28,8 @@ struct Analysis {
     const Question& question;
     std::vector<ValueResults> values = {}; ///< with one value, the empty text, when the question has no column `by`
     std::shared_ptr<const CaseLabels> labels = {};
-    bool bestTable = false; ///< with the best cut-offs
+    bool bestTable = false;                                                 ///< with the best cut-offs
+    std::vector<AboutCurve<PrecisionRecallArea>> precisionRecallAreas = {}; ///< of all curves, or none
 
     [[nodiscard]] bool anyResult() const;
     /// Why there is no result at all: of the last value that failed, when all did.

@@ -24,8 +24,10 @@ Document precisionRecallAreaDocument(const Analysis& analysis, const CurveOption
                                      const Answers<PrecisionRecallArea>& found);
 Document netBenefitDocument(const Analysis& analysis, const CurveOptions& how, const Answers<NetBenefit>& found);
 
-/// The areas of precision and recall as a part of an analysis.
-Document::Part precisionRecallAreaPart(const Analysis& analysis, const CurveOptions& how, const std::string& rule,
-                                       const Answers<PrecisionRecallArea>& found);
+// How the areas of precision and recall of a whole analysis are made.
+inline constexpr const char* precisionRecallRule = "integral";
+inline constexpr const char* precisionRecallInterval = "logit";
+/// They as a part of its document.
+Document::Part precisionRecallAreaPart(const Analysis& analysis);
 
 } // namespace vexroc

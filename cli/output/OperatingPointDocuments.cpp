@@ -4,6 +4,7 @@
 #include "cli/output/questionWords.h"
 #include "cli/output/resultTables.h"
 #include "cli/words/Numbers.h"
+#include "cli/words/VisibleText.h"
 
 #include <array>
 
@@ -35,8 +36,10 @@ constexpr std::array<MeasureColumns, measureCount> measures{{
 }};
 
 constexpr std::array countColumns{
-    TableColumn{"true_positive", "TP", CellRole::count, 1},   TableColumn{"false_positive", "FP", CellRole::count, 1},
-    TableColumn{"true_negative", "TN", CellRole::count, 1},   TableColumn{"false_negative", "FN", CellRole::count, 1},
+    TableColumn{"true_positive", "TP", CellRole::count, 1},
+    TableColumn{"false_positive", "FP", CellRole::count, 1},
+    TableColumn{"true_negative", "TN", CellRole::count, 1},
+    TableColumn{"false_negative", "FN", CellRole::count, 1},
     TableColumn{"prevalence", "prevalence", CellRole::statistic, 1},
 };
 
@@ -46,7 +49,7 @@ constexpr std::array choiceColumns{
     TableColumn{"chosen", "chosen", CellRole::flag},
 };
 
-constexpr std::array longColumns{
+constexpr std::array blockColumns{
     TableColumn{"", "measure", CellRole::name},
     TableColumn{"", "estimate", CellRole::statistic},
     TableColumn{"", "lower", CellRole::statistic},
@@ -54,25 +57,27 @@ constexpr std::array longColumns{
 };
 
 constexpr std::array rateColumns{
-    TableColumn{"rate", "rate", CellRole::name},
+    TableColumn{"rate", "", CellRole::name}, // the criterion says it to people
     cutOffColumn,
-    TableColumn{"reached", "reached", CellRole::statistic},
-    TableColumn{"lower", "lower", CellRole::statistic},
-    TableColumn{"upper", "upper", CellRole::statistic},
-    TableColumn{"std_error", "SE", CellRole::statistic},
-    TableColumn{"interpolated", "interpolated", CellRole::statistic},
+    TableColumn{"reached", "reached", CellRole::statistic, 1},
+    TableColumn{"lower", "lower", CellRole::statistic, 1},
+    TableColumn{"upper", "upper", CellRole::statistic, 1},
+    TableColumn{"std_error", "SE", CellRole::statistic, 2},
+    TableColumn{"interpolated", "interpolated", CellRole::statistic, 2},
     TableColumn{"interval", "", CellRole::name},
 };
+
+/// No closed form of limits holds for mcc.
+constexpr bool hasLimits(std::size_t measure) { return measure != static_cast<std::size_t>(Measure::mcc); }
 
 std::vector<TableColumn> measureColumns()
 {
     std::vector<TableColumn> columns;
     for (std::size_t m = 0; m < measureCount; ++m) {
         const int part = 2 + static_cast<int>(m);
-        const bool hasLimits = m != static_cast<std::size_t>(Measure::mcc);
         columns.push_back({measures[m].name, measures[m].title, CellRole::statistic, part});
-        columns.push_back({measures[m].lower, hasLimits ? "lower" : "", CellRole::statistic, part});
-        columns.push_back({measures[m].upper, hasLimits ? "upper" : "", CellRole::statistic, part});
+        columns.push_back({measures[m].lower, hasLimits(m) ? "lower" : "", CellRole::statistic, part});
+        columns.push_back({measures[m].upper, hasLimits(m) ? "upper" : "", CellRole::statistic, part});
     }
     return columns;
 }
@@ -82,12 +87,11 @@ CutOffCell cellOf(const TestResult& test, const OperatingPoints& points, std::si
     return cutOffCell(test, points.cutOff(row));
 }
 
-void addCounts(const OperatingPoints& points, std::size_t row, double prevalence, std::vector<Table::Value>& cells)
+void addCounts(const OperatingPoints& points, std::size_t row, std::vector<Table::Value>& cells)
 {
     for (const auto* const counts :
          {&points.truePositive, &points.falsePositive, &points.trueNegative, &points.falseNegative})
         cells.emplace_back(static_cast<double>((*counts)[row]));
-    cells.emplace_back(prevalence);
 }
 
 void addMeasures(const OperatingPoints& points, std::size_t row, std::vector<Table::Value>& cells)
@@ -98,15 +102,26 @@ void addMeasures(const OperatingPoints& points, std::size_t row, std::vector<Tab
     }
 }
 
-/// One row a measure: what a reader asks of few cut-offs.
-void addLong(const std::vector<Table::Value>& lead, const OperatingPoints& points, std::size_t row, TableMaker& table)
+/// One cut-off, a measure a line: what a reader asks of few of them.
+Document::Part blockOf(const std::string& title, const OperatingPoints& points, std::size_t row)
 {
+    Table table(blockColumns);
     for (std::size_t m = 0; m < measureCount; ++m) {
         const auto [value, lower, upper] = points.at(static_cast<Measure>(m), row);
-        std::vector<Table::Value> cells = lead;
-        cells.insert(cells.end(), {measures[m].title, value, lower, upper});
-        table.add(cells);
+        if (hasLimits(m))
+            table.addRow({measures[m].title, value, lower, upper});
+        else
+            table.addRow({measures[m].title, value, "", ""});
     }
+    return {"", title, std::move(table)};
+}
+
+/// "radius_mean where sex = female, cut-off 15".
+std::string blockTitle(const Question& question, std::string_view value, const TestResult& test,
+                       const OperatingPoints& points, std::size_t row)
+{
+    return nameOf(question, test.area, value) + ", cut-off "
+        + cutOffText(points.cutOffs[row], test.readingOf(points.cutOff(row)));
 }
 
 /// Lines and facts about how rows of measures are made.
@@ -131,14 +146,14 @@ void addMethods(const Analysis& analysis, const CurveOptions& how, Document& doc
 Table pointTable(const Analysis& analysis, const CurveOptions& how, const Answers<OperatingPoints>& found)
 {
     TableMaker table(analysis.question,
-                     perTest(analysis.question,
-                             joined({std::span(&cutOffColumn, 1), countColumns, measureColumns()})));
+                     perTest(analysis.question, joined({std::span(&cutOffColumn, 1), countColumns, measureColumns()})));
     std::vector<Table::Value> cells;
     for (const auto& [value, test, points] : found) {
         table.setValue(value);
         for (std::size_t row = 0; row < points.size(); ++row) {
             cells = {test->area.test, groupOf(test->area), cellOf(*test, points, row)};
-            addCounts(points, row, prevalenceOf(*test, how), cells);
+            addCounts(points, row, cells);
+            cells.emplace_back(prevalenceOf(*test, how));
             addMeasures(points, row, cells);
             table.add(cells);
         }
@@ -155,21 +170,10 @@ Table countTable(const Analysis& analysis, const CurveOptions& how, const Answer
         table.setValue(value);
         for (std::size_t row = 0; row < points.size(); ++row) {
             std::vector<Table::Value> cells{test->area.test, groupOf(test->area), cellOf(*test, points, row)};
-            addCounts(points, row, prevalenceOf(*test, how), cells);
+            addCounts(points, row, cells);
+            cells.emplace_back(prevalenceOf(*test, how));
             table.add(cells);
         }
-    }
-    return table.take();
-}
-
-Table longTable(const Analysis& analysis, const Answers<OperatingPoints>& found)
-{
-    TableMaker table(analysis.question,
-                     perTest(analysis.question, joined({std::span(&cutOffColumn, 1), longColumns})));
-    for (const auto& [value, test, points] : found) {
-        table.setValue(value);
-        for (std::size_t row = 0; row < points.size(); ++row)
-            addLong({test->area.test, groupOf(test->area), cellOf(*test, points, row)}, points, row, table);
     }
     return table.take();
 }
@@ -189,9 +193,9 @@ Table bestTable(const Analysis& analysis, const BestAnswers& found, std::span<co
         table.setValue(value);
         for (const BestCutOffs& best : criteria)
             for (std::size_t row = 0; row < best.ties.size(); ++row) {
-                std::vector<Table::Value> cells{test->area.test,      groupOf(test->area),
-                                                best.criterion,       cellOf(*test, best.ties, row),
-                                                best.value,           double(row == best.chosen)};
+                std::vector<Table::Value> cells{test->area.test, groupOf(test->area),
+                                                best.criterion,  cellOf(*test, best.ties, row),
+                                                best.value,      double(row == best.chosen)};
                 addRow(best.ties, row, *test, cells);
                 table.add(cells);
             }
@@ -203,33 +207,18 @@ Table bestForPrograms(const Analysis& analysis, const CurveOptions& how, const B
 {
     return bestTable(analysis, found, joined({countColumns, measureColumns()}),
                      [&](const OperatingPoints& ties, std::size_t row, const TestResult& test, auto& cells) {
-                         addCounts(ties, row, prevalenceOf(test, how), cells);
+                         addCounts(ties, row, cells);
+                         cells.emplace_back(prevalenceOf(test, how));
                          addMeasures(ties, row, cells);
                      });
 }
 
-Table bestForPeople(const Analysis& analysis, const CurveOptions& how, const BestAnswers& found)
+Table bestForPeople(const Analysis& analysis, const BestAnswers& found)
 {
-    return bestTable(analysis, found, countColumns,
-                     [&](const OperatingPoints& ties, std::size_t row, const TestResult& test, auto& cells) {
-                         addCounts(ties, row, prevalenceOf(test, how), cells);
+    return bestTable(analysis, found, std::span(countColumns).first(4),
+                     [&](const OperatingPoints& ties, std::size_t row, const TestResult&, auto& cells) {
+                         addCounts(ties, row, cells);
                      });
-}
-
-/// The chosen cut-offs with all their measures.
-Table chosenTable(const Analysis& analysis, const BestAnswers& found)
-{
-    TableMaker table(analysis.question,
-                     perTest(analysis.question,
-                             joined({std::span(&criterionColumn, 1), std::span(&cutOffColumn, 1), longColumns})));
-    for (const auto& [value, test, criteria] : found) {
-        table.setValue(value);
-        for (const BestCutOffs& best : criteria)
-            if (best.chosen != BestCutOffs::npos)
-                addLong({test->area.test, groupOf(test->area), best.criterion, cellOf(*test, best.ties, best.chosen)},
-                        best.ties, best.chosen, table);
-    }
-    return table.take();
 }
 
 /// The rates that criteria with a share ask for.
@@ -262,17 +251,19 @@ bool anyRate(const BestAnswers& found)
 Document operatingPointsDocument(const Analysis& analysis, const CurveOptions& how, bool isNamed,
                                  const Answers<OperatingPoints>& found)
 {
-    Document document = documentOn(analysis, "points",
-                                   isNamed ? "Operating points" : "Operating points at every cut-off of the curve");
+    Document document =
+        documentOn(analysis, "points", isNamed ? "Operating points" : "Operating points at every cut-off of the curve");
     addMethods(analysis, how, document);
     document.parts.push_back({"points", "", pointTable(analysis, how, found), !isNamed});
     if (!isNamed)
         return document;
     document.parts.push_back({"", "", countTable(analysis, how, found)});
-    document.parts.push_back({"", "", longTable(analysis, found)});
     for (const auto& curve : found)
-        for (std::size_t row = 0; row < curve.answer.size(); ++row)
+        for (std::size_t row = 0; row < curve.answer.size(); ++row) {
+            const std::string title = blockTitle(analysis.question, curve.value, *curve.test, curve.answer, row);
+            document.parts.push_back(blockOf(title, curve.answer, row));
             document.sentences.push_back(sentenceOn(analysis.question, how, curve, row));
+        }
     return document;
 }
 
@@ -284,15 +275,21 @@ Document bestCutOffsDocument(const Analysis& analysis, const CurveOptions& how, 
     if (withRates)
         addIntervalFacts(document.question, analysis.question, how.interval);
     document.parts.push_back({"best_cut_offs", "", bestForPrograms(analysis, how, found), false});
-    document.parts.push_back({"", "", bestForPeople(analysis, how, found)});
-    document.parts.push_back({"", "The chosen cut-offs", chosenTable(analysis, found)});
-    if (withRates)
-        document.parts.push_back({"rates", "Rates at the fixed share of the other. "
-                                      + intervalHeading(analysis.question.inference, how.interval),
-                                  rateTable(analysis, found)});
+    document.parts.push_back({"", "", bestForPeople(analysis, found)});
+    if (withRates) {
+        std::string interval = intervalHeading(analysis.question.inference, how.interval);
+        interval.front() = 'i';
+        document.parts.push_back(
+            {"rates", "Rates where the criterion fixes the other one; " + interval, rateTable(analysis, found)});
+    }
     for (const auto& curve : found)
-        for (const BestCutOffs& best : curve.answer)
+        for (const BestCutOffs& best : curve.answer) {
             document.sentences.push_back(sentenceOn(analysis.question, how, curve, best));
+            if (best.chosen == BestCutOffs::npos)
+                continue;
+            const std::string title = blockTitle(analysis.question, curve.value, *curve.test, best.ties, best.chosen);
+            document.parts.push_back(blockOf(title + ", by " + visible(best.criterion), best.ties, best.chosen));
+        }
     return document;
 }
 

@@ -40,9 +40,7 @@ std::string_view latexSign(char c)
     case '%': return "\\%";
     case '&': return "\\&";
     case '_': return "\\_";
-    case '-': return "{-}"; // two would be a dash
     case '`': return "{`}";
-    case '\'': return "{'}";
     case '[': return "{[}"; // an option of the line end before it
     case '*': return "{*}"; // likewise
     default: return "";
@@ -55,6 +53,8 @@ std::string latexText(std::string_view visibleText)
     for (const char c : visibleText)
         if (const std::string_view sign = latexSign(c); !sign.empty())
             text += sign;
+        else if ((c == '-' || c == '\'') && text.ends_with(c))
+            text.append("{}").push_back(c); // two in a row would be a dash, or a quotation mark
         else
             text += c;
     return text;
@@ -72,17 +72,20 @@ std::size_t decimalsOf(std::string_view cell)
 std::string latexNumber(std::string_view cell)
 {
     if (cell.starts_with('<'))
-        return "$<$" + latexNumber(cell.substr(1));
+        return std::string("$<$").append(latexNumber(cell.substr(1)));
     if (!parseNumber(cell))
         return latexText(cell);
     const std::size_t infinity = cell.find("inf");
     const std::size_t exponent = cell.find('e');
     if (infinity != std::string_view::npos)
-        return "$" + std::string(cell.substr(0, infinity)) + "\\infty$";
+        return std::string("$").append(cell.substr(0, infinity)).append("\\infty$");
     if (exponent != std::string_view::npos)
-        return "$" + std::string(cell.substr(0, exponent)) + "\\times10^{"
-            + shortest(*parseNumber(cell.substr(exponent + 1))) + "}$";
-    return cell.starts_with('-') ? "$" + std::string(cell) + "$" : std::string(cell);
+        return std::string("$")
+            .append(cell.substr(0, exponent))
+            .append("\\times10^{")
+            .append(shortest(*parseNumber(cell.substr(exponent + 1))))
+            .append("}$");
+    return cell.starts_with('-') ? std::string("$").append(cell).append("$") : std::string(cell);
 }
 
 /// One panel, line by line, its cells as some markup spells them and padded to columns.

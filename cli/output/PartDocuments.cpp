@@ -32,29 +32,37 @@ constexpr std::array partialColumns{
     TableColumn{"interval", "", CellRole::name},
 };
 
-constexpr std::array precisionRecallColumns{
-    TableColumn{"pr_area", "area", CellRole::statistic, 2},
-    TableColumn{"lower", "lower", CellRole::statistic, 2},
-    TableColumn{"upper", "upper", CellRole::statistic, 2},
-    TableColumn{"rule", "", CellRole::name},
-    TableColumn{"interval", "", CellRole::name},
-    TableColumn{"prevalence", "prevalence", CellRole::statistic, 3},
-    TableColumn{"lowest", "lowest possible", CellRole::statistic, 3},
-};
+/// `told`: the heading says the prevalence; `lowest`: the lowest area is defined.
+std::array<TableColumn, 7> precisionRecallColumns(bool told, bool lowest)
+{
+    return {
+        TableColumn{"pr_area", "area", CellRole::statistic, 2},
+        TableColumn{"lower", "lower", CellRole::statistic, 2},
+        TableColumn{"upper", "upper", CellRole::statistic, 2},
+        TableColumn{"rule", "", CellRole::name},
+        TableColumn{"interval", "", CellRole::name},
+        TableColumn{"prevalence", told ? "" : "prevalence", CellRole::statistic, 3},
+        TableColumn{"lowest", lowest ? "lowest possible" : "", CellRole::statistic, 3},
+    };
+}
 
-constexpr std::array benefitColumns{
-    TableColumn{"threshold", "threshold", CellRole::cutOff},
-    TableColumn{"net_benefit", "net benefit", CellRole::statistic},
-    TableColumn{"treat_all", "treat all", CellRole::statistic},
-    TableColumn{"treat_none", "treat none", CellRole::statistic},
-    TableColumn{"true_positive", "TP", CellRole::count, 1},
-    TableColumn{"false_positive", "FP", CellRole::count, 1},
-    TableColumn{"positive", "positive", CellRole::count, 1},
-    TableColumn{"negative", "negative", CellRole::count, 1},
-    TableColumn{"prevalence", "prevalence", CellRole::statistic, 2},
-    TableColumn{"mean_score", "mean score", CellRole::statistic, 2},
-    TableColumn{"observed", "observed share", CellRole::statistic, 2},
-};
+/// `told`: the heading says the prevalence.
+std::array<TableColumn, 11> benefitColumns(bool told)
+{
+    return {
+        TableColumn{"threshold", "threshold", CellRole::cutOff},
+        TableColumn{"net_benefit", "net benefit", CellRole::statistic},
+        TableColumn{"treat_all", "treat all", CellRole::statistic},
+        TableColumn{"treat_none", "treat none", CellRole::statistic},
+        TableColumn{"true_positive", "TP", CellRole::count, 1},
+        TableColumn{"false_positive", "FP", CellRole::count, 1},
+        TableColumn{"positive", "positive", CellRole::count, 1},
+        TableColumn{"negative", "negative", CellRole::count, 1},
+        TableColumn{"prevalence", told ? "" : "prevalence", CellRole::statistic, 2},
+        TableColumn{"mean_score", "mean score", CellRole::statistic, 2},
+        TableColumn{"observed", "observed share", CellRole::statistic, 2},
+    };
+}
 
 /// The table of `columns` in which `addRows(test, answer, table)` puts the rows of each curve.
 template <class Answer>
@@ -77,11 +85,14 @@ std::vector<Table::Value> leadOf(const Area& area)
 Table precisionRecallTable(const Analysis& analysis, const CurveOptions& how, const std::string& rule,
                            const Answers<PrecisionRecallArea>& found)
 {
-    return tableOf(analysis, found, joined({caseColumns, precisionRecallColumns}),
+    const bool hasLowest = !how.prevalence && rule != "trapezoid";
+    return tableOf(analysis, found,
+                   joined({caseColumns, precisionRecallColumns(isOnePrevalence(analysis, how), hasLowest)}),
                    [&](const TestResult& test, const PrecisionRecallArea& a, TableMaker& table) {
                        std::vector<Table::Value> cells = leadOf(test.area);
-                       cells.insert(cells.end(), {a.area.value, a.area.lower, a.area.upper, rule, how.interval,
-                                                  prevalenceOf(test, how), a.lowest});
+                       cells.insert(cells.end(),
+                                    {a.area.value, a.area.lower, a.area.upper, rule, how.interval,
+                                     prevalenceOf(test, how), a.lowest});
                        table.add(cells);
                    });
 }
@@ -102,19 +113,20 @@ Document partialAreaDocument(const Analysis& analysis, const CurveOptions& how, 
     Document document = documentOn(analysis, "partial",
                                    std::string("Partial area ") + (band.rate == "fpr" ? "under" : "right of")
                                        + " the ROC curve " + bandWords(band));
-    document.heading.push_back(intervalHeading(analysis.question.inference, how.interval) + "; standard error: by components");
+    document.heading.push_back(intervalHeading(analysis.question.inference, how.interval)
+                               + "; standard error: from components, as DeLong's");
     addIntervalFacts(document.question, analysis.question, how.interval);
-    document.parts.push_back(
-        {"partial_areas", "",
-         tableOf(analysis, found, joined({caseColumns, partialColumns}),
-                 [&](const TestResult& test, const PartialArea& a, TableMaker& table) {
-                     std::vector<Table::Value> cells = leadOf(test.area);
-                     cells.insert(cells.end(),
-                                  {band.rate, band.from, band.to, a.area.value, a.stdError, a.area.lower, a.area.upper,
-                                   a.standardized.value, a.standardizedError, a.standardized.lower,
-                                   a.standardized.upper, how.interval});
-                     table.add(cells);
-                 })});
+    document.parts.push_back({"partial_areas", "",
+                              tableOf(analysis, found, joined({caseColumns, partialColumns}),
+                                      [&](const TestResult& test, const PartialArea& a, TableMaker& table) {
+                                          std::vector<Table::Value> cells = leadOf(test.area);
+                                          cells.insert(cells.end(),
+                                                       {band.rate, band.from, band.to, a.area.value, a.stdError,
+                                                        a.area.lower, a.area.upper, a.standardized.value,
+                                                        a.standardizedError, a.standardized.lower, a.standardized.upper,
+                                                        how.interval});
+                                          table.add(cells);
+                                      })});
     for (const auto& curve : found)
         document.sentences.push_back(sentenceOn(analysis.question, how, band, curve));
     return document;
@@ -124,7 +136,8 @@ Document precisionRecallAreaDocument(const Analysis& analysis, const CurveOption
                                      const Answers<PrecisionRecallArea>& found)
 {
     Document document = documentOn(analysis, "pr", precisionRecallTitle(rule));
-    document.heading.push_back(intervalHeading(analysis.question.inference, how.interval) + "; " + prevalenceWords(analysis, how));
+    document.heading.push_back(intervalHeading(analysis.question.inference, how.interval) + "; "
+                               + prevalenceWords(analysis, how));
     document.question.emplace_back("rule", rule);
     addIntervalFacts(document.question, analysis.question, how.interval);
     addPrevalenceFact(document.question, how);
@@ -134,13 +147,14 @@ Document precisionRecallAreaDocument(const Analysis& analysis, const CurveOption
     return document;
 }
 
-Document::Part precisionRecallAreaPart(const Analysis& analysis, const CurveOptions& how, const std::string& rule,
-                                       const Answers<PrecisionRecallArea>& found)
+Document::Part precisionRecallAreaPart(const Analysis& analysis)
 {
+    const CurveOptions how{.interval = precisionRecallInterval};
     std::string interval = intervalHeading(analysis.question.inference, how.interval);
     interval.front() = 'i';
-    return {"pr_areas", precisionRecallTitle(rule) + "; " + interval + "; " + prevalenceWords(analysis, how),
-            precisionRecallTable(analysis, how, rule, found)};
+    return {"pr_areas",
+            precisionRecallTitle(precisionRecallRule) + "; " + interval + "; " + prevalenceWords(analysis, how),
+            precisionRecallTable(analysis, how, precisionRecallRule, analysis.precisionRecallAreas)};
 }
 
 Document netBenefitDocument(const Analysis& analysis, const CurveOptions& how, const Answers<NetBenefit>& found)
@@ -155,7 +169,8 @@ Document netBenefitDocument(const Analysis& analysis, const CurveOptions& how, c
                        0.0, double(b.truePositive[i]), double(b.falsePositive[i]), double(test.area.positive),
                        double(test.area.negative), prevalenceOf(test, how), b.meanScore, b.observed});
     };
-    document.parts.push_back({"net_benefits", "", tableOf(analysis, found, benefitColumns, addRows)});
+    document.parts.push_back(
+        {"net_benefits", "", tableOf(analysis, found, benefitColumns(isOnePrevalence(analysis, how)), addRows)});
     return document;
 }
 

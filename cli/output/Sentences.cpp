@@ -15,15 +15,16 @@ namespace {
 
 std::string shown(double value) { return readable(value, CellRole::statistic); }
 
-/// "radius_mean where sex = female and site = A".
-std::string nameOf(const Question& question, const Area& area, std::string_view value = {})
+/// "radius_mean for diagnosis = malignant where sex = female".
+std::string subject(const Question& question, const Area& area, std::string_view value = {})
 {
-    std::string name = visible(area.test);
-    if (!area.group.empty())
-        name += " where " + visible(area.group);
-    if (!question.by.empty())
-        name += (area.group.empty() ? " where " : " and ") + visible(question.by) + " = " + visible(value);
-    return name;
+    const StateChoice& state = question.state.choice;
+    std::string positive;
+    for (const std::string& text : state.positive)
+        positive += (positive.empty() ? "" : ", ") + text;
+    const std::string is = state.sign.empty() ? " = " + positive : ' ' + state.sign + ' ' + state.bound;
+    std::string name = nameOf(question, area, value);
+    return name.insert(visible(area.test).size(), " for " + visible(question.state.column + is));
 }
 
 std::string percent(const Question& question)
@@ -105,9 +106,10 @@ std::string criterionWords(const BestCutOffs& best)
 std::string sentenceOn(const Question& question, const Area& area)
 {
     const Inference& asked = question.inference;
-    const std::string name = nameOf(question, area);
+    const std::string name = subject(question, area);
     if (std::isnan(area.area))
-        return "The area under the ROC curve of " + name + " is not defined (" + casesOf(area) + "; " + program() + ").";
+        return "The area under the ROC curve of " + name + " is not defined (" + casesOf(area) + "; " + program()
+            + ").";
     return "The area under the ROC curve of " + name + " was " + shown(area.area) + " ("
         + intervalOf(question, area.interval, {area.area, area.lower, area.upper}) + "; " + pOf(area.pValue) + ", "
         + testWord(area.pMethod) + " against " + shortest(asked.nullArea) + ", " + alternativeOf(asked) + "; "
@@ -118,10 +120,9 @@ std::string sentenceOn(const Question& question, const Difference& difference)
 {
     const bool paired = question.comparison == Comparison::paired;
     const Estimate d{difference.difference, difference.lower, difference.upper};
-    const std::string cases = paired
-        ? casesOf(difference.first)
-        : casesOf(difference.first) + " against " + casesOf(difference.second);
-    return "The areas under the ROC curves of " + nameOf(question, difference.first) + " ("
+    const std::string cases =
+        paired ? casesOf(difference.first) : casesOf(difference.first) + " against " + casesOf(difference.second);
+    return "The areas under the ROC curves of " + subject(question, difference.first) + " ("
         + shown(difference.first.area) + ") and " + nameOf(question, difference.second) + " ("
         + shown(difference.second.area) + ") differed by " + shown(d.value) + " (" + intervalOf(question, "wald", d)
         + "; " + pOf(difference.pValue) + ", Wald test with standard errors of "
@@ -133,7 +134,7 @@ std::string sentenceOn(const Question& question, const CurveOptions& how, const 
                        std::size_t row)
 {
     const auto& [value, test, points] = found;
-    return "At the cut-off " + cutOffOf(*test, points, row) + ", " + nameOf(question, test->area, value) + " had "
+    return "At the cut-off " + cutOffOf(*test, points, row) + ", " + subject(question, test->area, value) + " had "
         + ratesOf(question, how, test->area, points, row) + " (" + program() + ").";
 }
 
@@ -141,7 +142,7 @@ std::string sentenceOn(const Question& question, const CurveOptions& how,
                        const AboutCurve<std::vector<BestCutOffs>>& found, const BestCutOffs& best)
 {
     const auto& [value, test, criteria] = found;
-    const std::string name = nameOf(question, test->area, value);
+    const std::string name = subject(question, test->area, value);
     if (best.chosen == BestCutOffs::npos)
         return "No cut-off of " + name + " meets the criterion " + visible(best.criterion) + " (" + casesOf(test->area)
             + "; " + program() + ").";
@@ -160,8 +161,8 @@ std::string sentenceOn(const Question& question, const CurveOptions& how, const 
                        const AboutCurve<PartialArea>& found)
 {
     const auto& [value, test, a] = found;
-    return "The partial area of " + nameOf(question, test->area, value) + " " + bandWords(band) + " was "
-        + shown(a.area.value) + " (" + intervalOf(question, how.interval, a.area) + "; standardized "
+    return "The partial area under the ROC curve of " + subject(question, test->area, value) + " " + bandWords(band)
+        + " was " + shown(a.area.value) + " (" + intervalOf(question, how.interval, a.area) + "; standardized "
         + shown(a.standardized.value) + ", " + range(a.standardized.lower, a.standardized.upper) + "; "
         + casesOf(test->area) + "; " + program() + ").";
 }
@@ -170,7 +171,7 @@ std::string sentenceOn(const Question& question, const CurveOptions& how, const 
                        const AboutCurve<PrecisionRecallArea>& found)
 {
     const auto& [value, test, a] = found;
-    return "The area under the precision-recall curve of " + nameOf(question, test->area, value) + " (rule " + rule
+    return "The area under the precision-recall curve of " + subject(question, test->area, value) + " (rule " + rule
         + ") was " + shown(a.area.value) + " (" + intervalOf(question, how.interval, a.area) + ") at the "
         + (how.prevalence ? "" : "sample's ") + "prevalence " + shown(prevalenceOf(*test, how)) + " ("
         + casesOf(test->area) + "; " + program() + ").";

@@ -3,12 +3,24 @@
 #include "cli/output/questionWords.h"
 #include "cli/words/Numbers.h"
 #include "cli/words/Readable.h"
+#include "cli/words/VisibleText.h"
 
 #include <set>
 
 namespace vexroc {
 
 namespace {
+
+/// As readers see them.
+std::set<std::string> samplePrevalences(const Analysis& analysis)
+{
+    std::set<std::string> all;
+    for (const ValueResults& value : analysis.values)
+        for (const TestResult& test : value.results.tests)
+            if (test.area.positive > 0 && test.area.negative > 0)
+                all.insert(readable(samplePrevalence(test.area), CellRole::statistic));
+    return all;
+}
 
 bool isBootstrap(std::string_view interval)
 {
@@ -28,20 +40,18 @@ void addIntervalFacts(std::vector<Fact>& facts, const Question& question, const 
     facts.emplace_back("seed", asked.seed);
 }
 
-std::string proportionWord(const CurveOptions& how)
+std::string proportionWord(const CurveOptions& how) { return how.proportion == "exact" ? "Clopper-Pearson" : "Wilson"; }
+
+bool isOnePrevalence(const Analysis& analysis, const CurveOptions& how)
 {
-    return how.proportion == "exact" ? "Clopper-Pearson" : "Wilson";
+    return how.prevalence || samplePrevalences(analysis).size() == 1;
 }
 
 std::string prevalenceWords(const Analysis& analysis, const CurveOptions& how)
 {
     if (how.prevalence)
         return "at the prevalence " + shortest(*how.prevalence);
-    std::set<std::string> all;
-    for (const ValueResults& value : analysis.values)
-        for (const TestResult& test : value.results.tests)
-            if (test.area.positive > 0 && test.area.negative > 0)
-                all.insert(readable(samplePrevalence(test.area), CellRole::statistic));
+    const std::set<std::string> all = samplePrevalences(analysis);
     return "at the sample's prevalence" + (all.size() == 1 ? " " + *all.begin() : "");
 }
 
@@ -60,6 +70,16 @@ std::string bandWords(const Band& band)
 {
     return std::string("over ") + (band.rate == "fpr" ? "false positive rates" : "sensitivities") + " from "
         + shortest(band.from) + " to " + shortest(band.to);
+}
+
+std::string nameOf(const Question& question, const Area& area, std::string_view value)
+{
+    std::string name = visible(area.test);
+    if (!area.group.empty())
+        name += " where " + visible(area.group);
+    if (!question.by.empty())
+        name += (area.group.empty() ? " where " : " and ") + visible(question.by) + " = " + visible(value);
+    return name;
 }
 
 Document documentOn(const Analysis& analysis, std::string_view command, const std::string& title)

@@ -122,9 +122,8 @@ std::string intervalHeading(const Inference& asked, std::string_view interval)
 {
     const bool isBootstrap = interval == "bootstrap" || interval == "bca" || interval == "btii";
     return "Interval: " + intervalInWords(interval) + ", level " + shortest(asked.level)
-        + (isBootstrap
-               ? ", " + std::to_string(asked.replicates) + " replicates, seed " + std::to_string(asked.seed)
-               : "");
+        + (isBootstrap ? ", " + std::to_string(asked.replicates) + " replicates, seed " + std::to_string(asked.seed)
+                       : "");
 }
 
 std::string questionHeading(const Question& question, const CaseLabels& labels)
@@ -208,13 +207,15 @@ void addDifferenceFacts(std::vector<Fact>& facts, const Question& question)
 
 std::string intervalOfAreas(const Inference& inference)
 {
-    return readable(100.0 * inference.level, CellRole::measure) + " % " + intervalInWords(inference.interval) + " interval";
+    return readable(100.0 * inference.level, CellRole::measure) + " % " + intervalInWords(inference.interval)
+        + " interval";
 }
 
 std::string areaHeading(const Question& question, const AreaMethods& methods)
 {
     const Inference& asked = question.inference;
-    return intervalHeading(asked, asked.interval) + "; p: " + testInWords(asked, methods) + "; standard error: " + errorInWords(question.errorOfAreas());
+    return intervalHeading(asked, asked.interval) + "; p: " + testInWords(asked, methods)
+        + "; standard error: " + errorInWords(question.errorOfAreas());
 }
 
 std::string differenceWords(const Question& question)
@@ -223,10 +224,7 @@ std::string differenceWords(const Question& question)
         + "; standard error: " + errorInWords(question.errorOfDifferences());
 }
 
-std::string differenceHeading(const Question& question)
-{
-    return "Interval: " + differenceWords(question);
-}
+std::string differenceHeading(const Question& question) { return "Interval: " + differenceWords(question); }
 
 const char* pairedCasesWord(const Question& question) { return question.completeCases ? "complete" : "pairwise"; }
 

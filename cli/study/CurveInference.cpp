@@ -1,7 +1,6 @@
 #include "cli/study/CurveInference.h"
 
 #include "cli/study/require.h"
-#include "cli/system/onAllCores.h"
 #include "cli/words/VisibleText.h"
 #include "vexrocproc/inference.h"
 
@@ -31,13 +30,19 @@ Answer toBeFilled()
 
 /// Where the library puts each measure, in their order.
 constexpr std::array<double* (vexroc_operating_columns::*)[3], measureCount> columnsOfMeasures{
-    &vexroc_operating_columns::sensitivity, &vexroc_operating_columns::specificity,
-    &vexroc_operating_columns::ppv,         &vexroc_operating_columns::npv,
-    &vexroc_operating_columns::lr_positive, &vexroc_operating_columns::lr_negative,
-    &vexroc_operating_columns::dor,         &vexroc_operating_columns::accuracy,
+    &vexroc_operating_columns::sensitivity,
+    &vexroc_operating_columns::specificity,
+    &vexroc_operating_columns::ppv,
+    &vexroc_operating_columns::npv,
+    &vexroc_operating_columns::lr_positive,
+    &vexroc_operating_columns::lr_negative,
+    &vexroc_operating_columns::dor,
+    &vexroc_operating_columns::accuracy,
     &vexroc_operating_columns::balanced_accuracy,
-    &vexroc_operating_columns::f1,          &vexroc_operating_columns::mcc,
-    &vexroc_operating_columns::youden,      &vexroc_operating_columns::kappa};
+    &vexroc_operating_columns::f1,
+    &vexroc_operating_columns::mcc,
+    &vexroc_operating_columns::youden,
+    &vexroc_operating_columns::kappa};
 
 OperatingPoints withRows(std::size_t rows)
 {
@@ -45,7 +50,8 @@ OperatingPoints withRows(std::size_t rows)
                            .truePositive = std::vector<long long>(rows),
                            .falsePositive = std::vector<long long>(rows),
                            .trueNegative = std::vector<long long>(rows),
-                           .falseNegative = std::vector<long long>(rows)};
+                           .falseNegative = std::vector<long long>(rows),
+                           .measures = {}};
     for (auto& measure : points.measures)
         for (std::vector<double>& numbers : measure)
             numbers.assign(rows, notComputed);
@@ -75,7 +81,8 @@ double samplePrevalence(const Area& area)
     return cases > 0 ? static_cast<double>(area.positive) / static_cast<double>(cases) : notComputed;
 }
 
-CurveInference::CurveInference(const TestResult& test, const Question& question, const CurveOptions& options, const Watch& watch)
+CurveInference::CurveInference(const TestResult& test, const Question& question, const CurveOptions& options,
+                               const Watch& watch)
     : test_(test), question_(question), options_(options), watch_(watch)
 {
 }
@@ -84,8 +91,7 @@ OperatingPoints CurveInference::points(const std::optional<std::vector<double>>&
 {
     if (!hasBothStates())
         return {};
-    const long long rows =
-        at ? static_cast<long long>(at->size()) : vexroc_cut_off_count(test_.summary.get());
+    const long long rows = at ? static_cast<long long>(at->size()) : vexroc_cut_off_count(test_.summary.get());
     OperatingPoints points = withRows(static_cast<std::size_t>(rows));
     vexroc_operating_columns columns = columnsOf(points);
     const vexroc_inference_options options = optionsFor("");
@@ -136,8 +142,7 @@ PartialArea CurveInference::partial(const Band& band) const
         return {};
     auto found = toBeFilled<vexroc_partial_result>();
     const vexroc_inference_options options = optionsFor(options_.interval);
-    requireAnswer(
-        vexroc_partial_area(test_.summary.get(), &options, band.rate.c_str(), band.from, band.to, &found));
+    requireAnswer(vexroc_partial_area(test_.summary.get(), &options, band.rate.c_str(), band.from, band.to, &found));
     Area cases = test_.area;
     cases.test = watch_.prefix + cases.test;
     watch_.remarks->addCases(cases);
@@ -207,7 +212,7 @@ vexroc_inference_options CurveInference::optionsFor(const std::string& interval)
     options.min_specificity = options_.minSpecificity;
     options.replicates = question_.inference.replicates;
     options.seed = question_.inference.seed;
-    options.parallel = onAllCores;
+    options.parallel = watch_.parallel;
     options.progress = watch_.progress ? Watch::tellProgress : nullptr;
     options.cancel = watch_.cancelRequested ? Watch::askCancel : nullptr;
     options.user = watch_.asUser();

@@ -58,7 +58,7 @@ struct OperatingPoints {
     std::vector<long long> falsePositive;
     std::vector<long long> trueNegative;
     std::vector<long long> falseNegative;
-    std::array<std::array<std::vector<double>, 3>, measureCount> measures; ///< each an estimate and its two limits
+    std::array<std::array<std::vector<double>, 3>, measureCount> measures = {}; ///< each an estimate and its two limits
 
     [[nodiscard]] std::size_t size() const noexcept { return cutOffs.size(); }
     [[nodiscard]] Estimate at(Measure measure, std::size_t row) const
@@ -77,10 +77,10 @@ struct OperatingPoints {
 struct BestCutOffs {
     std::string criterion; ///< as it is asked for
     double value = notComputed;
-    OperatingPoints ties = {};   ///< ascending
-    std::size_t chosen = npos;   ///< of the ties
-    std::string interval = {};   ///< of the rate; empty for a criterion that fixes none
-    Estimate rate = {};          ///< where the criterion fixes the other one: what the best cut-off reaches
+    OperatingPoints ties = {}; ///< ascending
+    std::size_t chosen = npos; ///< of the ties
+    std::string interval = {}; ///< of the rate; empty for a criterion that fixes none
+    Estimate rate = {};        ///< where the criterion fixes the other one: what the best cut-off reaches
     double rateError = notComputed;
     double interpolated = notComputed; ///< the rate of the curve itself
 

@@ -139,7 +139,15 @@ void AnalysisRequest::checkProbabilities() const
         return;
     if (weight_ == none)
         throw InvalidArgument("probability is a kind of weights, and there are none; name their column");
-    throw InvalidArgument("weights that are probabilities are not taken yet");
+    if (interval() != IntervalKind::logit && interval() != IntervalKind::waldDelong)
+        throw InvalidArgument("with weights that are inverse sampling probabilities the intervals are logit, which is "
+                              "recommended, and wald-delong; cases alone do not tell what the others ask of a sample");
+    if (pValue() == PKind::mannWhitney)
+        throw InvalidArgument("mann-whitney is not defined for weights that are inverse sampling probabilities; take "
+                              "the p value by wald");
+    if (isPaired())
+        throw InvalidArgument("a paired comparison is not defined for weights that are inverse sampling probabilities; "
+                              "the areas of the tests are");
 }
 
 IntervalKind AnalysisRequest::interval() const noexcept
@@ -202,6 +210,7 @@ RowRule AnalysisRequest::rowRule() const
     rule.negativeStates = negativeValues_;
     rule.group = group_;
     rule.weight = weight_;
+    rule.weightIsProbability = hasProbabilities();
     rule.count = count_;
     rule.tests = tests_;
     rule.needsParts = true;

@@ -76,8 +76,12 @@ public:
     [[nodiscard]] const std::vector<int>& tests() const noexcept { return tests_; }
     [[nodiscard]] int group() const noexcept { return group_; }
     [[nodiscard]] int weight() const noexcept { return weight_; }
-    /// Of the column of counts; empty without one.
-    [[nodiscard]] std::string_view countName() const { return count_ == none ? std::string_view() : nameOf(count_); }
+    /// Of the column of counts, or else of weights; empty without.
+    [[nodiscard]] std::string_view weighingName() const
+    {
+        const int column = count_ == none ? weight_ : count_;
+        return column == none ? std::string_view() : nameOf(column);
+    }
     [[nodiscard]] double positiveValue() const noexcept { return positiveValue_; }
     [[nodiscard]] bool listsNegatives() const noexcept { return negativeValues_.has_value(); }
     [[nodiscard]] const ROCSetting& options() const noexcept { return options_; }

@@ -99,7 +99,7 @@ class AnalysisRun::Assembly {
 public:
     Assembly(AnalysisRun& run, const AnalysisRequest& request, const RunCallbacks& callbacks)
         : run_(run), request_(request), rule_(request.rowRule()),
-          selection_(request.columns(), rule_, request.countName()), plan_(request, selection_.counts()),
+          selection_(request.columns(), rule_, request.weighingName()), plan_(request, selection_.counts()),
           zCritical_(criticalValue(request.options().getConfidienceLevel())),
           areas_(request, request.isPaired() && plan_.comparesInOneRun()),
           watch_(callbacks,
@@ -184,51 +184,97 @@ private:
     [[nodiscard]] bool addRecord(int test, const RunRecord& record)
     {
         indexOf_[&record] = static_cast<int>(run_.records_.size());
-        vexroc_record told = toldRecord(record);
-        told.test = test;
-        told.group = record.getGroupVarInd() < 0 ? AnalysisRequest::none : request_.group();
-        told.smaller_is_positive = request_.directionOf(test) == SmallerMorePositive;
-        told.distinct_values = record.triples() ? distinctValues(record, test) : 0;
-        std::optional<Summary> cases;
-        const auto gathered = [&]() -> const Summary& {
-            if (!cases)
-                cases = summaryOf(record, test);
-            return *cases;
+        Record made{&record, toldRecord(record), rowsOf(record), {}, nullptr, std::nullopt};
+        made.told.test = test;
+        made.told.group = record.getGroupVarInd() < 0 ? AnalysisRequest::none : request_.group();
+        made.told.smaller_is_positive = request_.directionOf(test) == SmallerMorePositive;
+        made.told.distinct_values = record.triples() ? distinctValues(record, test) : 0;
+        const auto cases = [&]() -> const WeightedSummary& {
+            if (made.summary == nullptr)
+                made.summary = summaryOf(record, test);
+            return made.summary->sample();
         };
-        if (!areas_.settle(record.triples(), gathered, watch_, told))
+        if (!areas_.settle(record.triples(), cases, watch_, made.told))
             return false;
-        run_.records_.push_back({&record, told, rowsOf(record), record.bestCutOffs(), nullptr});
-        if (request_.keepsSummaries()) {
-            gathered();
-            run_.records_.back().summary.reset(new vexroc_summary{CollectedCases(*std::move(cases))});
-        }
+        for (const OperatingPoint& point : record.bestCutOffs())
+            made.bestCutOffs.push_back(toldCutOff(point));
+        if (request_.hasProbabilities())
+            weigh(cases(), made);
+        if (request_.keepsSummaries())
+            cases();
+        else
+            made.summary.reset();
+        run_.records_.push_back(std::move(made));
         return true;
     }
 
-    /// Calls visit(positive, value) for the cases of the record, until it answers false.
+    /// In place of the rates and the best cut-offs of cases, those of their weights.
+    void weigh(const WeightedSummary& sample, Record& made) const
+    {
+        const ROCSetting& options = request_.options();
+        const bool larger = made.told.smaller_is_positive == 0;
+        const std::vector<double>& cutOffs = made.curve->getCutOffPoints();
+        WeightedCurve& curve =
+            made.weighted.emplace(weightedCurve(sample, cutOffs, {options.isIncludeCutOff(), larger}));
+        if (!options.needROC())
+            curve.sensSpec.clear();
+        if (!options.needPR())
+            curve.precisionRecall.clear();
+        const auto [positives, negatives] = sample.totals();
+        made.told.weighted_positive = positives * sample.unit;
+        made.told.weighted_negative = negatives * sample.unit;
+        made.told.pr_rows = static_cast<int>(curve.precisionRecall.size());
+        const auto youden = [&](std::size_t i) {
+            return youdenIndex(curve.sensSpec[i].first, curve.sensSpec[i].second);
+        };
+        KolmogorovSmirnov ks;
+        for (std::size_t i = 0; i < curve.sensSpec.size(); ++i)
+            ks.take(cutOffs[i], youden(i), larger);
+        made.told.ks_maximum = ks.maximum();
+        made.told.ks_cut_off = ks.cutOff();
+        made.bestCutOffs.clear();
+        for (std::size_t i = 0; i < curve.sensSpec.size(); ++i)
+            if (ks.isTie(youden(i)))
+                made.bestCutOffs.push_back(toldCutOff(made.curve->point(i), curve.sensSpec[i]));
+    }
+
+    using Row = RowOf<std::vector<std::span<const double>>>;
+
+    /// Calls visit(row, positive) for the cases of the record, until it answers false.
     template <class Visit>
     void visitCases(const RunRecord& record, int test, Visit&& visit) const
     {
         const auto& columns = selection_.columns();
         bool goesOn = true;
         for (std::size_t i = 0; goesOn && i < columns[static_cast<std::size_t>(test)].size(); ++i) {
-            const RowOf<std::vector<std::span<const double>>> row{columns, i};
+            const Row row{columns, i};
             const RowPart part = rule_.of(row);
             const bool isCase = isUsable(part.fate) && !std::isnan(row[test])
                 && (record.getGroupVarInd() < 0 || isMember(record, row[rule_.group]));
-            goesOn = !isCase || visit(part.positive, row[test]);
+            goesOn = !isCase || visit(row, part.positive);
         }
     }
 
     /// The cases of the record, ordered anew.
-    [[nodiscard]] Summary summaryOf(const RunRecord& record, int test) const
+    [[nodiscard]] std::unique_ptr<const vexroc_summary> summaryOf(const RunRecord& record, int test) const
     {
-        Observations cases;
-        visitCases(record, test, [&](bool positive, double value) {
-            cases.add(positive, value);
-            return true;
-        });
-        return cases.visit([](const auto& columns) { return Summary(columns); });
+        auto summary = std::make_unique<vexroc_summary>();
+        if (request_.hasProbabilities()) {
+            std::vector<WeightedCase> cases;
+            visitCases(record, test, [&](const Row& row, bool positive) {
+                cases.push_back({row[test], row[rule_.weight], positive});
+                return true;
+            });
+            summary->cases.add(cases);
+        } else {
+            Observations cases;
+            visitCases(record, test, [&](const Row& row, bool positive) {
+                cases.add(positive, row[test]);
+                return true;
+            });
+            summary->cases.add(cases.visit([](const auto& columns) { return Summary(columns); }));
+        }
+        return summary;
     }
 
     /// As far as they matter: 3 for more as well. Mostly known after a few cases.
@@ -237,10 +283,10 @@ private:
         constexpr int most = 3;
         std::array<double, most> known{};
         int count = 0;
-        visitCases(record, test, [&](bool /*positive*/, double value) {
+        visitCases(record, test, [&](const Row& row, bool /*positive*/) {
             const auto end = known.begin() + count;
-            if (std::find(known.begin(), end, value) == end) // exact
-                known[static_cast<std::size_t>(count++)] = value;
+            if (std::find(known.begin(), end, row[test]) == end) // exact
+                known[static_cast<std::size_t>(count++)] = row[test];
             return count < most;
         });
         return count;

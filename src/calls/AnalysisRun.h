@@ -7,13 +7,15 @@
 #include "calls/RunWatch.h"
 #include "calls/SummaryHandle.h"
 #include "inference/OperatingPoint.h"
-#include "inference/TestAndInterval.h"
+#include "inference/WeightedCurve.h"
 #include "vexrocproc/analysis.h"
 
+#include <cstddef>
 #include <deque>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace ROCALG_920::calls {
@@ -35,8 +37,19 @@ public:
         const RunRecord* curve; ///< of the component; its area may be told with another standard error
         vexroc_record told;
         GroupRows rows;
-        std::vector<OperatingPoint> bestCutOffs;
+        std::vector<vexroc_cut_off> bestCutOffs;
         std::unique_ptr<const vexroc_summary> summary; ///< where they are kept
+        std::optional<WeightedCurve> weighted;         ///< rates that stand in place of those of cases
+
+        [[nodiscard]] const std::vector<std::pair<double, double>>& sensSpec() const
+        {
+            return weighted ? weighted->sensSpec : curve->getSensitivitySpecificity();
+        }
+        [[nodiscard]] const std::vector<std::pair<double, double>>& precisionRecall() const
+        {
+            return weighted ? weighted->precisionRecall : curve->getPrecisionRecallDraw();
+        }
+        [[nodiscard]] bool isInterpolated(std::size_t i) const { return !weighted && curve->isInterpolated(i); }
     };
 
     AnalysisRun(const AnalysisRequest& request, const RunCallbacks& callbacks);

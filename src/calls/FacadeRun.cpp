@@ -62,7 +62,7 @@ ROCSetting FacadeRun::setting(const AnalysisRequest& request)
         tests.push_back(known->second);
     }
     setting.setTestVars(tests);
-    if (request.weight() != AnalysisRequest::none)
+    if (request.weight() != AnalysisRequest::none && !request.hasProbabilities()) // these are no numbers of cases
         setting.setFrequencyWeightVar(use(request.weight()));
     if (plan_.grouped && request.group() != AnalysisRequest::none)
         request.setGroup(setting, use(request.group()));

@@ -1,10 +1,12 @@
 #include "calls/RecordArea.h"
 
+#include "calls/SummaryHandle.h"
 #include "calls/guard.h"
 #include "calls/pieces.h"
 #include "calls/toldResults.h"
 #include "inference/PlacementSums.h"
 #include "inference/TestAndInterval.h"
+#include "inference/WeightedArea.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -19,17 +21,17 @@ using namespace ROCConst_920;
 
 namespace {
 
-/// In the words of vexroc_area_result: an interval that is none of the handle's own.
-AreaRule ruleOf(IntervalKind interval)
+/// In the words of vexroc_area_result; wald takes the error that the record tells.
+AreaRule ruleOf(IntervalKind interval, bool isWeighted)
 {
     switch (interval) {
     case IntervalKind::newcombe: return AreaRule::newcombe;
     case IntervalKind::logit: return AreaRule::logit;
     case IntervalKind::bootstrap: return AreaRule::bootstrap;
     case IntervalKind::bca: return AreaRule::bca;
+    case IntervalKind::waldDelong: return isWeighted ? AreaRule::waldDeLong : AreaRule::wald;
     case IntervalKind::record:
-    case IntervalKind::wald:
-    case IntervalKind::waldDelong: return AreaRule::wald; // by the error that the record tells
+    case IntervalKind::wald: return AreaRule::wald;
     case IntervalKind::recommended:
     case IntervalKind::score: break;
     }
@@ -65,7 +67,7 @@ RecordArea::RecordArea(const AnalysisRequest& request, bool isOfPairedRun)
 
 bool RecordArea::takesLong() const noexcept
 {
-    return isBootstrap(ruleOf(request_.interval()))
+    return isBootstrap(ruleOf(request_.interval(), false))
         || (request_.pValue() == PKind::mannWhitney && request_.exact() == ExactRule::always);
 }
 
@@ -94,7 +96,7 @@ void RecordArea::settleError(const std::optional<OrderedTriples>& triples, vexro
 AreaQuestion RecordArea::question() const
 {
     AreaQuestion question;
-    question.interval = ruleOf(request_.interval());
+    question.interval = ruleOf(request_.interval(), request_.hasProbabilities());
     question.p = request_.pValue() == PKind::mannWhitney ? PRule::mannWhitney : PRule::wald;
     question.exact = request_.exact();
     question.alternative = request_.alternative();
@@ -109,30 +111,46 @@ std::optional<AreaInference> RecordArea::answer(const AreaFacts& facts, const Ar
 {
     const bool tells = takesLong() && !isBootstrap(asked.interval); // draws have told all of the part
     return areaInference(facts, asked,
-                         {.sample = cases,
-                          .replicates = [&] { return replicatesOf(cases(), request_, watch); },
+                         {.sample = [&]() -> const Summary& { return cases().counts; },
+                          .replicates = [&] { return replicatesOf(cases().counts, request_, watch); },
                           .goOn = [&](double share) { return tells ? watch.goOn(share) : !watch.cancelRequested(); }});
+}
+
+/// Area and error that weights make.
+void RecordArea::weigh(const AreaFacts& facts, vexroc_record& record) const
+{
+    setArea(testArea(facts.area, stdErrorOfVariance(facts.variance()), zCritical_), record);
 }
 
 bool RecordArea::settle(const std::optional<OrderedTriples>& triples, const Cases& cases, RunWatch& watch,
                         vexroc_record& record) const
 {
+    std::optional<Directed> directed;
+    const Cases inDirection = [&]() -> const WeightedSummary& {
+        if (!directed)
+            directed.emplace(cases(), record.smaller_is_positive == 0);
+        return directed->sample();
+    };
     settleError(triples, record);
-    const AreaFacts facts = factsOf(triples, record);
+    if (request_.hasProbabilities())
+        record.interval = record.error = "weighted";
+    const bool isWeighted = request_.hasProbabilities() && triples.has_value();
+    const AreaFacts facts = isWeighted ? weightedAreaFacts(inDirection()) : factsOf(triples, record);
+    if (isWeighted)
+        weigh(facts, record);
     const AreaQuestion asked = question();
     if (const std::string reason = refusal(facts, asked); !reason.empty())
         throw InvalidArgument(request_.nameOf(record.test) + ": " + reason);
-    std::optional<Summary> directed;
-    const Cases inDirection = [&]() -> const Summary& {
-        if (!directed)
-            directed = record.smaller_is_positive != 0 ? cases().negated() : cases();
-        return *directed;
-    };
     const std::optional<AreaInference> found = answer(facts, asked, inDirection, watch);
     if (!found)
         return false;
     if (asked.interval != AreaRule::wald)
         tellLimits(*found, record);
+    if (isWeighted && record.std_error == 0) { // no limits at all, by whichever rule
+        record.interval_rule = wordOf(asked.interval);
+        record.edge = 0;
+        dropWithoutError(record);
+    }
     tellTest(*found, asked.alternative, record);
     if (request_.pValue() == PKind::record)
         setPOfRecord(asked.alternative, record);

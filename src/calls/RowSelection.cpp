@@ -1,6 +1,7 @@
 #include "calls/RowSelection.h"
 
 #include "calls/guard.h"
+#include "numeric/ExactSum.h"
 
 #include <cmath>
 #include <limits>
@@ -48,19 +49,31 @@ public:
         placeOf(part, rows) += times;
         countWeight(row, part);
         if (part.fate == RowFate::used)
-            (part.positive ? rows.weighted_positive : rows.weighted_negative) +=
-                part.cases * static_cast<double>(times);
+            addWeight(row, part, times);
         if (isUsable(part.fate))
             countGaps(row, part, times);
         if (times > 0 && part.fate > RowFate::otherState && !part.positive)
             noteState(row[rule_.state]);
     }
-    [[nodiscard]] RowTally counts() && { return std::move(counts_); }
+    [[nodiscard]] RowTally counts() &&
+    {
+        counts_.rows.weighted_positive += positiveWeight_.value();
+        counts_.rows.weighted_negative += negativeWeight_.value();
+        return std::move(counts_);
+    }
 
 private:
+    void addWeight(const Row& row, const RowPart& part, std::int64_t times)
+    {
+        if (rule_.weightIsProbability)
+            (part.positive ? positiveWeight_ : negativeWeight_).add(row[rule_.weight]);
+        else
+            (part.positive ? counts_.rows.weighted_positive : counts_.rows.weighted_negative) +=
+                part.cases * static_cast<double>(times);
+    }
     void countWeight(const Row& row, const RowPart& part)
     {
-        if (rule_.weight < 0 || !hasParts(part.fate))
+        if (rule_.weight < 0 || rule_.weightIsProbability || !hasParts(part.fate))
             return;
         const bool rounded = !isWhole(row[rule_.weight]);
         counts_.rows.rounded_weights += rounded ? 1 : 0;
@@ -88,29 +101,37 @@ private:
 
     const RowRule& rule_;
     RowTally counts_;
+    ExactSum positiveWeight_; ///< of probabilities; whole cases need no care
+    ExactSum negativeWeight_;
     double negativeState_ = std::numeric_limits<double>::quiet_NaN(); ///< the last; NaN before
 };
 
-/// Adds up counts and refuses those that are none.
-class CountCheck {
+/// Refuses counts and weights that are none.
+class WeighingCheck {
 public:
-    explicit CountCheck(std::string_view column) : column_(column) {}
+    explicit WeighingCheck(std::string_view column) : column_(column) {}
 
-    void take(std::size_t row, double count)
+    void takeWeight(std::size_t row, double weight) const
+    {
+        if (weight < 0 || std::isinf(weight))
+            throw fault("weight", row, " holds " + shortest(weight) + "; a weight is a number from 0");
+    }
+    void takeCount(std::size_t row, double count)
     {
         if (std::isnan(count))
             return;
         if (count < 0 || count != std::floor(count))
-            throw fault(row, " holds " + shortest(count) + "; a count is a whole number from 0");
+            throw fault("count", row, " holds " + shortest(count) + "; a count is a whole number from 0");
         constexpr double most = std::numeric_limits<int>::max();
         if ((total_ += count) > most)
-            throw fault(row, " brings the cases to more than 2147483647, the most that there may be");
+            throw fault("count", row, " brings the cases to more than 2147483647, the most that there may be");
     }
 
 private:
-    [[nodiscard]] InvalidArgument fault(std::size_t row, const std::string& what) const
+    [[nodiscard]] InvalidArgument fault(const char* part, std::size_t row, const std::string& what) const
     {
-        return InvalidArgument("count: row " + std::to_string(row + 1) + " of column " + quoted(column_) + what);
+        return InvalidArgument(std::string(part) + ": row " + std::to_string(row + 1) + " of column " + quoted(column_)
+                               + what);
     }
 
     std::string_view column_;
@@ -119,23 +140,28 @@ private:
 
 } // namespace
 
-RowSelection::RowSelection(Columns columns, const RowRule& rule, std::string_view countName)
+RowSelection::RowSelection(Columns columns, const RowRule& rule, std::string_view weighingName)
     : columns_(std::move(columns))
 {
     std::vector<std::int32_t> times(columns_.front().size()); // how often each row is kept
-    CountCheck check(countName);
+    WeighingCheck check(weighingName);
     RowCounter counter(rule);
+    bool keepsAll = true;
     for (std::size_t i = 0; i < times.size(); ++i) {
         const Row row{columns_, i};
         if (rule.count >= 0)
-            check.take(i, row[rule.count]);
+            check.takeCount(i, row[rule.count]);
+        if (rule.weightIsProbability)
+            check.takeWeight(i, row[rule.weight]);
         const RowPart part = rule.of(row);
         const std::int64_t repeats = rule.repeats(row);
         counter.take(row, part, repeats);
-        times[i] = hasParts(part.fate) ? static_cast<std::int32_t>(repeats) : 0;
+        const bool isKept = hasParts(part.fate) && !(rule.weightIsProbability && part.cases == 0);
+        times[i] = isKept ? static_cast<std::int32_t>(repeats) : 0;
+        keepsAll = keepsAll && times[i] == 1;
     }
     counts_ = std::move(counter).counts();
-    if (counts_.withoutParts() > 0 || rule.count >= 0)
+    if (!keepsAll)
         copyRows(times);
 }
 

@@ -65,8 +65,9 @@ template <class IsMember>
 /// the analysis is given. Copies the columns only when rows are left out or repeated.
 class RowSelection {
 public:
-    /// The columns must outlive the object. Throws where a count is none.
-    RowSelection(std::vector<std::span<const double>> columns, const RowRule& rule, std::string_view countName);
+    /// The columns must outlive the object. Throws where a count is none, or a weight no inverse probability, with
+    /// the name of their column.
+    RowSelection(std::vector<std::span<const double>> columns, const RowRule& rule, std::string_view weighingName);
     RowSelection(const RowSelection&) = delete;
     RowSelection& operator=(const RowSelection&) = delete;
 

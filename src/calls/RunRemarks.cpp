@@ -83,6 +83,13 @@ std::string fourDigits(double value)
     return text;
 }
 
+/// Share of the positive cases, or of their weights where these are probabilities.
+double prevalenceOf(const vexroc_record& record, bool isWeighted)
+{
+    const double positive = isWeighted ? record.weighted_positive : record.positive;
+    return positive / (positive + (isWeighted ? record.weighted_negative : record.negative));
+}
+
 std::string ofRows(long long count) { return std::to_string(count) + (count == 1 ? " row" : " rows"); }
 
 } // namespace
@@ -99,7 +106,7 @@ RunRemarks::RunRemarks(const AnalysisRequest& request, const RowTally& rows)
 
 void RunRemarks::addWeights(const AnalysisRequest& request, const vexroc_rows& rows)
 {
-    if (request.weight() == AnalysisRequest::none)
+    if (request.weight() == AnalysisRequest::none || request.hasProbabilities())
         return;
     if (request.weightKind() == WeightKind::unsaid)
         addColumn("weight-counts-only", request.nameOf(request.weight()));
@@ -113,10 +120,14 @@ void RunRemarks::addLeftOut(const AnalysisRequest& request, const RowTally& tall
 {
     const vexroc_rows& rows = tally.rows;
     const std::pair<const char*, long long> reasons[] = {
-        {"missing count", rows.missing_count},     {"missing state", rows.missing_state},
-        {"another state", rows.other_state},       {"missing group", rows.missing_group},
-        {"missing weight", rows.missing_weight},   {"in neither group", rows.other_group},
-        {"unusable weight", rows.unusable_weight}, {"missing test", rows.incomplete}};
+        {"missing count", rows.missing_count},
+        {"missing state", rows.missing_state},
+        {"another state", rows.other_state},
+        {"missing group", rows.missing_group},
+        {"missing weight", rows.missing_weight},
+        {"in neither group", rows.other_group},
+        {request.hasProbabilities() ? "weight 0" : "unusable weight", rows.unusable_weight},
+        {"missing test", rows.incomplete}};
     long long leftOut = 0;
     std::string detail;
     for (const auto& [reason, count] : reasons) {
@@ -155,8 +166,7 @@ void RunRemarks::addRecord(const AnalysisRequest& request, const vexroc_record& 
     if (request.options().needROC() && record.positive + record.negative < leastCurveCases)
         add("no-curve", subject);
     if (request.options().needPR())
-        add("sample-prevalence", subject,
-            fourDigits(static_cast<double>(record.positive) / (double(record.positive) + double(record.negative))));
+        add("sample-prevalence", subject, fourDigits(prevalenceOf(record, request.hasProbabilities())));
 }
 
 void RunRemarks::addComparison(const AnalysisRequest& request, const std::vector<vexroc_record>& records,

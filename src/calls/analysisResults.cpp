@@ -29,22 +29,9 @@ int numberOf(const vexroc_analysis* analysis, Number number) noexcept
     return hasRun ? static_cast<int>(number(*analysis->run)) : 0;
 }
 
-const RunRecord& recordOf(const vexroc_analysis* analysis, int index)
+const AnalysisRun::Record& recordOf(const vexroc_analysis* analysis, int index)
 {
-    return *at(lastRun(analysis).records(), index, "record").curve;
-}
-
-vexroc_cut_off toC(const OperatingPoint& point)
-{
-    vexroc_cut_off out{};
-    out.cut_off = point.cutOff;
-    out.sensitivity = sensitivity(point.counts);
-    out.specificity = specificity(point.counts);
-    out.true_positive = point.counts.truePositives;
-    out.false_positive = point.counts.falsePositives;
-    out.true_negative = point.counts.trueNegatives;
-    out.false_negative = point.counts.falseNegatives;
-    return out;
+    return at(lastRun(analysis).records(), index, "record");
 }
 
 } // namespace
@@ -118,13 +105,13 @@ int vexroc_analysis_warning(const vexroc_analysis* analysis, int index, vexroc_w
 
 int vexroc_analysis_record(const vexroc_analysis* analysis, int index, vexroc_record* record)
 {
-    return guarded([&] { return deliver(at(lastRun(analysis).records(), index, "record").told, record); });
+    return guarded([&] { return deliver(recordOf(analysis, index).told, record); });
 }
 
 int vexroc_analysis_record_rows(const vexroc_analysis* analysis, int record, long long* read, long long* usable)
 {
     return guarded([&] {
-        const GroupRows& rows = at(lastRun(analysis).records(), record, "record").rows;
+        const GroupRows& rows = recordOf(analysis, record).rows;
         put(read, 0, rows.read);
         put(usable, 0, rows.usable);
         return VEXROC_OK;
@@ -134,7 +121,7 @@ int vexroc_analysis_record_rows(const vexroc_analysis* analysis, int record, lon
 int vexroc_analysis_summary(const vexroc_analysis* analysis, int record, const vexroc_summary** summary)
 {
     return guarded([&] {
-        const auto& kept = at(lastRun(analysis).records(), record, "record").summary;
+        const auto& kept = recordOf(analysis, record).summary;
         if (kept == nullptr)
             throw InvalidArgument("there are no summaries: set the number \"summaries\" to 1 before the run");
         required(summary, "the place for the summary") = kept.get();
@@ -151,10 +138,10 @@ int vexroc_analysis_curve(const vexroc_analysis* analysis, int record, double* c
                           double* specificity)
 {
     return guarded([&] {
-        const RunRecord& found = recordOf(analysis, record);
-        const auto& points = found.getSensitivitySpecificity();
+        const AnalysisRun::Record& found = recordOf(analysis, record);
+        const auto& points = found.sensSpec();
         for (std::size_t i = 0; i < points.size(); ++i) {
-            put(cut_offs, i, found.getCutOffPoints()[i]);
+            put(cut_offs, i, found.curve->getCutOffPoints()[i]);
             put(sensitivity, i, points[i].first);
             put(specificity, i, points[i].second);
         }
@@ -166,9 +153,9 @@ int vexroc_analysis_curve_counts(const vexroc_analysis* analysis, int record, lo
                                  long long* false_positive)
 {
     return guarded([&] {
-        const RunRecord& found = recordOf(analysis, record);
-        for (std::size_t i = 0; i < found.getSensitivitySpecificity().size(); ++i) {
-            const CutOffCounts counts = found.point(i).counts;
+        const AnalysisRun::Record& found = recordOf(analysis, record);
+        for (std::size_t i = 0; i < found.sensSpec().size(); ++i) {
+            const CutOffCounts counts = found.curve->point(i).counts;
             put(true_positive, i, counts.truePositives);
             put(false_positive, i, counts.falsePositives);
         }
@@ -186,18 +173,15 @@ int vexroc_analysis_best_cut_off_count(const vexroc_analysis* analysis, int reco
 
 int vexroc_analysis_best_cut_off(const vexroc_analysis* analysis, int record, int index, vexroc_cut_off* cut_off)
 {
-    return guarded([&] {
-        const std::vector<OperatingPoint>& best = at(lastRun(analysis).records(), record, "record").bestCutOffs;
-        return deliver(toC(at(best, index, "best cut-off")), cut_off);
-    });
+    return guarded([&] { return deliver(at(recordOf(analysis, record).bestCutOffs, index, "best cut-off"), cut_off); });
 }
 
 int vexroc_analysis_precision_recall(const vexroc_analysis* analysis, int record, double* precision, double* recall,
                                      unsigned char* interpolated)
 {
     return guarded([&] {
-        const RunRecord& found = recordOf(analysis, record);
-        const auto& points = found.getPrecisionRecallDraw();
+        const AnalysisRun::Record& found = recordOf(analysis, record);
+        const auto& points = found.precisionRecall();
         for (std::size_t i = 0; i < points.size(); ++i) {
             put(precision, i, points[i].first);
             put(recall, i, points[i].second);
@@ -210,10 +194,10 @@ int vexroc_analysis_precision_recall(const vexroc_analysis* analysis, int record
 int vexroc_analysis_precision_recall_rows(const vexroc_analysis* analysis, int record, int* curve_rows)
 {
     return guarded([&] {
-        const RunRecord& found = recordOf(analysis, record);
-        const bool hasCurve = !found.getSensitivitySpecificity().empty();
+        const AnalysisRun::Record& found = recordOf(analysis, record);
+        const bool hasCurve = !found.sensSpec().empty();
         int measured = 0; // points so far, one per row of the curve
-        for (std::size_t i = 0; i < found.getPrecisionRecallDraw().size(); ++i)
+        for (std::size_t i = 0; i < found.precisionRecall().size(); ++i)
             put(curve_rows, i, hasCurve && !found.isInterpolated(i) ? measured++ : -1);
         return VEXROC_OK;
     });

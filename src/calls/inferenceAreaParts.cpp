@@ -146,35 +146,45 @@ vexroc_partial_result told(const PartialQuestion& question, const PartialArea& a
 }
 
 struct PrecisionRecallQuestion {
-    const Summary& sample; ///< in the direction asked for
+    const WeightedSummary& cases; ///< in the direction asked for
     const InferenceOptions& options;
     PrecisionRecallRule rule;
 
+    [[nodiscard]] const Summary& sample() const noexcept { return cases.counts; }
+    [[nodiscard]] double area() const
+    {
+        return cases.isWeighted() ? precisionRecallArea(cases, rule, options.prevalence) : areaOf(sample().values());
+    }
     [[nodiscard]] double areaOf(std::span<const DistinctValue> values) const
     {
-        return precisionRecallArea(values, sample.counts(), rule, options.prevalence);
+        return precisionRecallArea(values, sample().counts(), rule, options.prevalence);
     }
     [[nodiscard]] double acceleration() const
     {
         const CaseInfluence influence =
-            precisionRecallInfluence(sample.values(), sample.counts(), rule, options.prevalence);
-        return accelerationOf(sample.values(), influence.ofPositive, influence.ofNegative);
+            precisionRecallInfluence(sample().values(), sample().counts(), rule, options.prevalence);
+        return accelerationOf(sample().values(), influence.ofPositive, influence.ofNegative);
     }
     /// Nothing when cancelled.
     [[nodiscard]] std::optional<NamedLimits> limits(double area) const
     {
         const int word = positionOf(options.interval, precisionRecallWords, "interval");
         NamedLimits named(precisionRecallWords, word);
-        if (isBootstrap(word)) {
+        if (cases.isWeighted()) {
+            if (isBootstrap(word))
+                throw InvalidArgument(
+                    "interval: a bootstrap of cases with probability weights is not defined; \"logit\" "
+                    "leaves the limits missing");
+        } else if (isBootstrap(word)) {
             const auto interval =
-                bootstrapInterval(sample, options, word,
+                bootstrapInterval(sample(), options, word,
                                   {[this](std::span<const DistinctValue> values) { return areaOf(values); },
                                    [this] { return acceleration(); }});
             if (!interval)
                 return std::nullopt;
             named.take(*interval, precisionRecallWords);
         } else if (!options.prevalence) {
-            named.limits = precisionRecallLimits(area, sample.counts().positives, PrecisionRecallInterval(word),
+            named.limits = precisionRecallLimits(area, sample().counts().positives, PrecisionRecallInterval(word),
                                                  options.zCritical);
             named.edge = (area == 0.0 || area >= 1.0) && !std::isnan(options.zCritical); // exact
         }
@@ -184,9 +194,10 @@ struct PrecisionRecallQuestion {
 
 vexroc_pr_result told(const PrecisionRecallQuestion& question, double area, const NamedLimits& named)
 {
-    const StateCounts& cases = question.sample.counts();
+    const StateCounts& cases = question.sample().counts();
     const std::optional<double>& stated = question.options.prevalence;
-    const double prevalence = stated ? *stated : share(cases.positives, cases.cases());
+    const double prevalence = stated ? *stated : cases.cases() > 0 ? question.cases.shareOfPositives() : missing;
+    const bool hasLowest = !stated && !question.cases.isWeighted();
     return {.struct_size = 0,
             .area = area,
             .lower = named.limits.lower,
@@ -195,7 +206,7 @@ vexroc_pr_result told(const PrecisionRecallQuestion& question, double area, cons
             .rule = ruleWords[static_cast<std::size_t>(question.rule)].data(),
             .prevalence = prevalence,
             .chance = prevalence,
-            .lowest = stated ? missing : lowestPrecisionRecallArea(cases, question.rule),
+            .lowest = hasLowest ? lowestPrecisionRecallArea(cases, question.rule) : missing,
             .positive = cases.positives,
             .negative = cases.negatives,
             .edge = named.edge,
@@ -231,12 +242,11 @@ int vexroc_pr_area(const vexroc_summary* summary, const vexroc_inference_options
 {
     return guarded([&]() -> int {
         const DefaultArithmetic arithmetic;
-        requireUnweighted(summary, "a precision-recall area");
         const InferenceOptions checked = inferenceOptions(options);
         const auto ruleAsked = PrecisionRecallRule(positionOf(rule, ruleWords, "rule"));
-        const Directed directed(summary->sample(), checked.largerIsPositive);
-        const PrecisionRecallQuestion question{directed.counts(), checked, ruleAsked};
-        const double area = question.areaOf(directed.counts().values());
+        const Directed directed(required(summary, "summary").sample(), checked.largerIsPositive);
+        const PrecisionRecallQuestion question{directed.sample(), checked, ruleAsked};
+        const double area = question.area();
         const std::optional<NamedLimits> limits = question.limits(area);
         return limits ? deliver(told(question, area, *limits), result) : cancelled();
     });

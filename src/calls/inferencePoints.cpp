@@ -11,10 +11,10 @@
 #include "vexrocproc/inference.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstddef>
 #include <cstring>
+#include <optional>
 #include <span>
 
 using namespace ROCALG_920;
@@ -48,47 +48,54 @@ constexpr Column columnsOfEstimates[] = {
 /// Writes rows to the caller's lists, some at a time: column by column, while their counts are near.
 class RowWriter {
 public:
-    RowWriter(const vexroc_operating_columns& columns, const InferenceOptions& options)
-        : columns_(columns), options_{options.proportion, options.level, options.zCritical, options.prevalence}
+    RowWriter(const vexroc_operating_columns& columns, const InferenceOptions& options, const WeightedSummary& sample)
+        : columns_(columns), options_{options.proportion, options.level,
+                                      sample.isWeighted() ? missing : options.zCritical, options.prevalence}
     {
+        if (!sample.equalWeights)
+            weights_.emplace(sample, options.largerIsPositive);
     }
 
-    void add(double cutOff, const CutOffCounts& counts)
+    /// place: distinct values left of the cut-off
+    void add(double cutOff, const CutOffCounts& counts, std::size_t place)
     {
-        if (pending_ == counts_.size())
+        if (rows_.counts().size() == OperatingRows::most)
             flush();
-        put(columns_.cut_off, written_ + pending_, cutOff);
-        counts_[pending_++] = counts;
+        put(columns_.cut_off, written_ + rows_.counts().size(), cutOff);
+        if (weights_)
+            rows_.add(counts, weights_->at(place));
+        else
+            rows_.add(counts);
     }
     /// After the last row.
     void flush()
     {
-        const std::span<const CutOffCounts> counts(counts_.data(), pending_);
-        putCounts(columns_.true_positive, counts, &CutOffCounts::truePositives);
-        putCounts(columns_.false_positive, counts, &CutOffCounts::falsePositives);
-        putCounts(columns_.true_negative, counts, &CutOffCounts::trueNegatives);
-        putCounts(columns_.false_negative, counts, &CutOffCounts::falseNegatives);
+        putCounts(columns_.true_positive, &CutOffCounts::truePositives);
+        putCounts(columns_.false_positive, &CutOffCounts::falsePositives);
+        putCounts(columns_.true_negative, &CutOffCounts::trueNegatives);
+        putCounts(columns_.false_negative, &CutOffCounts::falseNegatives);
         for (const Column& column : columnsOfEstimates) {
             const auto& lists = columns_.*column.lists;
-            fillEstimates(column.statistic, counts, options_, {here(lists[0]), here(lists[1]), here(lists[2])});
+            rows_.fill(column.statistic, options_, {here(lists[0]), here(lists[1]), here(lists[2])});
         }
-        written_ += pending_;
-        pending_ = 0;
+        written_ += rows_.counts().size();
+        rows_.clear();
     }
 
 private:
     [[nodiscard]] double* here(double* list) const { return list == nullptr ? nullptr : list + written_; }
-    void putCounts(long long* list, std::span<const CutOffCounts> counts, std::int64_t CutOffCounts::*cell) const
+    void putCounts(long long* list, std::int64_t CutOffCounts::*cell) const
     {
-        if (list != nullptr)
-            for (std::size_t i = 0; i < counts.size(); ++i)
-                list[written_ + i] = counts[i].*cell;
+        if (list == nullptr)
+            return;
+        for (std::size_t i = 0; i < rows_.counts().size(); ++i)
+            list[written_ + i] = rows_.counts()[i].*cell;
     }
 
     const vexroc_operating_columns& columns_;
     OperatingOptions options_;
-    std::array<CutOffCounts, 512> counts_;
-    std::size_t pending_ = 0;
+    std::optional<WeightsBySide> weights_; ///< where they make a difference
+    OperatingRows rows_;
     std::size_t written_ = 0;
 };
 
@@ -186,18 +193,20 @@ int vexroc_operating_points(const vexroc_summary* summary, const vexroc_inferenc
 {
     return guarded([&] {
         const DefaultArithmetic arithmetic;
-        const Summary& sample = unweighted(summary, "an operating point");
+        const WeightedSummary& weighted = required(summary, "summary").sample();
+        const Summary& sample = weighted.counts;
         const InferenceOptions checked = inferenceOptions(options);
         const vexroc_operating_columns lists = listsOf(columns);
         requireBothStates(sample);
         const CutOffLookup lookup(sample, checked.curve());
         requireRows(at, first, count, lookup);
-        RowWriter rows(lists, checked);
+        RowWriter rows(lists, checked, weighted);
         if (at == nullptr)
-            lookup.forEach(static_cast<std::size_t>(first), static_cast<std::size_t>(count),
-                           [&](double cutOff, const CutOffCounts& counts) { rows.add(cutOff, counts); });
+            lookup.forEach(
+                static_cast<std::size_t>(first), static_cast<std::size_t>(count),
+                [&](double cutOff, const CutOffCounts& counts, std::size_t place) { rows.add(cutOff, counts, place); });
         for (long long i = 0; at != nullptr && i < count; ++i)
-            rows.add(at[i], lookup.at(at[i]));
+            rows.add(at[i], lookup.at(at[i]), lookup.placeOf(at[i]));
         rows.flush();
         return VEXROC_OK;
     });

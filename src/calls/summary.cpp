@@ -146,17 +146,6 @@ std::vector<DistinctValue> countedValues(std::span<const double> values, const l
     return counted;
 }
 
-/// Sum of the weights of a state; its number of cases without.
-double weightedCount(const WeightedSummary& sample, WeightSums ValueWeights::*state, std::int64_t cases)
-{
-    if (!sample.isWeighted())
-        return static_cast<double>(cases);
-    ExactSum sum;
-    for (const ValueWeights& x : sample.weights)
-        sum.add((x.*state).sum);
-    return std::ldexp(sum.value(), sample.exponent);
-}
-
 } // namespace
 } // namespace ROCALG_920::calls
 
@@ -222,6 +211,7 @@ int vexroc_summary_tell(const vexroc_summary* summary, vexroc_summary_facts* fac
         const WeightedSummary& sample = required(summary, "summary").sample();
         const std::span<const DistinctValue> values = sample.counts.values();
         const StateCounts& counts = sample.counts.counts();
+        const auto [positives, negatives] = sample.totals();
         constexpr double none = VexCommon_920::VexMV::Missing();
         return deliver({.struct_size = 0,
                         .values = static_cast<long long>(values.size()),
@@ -229,8 +219,8 @@ int vexroc_summary_tell(const vexroc_summary* summary, vexroc_summary_facts* fac
                         .negative = counts.negatives,
                         .left_out = summary->cases.leftOut(),
                         .kind = sample.isWeighted() ? VEXROC_PROBABILITY_WEIGHTS : VEXROC_NO_WEIGHTS,
-                        .weighted_positive = weightedCount(sample, &ValueWeights::positives, counts.positives),
-                        .weighted_negative = weightedCount(sample, &ValueWeights::negatives, counts.negatives),
+                        .weighted_positive = positives * sample.unit,
+                        .weighted_negative = negatives * sample.unit,
                         .lowest = values.empty() ? none : values.front().value,
                         .highest = values.empty() ? none : values.back().value},
                        facts);

@@ -4,14 +4,12 @@ namespace ROCALG_920::calls {
 
 using VexCommon_920::VexMV;
 
-namespace {
+const char* wordOf(AreaRule rule) noexcept { return areaRuleWords[static_cast<std::size_t>(rule)].data(); }
 
-const char* wordOf(Alternative alternative)
+const char* wordOf(Alternative alternative) noexcept
 {
-    return alternativeWords[static_cast<std::size_t>(alternative)].data(); // a literal
+    return alternativeWords[static_cast<std::size_t>(alternative)].data();
 }
-
-} // namespace
 
 vexroc_record toldRecord(const RunRecord& record)
 {
@@ -61,7 +59,7 @@ void tellLimits(const AreaInference& found, vexroc_record& record)
 {
     record.ci_lower = found.limits.lower;
     record.ci_upper = found.limits.upper;
-    record.interval_rule = areaRuleWords[static_cast<std::size_t>(found.interval)].data(); // a literal
+    record.interval_rule = wordOf(found.interval);
     record.edge = found.edge;
     record.percentile = found.percentile;
     record.held = found.held;
@@ -89,6 +87,24 @@ void setPOfRecord(Alternative alternative, vexroc_record& record)
     const PValue p = pOfNormal(record.z, alternative);
     record.p_value = p.p;
     record.log10_p = p.log10;
+}
+
+vexroc_cut_off toldCutOff(const OperatingPoint& point)
+{
+    return toldCutOff(point, {sensitivity(point.counts), specificity(point.counts)});
+}
+
+vexroc_cut_off toldCutOff(const OperatingPoint& point, const std::pair<double, double>& sensSpec)
+{
+    vexroc_cut_off out{};
+    out.cut_off = point.cutOff;
+    out.sensitivity = sensSpec.first;
+    out.specificity = sensSpec.second;
+    out.true_positive = point.counts.truePositives;
+    out.false_positive = point.counts.falsePositives;
+    out.true_negative = point.counts.trueNegatives;
+    out.false_negative = point.counts.falseNegatives;
+    return out;
 }
 
 vexroc_comparison toldComparison(const ROCComparisonOutStats& found, Alternative alternative)

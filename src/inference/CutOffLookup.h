@@ -23,18 +23,27 @@ public:
     [[nodiscard]] std::size_t count() const noexcept { return values_.empty() ? 0 : values_.size() + 1; }
     /// The counts at any cut-off but NaN, infinite ones included.
     [[nodiscard]] CutOffCounts at(double cutOff) const { return side_.classify(sample_.before(placeOf(cutOff))); }
-    /// Calls visit(cut-off, CutOffCounts) for those of the curve from number `first` on: forEachCutOff in pieces.
+    /// How many distinct values are left of any cut-off but NaN.
+    [[nodiscard]] std::size_t placeOf(double cutOff) const noexcept
+    {
+        const auto end = std::partition_point(values_.begin(), values_.end(),
+                                              [&](const DistinctValue& x) { return side_.isLeft(x.value, cutOff); });
+        return static_cast<std::size_t>(end - values_.begin());
+    }
+    /// Calls visit(cut-off, CutOffCounts, place of the cut-off) for those of the curve from number `first` on:
+    /// forEachCutOff in pieces.
     template <class Visit>
     void forEach(std::size_t first, std::size_t count, Visit&& visit) const
     {
         std::size_t place = first > 0 && count > 0 ? leftAfter(first - 1) : 0;
         StateCounts left = sample_.before(place);
-        for (std::size_t number = first; number < first + count; ++number) {
-            const double at = cutOff(number);
-            for (; place < values_.size() && side_.isLeft(values_[place].value, at); ++place)
+        const auto visitAt = [&](double cutOff) {
+            for (; place < values_.size() && side_.isLeft(values_[place].value, cutOff); ++place)
                 left.add(values_[place]);
-            visit(at, side_.classify(left));
-        }
+            visit(cutOff, side_.classify(left), place);
+        };
+        for (std::size_t number = first; number < first + count; ++number)
+            visitAt(cutOff(number));
     }
 
 private:
@@ -48,13 +57,6 @@ private:
     [[nodiscard]] std::size_t leftAfter(std::size_t number) const noexcept
     {
         return std::max(placeOf(ends_.first), placeOf(cutOff(number)));
-    }
-    /// How many distinct values are left of it.
-    [[nodiscard]] std::size_t placeOf(double cutOff) const noexcept
-    {
-        const auto end = std::partition_point(values_.begin(), values_.end(),
-                                              [&](const DistinctValue& x) { return side_.isLeft(x.value, cutOff); });
-        return static_cast<std::size_t>(end - values_.begin());
     }
 
     const Summary& sample_;

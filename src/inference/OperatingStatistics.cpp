@@ -38,13 +38,12 @@ struct Cells {
     [[nodiscard]] Cells exchanged() const { return {tn, fn, tp, fp}; }
 };
 
-/// 0/0 is missing, c/0 infinite.
+/// 0/0 is missing, c/0 infinite. Without a branch, for lists.
 template <class Number>
 double ratio(Number numerator, Number denominator)
 {
-    if (denominator == 0) // exact
-        return numerator == 0 ? missing : infinity;
-    return static_cast<double>(numerator) / static_cast<double>(denominator);
+    const double quotient = static_cast<double>(numerator) / static_cast<double>(denominator);
+    return std::isnan(quotient) ? missing : quotient;
 }
 
 // One class a statistic: value(cells) and, where the value is not missing, limits(cells, value). Both states occur.
@@ -80,15 +79,7 @@ struct Share {
 template <class CountOf>
 Share(const OperatingOptions&, CountOf) -> Share<CountOf>;
 
-auto sensitivityOf(const OperatingOptions& options)
-{
-    return Share{options, [](const auto& x) { return Count{x.tp, x.positives()}; }};
-}
-auto falsePositiveRateOf(const OperatingOptions& options)
-{
-    return Share{options, [](const auto& x) { return Count{x.fp, x.negatives()}; }};
-}
-
+/// From Wilson's limits of both rates.
 struct Youden {
     const OperatingOptions& options;
 
@@ -100,10 +91,10 @@ struct Youden {
     template <class Number>
     [[nodiscard]] Limits limits(const Cells<Number>& x, double) const
     {
-        const auto sensitivity = sensitivityOf(options);
-        const auto falsePositiveRate = falsePositiveRateOf(options);
-        return youdenLimits(sensitivity.value(x), sensitivity.limits(x, 0.0), falsePositiveRate.value(x),
-                            falsePositiveRate.limits(x, 0.0));
+        const Cells<double> y = x.plus(0.0);
+        const auto wilson = [this](double count, double all) { return wilsonLimits(count, all, options.zCritical); };
+        return youdenLimits(y.tp / y.positives(), wilson(y.tp, y.positives()), y.fp / y.negatives(),
+                            wilson(y.fp, y.negatives()));
     }
 };
 
@@ -126,7 +117,7 @@ struct BalancedAccuracy {
 /// Limits at e^-half and e^half times the middle, widened to hold the value.
 Limits onLogScale(double value, double middle, double half)
 {
-    const auto factor = static_cast<double>(exponential(half));
+    const double factor = quickExponential(half);
     const double lower = value == 0.0 ? 0.0 : middle / factor; // exact
     const double upper = std::isinf(value) ? infinity : middle * factor;
     return {std::min(lower, value), std::max(upper, value)};
@@ -196,7 +187,7 @@ struct PredictiveValue {
         const double falseRate = y.fp / y.negatives();
         const double variance = y.fn / y.positives() / y.tp + y.tn / y.negatives() / y.fp;
         const double odds = sensitivity * q / (falseRate * (1.0 - q));
-        const auto factor = static_cast<double>(exponential(options.zCritical * std::sqrt(variance)));
+        const double factor = quickExponential(options.zCritical * std::sqrt(variance));
         const auto shareOfOdds = [](double o) { return 1.0 / (1.0 + 1.0 / o); };
         return {std::min(shareOfOdds(odds / factor), value), std::max(shareOfOdds(odds * factor), value)};
     }
@@ -224,11 +215,9 @@ struct Correlation {
     template <class Number>
     [[nodiscard]] double value(const Cells<Number>& x) const
     {
-        const Number called = x.calledPositive() * x.calledNegative();
-        if (called == 0) // exact
-            return missing;
-        return static_cast<double>(x.determinant())
-            / (std::sqrt(static_cast<double>(called)) * std::sqrt(static_cast<double>(x.positives() * x.negatives())));
+        const auto calls = static_cast<double>(x.calledPositive() * x.calledNegative());
+        const auto states = static_cast<double>(x.positives() * x.negatives());
+        return ratio(static_cast<double>(x.determinant()), std::sqrt(calls * states)); // no calls of a kind: 0/0
     }
     template <class Number>
     [[nodiscard]] Limits limits(const Cells<Number>&, double) const
@@ -254,19 +243,22 @@ struct Kappa {
     }
 
 private:
+    /// Spread of what kappa changes with a case of each cell, around its mean.
     static double stdError(const Cells<double>& x, double kappa)
     {
+        if (x.calledPositive() == 0.0 || x.calledNegative() == 0.0) // exact: kappa is 0, whatever the cases
+            return 0.0;
         const double n = x.positives() + x.negatives();
         const double positive = x.positives() / n; // states
         const double called = x.calledPositive() / n;
         const double expected = positive * called + (1.0 - positive) * (1.0 - called);
-        const auto square = [](double t) { return t * t; };
-        const double agreeing = x.tp / n * square(1.0 - (positive + called) * (1.0 - kappa))
-            + x.tn / n * square(1.0 - (2.0 - positive - called) * (1.0 - kappa));
-        const double differing = square(1.0 - kappa)
-            * (x.fp / n * square(1.0 - called + positive) + x.fn / n * square(called + 1.0 - positive));
-        const double rest = square(kappa - expected * (1.0 - kappa));
-        return std::sqrt(std::max(agreeing + differing - rest, 0.0) / n) / (1.0 - expected);
+        const double rest = 1.0 - kappa;
+        const double mean = kappa - expected * rest;
+        const auto square = [mean](double change) { return (change - mean) * (change - mean); };
+        const double sum = x.tp * square(1.0 - (positive + called) * rest)
+            + x.tn * square(1.0 - (2.0 - positive - called) * rest) + x.fp * square(-(1.0 - called + positive) * rest)
+            + x.fn * square(-(called + 1.0 - positive) * rest);
+        return std::sqrt(sum) / n / (1.0 - expected);
     }
 };
 
@@ -277,7 +269,8 @@ void withStatistic(OperatingStatistic statistic, const OperatingOptions& options
     const bool stated = options.prevalence.has_value();
     const double q = options.prevalence.value_or(0.0);
     switch (statistic) {
-    case OperatingStatistic::sensitivity: return use(sensitivityOf(options));
+    case OperatingStatistic::sensitivity:
+        return use(Share{options, [](const auto& x) { return Count{x.tp, x.positives()}; }});
     case OperatingStatistic::specificity:
         return use(Share{options, [](const auto& x) { return Count{x.tn, x.negatives()}; }});
     case OperatingStatistic::ppv:
@@ -303,19 +296,19 @@ void withStatistic(OperatingStatistic statistic, const OperatingOptions& options
     return use(Kappa{options});
 }
 
-template <class Number>
-Cells<Number> cellsOf(const CutOffCounts& c)
+/// cellsAt(i) are those of row i.
+template <class Statistic, class CellsAt>
+void fillValues(std::size_t rows, const Statistic& statistic, CellsAt cellsAt, double* values)
 {
-    return {static_cast<Number>(c.truePositives), static_cast<Number>(c.falsePositives),
-            static_cast<Number>(c.trueNegatives), static_cast<Number>(c.falseNegatives)};
+    for (std::size_t i = 0; i < rows; ++i)
+        values[i] = statistic.value(cellsAt(i));
 }
 
-template <class Number, class Statistic>
-void fillLimits(std::span<const CutOffCounts> counts, const Statistic& statistic, bool defined,
-                const EstimateLists& lists)
+template <class Statistic, class CellsAt>
+void fillLimits(std::size_t rows, const Statistic& statistic, CellsAt cellsAt, bool defined, const EstimateLists& lists)
 {
-    for (std::size_t i = 0; i < counts.size(); ++i) {
-        const Cells<Number> cells = cellsOf<Number>(counts[i]);
+    for (std::size_t i = 0; i < rows; ++i) {
+        const auto cells = cellsAt(i);
         const double value = statistic.value(cells);
         const Limits limits = defined && !std::isnan(value) ? statistic.limits(cells, value) : Limits{missing, missing};
         if (lists.lower != nullptr)
@@ -325,37 +318,52 @@ void fillLimits(std::span<const CutOffCounts> counts, const Statistic& statistic
     }
 }
 
-template <class Number>
-void fillWith(OperatingStatistic which, std::span<const CutOffCounts> counts, const OperatingOptions& options,
+template <class CellsAt>
+void fillWith(OperatingStatistic which, std::size_t rows, CellsAt cellsAt, const OperatingOptions& options,
               const EstimateLists& lists)
 {
+    if (lists.value == nullptr && lists.lower == nullptr && lists.upper == nullptr)
+        return;
     withStatistic(which, options, [&](const auto& statistic) {
         if (lists.value != nullptr)
-            for (std::size_t i = 0; i < counts.size(); ++i)
-                lists.value[i] = statistic.value(cellsOf<Number>(counts[i]));
+            fillValues(rows, statistic, cellsAt, lists.value);
         if (lists.lower != nullptr || lists.upper != nullptr)
-            fillLimits<Number>(counts, statistic, !std::isnan(options.zCritical), lists);
+            fillLimits(rows, statistic, cellsAt, !std::isnan(options.zCritical), lists);
     });
+}
+
+/// Whole numbers in doubles, whose products are exact.
+bool fitDoubles(const CutOffCounts& counts)
+{
+    constexpr std::int64_t most = std::int64_t{1} << 26; // sums of products stay within 2^53
+    return counts.positives() + counts.negatives() <= most;
 }
 
 } // namespace
 
-void fillEstimates(OperatingStatistic statistic, std::span<const CutOffCounts> counts, const OperatingOptions& options,
-                   const EstimateLists& lists)
+void OperatingRows::fill(OperatingStatistic statistic, const OperatingOptions& options,
+                         const EstimateLists& lists) const
 {
-    constexpr std::int64_t mostExact = std::int64_t{1} << 26; // sums of products stay within 2^53
-    if (counts.empty())
+    if (rows_ == 0)
         return;
-    if (counts.front().positives() + counts.front().negatives() <= mostExact)
-        fillWith<double>(statistic, counts, options, lists);
-    else
-        fillWith<Int128>(statistic, counts, options, lists);
+    if (byWeight_ || fitDoubles(counts_[0])) {
+        const auto at = [this](std::size_t i) { return Cells<double>{tp_[i], fp_[i], tn_[i], fn_[i]}; };
+        fillWith(statistic, rows_, at, options, lists);
+    } else {
+        const auto at = [this](std::size_t i) {
+            const CutOffCounts& c = counts_[i];
+            return Cells<Int128>{c.truePositives, c.falsePositives, c.trueNegatives, c.falseNegatives};
+        };
+        fillWith(statistic, rows_, at, options, lists);
+    }
 }
 
 double estimateOf(OperatingStatistic statistic, const CutOffCounts& counts, const OperatingOptions& options)
 {
     double value = missing;
-    fillEstimates(statistic, {&counts, 1}, options, {.value = &value});
+    OperatingRows row;
+    row.add(counts);
+    row.fill(statistic, options, {.value = &value});
     return value;
 }
 

@@ -80,29 +80,39 @@ double termOf(const Step& step, PrecisionRecallRule rule)
     return integralTerm(step);
 }
 
-double weightOfFalse(const StateCounts& cases, std::optional<double> prevalence)
+/// Of all the cases of either state, by number or by weight.
+double weightOfFalse(double positives, double negatives, std::optional<double> prevalence)
 {
-    if (!prevalence)
-        return 1.0;
-    return (1.0 - *prevalence) * static_cast<double>(cases.positives)
-        / (*prevalence * static_cast<double>(cases.negatives));
+    return prevalence ? (1.0 - *prevalence) * positives / (*prevalence * negatives) : 1.0;
 }
 
-/// Calls visit(place, Step) for every distinct value from the strictest cut-off on.
-template <class Visit>
-void forEachStep(std::span<const DistinctValue> values, double weight, Visit&& visit)
+double weightOfFalse(const StateCounts& cases, std::optional<double> prevalence)
 {
-    double truePositives = 0.0;
-    double falsePositives = 0.0;
+    return weightOfFalse(static_cast<double>(cases.positives), static_cast<double>(cases.negatives), prevalence);
+}
+
+StateWeights casesOf(const DistinctValue& x)
+{
+    return {static_cast<double>(x.positives), static_cast<double>(x.negatives)};
+}
+StateWeights casesOf(const ValueWeights& x) { return {x.positives.sum, x.negatives.sum}; }
+
+/// Calls visit(place, Step) for every distinct value from the strictest cut-off on. Total holds sums of cases.
+template <class Total, class Value, class Visit>
+void forEachStep(std::span<const Value> values, double weight, Visit&& visit)
+{
+    Total truePositives = 0.0;
+    Total falsePositives = 0.0;
     bool isFirst = true;
     for (std::size_t place = values.size(); place-- > 0;) {
-        const auto p = static_cast<double>(values[place].positives);
-        const auto n = static_cast<double>(values[place].negatives);
+        const auto [p, n] = casesOf(values[place]);
         if (p == 0.0 && n == 0.0) // a value that a replicate did not draw
             continue;
-        visit(place, Step{truePositives, falsePositives * weight, p, n * weight, isFirst});
-        truePositives += p;
-        falsePositives += n;
+        visit(place,
+              Step{static_cast<double>(truePositives), static_cast<double>(falsePositives) * weight, p, n * weight,
+                   isFirst});
+        truePositives = truePositives + p;
+        falsePositives = falsePositives + n;
         isFirst = false;
     }
 }
@@ -199,11 +209,26 @@ double precisionRecallArea(std::span<const DistinctValue> values, const StateCou
     if (!cases.bothStates())
         return missing;
     double sum = 0.0;
-    forEachStep(values, weightOfFalse(cases, prevalence), [&](std::size_t, const Step& step) {
+    forEachStep<double>(values, weightOfFalse(cases, prevalence), [&](std::size_t, const Step& step) {
         if (step.p > 0.0)
             sum += termOf(step, rule);
     });
     return sum / static_cast<double>(cases.positives);
+}
+
+double precisionRecallArea(const WeightedSummary& sample, PrecisionRecallRule rule, std::optional<double> prevalence)
+{
+    const StateCounts& cases = sample.counts.counts();
+    if (!cases.bothStates())
+        return missing;
+    const auto [positives, negatives] = sample.totals();
+    double sum = 0.0;
+    const double weight = weightOfFalse(positives, negatives, prevalence);
+    forEachStep<DoubleDouble>(std::span(sample.weights), weight, [&](std::size_t, const Step& step) {
+        if (step.p > 0.0)
+            sum += termOf(step, rule);
+    });
+    return sum / positives;
 }
 
 CaseInfluence precisionRecallInfluence(std::span<const DistinctValue> values, const StateCounts& cases,
@@ -211,7 +236,8 @@ CaseInfluence precisionRecallInfluence(std::span<const DistinctValue> values, co
 {
     const double weight = weightOfFalse(cases, prevalence);
     std::vector<Slopes> slopes(values.size());
-    forEachStep(values, weight, [&](std::size_t place, const Step& step) { slopes[place] = slopesOf(step, rule); });
+    forEachStep<double>(values, weight,
+                        [&](std::size_t place, const Step& step) { slopes[place] = slopesOf(step, rule); });
     CaseInfluence influence;
     const double ofNegatives = weight * static_cast<double>(cases.negatives) / static_cast<double>(cases.positives);
     double laterByT = 0.0;

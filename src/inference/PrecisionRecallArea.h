@@ -2,6 +2,7 @@
 
 #include "inference/Proportion.h"
 #include "summary/ValueWalk.h"
+#include "summary/WeightedSummary.h"
 
 #include <cstdint>
 #include <optional>
@@ -23,6 +24,10 @@ enum class PrecisionRecallRule {
 /// @param prevalence  in (0, 1): every false positive counts (1 - q) P / (q N); that of the sample without it
 [[nodiscard]] double precisionRecallArea(std::span<const DistinctValue> values, const StateCounts& cases,
                                          PrecisionRecallRule rule, std::optional<double> prevalence = {});
+
+/// The same of cases with probability weights, which count instead of the cases.
+[[nodiscard]] double precisionRecallArea(const WeightedSummary& sample, PrecisionRecallRule rule,
+                                         std::optional<double> prevalence = {});
 
 /// What the area changes with the cases of every distinct value, but for a constant of each state, which is what the
 /// acceleration of a bootstrap asks for: P times the derivative by the number of its positive cases, and N times that

@@ -1,5 +1,6 @@
 #include "numeric/elementary.h"
 
+#include <array>
 #include <cmath>
 #include <limits>
 
@@ -62,6 +63,39 @@ DoubleDouble exponential(DoubleDouble x) noexcept
         return x.high() > 0.0 ? infinity : 0.0;
     const double twos = std::floor(x.high() / logTwoHigh + 0.5);
     return (1.0 + smallExponentialLessOne(x - timesLogTwo(twos))).scaled(static_cast<int>(twos));
+}
+
+double quickExponential(double x) noexcept
+{
+    // 1/13!, 1/12!, ..., 1/0!: what is left out is below 2^-57 for |rest| up to log(2) / 2.
+    constexpr std::array<double, 14> coefficients{1.0 / 6227020800.0,
+                                                  1.0 / 479001600.0,
+                                                  1.0 / 39916800.0,
+                                                  1.0 / 3628800.0,
+                                                  1.0 / 362880.0,
+                                                  1.0 / 40320.0,
+                                                  1.0 / 5040.0,
+                                                  1.0 / 720.0,
+                                                  1.0 / 120.0,
+                                                  1.0 / 24.0,
+                                                  1.0 / 6.0,
+                                                  1.0 / 2.0,
+                                                  1.0,
+                                                  1.0};
+    constexpr double logTwoCut = 0x1.62e42fefp-1; // 32 bits of log(2): its products with whole numbers are exact
+    constexpr double logTwoRest = 0x1.473de6af278edp-34;
+    constexpr double largest = 710.0;
+    constexpr double smallest = -746.0;
+    if (std::isnan(x))
+        return x;
+    if (x > largest || x < smallest)
+        return x > 0.0 ? infinity : 0.0;
+    const double twos = std::floor(x / logTwoHigh + 0.5);
+    const double rest = (x - twos * logTwoCut) - twos * logTwoRest;
+    double power = 0.0;
+    for (const double coefficient : coefficients)
+        power = power * rest + coefficient;
+    return std::ldexp(power, static_cast<int>(twos));
 }
 
 DoubleDouble exponentialLessOne(DoubleDouble x) noexcept

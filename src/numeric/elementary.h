@@ -9,6 +9,9 @@ namespace ROCALG_920 {
 /// e^x. 0 far below the range of a double, infinity above it; where the result is denormal, its bits are fewer.
 [[nodiscard]] DoubleDouble exponential(DoubleDouble x) noexcept;
 
+/// e^x to 2 units in the last place of a double, for lists: in a fiftieth of the time.
+[[nodiscard]] double quickExponential(double x) noexcept;
+
 /// e^x - 1 without cancellation around 0.
 [[nodiscard]] DoubleDouble exponentialLessOne(DoubleDouble x) noexcept;
 

@@ -72,6 +72,14 @@ bool disagreeAboutNull(const vexroc_area_facts& facts)
     return areKnown && isTwoSided(facts) && isInside != (facts.p_value > 1.0 - facts.level);
 }
 
+/// Does the interval or the p value leave no doubt that the area is below chance?
+bool isClearlyBelowChance(const vexroc_area_facts& facts)
+{
+    const bool isRejected = facts.null_area == chance && facts.p_value <= 1.0 - facts.level; // exact
+    return facts.area < chance
+        && (facts.std_error == 0.0 || facts.upper < chance || (facts.level > 0.0 && isTwoSided(facts) && isRejected));
+}
+
 /// Why there is no area at all; null when there may be one.
 const char* absentState(const vexroc_area_facts& facts)
 {
@@ -127,7 +135,7 @@ void addAreaRemarks(std::string_view subject, const vexroc_area_facts& facts, Re
         add("zero-error");
     else if (rules.isWald() && (facts.lower < 0.0 || facts.upper > 1.0))
         add("bound-outside", inBrackets("%.4f to %.4f", facts.lower, facts.upper));
-    if (noError ? facts.area < chance : facts.upper < chance)
+    if (isClearlyBelowChance(facts))
         add("below-chance");
     addLimitRemarks(facts, rules, add);
     if (facts.distinct_values == valuesOfYesNoTest && facts.positive + facts.negative > valuesOfYesNoTest)

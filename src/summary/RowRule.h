@@ -97,15 +97,16 @@ struct RowRule {
     int weight = none;
     int count = none; ///< the row stands for as many rows as this column says
     std::vector<int> tests;
-    bool needsParts = false;    ///< a row without state, group, weight or count is left out for it
-    bool needsAllTests = false; ///< a row takes part in all tests or in none
+    bool weightIsProbability = false; ///< inverse: any weight above 0 is one case
+    bool needsParts = false;          ///< a row without state, group, weight or count is left out for it
+    bool needsAllTests = false;       ///< a row takes part in all tests or in none
 
     template <class Row>
     [[nodiscard]] RowPart of(const Row& row) const
     {
         RowPart part{.positive = row[state] == positiveState, // NaN never equals
                      .group = group >= 0 ? groups.groupOf(row[group]) : 0,
-                     .cases = weight >= 0 ? wholeCases(row[weight]) : 1,
+                     .cases = casesOf(row),
                      .fate = RowFate::used};
         part.fate = fateOf(row, part);
         return part;
@@ -124,6 +125,13 @@ struct RowRule {
     }
 
 private:
+    template <class Row>
+    [[nodiscard]] int casesOf(const Row& row) const
+    {
+        if (weight < 0)
+            return 1;
+        return weightIsProbability ? (row[weight] > 0.0 ? 1 : 0) : wholeCases(row[weight]);
+    }
     [[nodiscard]] bool isListed(double value) const
     {
         return !negativeStates || std::ranges::find(*negativeStates, value) != negativeStates->end();

@@ -3,7 +3,6 @@
 #include "summary/SortedValues.h"
 #include "summary/ValueWalk.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <span>
 #include <vector>
@@ -19,12 +18,12 @@ public:
     template <class Columns>
     explicit Summary(const Columns& columns)
     {
-        // Growing would copy every value, into memory that the system has to clear first.
-        values_.reserve(std::min(columns.size(), mostReserved));
-        if (columns.size() > 0)
-            valuesort::forEachDistinctValue(columns, [this](const DistinctValue& x) { add(x); });
-        if (values_.size() < values_.capacity() / 2)
-            values_.shrink_to_fit();
+        if (columns.size() == 0)
+            return;
+        const valuesort::SortedValues sorted(columns);
+        values_.reserve(
+            sorted.countDistinct(columns)); // growing would copy every value, into memory to be cleared first
+        sorted.withWalk(columns, [this](auto walk) { forEachValue(walk, [this](const DistinctValue& x) { add(x); }); });
     }
     /// Of distinct values in ascending order.
     explicit Summary(std::span<const DistinctValue> values)
@@ -75,7 +74,6 @@ public:
 
 private:
     static constexpr std::size_t markDistance = 64;
-    static constexpr std::size_t mostReserved = std::size_t{1} << 22;
 
     void add(const DistinctValue& x)
     {

@@ -391,6 +391,49 @@ TEST(AnalysisLaws, ARecordIsWhatIsInferredFromItsSummary)
     EXPECT_GT(batches, 0);
 }
 
+/// Whole weights make the area and the curve of as many cases; the variance is of the cases that there are.
+TEST(AnalysisLaws, AnInverseProbabilityMovesAreaAndCurveAsCountsDo)
+{
+    onSamples([](const Columns& columns, unsigned seed) {
+        Random random(seed);
+        std::vector<double> weights(columns[0].size());
+        for (double& weight : weights)
+            weight = double(random() % 4);
+        const Ask ask{.comparison = "none", .interval = "recommended", .directions = {nullptr, "smaller", nullptr}};
+        const Asked counted(columns, ask, weights);
+        Asked weighted(columns, ask);
+        weighted.part("weight", weighted.column("weight", weights));
+        weighted.word("weight_kind", "probability");
+        weighted.number("summaries", 1);
+        weighted.run();
+        for (int i = 0; i < 3; ++i) {
+            const vexroc_record record = weighted.record(i);
+            EXPECT_NEAR(record.area, counted.record(i).area, 1e-15);
+            EXPECT_NEAR(record.ks_maximum, counted.record(i).ks_maximum, 1e-15);
+            EXPECT_EQ(record.weighted_positive, counted.record(i).positive);
+            EXPECT_EQ(weighted.curve(i), counted.curve(i));
+            EXPECT_EQ(record.pr_rows, record.curve_rows);
+            EXPECT_EQ(weighted.bestCutOff(i, 0).sensitivity, counted.bestCutOff(i, 0).sensitivity);
+            EXPECT_EQ((std::vector<std::string>{record.error, record.interval_rule, record.p_method}),
+                      (std::vector<std::string>{"weighted", "logit", "wald"}));
+            const vexroc_summary* summary = nullptr;
+            expectOk(vexroc_analysis_summary(weighted.handle, i, &summary));
+            vexroc_inference_options options{};
+            options.struct_size = sizeof options;
+            expectOk(vexroc_inference_defaults(&options));
+            options.smaller_is_positive = i == 1;
+            vexroc_area_result found{};
+            found.struct_size = sizeof found;
+            expectOk(vexroc_area_inference(summary, &options, &found));
+            EXPECT_EQ((Numbers{{record.area}, {record.std_error}}), (Numbers{{found.area}, {found.std_error}}));
+            if (record.std_error > 0) {
+                EXPECT_EQ((Numbers{{record.ci_lower}, {record.p_value}}), (Numbers{{found.lower}, {found.p_value}}));
+            }
+        }
+        EXPECT_THAT(weighted.remarks(), testing::Not(testing::Contains("weight-counts-only")));
+    });
+}
+
 /// The first test alone has an error; among the cases that the second knows it has none.
 TEST(AnalysisLaws, AnAreaOfAPairIsLookedAtWhereItDiffersFromThatOfItsTest)
 {

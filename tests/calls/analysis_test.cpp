@@ -276,6 +276,7 @@ TEST(AnalysisHandle, SaysWhatCannotBe)
     constexpr auto word = vexroc_analysis_set_word;
     const std::vector<double> three{1, 2, 3};
     const std::vector<double> fractions{0, missing, 0.5, 1, 1, 1, 1, 1, 1, 1};
+    const std::vector<double> negative{0, missing, 0.5, -1, 1, 1, 1, 1, 1, 1};
     const std::vector<double> many{2147483646, 2, 1, 1, 1, 1, 1, 1, 1, 1};
     const struct {
         const char* message;
@@ -316,6 +317,24 @@ TEST(AnalysisHandle, SaysWhatCannotBe)
          [&](auto* a) { return add(a, "x", &fractions[0], 10, nullptr) + column(a, "count", 3) + run(a); }},
         {"count: row 2 of column \"x\" brings the cases to more than 2147483647",
          [&](auto* a) { return add(a, "x", &many[0], 10, nullptr) + column(a, "count", 3) + run(a); }},
+        {"mann-whitney tests the area 0.5 alone; against 0.7",
+         [](auto* a) { return number(a, "null_area", 0.7) + word(a, "p_value", "mann-whitney") + run(a); }},
+        {"null_area: expected a number between", [](auto* a) { return number(a, "null_area", 1); }},
+        {"bi-negative is an assumption",
+         [](auto* a) { return word(a, "distribution", "bi-negative") + word(a, "interval", "score") + run(a); }},
+        {"replicates: 10 are too few",
+         [](auto* a) { return number(a, "replicates", 10) + word(a, "interval", "bca") + run(a); }},
+        {"there are none; name their column", [](auto* a) { return word(a, "weight_kind", "probability") + run(a); }},
+        {"weight: row 4 of column \"x\" holds -1; a weight is",
+         [&](auto* a) {
+             return add(a, "x", &negative[0], 10, nullptr) + column(a, "weight", 3)
+                 + word(a, "weight_kind", "probability") + word(a, "interval", "logit") + run(a);
+         }},
+        {"there are no summaries",
+         [](auto* a) {
+             const vexroc_summary* summary = nullptr;
+             return run(a) + vexroc_analysis_summary(a, 0, &summary);
+         }},
         {"the last run was refused",
          [](auto* a) {
              column(a, "test", -1);

@@ -51,15 +51,9 @@ TEST(Thinning, KeepsEndsAndChosenPointsAndComesNearAllOthers)
 TEST(Picture, ShadesTheRectanglesOfACurve)
 {
     std::vector<DrawnCurve> curves(1);
-<<<<<<< HEAD
-    curves[0].band = {{0.0, 0.75, 1.0}, {0.5, 0.25, 0.75}, {1.0, 0.0, 0.5}};
-    const std::string svg = svgPicture({curves, "95 % interval", "a question", {"a note"}});
-    EXPECT_NE(svg.find(" d=\"M440 110L220 330L0 440V220L220 110L440 0Z\""), std::string::npos) << svg;
-=======
     curves[0].boxes = {{0.25, 0.75, 0.5, 1.0}};
-    const std::string svg = svgPicture({curves, 0.95, "a question", {"a note"}});
+    const std::string svg = svgPicture({curves, "95 % interval", "a question", {"a note"}});
     EXPECT_NE(svg.find(" d=\"M0 330V110H220V330Z\""), std::string::npos) << svg;
->>>>>>> core14
     EXPECT_NE(svg.find("no curve to draw"), std::string::npos);
 }
 

@@ -294,15 +294,11 @@ def test_all_tests_are_the_numbers_without_another_part(vexroc):
 
 def test_notes_cautions_and_refusals_say_what_to_do(vexroc):
     ends_as(vexroc, f"analyze {ON_INPUT}", """
-t,u,t -> 0: note: positive and negative cases share test values; each such pair counts one half: t
 t,u --compare paired --group g -> 0: caution: the groups are not used: a paired comparison takes all cases
 u --bi-negative -> 0: caution: the standard error is nonparametric
 u,s -> 0: note: the state is not also a test: s
 u --pr -> 0: note: the points of --pr are not shown; --plot and --report draw them, --pr-curve FILE writes
-u --group u --cut 2 -> 0: there is no negative case, so there is no area: u where u < 2
-t,one --compare paired -> 0: so there is no standard error, nor p value and interval by one: t and one (1 positive, 1 negative)
-t --best -> 0: note: best cut-offs are chosen on the data
-t --weight u -> 0: numbers of cases only, not areas, errors and curves: u; for cases per row give --count COLUMN; if
+t,one --compare paired -> 0: so there is no standard error, nor p value and interval by one: one (1 positive, 1 negative), t
 """, b"s,t,u,g,one\n1,2,1,x,7\n0,2,2,x,\n1,3,3,y,\n0,1,4,y,8\n1,4,5,y,\n")
     ends_as(vexroc, f"analyze {ON_INPUT}", """
 t --group g -> 1: note: rows left out: 2 of 4: missing group 2
@@ -339,12 +335,6 @@ t --weight v -> 3: no column 'v'
 t --curve /no/such/place.csv -> 4: cannot write /no/such/place.csv: No such file
 t --curve / -> 4: cannot write /: Is a directory
 """, b"s,t,g,n\n1,2,x,5\n0,1,y,7\n1,3,z,8\n0,2,z,9\n")
-    ends_as(vexroc, f"auc {ON_INPUT}", """
-positive -> 0: caution: there is no negative case, so there is no area: positive
-negative -> 0: caution: there is no positive case, so there is no area: negative
-none -> 0: caution: there is no case, so there is no area: none
-t --bi-negative -> 0: as many positive as negative cases: t
-""", b"s,t,positive,negative,none\n1,2,2,,\n0,1,,1,\n0,3,,3,\n")
     ends_as(vexroc, "", """
 curve - --state s=1 --test t -> 0: there is no positive case, so there is no area: t
 compare - --state s=1 --test u,u -> 0: fewer than 2 cases of a state, so there is no standard error
@@ -352,10 +342,7 @@ compare - --state s=1 --test u,u -> 0: fewer than 2 cases of a state, so there i
     ends_as(vexroc, "", """
 pr - --state s=1 --test t -> 0: fewer than 3 cases, so there is no curve: t
 analyze - --state s=1 --test t -> 0: fewer than 3 cases, so there is no curve: t
-auc - --state s=1 --test t -> 0: the standard error is 0, so p value and interval say nothing
 """, b"s,t\n1,2\n0,3\n")
-    ends_as(vexroc, f"auc {ON_INPUT} t", " -> 0: the area is clearly below 0.5: t; if smaller values are more "
-            "positive, give --test t:smaller", b"s,t\n1,1\n1,2\n1,3\n1,7\n0,4\n0,5\n0,6\n0,8\n0,9\n")
 
 
 def test_misuse_ends_with_what_is_wrong_and_what_to_do(vexroc):
@@ -374,7 +361,7 @@ auc {RADIUS} --level 1 -> 2: --level '1': expected a number between 0 and 1
 auc {RADIUS} --format cvs -> 2: no word 'cvs'; did you mean 'csv'?
 auc {RADIUS} --delimiter x -> 2: expected comma, tab or semicolon
 auc {RADIUS} --plot x.svg -> 2: no option '--plot' in auc; 'analyze' has it
-auc {RADIUS} --group s=1,2 -> 2: no option '--group' in auc; 'analyze', 'compare' have it
+auc {RADIUS} --group s=1,2 -> 2: no option '--group' in auc; 'analyze', 'benefit',
 auc {RADIUS} -- --level .5 -> 2: '--level' stands behind --
 auc {RADIUS} --level .9 --level .8 -> 2: --level: At Most 1 required but received 2
 auc {RADIUS} --smaller=maybe -> 2: --smaller = maybe
@@ -431,22 +418,6 @@ def test_help_names_every_command_and_its_options(vexroc):
     for command in "analyze", "auc", "compare", "curve", "pr":
         assert command in vexroc.done("help") and "--state COLUMN=VALUE" in vexroc.done("help", command)
         assert vexroc.done("help", command) == vexroc.done(command, "--help")
-
-
-def test_quiet_drops_notes_and_strict_fails_on_cautions(vexroc):
-    question = ["analyze", "-", "--state", "s=1", "--test", "t"]
-    tied = as_csv("st", *([row % 2, row // 2 + 3 * (row % 2)] for row in range(20)))
-    plain = vexroc(*question, "--strict", data=tied)
-    assert plain.code == 0 and plain.err.count("\n") == 1 and "note: positive and negative cases share" in plain.err
-    assert vexroc(*question, "--quiet", "--progress", "always", data=tied) == (0, plain.out, "")
-    few = as_csv("st", [1, 1], [0, 1], [1, 2], [0, 0])
-    plain = vexroc(*question, data=few)
-    quiet = vexroc(*question, "--quiet", data=few)
-    assert "caution: fewer than 10 cases" in quiet.err and "note:" not in quiet.err and plain.err.startswith(quiet.err)
-    strict = vexroc(*question, "--strict", data=few)  # nothing is lost
-    assert strict == (1, plain.out, plain.err + "vexroc: error: --strict: there is a caution\n")
-    missing = vexroc("auc", *question[1:], "--strict", data=b"s,t\n1,1\n1,2\n")
-    assert missing.code == 1 and "there is no negative case" in missing.err
 
 
 def test_each_remark_is_one_line_that_json_tells_with_code_and_count(vexroc):

@@ -208,8 +208,9 @@ TEST(OneCurve, LimitsOfACutOffFollowFromTheSlopesOfItsStatistics)
     const CutOffCounts counts{.truePositives = 37, .falsePositives = 12, .trueNegatives = 71, .falseNegatives = 9};
     const auto estimateOf = [&](OperatingStatistic statistic, std::optional<double> prevalence = {}) {
         std::array<double, 3> found{};
-        fillEstimates(statistic, {&counts, 1}, {.zCritical = 1.0, .prevalence = prevalence},
-                      {&found[0], &found[1], &found[2]});
+        OperatingRows row;
+        row.add(counts);
+        row.fill(statistic, {.zCritical = 1.0, .prevalence = prevalence}, {&found[0], &found[1], &found[2]});
         return found;
     };
     const auto kappa = [](const std::array<double, 4>& c) { // TP, FP, TN, FN

@@ -23,8 +23,8 @@ def one_or_list(values):
 
 def question(case):
     settings = {"pos_label": one_or_list(case.positive), "direction": case.direction, "interval": case.interval,
-                "p_method": case.p_value,
-                "nan_policy": "omit", "roc": case.roc or case.interpolated, "precision_recall": case.interpolated}
+                "p_method": case.p_value, "nan_policy": "omit", "roc": case.roc or case.interpolated,
+                "precision_recall": case.interpolated}
     if case.others or case.negative:
         settings["neg_label"] = vexroc.OTHERS if case.others else one_or_list(case.negative)
     for name in ("count", "weight", "weight_kind"):

@@ -24,8 +24,8 @@ DEFAULTS = {
     "read": {}, "options": [], "command": None, "state": "state", "positive": ["ill"], "negative": [], "tests": ["t"],
     "direction": "larger", "group": None, "by": None, "count": None, "weight": None, "weight_kind": None,
     "compare": None, "cases": "pairwise", "interval": "score", "p_value": "mann-whitney", "missing": [], "roc": True,
-    "refused": None, "cautions": [], "notes": [], "says": [], "shows": [], "missed": [], "area": None, "counts": None,
-    "difference": None, "pair": None, "alike": False, "interpolated": False,
+    "refused": None, "cautions": [], "notes": [], "says": [], "shows": [], "missed": [], "area": None, "p": None,
+    "counts": None, "difference": None, "pair": None, "alike": False, "interpolated": False,
 }
 
 

@@ -41,6 +41,8 @@ def check_numbers(case, said):
     if case.area is not None:
         areas = [area["area"] for area in said.areas]
         assert [area if area is None else round(area, 4) for area in areas] == as_list(case.area) * (case.copies or 1)
+    if case.p is not None:
+        assert round(said.areas[0]["p_value"], 4) == case.p
     if case.counts is not None:
         assert [said.areas[0][state] for state in ("positive", "negative")] == case.counts
     if case.difference is not None:

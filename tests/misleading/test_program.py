@@ -14,10 +14,12 @@ def lines_of(ran):
 def test_strict_and_quiet(case, door):
     """--strict fails on a caution and on a missing result only, --quiet keeps cautions only; a line for each kind."""
     arguments = door.arguments(case)
-    plain, quiet, strict = (door.run(case, *arguments, *more) for more in ((), ("--quiet",), ("--strict",)))
+    plain, quiet, strict = (door.run(case, *arguments, *more)
+                            for more in ((), ("--quiet", "--progress", "always"), ("--strict",)))
     cautions = {*case.cautions, *case.missed}
     assert (plain.returncode, quiet.returncode, strict.returncode) == (0, 0, 1 if cautions else 0), strict.stderr
     assert plain.stdout == quiet.stdout == strict.stdout
+    assert strict.stderr == plain.stderr + bool(cautions) * "vexroc: error: --strict: there is a caution\n"
     assert len(lines_of(quiet)) == len(cautions), quiet.stderr
     assert len(lines_of(plain)) >= len(cautions) + len(case.notes), plain.stderr
     if case.clean:

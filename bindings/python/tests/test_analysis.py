@@ -156,12 +156,12 @@ def test_results_and_errors_survive_a_process_pool():
 
 def test_without_curves_and_bi_negative_the_statistics_stay():
     half = np.concatenate([np.flatnonzero(SICK)[:50], np.flatnonzero(SICK == 0)[:50]])
-    for cases, assumption in (half, "bi-negative"), (half[1:], "nonparam"):
+    for cases, assumption in (half, "bi-negative"), (half[1:], "hanley-mcneil"):
         table = {name: column[cases] for name, column in TABLE.items()}
         result = vexroc.analyze(table, tests="a", roc=False, distribution="bi-negative", **OPTIONS)["a"]
         assert result.roc is None and result.ks_maximum > 0
         assert result.area == vexroc.auc(table["sick"], table["a"], pos_label="yes", distribution="bi-negative")
-        assert result.area.distribution == assumption in repr(result)
+        assert result.area.error == assumption in repr(result)
 
 
 LONG = """

@@ -124,9 +124,11 @@ def test_labels_make_the_states_that_are_asked_for(states, options, cases):
 
 def test_cautions_warn_where_the_call_is_and_stay_in_the_result():
     few = [[1, 0, 1, 0, 1], [5, 1, 4, 4, 3]]
-    for call in (lambda: vexroc.auc(*few), lambda: vexroc.roc_curve(*few), lambda: vexroc.pr_curve(*few),
+    for call in (lambda: vexroc.auc(*few, interval="wald"), lambda: vexroc.roc_curve(*few),
+                 lambda: vexroc.pr_curve(*few),
                  lambda: vexroc.compare_paired(*few, few[1]), lambda: vexroc.compare_independent(*few, *few),
-                 lambda: vexroc.analyze({"y": few[0], "t": few[1]}, state="y", tests="t")):
+                 lambda: vexroc.partial_auc(*few, fpr=(0, 0.5)),
+                 lambda: vexroc.analyze({"y": few[0], "t": few[1]}, state="y", tests="t", p_method="wald")):
         with pytest.warns(vexroc.CautionWarning) as caught:
             result = call()
         assert [(one.message.code, str(one.message)) for one in caught] == [
@@ -138,8 +140,9 @@ def test_cautions_warn_where_the_call_is_and_stay_in_the_result():
     assert wrong.cautions[0].text.endswith('direction={"y_score": "smaller"}')
     mapped = vexroc.auc(np.tile([0, 1], 20), np.tile([2, 1, 4, 3], 10), direction={"y_score": "smaller"})
     assert not mapped.cautions and mapped.area == 1 - wrong.area
-    perfect = vexroc.auc([0] * 12 + [1] * 12, range(24))
-    assert perfect.area == 1 and np.isnan([perfect.p_value, perfect.log10_p, perfect.ci_lower, perfect.ci_upper]).all()
+    perfect = vexroc.auc([0] * 12 + [1] * 12, range(24), interval="wald", p_method="wald")
+    assert perfect.area == 1 and [caution.code for caution in perfect.cautions] == ["zero-error"]
+    assert not vexroc.auc([0] * 12 + [1] * 12, range(24)).cautions  # its default rules need no standard error
     classes = vexroc.auc([0, 1] * 20, [0, 1, 1, 1] * 10)
     assert [note.code for note in classes.notes] == ["two-values"] and "\nnote: area of a yes/no test" in repr(classes)
 

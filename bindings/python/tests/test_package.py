@@ -1,12 +1,15 @@
 """The package as it is installed: library, pictures, wheel."""
+import ctypes
 import os
 import pathlib
 import re
+import shutil
 import subprocess
 import sys
 
 import pytest
 import vexroc
+from vexroc import _structures
 
 ROOT = pathlib.Path(__file__).parents[3]
 
@@ -24,6 +27,28 @@ def test_a_library_that_does_not_do_is_told_with_what_was_tried(path, reason):
     result = run(sys.executable, "-c", "import vexroc", VEXROC_LIBRARY=path)
     assert result.returncode == 1
     assert re.search(rf"(?s)Tried:.*{path} \(from the environment variable VEXROC_LIBRARY\): .*{reason}", result.stderr)
+
+
+def test_structures_are_those_of_the_headers(tmp_path):
+    """Sizes, and where the members of the same name lie, by the C compiler."""
+    compiler = shutil.which("cc")
+    if compiler is None:
+        pytest.skip("there is no C compiler")
+    kinds = {"inference_options": _structures.InferenceOptions, "summary_facts": _structures.SummaryFacts,
+             "area_result": _structures.AreaInference, "operating_columns": _structures.OperatingColumns,
+             "best_result": _structures.BestResult, "rate_result": _structures.RateResult,
+             "partial_result": _structures.PartialResult, "pr_result": _structures.PrAreaResult,
+             "calibration_result": _structures.CalibrationResult, "record": _structures.RecordResult,
+             "comparison": _structures.PairResult, "rows": _structures.RowsResult, "remark": _structures.RemarkResult,
+             "area_facts": _structures.AreaFacts}
+    measures = [(f"sizeof(vexroc_{name})", ctypes.sizeof(kind)) for name, kind in kinds.items()]
+    for name, kind in kinds.items():
+        measures += [(f"offsetof(vexroc_{name}, {part[0].removeprefix('n_')})", getattr(kind, part[0]).offset)
+                     for part in kind._fields_ if part[0] != "ks_threshold"]
+    (tmp_path / "sizes.c").write_text("#include <vexrocproc/inference.h>\n" + "".join(
+        f'_Static_assert({measure} == {value}, "{measure}");\n' for measure, value in measures))
+    made = run(compiler, "-std=c11", "-fsyntax-only", "-I", ROOT / "include", tmp_path / "sizes.c")
+    assert made.returncode == 0, made.stderr
 
 
 def test_pictures_show_the_curves_and_may_share_axes():

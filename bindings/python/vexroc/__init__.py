@@ -1,8 +1,9 @@
 """ROC analysis: curves, areas with standard error, test and interval, comparisons, and whole analyses of tables.
 
 >>> import vexroc
->>> vexroc.auc([1, 0, 1, 0] * 5, [5, 1, 3, 4] * 5)
-<area 0.7500, standard error 0.1146, p = 0.0291, 95 % interval 0.5255 to 0.9745; 10 positive and 10 negative cases>
+>>> area = vexroc.auc([1, 0, 1, 0] * 5, [5, 1, 3, 4] * 5)
+>>> print(f"area {area.area:.2f}, {area.interval} interval {area.ci_lower:.2f} to {area.ci_upper:.2f}")
+area 0.75, score interval 0.48 to 0.90
 """
 from ._analysis import analyze
 from ._areas import auc, compare_independent, compare_paired, mann_whitney

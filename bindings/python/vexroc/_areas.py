@@ -27,20 +27,21 @@ def _infer(summary: Summary, smaller: bool, asked: AreaQuestion, uncorrected: bo
     return result
 
 
-def _add_remarks(cases: Cases, index: int, summary: Summary, r: AreaInference, asked: AreaQuestion) -> None:
-    cases.add_remarks(index, r.positive, r.negative, summary.facts().values, area=r.area, std_error=r.std_error,
-                      lower=r.lower, upper=r.upper, interval=r.interval, p_method=r.p_method,
+def _add_remarks(cases: Cases, summary: Summary, r: AreaInference, asked: AreaQuestion, compared: bool = False) -> None:
+    """compared: the standard error makes the p value of a difference, too."""
+    cases.add_remarks(r.positive, r.negative, summary.facts().values, area=r.area, std_error=r.std_error,
+                      lower=r.lower, upper=r.upper, interval=r.interval, p_method=b"wald" if compared else r.p_method,
                       alternative=asked.alternative.encode(), p_value=r.p_value, level=asked.confidence_level,
                       null_area=r.null_area, edge=r.edge, percentile=r.percentile, held=r.held)
 
 
-def _area(cases: Cases, index: int, asked: AreaQuestion) -> Area:
-    """The area of the scores with this index, after adding what there is to say of it."""
+def _area(cases: Cases, asked: AreaQuestion, compared: bool = False) -> Area:
+    """The area of the only scores, after adding what there is to say of it."""
     if asked.distribution == "bi-negative":
         return _bi_negative(cases, asked)
-    summary = cases.summary(index)
-    r = _infer(summary, cases.is_smaller(index), asked)
-    _add_remarks(cases, index, summary, r, asked)
+    summary = cases.summary()
+    r = _infer(summary, cases.is_smaller(), asked)
+    _add_remarks(cases, summary, r, asked, compared)
     interval = r.interval.decode()
     return Area(number(r.area), number(r.std_error), number(r.p_value), number(r.lower), number(r.upper), r.positive,
                 r.negative, cases.n_omitted, asked.confidence_level, interval, r.error.decode(), r.p_method.decode(),
@@ -65,7 +66,7 @@ def _bi_negative(cases: Cases, asked: AreaQuestion) -> Area:
         z = (area - asked.null) / std_error
         p_value, log10_p = normal_p(z, asked.alternative)
         lower, upper = number(result.ci_lower), number(result.ci_upper)
-    cases.add_remarks(0, *states, area=area, std_error=std_error, lower=lower, upper=upper, interval=b"wald",
+    cases.add_remarks(*states, area=area, std_error=std_error, lower=lower, upper=upper, interval=b"wald",
                       p_method=b"wald", alternative=asked.alternative.encode(), p_value=p_value,
                       level=asked.confidence_level, null_area=asked.null)
     return Area(area, std_error, p_value, lower, upper, *states, cases.n_omitted, asked.confidence_level, "wald",
@@ -136,10 +137,10 @@ def auc(y_true: Any, y_score: Any, *, pos_label: Any = None, neg_label: Any = No
     Examples
     --------
     >>> area = vexroc.auc([True, False, True, False] * 5, [5, 1, 3, 4] * 5)
-    >>> area
-    <area 0.7500>
-    >>> area.interval, area.p_method, area.error
-    ('score', 'mann-whitney-exact', 'delong')
+    >>> round(area.ci_lower, 3), round(area.ci_upper, 3), area.interval
+    (0.477, 0.902, 'score')
+    >>> round(area.std_error, 3), area.error, round(area.p_value, 3), area.p_method
+    (0.118, 'delong', 0.077, 'mann-whitney-exact')
     """
     asked = area_question(confidence_level, interval, p_method, exact, null, alternative, small_sample, n_resamples,
                           random_state, distribution)
@@ -147,7 +148,7 @@ def auc(y_true: Any, y_score: Any, *, pos_label: Any = None, neg_label: Any = No
         raise ValueError("distribution='bi-negative' goes neither with small_sample nor with sample_weight")
     cases = Cases(("y_true", y_true), {"y_score": y_score}, (pos_label, neg_label, missing), direction, nan_policy,
                   weights_of(count, sample_weight))
-    area = _area(cases, 0, asked)
+    area = _area(cases, asked)
     cautions, notes = cases.remarks.tell()
     return replace(area, cautions=cautions, notes=notes) if cautions or notes else area
 
@@ -166,8 +167,8 @@ def mann_whitney(y_true: Any, y_score: Any, *, alternative: Alternative = "two-s
     alternative
         "two-sided", "greater" (positive cases have the scores of the positive end) or "less".
     exact
-        As in auc. Ties are kept (Streitberg and Roehmel 1986, Statist. Software Newsletter 12, 10-17), and the two-sided
-        p is the share of all ways that are as far from the middle or farther.
+        As in auc. Ties are kept (Streitberg and Roehmel 1986, Statist. Software Newsletter 12, 10-17), and the
+        two-sided p is the share of all ways that are as far from the middle or farther.
     correction
         For continuity, of the p by the normal distribution.
     pos_label, neg_label, missing, direction, count, nan_policy
@@ -194,7 +195,7 @@ def mann_whitney(y_true: Any, y_score: Any, *, alternative: Alternative = "two-s
                   weights_of(count, None))
     summary = cases.summary()
     r = _infer(summary, cases.is_smaller(), asked, not correction)
-    _add_remarks(cases, 0, summary, r, asked)
+    _add_remarks(cases, summary, r, asked)
     return MannWhitney(number(r.u), number(r.p_value), r.p_method.decode(), alternative, number(r.z),
                        number(r.log10_p), number(r.area), r.positive, r.negative, cases.n_omitted, bool(correction),
                        *cases.remarks.tell())
@@ -286,7 +287,7 @@ def compare_independent(y_true_1: Any, y_score_1: Any, y_true_2: Any, y_score_2:
     --------
     >>> result = vexroc.compare_independent([1, 1, 0, 0], [4, 2, 3, 1], [1, 1, 0, 0, 0], [4, 2, 3, 1, 0])
     >>> result.first.area, round(result.second.area, 4), round(result.p_value, 4)
-    (0.75, 0.8333, 0.8097)
+    (0.75, 0.8333, 0.8445)
     """
     asked = area_question(confidence_level, interval, alternative=alternative, distribution=distribution)
     check_directions(direction, ("y_score_1", "y_score_2"))
@@ -295,7 +296,7 @@ def compare_independent(y_true_1: Any, y_score_1: Any, y_true_2: Any, y_score_2:
     first, second = (
         _area(Cases((f"y_true_{number}", y_true), {f"y_score_{number}": y_score}, (pos_label, neg_label, missing),
                     _of_test(direction, f"y_score_{number}"), nan_policy,
-                    weights_of(count, sample_weight, f"_{number}"), remarks), 0, asked)
+                    weights_of(count, sample_weight, f"_{number}"), remarks), asked, True)
         for number, (y_true, y_score, count, sample_weight) in enumerate(given, 1))
     result: ComparisonResult = library().auc_comparison(*map(_as_result, (first, second)), asked.confidence_level)
     remarks.add_difference("", result.difference, result.std_error)

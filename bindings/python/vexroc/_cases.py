@@ -113,24 +113,24 @@ class Cases:
         """Which part the weights play in the library's handle."""
         return "count" if self.kind == _FREQUENCY else "weight"
 
-    def is_smaller(self, index: int = 0) -> bool:
-        return self.directions[index] == "smaller"
+    def is_smaller(self) -> bool:
+        return self.directions[0] == "smaller"
 
-    def subject(self, index: int = 0) -> str:
-        """How remarks call these scores: not at all where they are the only ones."""
-        return "" if self.names[index] == "y_score" else self.names[index]
+    def subject(self) -> str:
+        """How remarks call the scores: not at all where they are the only ones of a call."""
+        return "" if self.names[0] == "y_score" else self.names[0]
 
-    def add_remarks(self, index: int, n_positive: int, n_negative: int, distinct: int = -1, **facts: Any) -> None:
+    def add_remarks(self, n_positive: int, n_negative: int, distinct: int = -1, **facts: Any) -> None:
         """Adds what there is to say of an area, or of a curve, with these facts."""
         if distinct < 0:
-            distinct = distinct_values(self.scores[index])
-        self.remarks.add_area(self.subject(index), test=self.names[index].encode(), n_positive=n_positive,
-                              n_negative=n_negative, smaller_is_positive=self.is_smaller(index),
+            distinct = distinct_values(self.scores[0])
+        self.remarks.add_area(self.subject(), test=self.names[0].encode(), n_positive=n_positive,
+                              n_negative=n_negative, smaller_is_positive=self.is_smaller(),
                               distinct_values=min(distinct, 3), **facts)
 
-    def summary(self, index: int = 0) -> Summary:
-        """Of the scores with this index."""
-        return Summary(self.states, self.scores[index], self.weights, self.kind)
+    def summary(self) -> Summary:
+        """Of the only scores."""
+        return Summary(self.states, self.scores[0], self.weights, self.kind)
 
 
 def _with_weight(columns: dict[str, Floats], name: str) -> dict[str, Floats]:

@@ -9,9 +9,10 @@ import numpy.typing as npt
 
 from ._cases import Cases, Directions, out_of_memory, weights_of
 from ._inputs import NanPolicy, check_word
-from ._library import library
+from ._library import check, library
+from ._options import options_of
 from ._results import PrecisionRecallCurve, RocCurve, frozen, pr_curve_of
-from ._structures import RocRows
+from ._structures import OperatingColumns, RocRows, sized
 
 CutOff = Literal["include", "exclude"]
 Interpolation = Literal["davis-goadrich", "keilwagen"]
@@ -26,7 +27,7 @@ def _rows(cases: Cases, call: Any, *words: bytes) -> RocRows:
     """Rows of a curve of the only scores, to be released."""
     cases.repeat()
     n_positive, n_negative = cases.states_of()
-    cases.add_remarks(0, n_positive, n_negative)
+    cases.add_remarks(n_positive, n_negative)
     cut_off, *further = words
     rows: RocRows = call(*cases.arguments(*cases.scores), cut_off, cases.directions[0].encode(), *further)
     if not rows.rows:
@@ -45,9 +46,27 @@ def _table(rows: RocRows, row: npt.DTypeLike, width: int) -> npt.NDArray[Any]:
     return table.reshape(-1, width) if width > 1 else table
 
 
+def _weighted_curve(cases: Cases, cut_off: bytes) -> RocCurve:
+    summary = cases.summary()
+    facts = summary.facts()
+    cases.add_remarks(facts.positive, facts.negative, facts.values)
+    count = len(summary) if facts.positive and facts.negative else 0
+    thresholds, tpr, specificity = (np.empty(count) for _ in range(3))
+    columns = sized(OperatingColumns)
+    columns.cut_off, columns.sensitivity[0], columns.specificity[0] = (
+        column.ctypes.data for column in (thresholds, tpr, specificity))
+    options = options_of(smaller_is_positive=cases.is_smaller(), exclude_cut_off=cut_off == b"exclude")
+    if count:
+        check(library().vexroc_operating_points(summary.address, ctypes.byref(options), None, 0, count,
+                                                ctypes.byref(columns)))
+    order = slice(None, None, 1 if cases.is_smaller() else -1)
+    fpr, tpr, thresholds = (frozen(column[order].copy()) for column in (1.0 - specificity, tpr, thresholds))
+    return RocCurve(fpr, tpr, thresholds, facts.positive, facts.negative, cases.n_omitted, *cases.remarks.tell())
+
+
 def roc_curve(y_true: Any, y_score: Any, *, pos_label: Any = None, neg_label: Any = None, missing: Any = None,
               direction: Directions = "larger", cut_off: CutOff = "include", count: Any = None,
-              nan_policy: NanPolicy = "raise") -> RocCurve:
+              sample_weight: Any = None, nan_policy: NanPolicy = "raise") -> RocCurve:
     """Empirical ROC curve (Fawcett 2006, Pattern Recognition Letters 27, 861-874).
 
     Parameters
@@ -73,6 +92,8 @@ def roc_curve(y_true: Any, y_score: Any, *, pos_label: Any = None, neg_label: An
     count : shape (n,)
         Number of cases that each entry stands for, a whole number from 0: the result is that of the repeated cases,
         to the bit.
+    sample_weight : shape (n,)
+        Inverse sampling probabilities, as in auc: rates are shares of weights.
     nan_policy
         "raise" or "omit": what to do about cases without a state or score (None, NaN, pandas.NA).
 
@@ -100,7 +121,9 @@ def roc_curve(y_true: Any, y_score: Any, *, pos_label: Any = None, neg_label: An
     """
     word = check_word("cut_off", cut_off, CUT_OFFS)
     cases = Cases(("y_true", y_true), {"y_score": y_score}, (pos_label, neg_label, missing), direction, nan_policy,
-                  weights_of(count, None))
+                  weights_of(count, sample_weight))
+    if sample_weight is not None:
+        return _weighted_curve(cases, word)
     rows = _rows(cases, library().roccurve, word)
     try:
         table = _table(rows, np.float64, 3)[:: -1 if cases.directions[0] == "larger" else 1]

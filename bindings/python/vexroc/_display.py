@@ -38,7 +38,7 @@ class RocCurveDisplay:
 
     >>> display = vexroc.RocCurveDisplay.from_predictions([1, 0, 1, 0], [0.9, 0.3, 0.6, 0.7], name="marker")
     >>> display.line_.get_label()
-    'marker (area 0.75, 0.20 to 1.30)'
+    'marker (area 0.75, 0.16 to 0.98)'
     """
 
     curve: RocCurve

@@ -89,8 +89,9 @@ def partial_auc(y_true: Any, y_score: Any, *, fpr: tuple[float, float] | None = 
                          replicates=n_resamples, seed=random_state)
     ask(library().vexroc_partial_area, options, summary.address, rate.encode(), *band, ctypes.byref(r))
     used = r.interval.decode()
-    cases.add_remarks(0, r.positive, r.negative, summary.facts().values, interval=r.interval, p_method=b"wald",
-                      level=level, edge=r.edge, percentile=r.percentile, held=r.held)
+    cases.add_remarks(r.positive, r.negative, summary.facts().values, area=r.standardized,
+                      std_error=r.standardized_error, interval=r.interval, p_method=b"wald", level=level,
+                      percentile=r.percentile, held=r.held)
     if r.few:
         cases.remarks.add("few-in-band", cases.subject())
     drawn = (n_resamples, random_state) if used in BOOTSTRAPS else (None, None)
@@ -142,7 +143,7 @@ def pr_auc(y_true: Any, y_score: Any, *, rule: Rule = "integral", interval: Prec
     --------
     >>> area = vexroc.pr_auc([1, 0, 1, 0] * 5, [5, 1, 3, 4] * 5)
     >>> round(area.area, 4), area.rule, area.chance
-    (0.7972, 'integral', 0.5)
+    (0.7973, 'integral', 0.5)
     """
     check_word("rule", rule, RULES)
     check_word("interval", interval, PR_INTERVALS)
@@ -156,7 +157,7 @@ def pr_auc(y_true: Any, y_score: Any, *, rule: Rule = "integral", interval: Prec
                          replicates=n_resamples, seed=random_state)
     ask(library().vexroc_pr_area, options, summary.address, rule.encode(), ctypes.byref(r))
     used = r.interval.decode()
-    cases.add_remarks(0, r.positive, r.negative, summary.facts().values, interval=b"score", p_method=b"mann-whitney",
+    cases.add_remarks(r.positive, r.negative, summary.facts().values, interval=b"score", p_method=b"mann-whitney",
                       level=level, percentile=r.percentile, held=r.held)
     if r.edge:
         cases.remarks.add("pr-edge", cases.subject())

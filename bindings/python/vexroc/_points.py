@@ -75,7 +75,7 @@ class _Asked:
     def add_remarks(self, *codes: str) -> None:
         """Adds what there is to say of the cases, and remarks that hold where there are rows."""
         facts = self.facts
-        self.cases.add_remarks(0, facts.positive, facts.negative, facts.values, interval=b"score",
+        self.cases.add_remarks(facts.positive, facts.negative, facts.values, interval=b"score",
                                p_method=b"mann-whitney")
         if not self.has_both:
             return
@@ -236,8 +236,9 @@ def _fixed_rate(asked: _Asked, criterion: str, best: BestResult, interval: str) 
     options.interval = interval.encode()
     ask(library().vexroc_rate_at, options, asked.summary.address, criterion.encode(), ctypes.byref(result))
     drawn = (None, None) if interval == "none" else (options.replicates, options.seed)
-    return FixedRate(best.share, number(result.reached), number(result.lower), number(result.upper),
-                     number(result.interpolated), number(result.std_error), result.interval.decode(), *drawn)
+    rate = "sensitivity" if best.criterion == b"specificity" else "specificity"
+    return FixedRate(rate, best.share, number(result.reached), number(result.lower), number(result.upper),
+                     number(result.interpolated), number(result.std_error), result.interval.decode(), asked.level, *drawn)
 
 
 def net_benefit(y_true: Any, y_score: Any, thresholds: Any, *, prevalence: float | None = None, pos_label: Any = None,

@@ -368,6 +368,8 @@ class FixedRate(_Framed):
     """Sensitivity at a fixed specificity, or the reverse. The bounds know that the threshold was chosen on the same
     data."""
 
+    rate: str
+    """"sensitivity" or "specificity"."""
     share: float
     """That the other rate has at least."""
     reached: float
@@ -379,8 +381,18 @@ class FixedRate(_Framed):
     """The rate of the curve at just the share."""
     std_error: float
     interval: str
+    confidence_level: float = 0.95
     n_resamples: int | None = None
     random_state: int | None = None
+
+    def __str__(self) -> str:
+        interval = "" if math.isnan(self.ci_lower) else (
+            f", {_interval(self.confidence_level, self.ci_lower, self.ci_upper)} ({_rule(self)})")
+        other = "specificity" if self.rate == "sensitivity" else "sensitivity"
+        return f"{self.rate} {self.reached:.4f} at {other} {self.share:g} or more{interval}"
+
+    def __repr__(self) -> str:
+        return f"<{self}>"
 
 
 @dataclass(frozen=True, repr=False, eq=False)
@@ -415,7 +427,8 @@ class BestThreshold(_Frozen, _Framed):
     def __repr__(self) -> str:
         ties = f", {len(self.thresholds)} ties" if len(self.thresholds) > 1 else ""
         cases = case_text(self.points.n_positive, self.points.n_negative, self.points.n_omitted)
-        text = f"<threshold {self.threshold:g}: {self.criterion} {self.value:.4f}{ties}; {cases}>"
+        what = f"{self.criterion} {self.value:.4f}" if self.rate is None else str(self.rate)
+        text = f"<threshold {self.threshold:g}: {what}{ties}; {cases}>"
         return _with_remarks(text, self.cautions, self.notes)
 
 

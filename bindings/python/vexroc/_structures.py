@@ -63,7 +63,8 @@ class PairResult(ctypes.Structure):
     _fields_ = [("struct_size", c_size_t), ("first", c_int), ("second", c_int)] + [(name, c_double) for name in (
         "difference", "std_error", "z", "significance", "ci_lower", "ci_upper", "p_value", "log10_p")] + [
             (name, c_longlong) for name in ("n_positive", "n_negative")] + [(name, c_double) for name in (
-                "first_area", "first_std_error", "second_area", "second_std_error")] + _of(c_char_p, "error", "alternative")
+                "first_area", "first_std_error", "second_area", "second_std_error")] + _of(
+                    c_char_p, "error", "alternative")
 
 
 class RemarkResult(ctypes.Structure):

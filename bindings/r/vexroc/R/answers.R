@@ -19,8 +19,8 @@ subject_of <- function(fit, i) {
 }
 
 #' The columns that `ask(cases, options, area)` makes of each area with cases of both states, one below the other.
-ask_areas <- function(fit, options, ask) {
-  areas <- which(has_both_states(fit))
+ask_areas <- function(fit, options, ask, tests = names(fit$study$tests)) {
+  areas <- which(has_both_states(fit) & fit$areas$test %in% tests)
   if (length(areas) == 0) fail("no test has positive and negative cases")
   settings <- fit$study$settings
   rows <- lapply(areas, function(i) {
@@ -30,10 +30,14 @@ ask_areas <- function(fit, options, ask) {
     area <- c(as.list(fit$areas[i, ]), list(row = i, subject = subject_of(fit, i)))
     columns <- ask(cases_of(fit, i), utils::modifyList(own, options), area)
     names <- lapply(fit$areas[intersect(c("test", "group"), names(fit$areas))], `[`, i)
-    frame_of(c(lapply(names, rep, max(lengths(columns))), columns))
+    c(lapply(names, rep, max(lengths(columns))), columns)
   })
-  do.call(rbind, rows)
+  below(rows)
 }
+
+#' Equal lists of columns one below the other, as a data frame; rbind() takes longer than the questions.
+below <- function(frames)
+  frame_of(lapply(setNames(nm = names(frames[[1]])), function(column) unlist(lapply(frames, `[[`, column))))
 
 #' Distinct values with their counts; with probability weights the cases themselves.
 cases_of <- function(fit, i) {
@@ -54,12 +58,12 @@ one_number <- function(value, name) {
 share <- function(prevalence) if (!is.null(prevalence)) one_number(prevalence, "prevalence")
 
 bootstrap_options <- function(boot.n, seed)
-  list(replicates = whole_number(boot.n, "boot.n"), seed = whole_number(seed, "seed"))
+  list(replicates = whole_number(boot.n, "boot.n", 53), seed = whole_number(seed, "seed", 64))
 
-whole_number <- function(value, name) {
+whole_number <- function(value, name, bits) {
   number <- one_number(value, name)
-  if (number < 0 || number > 2^53 || number != round(number))
-    fail("`", name, "` is a whole number from 0 to 2^53, not ", shown(value))
+  if (number < 0 || number >= 2^bits || number != round(number))
+    fail("`", name, "` is a whole number from 0 to below 2^", bits, ", not ", shown(value))
   number
 }
 
@@ -82,16 +86,34 @@ chosen_quantities <- function(ret) {
   unique(ret)
 }
 
-#' Cut-offs of each test: one vector for all, or a list by name; NULL for all of the curve.
-named_cut_offs <- function(at, tests) {
-  by_name <- is.list(at)
-  if (by_name && !setequal(names(at), tests))
-    fail("`at` as a list has the cut-offs of every test by name: ", paste(tests, collapse = ", "))
-  for (one in if (by_name) at else list(at)) if (!is.null(one) && (!is.numeric(one) || anyNA(one)))
-    fail("`at` is cut-offs, which are numbers, not ", shown(one), "; best_cut_offs() finds the best")
-  of <- function(test) if (by_name) as.double(at[[test]]) else if (!is.null(at)) as.double(at)
-  setNames(lapply(tests, of), tests)
+#' Cut-offs by test: those of names, or one vector for all; NULL for all of the curves.
+named_cut_offs <- function(at, fit) {
+  tests <- names(fit$study$tests)
+  if (is.null(at)) return(sapply(tests, function(test) NULL, simplify = FALSE))
+  by_name <- if (!is.null(names(at))) split(at, factor(names(at), unique(names(at))))
+  if (is.list(at)) by_name <- at
+  values <- unlist(at, use.names = FALSE)
+  if (!is.null(values) && (!is.numeric(values) || anyNA(values)))
+    fail("`at` is cut-offs, which are numbers, not ", shown(at), "; best_cut_offs() finds the best")
+  if (is.null(by_name)) return(shared_cut_offs(as.double(at), fit, tests))
+  wrong <- setdiff(if (is.null(names(by_name))) "" else names(by_name), tests)
+  if (length(wrong) > 0) fail("`at` names '", wrong[1], "', which is no test; tests are ", all_of(tests))
+  lapply(by_name, as.double)
 }
+
+#' One vector may be meant for one of several tests alone.
+shared_cut_offs <- function(at, fit, tests) {
+  for (test in tests) {
+    values <- range(fit$study$tests[[test]], na.rm = TRUE)
+    beyond <- at[is.finite(at) & (at < values[1] | at > values[2])]
+    if (length(tests) > 1 && length(beyond) > 0)
+      fail("`at` is for all tests, and ", shown(beyond[1]), " is beyond the values of ", test, ", ", values[1], " to ",
+           values[2], ": give cut-offs by name, as in at = c(", shown_name(tests[1]), " = ", shown(at[1]), ")")
+  }
+  setNames(rep(list(at), length(tests)), tests)
+}
+
+shown_name <- function(name) if (make.names(name) == name) name else paste0("`", name, "`")
 
 say <- function(remarks, code, subject = "", detail = "") .Call(C_add_remark, remarks, code, subject, detail)
 
@@ -125,6 +147,7 @@ as.data.frame.vexroc_table <- function(x, row.names = NULL, optional = FALSE, st
 
 print.vexroc_table <- function(x, digits = 4, n = 20, ...) {
   refuse_others(print.vexroc_table, ...)
+  if (is.null(attr(x, "shown"))) return(print(as.data.frame(x), digits = digits)) # a part that someone took of it
   cat(attr(x, "heading"), sep = "\n")
   cat("\n")
   frame <- as.data.frame(x)

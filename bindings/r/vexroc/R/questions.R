@@ -1,5 +1,5 @@
 #' Questions to a fit, which keeps the distinct values of every area with their counts: the data are not needed again.
-operating_points <- function(fit, at = NULL, prevalence = NULL, ci.method = c("wilson", "exact"),
+operating_points <- function(fit, at = NULL, prevalence = NULL, ci.method = c("wilson", "exact", "none"),
                              ret = c("sensitivity", "specificity", "ppv", "npv", "lr_positive", "lr_negative", "dor",
                                      "accuracy", "balanced_accuracy", "f1", "mcc", "youden", "kappa"),
                              level = fit$study$settings$confidence_level, conf.level = level, ...) {
@@ -9,12 +9,12 @@ operating_points <- function(fit, at = NULL, prevalence = NULL, ci.method = c("w
   ret <- chosen_quantities(ret)
   options <- list(level = one_level(level, conf.level, missing(level) || missing(conf.level)),
                   proportion = choice(ci.method, "ci.method", operating_points), prevalence = share(prevalence))
-  at <- named_cut_offs(at, names(fit$study$tests))
+  at <- named_cut_offs(at, fit)
   remarks <- .Call(C_new_remarks)
   frame <- ask_areas(fit, options, function(cases, options, area) {
     if (is.null(prevalence) && any(c("ppv", "npv") %in% ret)) say_sample_prevalence(remarks, area)
     points_at(cases, options, area, at[[area$test]], ret)
-  })
+  }, names(at))
   answer_table(frame, fit, "Operating points", c(shares_line(options), prevalence_line(fit, prevalence, ret)),
                shown = shown, remarks = remarks)
 }
@@ -25,7 +25,9 @@ cases_columns <- c("positive", "negative", "left_out")
 
 #' Counts and quantities at cut-offs, and the prevalence that ppv and npv hold at.
 points_at <- function(cases, options, area, cut_offs, ret) {
-  points <- .Call(C_ask_points, cases, options, cut_offs, ret)
+  limits <- options$proportion != "none"
+  points <- .Call(C_ask_points, cases, if (limits) options else options[names(options) != "proportion"], cut_offs, ret,
+                  limits)
   held <- if (is.null(options$prevalence)) prevalence_of(area) else options$prevalence
   append(points, list(prevalence = rep(held, length(points$cut_off))), 5)
 }
@@ -50,7 +52,7 @@ prevalence_in_words <- function(fit, prevalence)
   if (is.null(prevalence)) sample_share(fit) else paste("the prevalence", prevalence)
 
 shares_line <- function(options)
-  paste0("Intervals: ", options$proportion, " for shares and f1, square-and-add (", options$proportion,
+  if (options$proportion == "none") "No intervals" else paste0("Intervals: ", options$proportion, " for shares and f1, square-and-add (", options$proportion,
          ") for balanced_accuracy and youden,\n  log for ratios, normal for kappa, level ", options$level)
 
 say_sample_prevalence <- function(remarks, area)
@@ -79,7 +81,7 @@ best_cut_offs <- function(fit, method = "youden", cost.ratio = 1, prevalence = N
   rows <- lapply(method, function(criterion) ask_areas(fit, options, function(cases, options, area)
     best_rows(cases, options, area, criterion, remarks)))
   say(remarks, "best-on-same-data")
-  frame <- do.call(rbind, rows)
+  frame <- below(rows)
   answer_table(frame, fit, "Best cut-offs",
                c(shares_line(options), prevalence_line(fit, prevalence, quantities), reached_line(frame, options)),
                shown = c("value", "chosen", if (any(grepl("=", method))) "reached", main_quantities),
@@ -99,7 +101,11 @@ best_rows <- function(cases, options, area, criterion, remarks) {
   best <- .Call(C_ask_best, cases, options, criterion)
   count <- length(best$cut_off)
   if (count == 0) say(remarks, "criterion-unmet", area$subject, criterion)
-  rate <- if (grepl("=", criterion)) answer(.Call(C_ask_rate, cases, options, criterion)) else no_rate
+  rate <- no_rate
+  if (grepl("=", criterion)) {
+    rate <- answer(.Call(C_ask_rate, cases, options, criterion))
+    say_area(remarks, area, list(std_error = 1, interval = "bootstrap", percentile = 0, held = 0))
+  }
   repeated <- function(columns) lapply(columns, rep, count)
   c(repeated(list(criterion = criterion)), best["cut_off"], repeated(best["value"]),
     list(chosen = seq_len(count) == best$chosen), points_at(cases, options, area, best$cut_off, quantities)[-1],
@@ -134,8 +140,9 @@ partial_area <- function(fit, partial.auc = c(1, 0.9), partial.auc.focus = c("sp
 
 #' Specificities are as many false positive rates, in decimals as they are written: 1 - 0.9 is 0.1.
 band_of <- function(partial.auc, focus) {
-  if (!is.numeric(partial.auc) || length(partial.auc) != 2 || anyNA(partial.auc))
-    fail("`partial.auc` is two ", focus, " values, such as c(1, 0.9), not ", shown(partial.auc))
+  if (!is.numeric(partial.auc) || length(partial.auc) != 2 || !isTRUE(all(partial.auc >= 0 & partial.auc <= 1)) ||
+      partial.auc[1] == partial.auc[2])
+    fail("`partial.auc` is two shares of ", focus, ", such as c(1, 0.9), not ", shown(partial.auc))
   band <- sort(as.double(partial.auc))
   line <- paste0("Band: ", focus, " from ", band[1], " to ", band[2])
   if (focus == "sensitivity") return(list(rate = "tpr", band = band, line = line))
@@ -161,15 +168,18 @@ pr_area <- function(fit, rule = c("integral", "step", "trapezoid"),
     c(area[cases_columns], curve)
   })
   answer_table(without(frame, "edge", "percentile", "held"), fit, "Areas under precision-recall curves",
-               c(paste0("Rule: ", rule, ", at ", prevalence_in_words(fit, prevalence)), interval_line(frame, options)),
+               c(paste0("Rule: ", rule, ", at ", prevalence_in_words(fit, prevalence)),
+                 if (is.null(prevalence) || !all(is.na(frame$lower))) interval_line(frame, options)
+                 else "No interval: at a stated prevalence bootstrap and bca alone have one"),
                shown = c(cases_columns, "pr_area", "lower", "upper", "prevalence"), remarks = remarks)
 }
 
 net_benefit <- function(fit, at, prevalence = NULL, ...) {
   refuse_others(net_benefit, ...)
   check_fit(fit)
-  if (missing(at) || !is.numeric(at) || length(at) == 0 || anyNA(at))
-    fail("`at` is thresholds of risk between 0 and 1, such as c(0.05, 0.1, 0.2)")
+  if (missing(at)) at <- NULL
+  if (!is.numeric(at) || !isTRUE(all(at > 0 & at < 1)))
+    fail("`at` is thresholds of risk between 0 and 1, such as c(0.05, 0.1, 0.2), not ", shown(at))
   options <- list(prevalence = share(prevalence))
   at <- as.double(at)
   remarks <- .Call(C_new_remarks)

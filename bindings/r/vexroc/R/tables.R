@@ -58,12 +58,13 @@ as.data.frame.vexroc_comparison <- function(x, row.names = NULL, optional = FALS
 
 curve_names <- function(areas) if (is.null(areas$group)) areas$test else paste(areas$test, areas$group, sep = ", ")
 
-confint.vexroc <- function(object, parm, level = object$study$settings$confidence_level, conf.level = level, ...) {
+confint.vexroc <- function(object, parm, level = object$study$settings$confidence_level, conf.level = level,
+                           ci.method = object$study$settings$interval, ...) {
   refuse_others(confint.vexroc, ...)
   level <- one_level(level, conf.level, missing(level) || missing(conf.level))
-  if (level != object$study$settings$confidence_level) {
-    study <- object$study
-    study$settings$confidence_level <- level
+  study <- object$study
+  study$settings[c("confidence_level", "interval")] <- list(level, choice(ci.method, "ci.method"))
+  if (!identical(study$settings, object$study$settings)) {
     result <- run_study(study, "none")
     warn(result$cautions, object$cautions)
     object$areas <- area_frame(result, study)

@@ -36,20 +36,19 @@ vexroc.default <- function(x, state, positive = NULL, negative = NULL, group = N
   missing <- missing_words(missing)
   check_order(x, state, positive)
   tests <- numeric_tests(x)
-  settings <- list(negative_value = 0, cut_off = choice(cut_off, "cut_off"),
-                   distribution = choice(distribution, "distribution"),
-                   interpolation = choice(interpolation, "interpolation"),
-                   interval = choice(ci.method, "ci.method"), p_value = choice(p.method, "p.method"),
-                   exact = exactness(exact), null_area = one_number(null, "null"), alternative = side(alternative),
-                   replicates = whole_number(boot.n, "boot.n"), seed = whole_number(seed, "seed"), cases = "pairwise",
-                   confidence_level = one_level(level, conf.level, missing(level) || missing(conf.level)),
-                   pr = as.numeric(pr), summaries = 1, weight_kind = weight.kind)
+  settings <- c(bootstrap_options(boot.n, seed), negative_value = 0, cut_off = choice(cut_off, "cut_off"),
+                distribution = choice(distribution, "distribution"),
+                interpolation = choice(interpolation, "interpolation"), interval = choice(ci.method, "ci.method"),
+                p_value = choice(p.method, "p.method"), exact = exactness(exact), null_area = one_number(null, "null"),
+                alternative = side(alternative), cases = "pairwise",
+                confidence_level = one_level(level, conf.level, missing(level) || missing(conf.level)),
+                pr = as.numeric(pr), summaries = 1, weight_kind = weight.kind)
   remarks <- .Call(C_new_remarks)
   study <- list(tests = tests, directions = directions(direction, names(tests)),
                 state = state_codes(state, positive, negative, missing, remarks),
                 group = if (!is.null(group)) group_codes(group, groups, missing, remarks),
                 weight = case_numbers(weight, "weight"), count = case_numbers(count, "count"),
-                settings = Filter(Negate(is.null), settings))
+                settings = settings)
   study$remarks <- .Call(C_read_remarks, remarks)
   check_columns(study)
   result <- run_study(study, "none")

@@ -239,12 +239,13 @@ static void put_counts(double* column, const long long* counts, int rows)
         column[i] = (double)counts[i];
 }
 
-/* A quantity with its limits. */
-static void ask_quantity(SEXP list, int* at, const member* quantity, vexroc_operating_columns* columns, int rows)
+/* A quantity alone (1) or with its limits (3). */
+static void ask_quantity(SEXP list, int* at, const member* quantity, int parts, vexroc_operating_columns* columns,
+                         int rows)
 {
     double** lists = (double**)((char*)columns + quantity->offset);
     static const char* const ends[] = {"", "_lower", "_upper"};
-    for (int i = 0; i < 3; ++i) {
+    for (int i = 0; i < parts; ++i) {
         char name[40];
         snprintf(name, sizeof name, "%s%s", quantity->name, ends[i]);
         lists[i] = next_numbers(list, at, name, rows);
@@ -259,15 +260,17 @@ static const member* quantity_called(const char* name)
     return NULL;
 }
 
-/* cut_offs: null for all of the curve; quantities: names, see quantity_members. Columns: cut-off, counts, they. */
-SEXP ask_points(SEXP cases, SEXP list, SEXP cut_offs, SEXP quantities)
+/* cut_offs: null for all of the curve; quantities: names, see quantity_members; limits: with those? Columns: cut-off,
+   counts, quantities. */
+SEXP ask_points(SEXP cases, SEXP list, SEXP cut_offs, SEXP quantities, SEXP limits)
 {
     static const char* const counts[] = {"true_positive", "false_positive", "true_negative", "false_negative"};
     SEXP summary = PROTECT(new_summary(cases));
     const vexroc_inference_options options = options_of(list);
     const int all = cut_offs == R_NilValue;
     const int rows = all ? (int)vexroc_cut_off_count(R_ExternalPtrAddr(summary)) : Rf_length(cut_offs);
-    SEXP answer = PROTECT(named_list(5 + 3 * Rf_length(quantities)));
+    const int parts = Rf_asLogical(limits) == TRUE ? 3 : 1;
+    SEXP answer = PROTECT(named_list(5 + parts * Rf_length(quantities)));
     vexroc_operating_columns columns = {.struct_size = sizeof columns};
     int at = 0;
     columns.cut_off = next_numbers(answer, &at, "cut_off", rows);
@@ -277,7 +280,7 @@ SEXP ask_points(SEXP cases, SEXP list, SEXP cut_offs, SEXP quantities)
         *numbers[i] = (long long*)R_alloc((size_t)rows + 1, sizeof **numbers[i]);
     at += 4;
     for (int i = 0; i < Rf_length(quantities); ++i)
-        ask_quantity(answer, &at, quantity_called(CHAR(STRING_ELT(quantities, i))), &columns, rows);
+        ask_quantity(answer, &at, quantity_called(CHAR(STRING_ELT(quantities, i))), parts, &columns, rows);
     require_ok(
         vexroc_operating_points(R_ExternalPtrAddr(summary), &options, all ? NULL : REAL(cut_offs), 0, rows, &columns));
     at = 1;

@@ -5,10 +5,34 @@
 #include <R_ext/Utils.h>
 #include <string.h>
 
+/* What the library complained about, with the argument that it begins with as R names that. */
+static SEXP complaint(void)
+{
+    static const char* const arguments[][2] = {{"null_area", "null"},
+                                               {"replicates", "boot.n"},
+                                               {"criterion", "method"},
+                                               {"cost_ratio", "cost.ratio"},
+                                               {"summary", "test"},
+                                               {"min_sensitivity", "min.sensitivity"},
+                                               {"min_specificity", "min.specificity"}};
+    const char* text = vexroc_last_error();
+    char name[24];
+    const size_t length = strcspn(text, ": ");
+    for (size_t i = 0; i < sizeof arguments / sizeof *arguments; ++i)
+        if (strlen(arguments[i][0]) == length && strncmp(text, arguments[i][0], length) == 0) {
+            snprintf(name, sizeof name, "`%s`", arguments[i][1]);
+            char* spelled = R_alloc(strlen(name) + strlen(text) + 1, 1);
+            sprintf(spelled, "%s%s", name, text + length);
+            text = spelled;
+            break;
+        }
+    return Rf_mkCharCE(text, CE_UTF8);
+}
+
 void require_ok(int result)
 {
     if (result != VEXROC_OK)
-        Rf_errorcall(R_NilValue, "%s", Rf_translateChar(Rf_mkCharCE(vexroc_last_error(), CE_UTF8)));
+        Rf_errorcall(R_NilValue, "%s", Rf_translateChar(complaint()));
 }
 
 SEXP new_owner(R_CFinalizer_t end)
@@ -112,7 +136,7 @@ static const R_CallMethodDef calls[] = {{"C_new_remarks", (DL_FUNC)&new_remarks,
                                         {"C_ask_partial", (DL_FUNC)&ask_partial, 4},
                                         {"C_ask_precision_recall", (DL_FUNC)&ask_precision_recall, 3},
                                         {"C_ask_calibration", (DL_FUNC)&ask_calibration, 1},
-                                        {"C_ask_points", (DL_FUNC)&ask_points, 4},
+                                        {"C_ask_points", (DL_FUNC)&ask_points, 5},
                                         {"C_ask_best", (DL_FUNC)&ask_best, 3},
                                         {"C_ask_benefit", (DL_FUNC)&ask_benefit, 3},
                                         {NULL, NULL, 0}};

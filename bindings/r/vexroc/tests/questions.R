@@ -26,7 +26,7 @@ for (row in worked) {
   fit <- of(row[[1]], row[[2]])
   partial <- quietly(partial_area(fit, c(1, 0.5)))
   best <- best_cut_offs(fit)
-  curve <- vapply(c("step", "integral"), function(rule) pr_area(fit, rule)$pr_area, 0)
+  curve <- vapply(c("step", "integral"), function(rule) quietly(pr_area(fit, rule))$pr_area, 0)
   said <- c(unlist(fit$areas[c("area", "lower", "upper")]), tests(fit), normal(fit), partial$partial_area,
             partial$standardized, curve, best$value[1])
   near(unname(said), unlist(row[3:8]), 2e-6)
@@ -41,7 +41,6 @@ study$a <- round(rnorm(n) + study$state, 1)
 study$b <- -study$a + round(rnorm(n), 1)
 fit <- vexroc(state ~ a + b, study, direction = c(b = "smaller"))
 kept <- unserialize(serialize(fit, NULL))
-kept$study$tests <- kept$study$tests[c("a", "b")]
 points <- operating_points(kept, at = list(a = c(0.5, -Inf), b = 0), prevalence = 0.1)
 positive <- study$state == 1
 near(points$sensitivity, c(mean(study$a[positive] >= 0.5), 1, mean(study$b[positive] <= 0)))
@@ -107,13 +106,14 @@ refused <- list(
   "prevalence" = quote(operating_points(fit, 1, prevalence = 2)),
   "`prevalence` is one" = quote(pr_area(fit, prevalence = NA)),
   "did you mean `prevalence`" = quote(operating_points(fit, prevalance = 0.1)),
-  "`at` as a list" = quote(operating_points(fit, at = list(a = 1))), "criteri" = quote(best_cut_offs(fit, "yuden")),
+  "is no test" = quote(operating_points(fit, at = c(c = 1))), "beyond the values of a" =
+    quote(operating_points(fit, at = -6)), "there are youden" = quote(best_cut_offs(fit, "yuden")),
   "cost" = quote(best_cut_offs(fit, "cost", cost.ratio = -1)), "`partial.auc` is two" = quote(partial_area(fit, 0.9)),
   "standardized area" = quote(partial_area(fit, partial.auc.correct = TRUE)), "risk" = quote(net_benefit(fit)),
   "\"wald-delong\"" = quote(vexroc(state ~ a, study, ci.method = "delong")), "it is `weight.kind`" =
     quote(vexroc(state ~ a, study, weight_kind = "counts")), "`seed` is a whole" = quote(vexroc(1:2, 0:1, seed = 0.5)),
   "`ci.method` names" = quote(vexroc(state ~ a, study, interval = "wald")),
-  "null" = quote(vexroc(state ~ a, study, null = 0.6, p.method = "mann-whitney")),
+  "take the p value by wald" = quote(vexroc(state ~ a, study, null = 0.6, p.method = "mann-whitney")),
   "null" = quote(vexroc(state ~ a, study, null = 1)), "weight" = quote(vexroc(1:2, 0:1, weight.kind = "probability")))
 for (i in seq_along(refused)) {
   said <- tryCatch({ eval(refused[[i]]); "no error" }, error = conditionMessage)

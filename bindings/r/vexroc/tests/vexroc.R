@@ -127,7 +127,7 @@ says("distribution-changed", vexroc(state ~ a, study, distribution = "bi-negativ
 says("groups-ignored", compare(grouped, "paired"))
 shown <- capture.output(quietly(summary(vexroc(state ~ a, study, distribution = "bi-negative"))), pairs,
                         quietly(vexroc(state ~ test, rows, weight = weight)))
-for (text in c("nonparametric standard error", "^caution: the standard error is nonparametric", "^note: ",
+for (text in c("standard error: hanley-mcneil", "^caution: the standard error is nonparametric", "^note: ",
                "smaller ones of c", "b\\s+[0-9]+\\s+[0-9]+\\s+27 0", "missing weight 1",
                "^ test1 test2 +(z|p_value|lower|upper)"))
   if (!any(grepl(text, shown))) stop("not printed: ", text)
