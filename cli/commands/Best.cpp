@@ -140,6 +140,7 @@ Report runBest(const BestOptions& options, const Surroundings& surroundings)
     Task task = parseSliced(options.sliced, withRates);
     if (withRates && task.form == DocumentForm::csv)
         throw severalTables();
+    const PlannedPicture picture(options.plot);
     Answers<std::vector<BestCutOffs>> found;
     const Analysis analysis =
         answerSliced(task, surroundings, [&](std::string_view value, const TestResult& test, const Watch& watch) {

@@ -62,7 +62,7 @@ Report runPrArea(const PrOptions& options, const Surroundings& surroundings)
         throw usageError("--keilwagen says how points are interpolated, and --area gives none: give one of them");
     const CurveOptions how = parsePrArea(options);
     Task task = parseSliced(options.sliced, isBootstrap(how.interval));
-    task.remarks.leaveOut("no-error");
+    task.remarks.leaveOut({"no-error"});
     Answers<PrecisionRecallArea> found;
     const Analysis analysis =
         answerSliced(task, surroundings, [&](std::string_view value, const TestResult& test, const Watch& watch) {

@@ -42,7 +42,7 @@ void remarkOnCurves(const Results& results, Remarks& remarks)
 
 void remarkOnRows(const Question& question, std::span<const ValueResults> values, Remarks& remarks)
 {
-    remarks.leaveOut("no-error");
+    remarks.leaveOut({"no-error"});
     for (const auto& [value, results] : values)
         addLeftOut(results, question.by.empty() ? "" : question.by + " = " + value + ": ", remarks);
 }
