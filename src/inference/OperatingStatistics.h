@@ -43,8 +43,8 @@ struct EstimateLists {
     double* upper = nullptr;
 };
 
-/// Some cut-offs of one sample with both states, and their statistics, list by list. A statistic that is not defined has
-/// no limits.
+/// Some cut-offs of one sample with both states, and their statistics, list by list. A statistic that is not defined
+/// has no limits.
 ///
 /// Sources: shares Wilson 1927 or Clopper and Pearson 1934; youden and balanced Newcombe 1998 and Shan 2015 (PLoS ONE
 /// 10(7) e0127272); ratios Simel 1991 (J. Clin. Epidemiol. 44, 763-770) and Woolf 1955, with 1/2 added to every cell
