@@ -45,7 +45,7 @@ def _rows(summary: Summary, options: InferenceOptions, at: Floats | None, count:
                                                 at.ctypes.data, 0, count, ctypes.byref(columns)))
         numbers[np.isnan(numbers)] = np.nan  # of the library's missing value
     if turned:
-        numbers, counts = numbers[:, ::-1].copy(), counts[:, ::-1].copy()
+        numbers, counts = numbers[:, ::-1], counts[:, ::-1]
     rows: dict[str, Any] = dict(zip(("tp", "fp", "tn", "fn"), map(frozen, counts)), thresholds=frozen(numbers[-1]))
     for index, name in enumerate(RATES):
         rows[name] = Estimate(*map(frozen, numbers[3 * index:3 * index + 3]))
