@@ -45,7 +45,7 @@ def _rows(summary: Summary, options: InferenceOptions, at: Floats | None, count:
                                                 at.ctypes.data, 0, count, ctypes.byref(columns)))
         numbers[np.isnan(numbers)] = np.nan  # of the library's missing value
     if turned:
-        numbers, counts = numbers[:, ::-1].copy(), counts[:, ::-1].copy()
+        numbers, counts = numbers[:, ::-1], counts[:, ::-1]
     rows: dict[str, Any] = dict(zip(("tp", "fp", "tn", "fn"), map(frozen, counts)), thresholds=frozen(numbers[-1]))
     for index, name in enumerate(RATES):
         rows[name] = Estimate(*map(frozen, numbers[3 * index:3 * index + 3]))
@@ -72,9 +72,22 @@ class _Asked:
         count = len(self.summary) if at is None else len(at)
         rows = _rows(self.summary, self.options, at, count if self.has_both else 0,
                      at is None and not self.cases.is_smaller())
+        return self._told(rows)
+
+    def _told(self, rows: dict[str, Any]) -> OperatingPoints:
         return OperatingPoints(**rows, n_positive=self.facts.positive, n_negative=self.facts.negative,
                                n_omitted=self.cases.n_omitted, confidence_level=self.level,
                                proportion=self.proportion, prevalence=self.prevalence)
+
+    def points_of_ties(self, ties: Floats) -> OperatingPoints:
+        """The rows of these thresholds of the curve. The one between two infinite scores is NaN, and is not found by
+        its value."""
+        if not np.isnan(ties).any():
+            return self.points(ties)
+        rows = _rows(self.summary, self.options, None, len(self.summary), False)
+        tied = np.isin(rows["thresholds"], ties) | np.isnan(rows["thresholds"])
+        return self._told({name: Estimate(*(frozen(part[tied]) for part in row)) if isinstance(row, Estimate)
+                           else frozen(row[tied]) for name, row in rows.items()})
 
     def add_remarks(self, *codes: str) -> None:
         """Adds what there is to say of the cases, and remarks that hold where there are rows."""
@@ -226,7 +239,7 @@ def best_threshold(y_true: Any, y_score: Any, *, criterion: str = "youden", cost
     has_rate = asked.has_both and result.share == result.share
     rate = _fixed_rate(asked, criterion, result, interval) if has_rate else None
     chosen = float(ties[result.chosen]) if result.count else float("nan")
-    points = asked.points(ties)
+    points = asked.points_of_ties(ties)
     asked.add_remarks("best-on-same-data" if result.count else "criterion-unmet")
     return BestThreshold(chosen, number(result.value), criterion, frozen(ties), points, rate, *cases.remarks.tell())
 
