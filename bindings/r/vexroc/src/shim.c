@@ -3,6 +3,7 @@
 
 #include <R_ext/Rdynload.h>
 #include <R_ext/Utils.h>
+#include <stdio.h>
 #include <string.h>
 
 /* What the library complained about, with the argument that it begins with as R names that. */
@@ -18,15 +19,13 @@ static SEXP complaint(void)
                                                {"min_sensitivity", "min.sensitivity"},
                                                {"min_specificity", "min.specificity"}};
     const char* text = vexroc_last_error();
-    char name[24];
     const size_t length = strcspn(text, ": ");
     for (size_t i = 0; i < sizeof arguments / sizeof *arguments; ++i)
         if (strlen(arguments[i][0]) == length && strncmp(text, arguments[i][0], length) == 0) {
-            snprintf(name, sizeof name, "`%s`", arguments[i][1]);
-            char* spelled = R_alloc(strlen(name) + strlen(text) + 1, 1);
-            sprintf(spelled, "%s%s", name, text + length);
-            text = spelled;
-            break;
+            const size_t size = strlen(text) + strlen(arguments[i][1]) + 3;
+            char* spelled = R_alloc(size, 1);
+            snprintf(spelled, size, "`%s`%s", arguments[i][1], text + length);
+            return Rf_mkCharCE(spelled, CE_UTF8);
         }
     return Rf_mkCharCE(text, CE_UTF8);
 }
