@@ -44,7 +44,7 @@ void deliver(const Report& report, std::ostream& out)
     if (!report.error.empty())
         return;
     OutputFiles files;
-    report.stageTables(files);
+    report.stageFiles(files);
     if (!report.file.empty())
         files.add(report.file, report.text);
     files.commit();

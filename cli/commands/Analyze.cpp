@@ -11,7 +11,7 @@
 #include "cli/picture/curvesOf.h"
 #include "cli/study/remarksOn.h"
 #include "cli/system/OutputFiles.h"
-#include "cli/system/Rasterizer.h"
+#include "cli/words/Readable.h"
 #include "cli/words/VisibleText.h"
 #include "cli/words/version.h"
 
@@ -55,7 +55,7 @@ Analysis analyze(AnalyzeTask& task, DataTable table, AnalysisWatch& watch)
     Analysis analysis = studySlices(task, std::move(table), asked);
     analysis.bestTable = task.bestTable;
     const CurveOptions how{.interval = precisionRecallInterval};
-    if (task.question.summaries)
+    if (task.precisionRecallAreas)
         askEach(analysis, asked, [&](std::string_view value, const TestResult& test, const Watch& one) {
             const CurveInference inference(test, task.question, how, one);
             analysis.precisionRecallAreas.push_back({value, &test, inference.precisionRecall(precisionRecallRule)});
@@ -66,12 +66,13 @@ Analysis analyze(AnalyzeTask& task, DataTable table, AnalysisWatch& watch)
     return analysis;
 }
 
-std::vector<DrawnCurve> curvesOf(const Analysis& analysis)
+std::vector<DrawnCurve> curvesOf(const Analysis& analysis, bool rectangles)
 {
     std::vector<DrawnCurve> curves;
     for (const auto& [value, results] : analysis.values) {
         const std::string& by = analysis.question.by;
-        addDrawnCurves(results, by.empty() ? "" : visible(by) + " = " + visible(value) + ": ", curves);
+        addDrawnCurves(results, by.empty() ? "" : visible(by) + " = " + visible(value) + ": ", curves,
+                       rectangles ? &analysis.question : nullptr);
     }
     return curves;
 }
@@ -79,13 +80,13 @@ std::vector<DrawnCurve> curvesOf(const Analysis& analysis)
 /// Turns an analysis into texts and files.
 class AnalysisFiles {
 public:
-    AnalysisFiles(AnalyzeTask& task, const Analysis& analysis, const std::optional<Rasterizer>& rasterizer)
-        : task_(task), analysis_(analysis), rasterizer_(rasterizer), document_(analysisDocument(analysis))
+    AnalysisFiles(AnalyzeTask& task, const Analysis& analysis)
+        : task_(task), analysis_(analysis), document_(analysisDocument(analysis))
     {
         for (const ValueResults& value : analysis.values)
             methods_.add(value.results);
-        if (task.files.drawn()) {
-            curves_ = curvesOf(analysis);
+        if (task.isDrawn()) {
+            curves_ = curvesOf(analysis, task.rectangles);
             notDrawn_ = prepareForDrawing(curves_);
             if (!notDrawn_.empty())
                 task.remarks.add("not-drawn", "", notDrawn_);
@@ -99,7 +100,7 @@ public:
         report.file.clear(); // written with the other files, or not at all
         if (const std::optional<RunMessage> failure = analysis_.failure())
             report.error = statusLine(*failure);
-        else if (task_.files.drawn() && curves_.empty())
+        else if (task_.isDrawn() && curves_.empty())
             report.error = "no curve to draw: " + whyNoCurve();
         return report;
     }
@@ -115,11 +116,11 @@ public:
             watch.requireNotCancelled();
             files.add(path, makeText());
         };
-        report.stageTables(files);
+        report.stageFiles(files);
         stage(task_.files.curve, [&] { return csvOf(curvePoints(analysis_)); });
         stage(task_.files.precisionRecall, [&] { return csvOf(precisionRecallPoints(analysis_)); });
-        stage(task_.files.plot,
-              [&] { return rasterizer_->convert(svgPicture(drawing(), task_.style), task_.style.resolution); });
+        stage(task_.picture.file(),
+              [&] { return task_.picture.bytesOf(svgPicture(drawing(), task_.picture.style())); });
         stage(task_.files.report, [&] { return page(surroundings); });
         stage(task_.output, [&] { return std::exchange(report.text, ""); });
         watch.requireNotCancelled();
@@ -157,6 +158,9 @@ private:
                         .question = questionHeading(task_.question, *analysis_.labels),
                         .notes = {"Dot: maximum Kolmogorov-Smirnov distance, the largest Youden index",
                                   areaHeading(task_.question, methods_)}};
+        if (task_.rectangles)
+            drawing.notes.push_back("Shaded: " + readable(100.0 * task_.question.inference.level, CellRole::measure)
+                                    + " % rectangles of sensitivity and specificity (Wilson), point by point");
         if (const std::string note = thinningNote(curves_); !note.empty())
             drawing.notes.push_back("Thinned: " + note);
         if (!notDrawn_.empty())
@@ -186,7 +190,6 @@ private:
 
     const AnalyzeTask& task_;
     const Analysis& analysis_;
-    const std::optional<Rasterizer>& rasterizer_;
     Document document_;
     AreaMethods methods_;
     std::vector<DrawnCurve> curves_; ///< ready for pictures, of all values together
@@ -196,16 +199,13 @@ private:
 Report runAnalyze(const AnalyzeOptions& options, const Surroundings& surroundings)
 {
     AnalyzeTask task = parseAnalyzeTask(options);
-    std::optional<Rasterizer> rasterizer;
-    if (!task.files.plot.empty())
-        rasterizer.emplace("--plot", task.files.plot);
     if (!task.files.report.empty())
         ReportPage::requirePossible(task.files.report);
     // Nothing is there to tidy up while the data are read: until then, an interrupt just ends the program.
     DataTable table = readAnalysisTable(task, surroundings);
     AnalysisWatch watch(surroundings, table.rows);
     const Analysis analysis = analyze(task, std::move(table), watch);
-    const AnalysisFiles files(task, analysis, rasterizer);
+    const AnalysisFiles files(task, analysis);
     Report report = files.report(surroundings);
     if (report.error.empty())
         files.write(report, surroundings, watch);

@@ -1,6 +1,5 @@
 #include "cli/commands/AnalyzeOptions.h"
 
-#include "cli/commands/PlotSize.h"
 #include "cli/commands/SlicedOptions.h"
 #include "cli/options/Offer.h"
 #include "cli/words/Failure.h"
@@ -31,14 +30,9 @@ void addResultOptions(CLI::App& command, AnalyzeOptions& options)
                      "Interpolate them along false positives (Keilwagen) instead of true positives (Davis, Goadrich)");
     command.add_flag("--no-curve", options.noCurve, "Areas only, without the points of the ROC curves");
     command.add_flag("--best", options.best, "The cut-offs with the largest Youden index, with all ties");
-    command.add_option("--plot", options.files.plot, "Draw the curves into this file: .svg, .pdf or .png")
-        ->type_name("FILE");
-    command
-        .add_option("--plot-size", options.plot.size,
-                    "Size of the picture of --plot: its width, or width and height, such as 85mm or 6inx4in")
-        ->type_name("WIDTH[xHEIGHT]");
-    command.add_flag("--grey", options.plot.grey, "The picture of --plot without colour");
-    command.add_flag("--no-title", options.plot.noTitle, "The picture of --plot without titles above its panels");
+    addPlotOptions(command, options.plot, "Draw the curves");
+    command.add_flag("--rectangles", options.rectangles,
+                     "Pictures shade where sensitivity and specificity of each point lie together");
     command.add_option("--report", options.files.report, "Write a page to explore the curves, with all tables")
         ->type_name("FILE.html");
     command.add_option("--curve", options.files.curve, "Write the points of the ROC curves to this file, as CSV")
@@ -53,8 +47,9 @@ void requireFit(const AnalyzeOptions& options)
 {
     const bool selects = !options.groups.select.empty();
     const bool split = options.midPoint || selects || !options.cut.empty();
+    const bool isDrawn = !options.plot.file.empty() || !options.files.report.empty();
     const bool readsCurve =
-        options.best || !options.files.curve.empty() || !options.files.precisionRecall.empty() || options.files.drawn();
+        options.best || !options.files.curve.empty() || !options.files.precisionRecall.empty() || isDrawn;
     const struct {
         bool wrong;
         const char* message;
@@ -71,8 +66,7 @@ void requireFit(const AnalyzeOptions& options)
          "--weight-kind is about weights: name them with --weight"},
         {options.noCurve && readsCurve,
          "--best, --curve, --pr-curve, --plot and --report need the curve that --no-curve leaves out"},
-        {(options.plot.grey || options.plot.noTitle || !options.plot.size.empty()) && options.files.plot.empty(),
-         "--plot-size, --grey and --no-title say how the picture of --plot FILE looks: name it"},
+        {options.rectangles && !isDrawn, "--rectangles are drawn: ask for a picture with --plot FILE or --report FILE"},
         {options.keilwagen && !options.pr && options.files.precisionRecall.empty(),
          "--keilwagen says how precision-recall points are interpolated: ask for them with --pr or --pr-curve FILE"},
     };
@@ -104,12 +98,13 @@ std::optional<Grouping> parseGrouping(const AnalyzeOptions& options)
 /// What is to be computed and kept, for the tables and the files that are asked for.
 void askForParts(const AnalyzeOptions& options, AnalyzeTask& task)
 {
-    const bool drawn = options.files.drawn();
+    const bool drawn = task.isDrawn();
     task.bestTable = options.best;
     task.question.rocCurve = !options.noCurve;
     task.question.bestCutOffs = !options.noCurve; // the maximum is one of them
     task.question.precisionRecall = options.pr || !options.files.precisionRecall.empty();
-    task.question.summaries = options.pr; // for the areas of precision and recall
+    task.precisionRecallAreas = options.pr;
+    task.question.summaries = options.pr || options.rectangles;
     task.question.points = drawn || !options.files.curve.empty() || !options.files.precisionRecall.empty();
     if (options.pr && options.files.precisionRecall.empty() && !drawn)
         task.remarks.add("points-elsewhere");
@@ -173,8 +168,8 @@ AnalyzeTask parseAnalyzeTask(const AnalyzeOptions& options)
     question.by = options.by;
     question.alongFalsePositives = options.keilwagen;
     question.byArea = options.sort == "area";
-    task.style = {.grey = options.plot.grey, .titles = !options.plot.noTitle};
-    setPlotSize(options.plot.size, task.style);
+    task.picture = PlannedPicture(options.plot);
+    task.rectangles = options.rectangles;
     task.allTests = question.tests == std::vector<std::string>{"all"};
     if (task.allTests)
         question.tests.clear();

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "cli/commands/InferenceOptions.h"
+#include "cli/commands/PlotOptions.h"
 #include "cli/commands/QuestionOptions.h"
-#include "cli/picture/Picture.h"
 
 #include <string>
 #include <vector>
@@ -13,17 +13,7 @@ namespace vexroc {
 struct AnalysisFileNames {
     std::string curve;
     std::string precisionRecall;
-    std::string plot;
     std::string report;
-
-    [[nodiscard]] bool drawn() const { return !plot.empty() || !report.empty(); }
-};
-
-/// How the picture of --plot looks, as typed.
-struct PlotOptions {
-    std::string size;
-    bool grey = false;
-    bool noTitle = false;
 };
 
 /// The options of analyze, as typed.
@@ -45,6 +35,7 @@ struct AnalyzeOptions {
     std::string sort;
     AnalysisFileNames files;
     PlotOptions plot;
+    bool rectangles = false;
 };
 
 void addAnalyzeOptions(CLI::App& command, AnalyzeOptions& options);
@@ -53,8 +44,12 @@ void addAnalyzeOptions(CLI::App& command, AnalyzeOptions& options);
 struct AnalyzeTask : Task {
     bool allTests = false; ///< every column of numbers without another part is a test
     bool bestTable = false;
+    bool precisionRecallAreas = false;
     AnalysisFileNames files;
-    PictureStyle style; ///< of the picture of --plot
+    PlannedPicture picture{{}}; ///< of --plot
+    bool rectangles = false; ///< around the points of the curves that are drawn
+
+    [[nodiscard]] bool isDrawn() const { return picture.isWanted() || !files.report.empty(); }
 };
 
 /// The state among the tests is none of them; as --by it is a usage error.

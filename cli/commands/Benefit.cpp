@@ -33,6 +33,8 @@ Report runBenefit(const BenefitOptions& options, const Surroundings& surrounding
                          "thresholds of risk between 0 and 1, such as 0.05,0.1,0.2"};
     const std::vector<double> thresholds = parseNumberList("--at", options.at, aRisk);
     const CurveOptions how{.prevalence = parsePrevalence(options.prevalence)};
+    if (options.sliced.question.exclude)
+        throw usageError("a score that is equal to a threshold counts as positive: leave out --exclude");
     Task task = parseSliced(options.sliced);
     Answers<NetBenefit> found;
     const Analysis analysis =

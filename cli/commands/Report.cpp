@@ -13,23 +13,34 @@
 
 namespace vexroc {
 
-void Report::stageTables(OutputFiles& files) const
+namespace {
+
+void stageTables(const Report& report, OutputFiles& staged)
 {
-    if (folder.empty())
+    if (report.folder.empty())
         return;
-    files.makeFolder(folder);
+    staged.makeFolder(report.folder);
     for (const std::string_view name : tableNames) {
         std::error_code ignored;
-        if (std::ranges::find(tables, name, &Table::name) == tables.end()
-            && std::filesystem::exists(tableFile(folder, name), ignored))
-            throw outputError("--tables " + inQuotes(folder) + " holds " + visible(name)
+        if (std::ranges::find(report.tables, name, &Report::Table::name) == report.tables.end()
+            && std::filesystem::exists(tableFile(report.folder, name), ignored))
+            throw outputError("--tables " + inQuotes(report.folder) + " holds " + visible(name)
                               + ".csv, a table that this answer does not have: remove it, or name another folder");
     }
-    for (const auto& [name, csv] : tables) {
+    for (const auto& [name, csv] : report.tables) {
         if (std::ranges::find(tableNames, name) == tableNames.end())
             throw std::logic_error("a table has no name among those of files");
-        files.add(tableFile(folder, name), csv);
+        staged.add(tableFile(report.folder, name), csv);
     }
+}
+
+} // namespace
+
+void Report::stageFiles(OutputFiles& staged) const
+{
+    for (const auto& [path, bytes] : files)
+        staged.add(path, bytes);
+    stageTables(*this, staged);
 }
 
 } // namespace vexroc

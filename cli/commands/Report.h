@@ -21,13 +21,19 @@ struct Report {
     };
     std::string folder = {}; ///< of the tables; empty where none is asked for
     std::vector<Table> tables = {};
+    struct File {
+        std::string path;
+        std::string bytes;
+    };
+    std::vector<File> files = {}; ///< pictures
     // For standard error.
     std::vector<Remark> notes = {};
     std::vector<Remark> cautions = {};
     std::string error = {}; ///< why the analysis came to no result; the program then ends with exitNoResult
 
-    /// The tables as files of their folder. Throws an output error where that holds tables of another answer.
-    void stageTables(OutputFiles& files) const;
+    /// The files, and the tables as files of their folder. Throws an output error where that holds tables of another
+    /// answer.
+    void stageFiles(OutputFiles& staged) const;
 };
 
 } // namespace vexroc

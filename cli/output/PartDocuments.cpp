@@ -46,19 +46,23 @@ std::array<TableColumn, 7> precisionRecallColumns(bool told, bool lowest)
     };
 }
 
-constexpr std::array benefitColumns{
-    TableColumn{"threshold", "threshold", CellRole::cutOff},
-    TableColumn{"net_benefit", "net benefit", CellRole::statistic},
-    TableColumn{"treat_all", "treat all", CellRole::statistic},
-    TableColumn{"treat_none", "treat none", CellRole::statistic},
-    TableColumn{"true_positive", "TP", CellRole::count, 1},
-    TableColumn{"false_positive", "FP", CellRole::count, 1},
-    TableColumn{"positive", "positive", CellRole::count, 1},
-    TableColumn{"negative", "negative", CellRole::count, 1},
-    TableColumn{"prevalence", "prevalence", CellRole::statistic, 2},
-    TableColumn{"mean_score", "mean score", CellRole::statistic, 2},
-    TableColumn{"observed", "observed share", CellRole::statistic, 2},
-};
+/// `told`: the heading says the prevalence.
+std::array<TableColumn, 11> benefitColumns(bool told)
+{
+    return {
+        TableColumn{"threshold", "threshold", CellRole::cutOff},
+        TableColumn{"net_benefit", "net benefit", CellRole::statistic},
+        TableColumn{"treat_all", "treat all", CellRole::statistic},
+        TableColumn{"treat_none", "treat none", CellRole::statistic},
+        TableColumn{"true_positive", "TP", CellRole::count, 1},
+        TableColumn{"false_positive", "FP", CellRole::count, 1},
+        TableColumn{"positive", "positive", CellRole::count, 1},
+        TableColumn{"negative", "negative", CellRole::count, 1},
+        TableColumn{"prevalence", told ? "" : "prevalence", CellRole::statistic, 2},
+        TableColumn{"mean_score", "mean score", CellRole::statistic, 2},
+        TableColumn{"observed", "observed share", CellRole::statistic, 2},
+    };
+}
 
 /// The table of `columns` in which `addRows(test, answer, table)` puts the rows of each curve.
 template <class Answer>
@@ -165,7 +169,8 @@ Document netBenefitDocument(const Analysis& analysis, const CurveOptions& how, c
                        0.0, double(b.truePositive[i]), double(b.falsePositive[i]), double(test.area.positive),
                        double(test.area.negative), prevalenceOf(test, how), b.meanScore, b.observed});
     };
-    document.parts.push_back({"net_benefits", "", tableOf(analysis, found, benefitColumns, addRows)});
+    document.parts.push_back(
+        {"net_benefits", "", tableOf(analysis, found, benefitColumns(isOnePrevalence(analysis, how)), addRows)});
     return document;
 }
 

@@ -1,6 +1,7 @@
 #include "cli/picture/curvesOf.h"
 
 #include "cli/picture/Thinning.h"
+#include "cli/study/CurveInference.h"
 #include "cli/words/VisibleText.h"
 
 #include <algorithm>
@@ -51,9 +52,32 @@ void addPrecisionRecall(const TestResult& test, DrawnCurve& curve)
     }
 }
 
+/// Both rates hold together with the level when each holds with its root.
+void addBoxes(const TestResult& test, const Question& question, DrawnCurve& curve)
+{
+    constexpr std::size_t most = 200;
+    Question ofRates = question;
+    ofRates.inference.level = std::sqrt(question.inference.level);
+    std::vector<PathPoint> path;
+    for (const CutOff& point : curve.roc)
+        path.push_back({1.0 - point.specificity, point.sensitivity});
+    std::vector<double> cutOffs;
+    for (const std::size_t i : thinned(path, {}, most))
+        cutOffs.push_back(curve.roc[i].value);
+    const Watch alone{.cancelRequested = [] { return false; }};
+    const CurveOptions wilson;
+    const OperatingPoints points = CurveInference(test, ofRates, wilson, alone).points(cutOffs);
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        const Estimate sensitivity = points.at(Measure::sensitivity, i);
+        const Estimate specificity = points.at(Measure::specificity, i);
+        curve.boxes.push_back({sensitivity.lower, sensitivity.upper, specificity.lower, specificity.upper});
+    }
+}
+
 } // namespace
 
-void addDrawnCurves(const Results& results, const std::string& subject, std::vector<DrawnCurve>& curves)
+void addDrawnCurves(const Results& results, const std::string& subject, std::vector<DrawnCurve>& curves,
+                    const Question* boxes)
 {
     std::set<std::pair<std::string, std::string>> drawn; // test and group
     for (const TestResult& test : results.tests) {
@@ -70,6 +94,8 @@ void addDrawnCurves(const Results& results, const std::string& subject, std::vec
                          .upper = area.upper};
         addRoc(test, curve);
         addPrecisionRecall(test, curve);
+        if (boxes != nullptr)
+            addBoxes(test, *boxes, curve);
         curves.push_back(std::move(curve));
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/picture/DrawnCurve.h"
+#include "cli/study/Question.h"
 
 #include <string>
 #include <vector>
@@ -9,6 +10,9 @@ namespace vexroc {
 
 /// Adds the curves of all tests; one without an area has none, and one that was named twice is drawn once. `subject`
 /// stands before the name of each.
-void addDrawnCurves(const Results& results, const std::string& subject, std::vector<DrawnCurve>& curves);
+///
+/// @param boxes  of the question whose confidence level they have; null for none
+void addDrawnCurves(const Results& results, const std::string& subject, std::vector<DrawnCurve>& curves,
+                    const Question* boxes = nullptr);
 
 } // namespace vexroc

@@ -79,15 +79,7 @@ struct Share {
 template <class CountOf>
 Share(const OperatingOptions&, CountOf) -> Share<CountOf>;
 
-auto sensitivityOf(const OperatingOptions& options)
-{
-    return Share{options, [](const auto& x) { return Count{x.tp, x.positives()}; }};
-}
-auto falsePositiveRateOf(const OperatingOptions& options)
-{
-    return Share{options, [](const auto& x) { return Count{x.fp, x.negatives()}; }};
-}
-
+/// From Wilson's limits of both rates.
 struct Youden {
     const OperatingOptions& options;
 
@@ -99,10 +91,10 @@ struct Youden {
     template <class Number>
     [[nodiscard]] Limits limits(const Cells<Number>& x, double) const
     {
-        const auto sensitivity = sensitivityOf(options);
-        const auto falsePositiveRate = falsePositiveRateOf(options);
-        return youdenLimits(sensitivity.value(x), sensitivity.limits(x, 0.0), falsePositiveRate.value(x),
-                            falsePositiveRate.limits(x, 0.0));
+        const Cells<double> y = x.plus(0.0);
+        const auto wilson = [this](double count, double all) { return wilsonLimits(count, all, options.zCritical); };
+        return youdenLimits(y.tp / y.positives(), wilson(y.tp, y.positives()), y.fp / y.negatives(),
+                            wilson(y.fp, y.negatives()));
     }
 };
 
@@ -251,19 +243,22 @@ struct Kappa {
     }
 
 private:
+    /// Spread of what kappa changes with a case of each cell, around its mean.
     static double stdError(const Cells<double>& x, double kappa)
     {
+        if (x.calledPositive() == 0.0 || x.calledNegative() == 0.0) // exact: kappa is 0, whatever the cases
+            return 0.0;
         const double n = x.positives() + x.negatives();
         const double positive = x.positives() / n; // states
         const double called = x.calledPositive() / n;
         const double expected = positive * called + (1.0 - positive) * (1.0 - called);
-        const auto square = [](double t) { return t * t; };
-        const double agreeing = x.tp / n * square(1.0 - (positive + called) * (1.0 - kappa))
-            + x.tn / n * square(1.0 - (2.0 - positive - called) * (1.0 - kappa));
-        const double differing = square(1.0 - kappa)
-            * (x.fp / n * square(1.0 - called + positive) + x.fn / n * square(called + 1.0 - positive));
-        const double rest = square(kappa - expected * (1.0 - kappa));
-        return std::sqrt(std::max(agreeing + differing - rest, 0.0) / n) / (1.0 - expected);
+        const double rest = 1.0 - kappa;
+        const double mean = kappa - expected * rest;
+        const auto square = [mean](double change) { return (change - mean) * (change - mean); };
+        const double sum = x.tp * square(1.0 - (positive + called) * rest)
+            + x.tn * square(1.0 - (2.0 - positive - called) * rest) + x.fp * square(-(1.0 - called + positive) * rest)
+            + x.fn * square(-(called + 1.0 - positive) * rest);
+        return std::sqrt(sum) / n / (1.0 - expected);
     }
 };
 
@@ -274,7 +269,8 @@ void withStatistic(OperatingStatistic statistic, const OperatingOptions& options
     const bool stated = options.prevalence.has_value();
     const double q = options.prevalence.value_or(0.0);
     switch (statistic) {
-    case OperatingStatistic::sensitivity: return use(sensitivityOf(options));
+    case OperatingStatistic::sensitivity:
+        return use(Share{options, [](const auto& x) { return Count{x.tp, x.positives()}; }});
     case OperatingStatistic::specificity:
         return use(Share{options, [](const auto& x) { return Count{x.tn, x.negatives()}; }});
     case OperatingStatistic::ppv:

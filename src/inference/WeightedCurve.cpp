@@ -12,7 +12,7 @@ using VexCommon_920::VexMV;
 namespace {
 
 /// Weights of either state.
-struct StateWeights {
+struct SideWeights {
     DoubleDouble positives = 0.0;
     DoubleDouble negatives = 0.0;
 
@@ -24,7 +24,7 @@ struct StateWeights {
         positives = positives + (areCounts ? static_cast<double>(x.positives) : sample.weights[i].positives.sum);
         negatives = negatives + (areCounts ? static_cast<double>(x.negatives) : sample.weights[i].negatives.sum);
     }
-    [[nodiscard]] StateWeights restOf(const StateWeights& all) const
+    [[nodiscard]] SideWeights restOf(const SideWeights& all) const
     {
         return {all.positives - positives, all.negatives - negatives};
     }
@@ -48,16 +48,16 @@ WeightedCurve weightedCurve(const WeightedSummary& sample, std::span<const doubl
 {
     const std::span<const DistinctValue> values = sample.counts.values();
     const SideOfCutOff side(sample.counts.counts(), options);
-    StateWeights all;
+    SideWeights all;
     for (std::size_t i = 0; i < values.size(); ++i)
         all.add(sample, i);
     WeightedCurve curve;
-    StateWeights left;
+    SideWeights left;
     std::size_t next = 0;
     for (const double cutOff : cutOffs) {
         for (; next < values.size() && side.isLeft(values[next].value, cutOff); ++next)
             left.add(sample, next);
-        const StateWeights right = left.restOf(all);
+        const SideWeights right = left.restOf(all);
         const auto& [truePositive, falsePositive] = options.largerTestMorePositive ? right : left;
         const DoubleDouble trueNegative = options.largerTestMorePositive ? left.negatives : right.negatives;
         const bool nonePositive = next == (options.largerTestMorePositive ? values.size() : 0);

@@ -112,6 +112,40 @@ TEST(Remarks, EachRuleOfAnAreaStartsWhereItSays)
     EXPECT_THAT(saidOf([](Facts& f) { f.distinct_values = 2, f.ties = 1; }), ElementsAre("two-values"));
 }
 
+TEST(Remarks, WhatIsSaidOfAnAreaGoesByTheRulesOfIntervalAndP)
+{
+    const auto said = [](const char* interval, const char* p, auto change) {
+        return saidOf([&](vexroc_area_facts& f) {
+            f.interval = interval;
+            f.p_method = p;
+            f.p_value = 0.01;
+            f.level = 0.95;
+            f.null_area = 0.5;
+            change(f);
+        });
+    };
+    const auto few = [](vexroc_area_facts& f) { f.positive = 9; };
+    const auto separated = [](vexroc_area_facts& f) { f.area = f.upper = 1.0, f.std_error = 0.0; };
+    const auto lowP = [](vexroc_area_facts& f) { f.lower = 0.49; };
+    const auto highP = [](vexroc_area_facts& f) { f.p_value = 0.0501; };
+    EXPECT_THAT(said("newcombe", "mann-whitney-exact", few), IsEmpty());
+    EXPECT_THAT(said("score", "wald", few), ElementsAre("few-cases"));
+    EXPECT_THAT(said("logit", "mann-whitney", few), ElementsAre("few-cases"));
+    EXPECT_THAT(said("score", "mann-whitney", separated), IsEmpty());
+    EXPECT_THAT(said("wald-delong", "mann-whitney", separated), ElementsAre("zero-error"));
+    EXPECT_THAT(said("score", "wald", separated), ElementsAre("zero-error"));
+    EXPECT_THAT(said("bca", "mann-whitney", [&](auto& f) { separated(f), f.lower = 1.0, f.held = 1; }),
+                ElementsAre("bootstrap-at-end"));
+    EXPECT_THAT(said("bootstrap", "mann-whitney", [](auto& f) { f.held = f.percentile = 1; }),
+                ElementsAre("percentile-instead", "few-replicates"));
+    EXPECT_THAT(said("score", "mann-whitney", [](auto& f) { f.edge = 1; }), ElementsAre("score-instead"));
+    EXPECT_THAT(said("score", "mann-whitney", lowP), ElementsAre("interval-and-p"));
+    EXPECT_THAT(said("score", "mann-whitney", highP), ElementsAre("interval-and-p"));
+    EXPECT_THAT(said("wald", "wald", highP), IsEmpty()); // one method
+    EXPECT_THAT(said("score", "mann-whitney", [&](auto& f) { highP(f), f.alternative = "greater"; }),
+                ElementsAre("one-sided"));
+}
+
 TEST(Remarks, ADifferenceOfZeroMayHaveTheErrorZero)
 {
     Remarks remarks;

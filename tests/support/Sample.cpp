@@ -21,6 +21,15 @@ int below(Random& random, unsigned limit) { return static_cast<int>(random() % l
 
 double sign(Random& random) { return below(random, 2) == 0 ? -1.0 : 1.0; }
 
+/// A magnitude from 2^lowest to below 2^highest, made of integers alone: the same on every processor.
+double magnitude(Random& random, int lowest, int highest)
+{
+    const int exponent = lowest + below(random, static_cast<unsigned>(highest - lowest));
+    return std::ldexp(1.0 + uniform(random), exponent);
+}
+
+double ofEitherSign(Random& random, double magnitude) { return sign(random) * magnitude; }
+
 constexpr std::array infinities{-Limits::infinity(), Limits::infinity(), -1.0, 0.5, Limits::max(), 1e-300};
 
 constexpr std::array<Shape, 19> allShapes{{
@@ -28,20 +37,25 @@ constexpr std::array<Shape, 19> allShapes{{
     {"half steps around 0", [](Random& r, double) { return 0.5 * (below(r, 41) - 20); }},
     {"probabilities", [](Random& r, double) { return std::nextafter(uniform(r), 0.5); }},
     {"rounded probabilities with 0 and 1", [](Random& r, double) { return below(r, 21) / 20.0; }},
-    {"both signs", [](Random& r, double) { return std::log(uniform(r) + 0x1p-60) * sign(r); }},
+    {"both signs", [](Random& r, double) { return ofEitherSign(r, magnitude(r, -40, 6)); }},
     {"all negative", [](Random& r, double) { return -1.0 - uniform(r); }},
     {"neighbouring doubles",
      [](Random& r, double) { return std::bit_cast<double>(std::bit_cast<std::uint64_t>(0.75) + r() % 9); }},
     {"neighbours below and above 1",
      [](Random& r, double) { return std::bit_cast<double>(std::bit_cast<std::uint64_t>(1.0) - 4 + r() % 9); }},
-    {"denormals and signed zeros", [](Random& r, double) { return sign(r) * below(r, 6) * Limits::denorm_min(); }},
-    {"around 1e300", [](Random& r, double) { return sign(r) * (1.0 + below(r, 30)) * 1e300; }},
-    {"midpoints overflow", [](Random& r, double) { return sign(r) * (Limits::max() - below(r, 7) * 0x1p971); }},
+    {"denormals and signed zeros",
+     [](Random& r, double) { return ofEitherSign(r, below(r, 6) * Limits::denorm_min()); }},
+    {"around 1e300", [](Random& r, double) { return ofEitherSign(r, (1.0 + below(r, 30)) * 1e300); }},
+    {"midpoints overflow", [](Random& r, double) { return ofEitherSign(r, Limits::max() - below(r, 7) * 0x1p971); }},
     {"infinities", [](Random& r, double) { return infinities[r() % infinities.size()]; }},
-    {"all magnitudes", [](Random& r, double) { return sign(r) * std::exp(1400.0 * (uniform(r) - 0.5)); }},
-    {"mostly zero", [](Random& r, double) { return below(r, 10) != 0 ? 0.0 : std::exp(3.0 * uniform(r)); }},
+    {"all magnitudes", [](Random& r, double) { return ofEitherSign(r, magnitude(r, -1010, 1010)); }},
+    {"mostly zero", [](Random& r, double) { return below(r, 10) != 0 ? 0.0 : magnitude(r, 0, 4); }},
     {"narrow band and an outlier", [](Random& r, double p) { return p == 0.0 ? 1e300 : 1.0 + 1e-9 * uniform(r); }},
-    {"two bands", [](Random& r, double) { return below(r, 2) * 1e6 + 1e-6 * uniform(r); }},
+    {"two bands",
+     [](Random& r, double) {
+         const double band = below(r, 2) * 1e6;
+         return band + 1e-6 * uniform(r);
+     }},
     {"ascending", [](Random&, double p) { return std::floor(p * 5000.0) / 8.0 - 100.0; }},
     {"descending", [](Random&, double p) { return 1.0 / (1.0 + std::floor(p * 7000.0)); }},
     {"at most 0", [](Random& r, double) { return -0.5 * below(r, 8); }},

@@ -11,6 +11,7 @@ from ._inputs import (MAX_CASES, Floats, Mask, NanPolicy, check_directions, chec
                       complete_cases, distinct_values, to_numbers)
 from ._labels import OTHER_STATE, to_states
 from ._library import check, library
+from ._options import AreaQuestion, infer_area
 from ._remarks import RemarkList
 from ._structures import SummaryFacts, sized
 
@@ -72,6 +73,8 @@ class Cases:
         kept = complete_cases(columns, nan_policy, {name} if told.are_two else ())
         if told.have_others():
             kept = (columns[name] != OTHER_STATE) & (True if kept is None else kept)
+        if weights.kind == _PROBABILITY and not columns[weights.name].all():
+            kept = (columns[weights.name] != 0) & (True if kept is None else kept)
         self.n_omitted = 0 if kept is None else self._number_of(~kept, columns.get(weights.name))
         chosen = [column if kept is None else column[kept] for column in columns.values()]
         self.weights = chosen.pop() if weights.kind else None
@@ -108,11 +111,6 @@ class Cases:
         positive = int(np.count_nonzero(self.states))
         return positive, len(self.states) - positive
 
-    @property
-    def part(self) -> str:
-        """Which part the weights play in the library's handle."""
-        return "count" if self.kind == _FREQUENCY else "weight"
-
     def is_smaller(self) -> bool:
         return self.directions[0] == "smaller"
 
@@ -127,6 +125,13 @@ class Cases:
         self.remarks.add_area(self.subject(), test=self.names[0].encode(), n_positive=n_positive,
                               n_negative=n_negative, smaller_is_positive=self.is_smaller(),
                               distinct_values=min(distinct, 3), **facts)
+
+    def add_remarks_of(self, summary: Summary, **facts: Any) -> None:
+        """Adds what there is to say of the cases of a summary, of which more is asked than the area; facts: of that."""
+        r, told = infer_area(summary.address, self.is_smaller(), AreaQuestion(exact="never")), summary.facts()
+        self.add_remarks(told.positive, told.negative, told.values, **{
+            "area": r.area, "std_error": r.std_error, "lower": r.lower, "upper": r.upper, "interval": b"score",
+            "p_method": b"mann-whitney", **facts})
 
     def summary(self) -> Summary:
         """Of the only scores."""

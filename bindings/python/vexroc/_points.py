@@ -23,7 +23,11 @@ _COUNTS = ("true_positive", "false_positive", "true_negative", "false_negative")
 
 def _at(name: str, values: Any) -> Floats:
     """Thresholds, given as one or as several."""
-    return to_numbers(name, [values] if np.ndim(values) == 0 else values)
+    column = to_numbers(name, [values] if np.ndim(values) == 0 else values)
+    missing = np.isnan(column)
+    if missing.any():
+        raise ValueError(f"{name} has a missing value at position {int(missing.argmax())}; give numbers")
+    return column
 
 
 def _rows(summary: Summary, options: InferenceOptions, at: Floats | None, count: int, turned: bool) -> dict[str, Any]:
@@ -75,8 +79,7 @@ class _Asked:
     def add_remarks(self, *codes: str) -> None:
         """Adds what there is to say of the cases, and remarks that hold where there are rows."""
         facts = self.facts
-        self.cases.add_remarks(facts.positive, facts.negative, facts.values, interval=b"score",
-                               p_method=b"mann-whitney")
+        self.cases.add_remarks_of(self.summary)
         if not self.has_both:
             return
         for code in codes:
@@ -204,6 +207,11 @@ def best_threshold(y_true: Any, y_score: Any, *, criterion: str = "youden", cost
     if not isinstance(criterion, str):
         raise TypeError(f"criterion={criterion!r} is no text; give one such as 'youden' or 'specificity=0.9'")
     check_word("interval", interval, RATE_INTERVALS)
+    for name, value, unused, its in (("cost_ratio", cost_ratio, 1, "cost"),
+                                     ("min_sensitivity", min_sensitivity, 0, "youden"),
+                                     ("min_specificity", min_specificity, 0, "youden")):
+        if value != unused and criterion.lower() != its:
+            raise ValueError(f"{name}={value!r} is of criterion={its!r}, not of {criterion!r}; leave one of them out")
     check_replicates(interval, check_level(confidence_level), n_resamples, random_state)
     cases = Cases(("y_true", y_true), {"y_score": y_score}, (pos_label, neg_label, missing), direction, nan_policy,
                   weights_of(count, None))
@@ -212,7 +220,8 @@ def best_threshold(y_true: Any, y_score: Any, *, criterion: str = "youden", cost
                    min_sensitivity=check_number("min_sensitivity", min_sensitivity, "give a share from 0 to 1"),
                    min_specificity=check_number("min_specificity", min_specificity, "give a share from 0 to 1"))
     result, ties = _best(asked, criterion)
-    rate = _fixed_rate(asked, criterion, result, interval) if asked.has_both and result.share == result.share else None
+    has_rate = asked.has_both and result.share == result.share
+    rate = _fixed_rate(asked, criterion, result, interval) if has_rate else None
     chosen = float(ties[result.chosen]) if result.count else float("nan")
     points = asked.points(ties)
     asked.add_remarks("best-on-same-data" if result.count else "criterion-unmet")
@@ -238,7 +247,8 @@ def _fixed_rate(asked: _Asked, criterion: str, best: BestResult, interval: str) 
     drawn = (None, None) if interval == "none" else (options.replicates, options.seed)
     rate = "sensitivity" if best.criterion == b"specificity" else "specificity"
     return FixedRate(rate, best.share, number(result.reached), number(result.lower), number(result.upper),
-                     number(result.interpolated), number(result.std_error), result.interval.decode(), asked.level, *drawn)
+                     number(result.interpolated), number(result.std_error), result.interval.decode(), asked.level,
+                     *drawn)
 
 
 def net_benefit(y_true: Any, y_score: Any, thresholds: Any, *, prevalence: float | None = None, pos_label: Any = None,

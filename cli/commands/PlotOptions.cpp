@@ -1,12 +1,16 @@
-#include "cli/commands/PlotSize.h"
+#include "cli/commands/PlotOptions.h"
 
+#include "cli/commands/Report.h"
 #include "cli/words/Failure.h"
 #include "cli/words/VisibleText.h"
+
+#include <CLI/CLI.hpp>
 
 #include <array>
 #include <charconv>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 namespace vexroc {
 
@@ -51,8 +55,8 @@ bool isPossible(const Length& length)
     return length.pixels() >= smallest - 1e-9 && length.pixels() <= largest;
 }
 
-} // namespace
-
+/// Such as 85mm, 900px or 6inx4in, with the resolution that goes with the unit: pixels are dots, lengths are printed
+/// with 300 dots to an inch.
 void setPlotSize(const std::string& text, PictureStyle& style)
 {
     if (text.empty())
@@ -77,6 +81,39 @@ void setPlotSize(const std::string& text, PictureStyle& style)
     style.width = width->pixels();
     style.height = height ? height->pixels() : 0;
     style.resolution = width->unit->name == "px" ? 1.0 : printed;
+}
+
+} // namespace
+
+void addPlotOptions(CLI::App& command, PlotOptions& options, const std::string& whatItDoes)
+{
+    command.add_option("--plot", options.file, whatItDoes + " into this file: .svg, .pdf or .png")->type_name("FILE");
+    command
+        .add_option("--plot-size", options.size,
+                    "Size of the picture of --plot: its width, or width and height, such as 85mm or 6inx4in")
+        ->type_name("WIDTH[xHEIGHT]");
+    command.add_flag("--grey", options.grey, "The picture of --plot without colour");
+    command.add_flag("--no-title", options.noTitle, "The picture of --plot without titles");
+}
+
+PlannedPicture::PlannedPicture(const PlotOptions& options)
+    : file_(options.file), style_{.grey = options.grey, .titles = !options.noTitle}
+{
+    if (file_.empty() && (options.grey || options.noTitle || !options.size.empty()))
+        throw usageError("--plot-size, --grey and --no-title say how the picture of --plot FILE looks: name it");
+    setPlotSize(options.size, style_);
+    if (!file_.empty())
+        rasterizer_.emplace("--plot", file_);
+}
+
+std::string PlannedPicture::bytesOf(std::string svg) const
+{
+    return rasterizer_->convert(std::move(svg), style_.resolution);
+}
+
+void PlannedPicture::addTo(Report& report, std::string svg) const
+{
+    report.files.push_back({file_, bytesOf(std::move(svg))});
 }
 
 } // namespace vexroc
