@@ -6,3 +6,6 @@ void registerArrayCalls();
 
 /// Whole analyses through the facade, beside the array calls that compute the same.
 void registerFacade();
+
+/// The calls of inference.h, each beside one of the array calls. "x_peer" is how many times as long it takes.
+void registerInference();

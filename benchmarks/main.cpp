@@ -1,4 +1,4 @@
-/// Times the array calls and the facade. See docs/performance.md for what the figures say.
+/// Times the array calls, the facade and the inference on one curve. See docs/performance.md for what the figures say.
 
 #include "benchmarks.h"
 
@@ -8,6 +8,7 @@ int main(int argc, char** argv)
 {
     registerArrayCalls();
     registerFacade();
+    registerInference();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 2;

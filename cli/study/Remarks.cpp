@@ -26,14 +26,6 @@ vexroc_area_facts casesOf(const Area& area)
     return facts;
 }
 
-bool isAboutAreas(std::string_view code) { return code == "interval-and-p" || code == "ties" || code == "two-values"; }
-
-bool isAboutErrors(std::string_view code)
-{
-    constexpr std::string_view codes[] = {"bound-outside", "no-error", "zero-error"};
-    return std::ranges::find(codes, code) != std::end(codes);
-}
-
 } // namespace
 
 void Remarks::Free::operator()(vexroc_remarks* list) const noexcept { vexroc_remarks_free(list); }
@@ -63,9 +55,7 @@ std::vector<Remark> Remarks::linesOf(bool caution) const
         vexroc_remark remark{};
         remark.struct_size = sizeof remark;
         require(vexroc_remarks_get(list_.get(), i, &remark));
-        const bool leftOut =
-            (errorsLeftOut_ && isAboutErrors(remark.code)) || (areasLeftOut_ && isAboutAreas(remark.code));
-        if ((remark.caution != 0) == caution && !leftOut)
+        if ((remark.caution != 0) == caution && std::ranges::find(leftOut_, remark.code) == leftOut_.end())
             lines.push_back({remark.code, remark.count, visible(remark.text)});
     }
     return lines;

@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 struct vexroc_remarks;
@@ -28,10 +29,8 @@ public:
     void add(const char* code, const std::string& subject = "", const std::string& detail = "");
     /// Of the cases alone that an area or a curve is of.
     void addCases(const Area& area);
-    /// From now on nothing is said of standard errors and intervals of areas: none is shown.
-    void leaveOutErrors() noexcept { errorsLeftOut_ = true; }
-    /// Nothing is said of areas themselves, how ties enter and how they are tested: none is shown.
-    void leaveOutAreas() noexcept { areasLeftOut_ = true; }
+    /// From now on such a remark is left out: what it is about is not shown. The code lives as long.
+    void leaveOut(std::string_view code) { leftOut_.push_back(code); }
 
     [[nodiscard]] std::vector<Remark> notes() const { return linesOf(false); }
     [[nodiscard]] std::vector<Remark> cautions() const { return linesOf(true); }
@@ -45,8 +44,7 @@ private:
     [[nodiscard]] std::vector<Remark> linesOf(bool caution) const;
 
     std::unique_ptr<vexroc_remarks, Free> list_;
-    bool errorsLeftOut_ = false;
-    bool areasLeftOut_ = false;
+    std::vector<std::string_view> leftOut_; ///< codes
 };
 
 /// A test, in its group if it has one: "marker where sex = female".

@@ -35,7 +35,8 @@ void remarkOnAreas(const Results& results, Remarks& remarks)
 
 void remarkOnCurves(const Results& results, Remarks& remarks)
 {
-    remarks.leaveOutErrors();
+    remarks.leaveOut("no-error");
+    remarks.leaveOut("interval-and-p");
     remarkOnAreas(results, remarks);
     addLeftOut(results, "", remarks);
 }

@@ -27,7 +27,7 @@ def long_run(vexroc, tmp_path_factory):
         text.write("state,a,b\n")
         text.writelines(f"{i * 7919 % 3 % 2},{i * 7919 % 100003},{i * 104729 % 9973}\n" for i in range(200_000))
     command = vexroc.command("analyze", "../data.csv", "--state", "state=1", "--test", "a,b", "--compare", "paired",
-                             "--curve", "curve.csv", "--pr-curve", "pr.csv")
+                             "--interval", "bca", "--replicates", "39", "--curve", "curve.csv", "--pr-curve", "pr.csv")
 
     def run(delay=None):
         for file in made.iterdir():
