@@ -47,7 +47,7 @@ struct AnalyzeTask : Task {
     bool precisionRecallAreas = false;
     AnalysisFileNames files;
     PlannedPicture picture{{}}; ///< of --plot
-    bool rectangles = false; ///< around the points of the curves that are drawn
+    bool rectangles = false;    ///< around the points of the curves that are drawn
 
     [[nodiscard]] bool isDrawn() const { return picture.isWanted() || !files.report.empty(); }
 };

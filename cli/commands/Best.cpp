@@ -1,7 +1,13 @@
 #include "cli/commands/Commands.h"
+#include "cli/commands/PlotOptions.h"
+#include "cli/commands/Report.h"
 #include "cli/commands/SlicedOptions.h"
 #include "cli/options/Offer.h"
 #include "cli/output/InferenceDocuments.h"
+#include "cli/output/inferenceWords.h"
+#include "cli/output/questionWords.h"
+#include "cli/picture/Picture.h"
+#include "cli/picture/curvesOf.h"
 #include "cli/study/remarksOn.h"
 #include "cli/words/Failure.h"
 #include "cli/words/Lists.h"
@@ -26,6 +32,7 @@ struct BestOptions {
     std::string minSensitivity;
     std::string minSpecificity;
     std::string proportion = "wilson";
+    PlotOptions plot;
 };
 
 constexpr Expected aShare{[](double s) { return s >= 0.0 && s <= 1.0; }, "a share from 0 to 1, such as 0.9"};
@@ -89,12 +96,50 @@ CurveOptions parseHow(const BestOptions& options)
             .minSpecificity = parseNumberOption("--min-specificity", options.minSpecificity, aShare).value_or(0.0)};
 }
 
+bool anyCutOff(const Answers<std::vector<BestCutOffs>>& found)
+{
+    for (const auto& curve : found)
+        for (const BestCutOffs& best : curve.answer)
+            if (best.chosen != BestCutOffs::npos)
+                return true;
+    return false;
+}
+
+/// The curves with the chosen cut-offs of the criterion.
+std::string pictureOf(const Analysis& analysis, const std::string& criterion,
+                      const Answers<std::vector<BestCutOffs>>& found, Remarks& remarks, const PictureStyle& style)
+{
+    std::vector<DrawnCurve> curves;
+    for (const auto& [value, test, best] : found) {
+        const BestCutOffs& cutOffs = best.front();
+        addDrawnCurve(*test, nameOf(analysis.question, test->area, value),
+                      cutOffs.chosen == BestCutOffs::npos ? std::nullopt
+                                                          : std::optional(cutOffs.ties.cutOff(cutOffs.chosen)),
+                      curves);
+    }
+    const std::string notDrawn = prepareForDrawing(curves);
+    if (curves.empty())
+        throw analysisError("no curve to draw: there are no positive, or no negative cases");
+    if (!notDrawn.empty())
+        remarks.add("not-drawn", "", notDrawn);
+    Drawing drawing{.curves = curves,
+                    .interval = intervalOfAreas(analysis.question.inference),
+                    .question = questionHeading(analysis.question, *analysis.labels),
+                    .notes = {"Dot: the best cut-off by the criterion " + criterion + ", chosen on these data"}};
+    if (const std::string note = thinningNote(curves); !note.empty())
+        drawing.notes.push_back("Thinned: " + note);
+    return svgPicture(drawing, style);
+}
+
 Report runBest(const BestOptions& options, const Surroundings& surroundings)
 {
     const std::vector<std::string> criteria = parseCriteria(options.criteria);
     requireReaders(options, criteria);
     const CurveOptions how = parseHow(options);
-    Task task = parseSliced(options.sliced, std::ranges::any_of(criteria, fixesRate));
+    const bool withRates = std::ranges::any_of(criteria, fixesRate);
+    Task task = parseSliced(options.sliced, withRates);
+    if (withRates && task.form == DocumentForm::csv)
+        throw severalTables();
     Answers<std::vector<BestCutOffs>> found;
     const Analysis analysis =
         answerSliced(task, surroundings, [&](std::string_view value, const TestResult& test, const Watch& watch) {
@@ -103,8 +148,15 @@ Report runBest(const BestOptions& options, const Surroundings& surroundings)
                 found.back().answer.push_back(CurveInference(test, task.question, how, watch).best(criterion));
         });
     remarkOnRows(task.question, analysis.values, task.remarks);
-    task.remarks.add("best-on-same-data");
-    return reportOf(task, bestCutOffsDocument(analysis, how, found), surroundings);
+    if (anyCutOff(found))
+        task.remarks.add("best-on-same-data");
+    std::string drawn;
+    if (picture.isWanted())
+        drawn = pictureOf(analysis, criteria.front(), found, task.remarks, picture.style());
+    Report report = reportOf(task, bestCutOffsDocument(analysis, how, found), surroundings);
+    if (picture.isWanted())
+        picture.addTo(report, std::move(drawn));
+    return report;
 }
 
 void addConstraints(CLI::App& command, BestOptions& options)
@@ -143,6 +195,7 @@ Action addBest(CLI::App& command)
               "same data; btii when not given");
     addBootstrapOptions(command, options->sliced.inference);
     addSentenceOption(command, options->sliced.question.answer);
+    addPlotOptions(command, options->plot, "Draw the curves, with the chosen cut-offs,");
     command.footer("Example: vexroc best data.csv --state diagnosis=malignant --test radius_mean --criterion "
                    "youden,specificity=0.95");
     return [options](const Surroundings& surroundings) { return runBest(*options, surroundings); };

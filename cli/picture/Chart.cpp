@@ -136,6 +136,7 @@ private:
                     hold(line.upper[i]);
                 }
             }
+        low = std::max(low, chart_.yLeast);
         const double room = 0.05 * (high - low);
         return scaleOf(low - room, high + room);
     }

@@ -3,6 +3,7 @@
 #include "cli/picture/PictureStyle.h"
 #include "cli/picture/Thinning.h"
 
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -23,9 +24,10 @@ struct Chart {
     std::string x; ///< titles of the axes
     std::string y;
     std::vector<ChartLine> lines;
-    std::vector<double> marks = {};      ///< places on the x axis, such as chosen cut-offs
-    std::vector<std::string> notes = {}; ///< what makes it understood on its own; visible text
-    bool yIsShare = false;               ///< the y axis goes from 0 to 1, whatever the lines do
+    std::vector<double> marks = {};                           ///< places on the x axis, such as chosen cut-offs
+    std::vector<std::string> notes = {};                      ///< what makes it understood on its own; visible text
+    double yLeast = -std::numeric_limits<double>::infinity(); ///< what lies below is cut off
+    bool yIsShare = false;                                    ///< the y axis goes from 0 to 1, whatever the lines do
 };
 
 /// The chart as an SVG document: axes with round numbers, below them a legend and the notes. Text stays text; the

@@ -13,23 +13,28 @@ namespace vexroc {
 
 namespace {
 
-/// The point of the Kolmogorov-Smirnov maximum: that of the best cut-offs which the area names.
-std::vector<std::size_t> pointOfMaximum(const TestResult& test)
+/// The Kolmogorov-Smirnov maximum: that of the best cut-offs which the area names.
+std::optional<CutOff> cutOffOfMaximum(const TestResult& test)
 {
     const auto best = std::ranges::find(test.best, test.area.ksCutOff, &CutOff::value); // exact: the same number
-    for (std::size_t i = 0; best != test.best.end() && i < test.roc.size(); ++i)
-        if (test.roc.cutOffs[i] == best->value && test.roc.truePositive[i] == best->truePositive
-            && test.roc.falsePositive[i] == best->falsePositive)
+    return best == test.best.end() ? std::nullopt : std::optional(*best);
+}
+
+std::vector<std::size_t> pointOf(const RocCurve& roc, const std::optional<CutOff>& cutOff)
+{
+    for (std::size_t i = 0; cutOff && i < roc.size(); ++i)
+        if (roc.cutOffs[i] == cutOff->value && roc.truePositive[i] == cutOff->truePositive
+            && roc.falsePositive[i] == cutOff->falsePositive)
             return {i};
     return {};
 }
 
-void addRoc(const TestResult& test, DrawnCurve& curve)
+void addRoc(const TestResult& test, const std::optional<CutOff>& marked, DrawnCurve& curve)
 {
     std::vector<PathPoint> path;
     for (std::size_t i = 0; i < test.roc.size(); ++i)
         path.push_back({1.0 - test.roc.specificity[i], test.roc.sensitivity[i]});
-    const std::vector<std::size_t> always = pointOfMaximum(test);
+    const std::vector<std::size_t> always = pointOf(test.roc, marked);
     if (!always.empty())
         curve.best = test.roc.at(always.front());
     curve.rocPoints = path.size();
@@ -76,6 +81,23 @@ void addBoxes(const TestResult& test, const Question& question, DrawnCurve& curv
 
 } // namespace
 
+void addDrawnCurve(const TestResult& test, const std::string& name, const std::optional<CutOff>& marked,
+                   std::vector<DrawnCurve>& curves)
+{
+    const Area& area = test.area;
+    if (std::isnan(area.area))
+        return;
+    DrawnCurve curve{.name = name,
+                     .positive = area.positive,
+                     .negative = area.negative,
+                     .area = area.area,
+                     .lower = area.lower,
+                     .upper = area.upper};
+    addRoc(test, marked, curve);
+    addPrecisionRecall(test, curve);
+    curves.push_back(std::move(curve));
+}
+
 void addDrawnCurves(const Results& results, const std::string& subject, std::vector<DrawnCurve>& curves,
                     const Question* boxes)
 {
@@ -86,17 +108,9 @@ void addDrawnCurves(const Results& results, const std::string& subject, std::vec
             continue;
         // A table names test and group in columns of their own; here one name says both.
         const std::string group = area.group.empty() ? "" : ", " + visible(area.group);
-        DrawnCurve curve{.name = subject + visible(area.test) + group,
-                         .positive = area.positive,
-                         .negative = area.negative,
-                         .area = area.area,
-                         .lower = area.lower,
-                         .upper = area.upper};
-        addRoc(test, curve);
-        addPrecisionRecall(test, curve);
+        addDrawnCurve(test, subject + visible(area.test) + group, cutOffOfMaximum(test), curves);
         if (boxes != nullptr)
-            addBoxes(test, *boxes, curve);
-        curves.push_back(std::move(curve));
+            addBoxes(test, *boxes, curves.back());
     }
 }
 

@@ -3,6 +3,7 @@
 #include "cli/picture/DrawnCurve.h"
 #include "cli/study/Question.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,5 +15,9 @@ namespace vexroc {
 /// @param boxes  of the question whose confidence level they have; null for none
 void addDrawnCurves(const Results& results, const std::string& subject, std::vector<DrawnCurve>& curves,
                     const Question* boxes = nullptr);
+
+/// Adds the curve of one test, if it has an area, with a cut-off to mark.
+void addDrawnCurve(const TestResult& test, const std::string& name, const std::optional<CutOff>& marked,
+                   std::vector<DrawnCurve>& curves);
 
 } // namespace vexroc

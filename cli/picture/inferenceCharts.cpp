@@ -48,8 +48,12 @@ Chart operatingPointsChart(const std::vector<NamedAnswer<OperatingPoints>>& curv
 Chart netBenefitChart(const std::vector<NamedAnswer<NetBenefit>>& curves)
 {
     Chart chart{.title = "Net benefit", .x = "threshold of risk", .y = "net benefit", .lines = {}};
-    for (const auto& [name, benefit] : curves)
-        chart.lines.push_back(benefitLine(benefit->thresholds, benefit->model, named("model", name), false));
+    double most = 0.0;
+    for (const auto& [name, benefit] : curves) {
+        chart.lines.push_back(benefitLine(benefit->thresholds, benefit->model, name.empty() ? "model" : name, false));
+        most = std::max(most, std::ranges::max(benefit->model));
+    }
+    chart.yLeast = -0.2 * most; // at high thresholds harm has no bound
     std::vector<const std::vector<double>*> known;
     for (const auto& [name, benefit] : curves) {
         const auto isSame = [&all = benefit->treatAll](const std::vector<double>* other) { return *other == all; };
@@ -62,8 +66,7 @@ Chart netBenefitChart(const std::vector<NamedAnswer<NetBenefit>>& curves)
     }
     if (!curves.empty()) {
         const std::vector<double>& thresholds = curves.front().answer->thresholds;
-        chart.lines.push_back(
-            benefitLine(thresholds, std::vector<double>(thresholds.size(), 0.0), "treat none", true));
+        chart.lines.push_back(benefitLine(thresholds, std::vector<double>(thresholds.size(), 0.0), "treat none", true));
     }
     return chart;
 }

@@ -103,7 +103,7 @@ TEST(Remarks, EachRuleOfAnAreaStartsWhereItSays)
     EXPECT_THAT(saidOf([](Facts& f) { f.positive = 1, f.std_error = f.lower = f.upper = missing; }),
                 ElementsAre("few-cases", "no-error"));
     EXPECT_THAT(saidOf([](Facts& f) { f.upper = 1.0000001; }), ElementsAre("bound-outside"));
-    EXPECT_THAT(saidOf([](Facts& f) { f.upper = 0.4999; }), ElementsAre("below-chance"));
+    EXPECT_THAT(saidOf([](Facts& f) { f.area = 0.4, f.upper = 0.4999; }), ElementsAre("below-chance"));
     EXPECT_THAT(saidOf([](Facts& f) { f.area = 1.0, f.std_error = 0.0, f.lower = f.upper = missing; }),
                 ElementsAre("zero-error"));
     EXPECT_THAT(saidOf([](Facts& f) { f.area = 0.0, f.std_error = 0.0, f.lower = f.upper = missing; }),
@@ -142,6 +142,8 @@ TEST(Remarks, WhatIsSaidOfAnAreaGoesByTheRulesOfIntervalAndP)
     EXPECT_THAT(said("score", "mann-whitney", lowP), ElementsAre("interval-and-p"));
     EXPECT_THAT(said("score", "mann-whitney", highP), ElementsAre("interval-and-p"));
     EXPECT_THAT(said("wald", "wald", highP), IsEmpty()); // one method
+    EXPECT_THAT(said("score", "mann-whitney", [](auto& f) { f.area = 0.3, f.lower = 0.1, f.upper = 0.51; }),
+                ElementsAre("below-chance", "interval-and-p"));
     EXPECT_THAT(said("score", "mann-whitney", [&](auto& f) { highP(f), f.alternative = "greater"; }),
                 ElementsAre("one-sided"));
 }
@@ -166,6 +168,7 @@ TEST(Remarks, AdviceIsSpelledInTheVoiceOfItsReader)
           std::pair{VEXROC_VOICE_R, R"(direction = c(neg = "smaller"))"}}) {
         Remarks remarks(voice);
         vexroc_area_facts facts = goodFacts();
+        facts.area = 0.3;
         facts.upper = 0.4;
         facts.test = "neg";
         remarks.area("site = A: neg", facts);
@@ -190,6 +193,7 @@ TEST(Remarks, NamesAreSpelledSoThatTheyComeBackFromShellPythonAndR)
     for (const auto& [voice, test, spelled] : cases) {
         Remarks remarks(voice);
         vexroc_area_facts facts = goodFacts();
+        facts.area = 0.3;
         facts.upper = 0.4;
         facts.smaller_is_positive = 1;
         facts.test = test;
