@@ -30,10 +30,19 @@ for (n in 10^(3:5)) {
   pair_peer <- function() roc.test(roc_of(a), roc_of(b), method = "delong")
   stopifnot(all.equal(area()$areas$area, as.numeric(area_peer())[2]),
             all.equal(pair()$comparisons$p_value, pair_peer()$p.value))
+  fit <- vexroc(a, state = y)
+  columns <- c("sensitivity", "specificity", "ppv", "npv", "accuracy")
+  points <- function() operating_points(fit, ci.method = "none", ret = columns)
+  points_peer <- function() coords(roc_of(a), "all", ret = columns, transpose = FALSE)
+  resampled <- function() vexroc(a, state = y, ci.method = "bootstrap", boot.n = 1999)
+  resampled_peer <- function() ci.auc(roc_of(a), method = "bootstrap", boot.n = 1999, progress = "none")
+  stopifnot(all.equal(points()$npv[-1], points_peer()$npv[-1]))
   rounds <- if (n < 1e5) 11 else 5
   repeats <- max(1, 2e4 / n)
-  for (row in list(list("area, interval, curve", area, area_peer), list("paired comparison", pair, pair_peer))) {
-    figures <- compare_times(row[[2]], row[[3]], rounds, repeats)
+  for (row in list(list("area, interval, curve", area, area_peer), list("paired comparison", pair, pair_peer),
+                   list("operating points", points, points_peer), list("bootstrap", resampled, resampled_peer))) {
+    once <- row[[1]] == "bootstrap" || (row[[1]] == "operating points" && n == 1e5)
+    figures <- if (once) compare_times(row[[2]], row[[3]], 1, 1) else compare_times(row[[2]], row[[3]], rounds, repeats)
     cat(sprintf("| %s | 1e%d | %.2f | %.2f | %.1f |\n", row[[1]], round(log10(n)), figures[1], figures[2], figures[3]))
   }
 }
