@@ -1,5 +1,6 @@
 /* Calls every array call from C99; the exit code tells which number was wrong. */
 #include "vexrocproc/arraycalls.h"
+#include "vexrocproc/inference.h"
 
 #include <math.h>
 #include <stdio.h>
@@ -46,5 +47,14 @@ int main(void)
            -0.34375);
     expect("paired z", auc_pairedcomparison(actual, predicted1, predicted2, 8, NULL, "include", "larger", 0.95).z,
            -0.688973);
+
+    vexroc_summary* summary = NULL;
+    vexroc_area_result area = {.struct_size = sizeof area};
+    const int result = vexroc_summary_new(&summary)
+        || vexroc_summary_add(summary, predicted1, actual, positive, NULL, VEXROC_NO_WEIGHTS, 8)
+        || vexroc_area_inference(summary, NULL, &area);
+    expect("the result of the calls of a summary", result, VEXROC_OK);
+    expect("area of the summary", area.area, 0.65625);
+    vexroc_summary_free(summary);
     return failures;
 }
