@@ -89,12 +89,24 @@ CurveOptions parseHow(const BestOptions& options)
             .minSpecificity = parseNumberOption("--min-specificity", options.minSpecificity, aShare).value_or(0.0)};
 }
 
+bool anyCutOff(const Answers<std::vector<BestCutOffs>>& found)
+{
+    for (const auto& curve : found)
+        for (const BestCutOffs& best : curve.answer)
+            if (best.chosen != BestCutOffs::npos)
+                return true;
+    return false;
+}
+
 Report runBest(const BestOptions& options, const Surroundings& surroundings)
 {
     const std::vector<std::string> criteria = parseCriteria(options.criteria);
     requireReaders(options, criteria);
     const CurveOptions how = parseHow(options);
-    Task task = parseSliced(options.sliced, std::ranges::any_of(criteria, fixesRate));
+    const bool withRates = std::ranges::any_of(criteria, fixesRate);
+    Task task = parseSliced(options.sliced, withRates);
+    if (withRates && task.form == DocumentForm::csv)
+        throw severalTables();
     Answers<std::vector<BestCutOffs>> found;
     const Analysis analysis =
         answerSliced(task, surroundings, [&](std::string_view value, const TestResult& test, const Watch& watch) {
@@ -103,7 +115,8 @@ Report runBest(const BestOptions& options, const Surroundings& surroundings)
                 found.back().answer.push_back(CurveInference(test, task.question, how, watch).best(criterion));
         });
     remarkOnRows(task.question, analysis.values, task.remarks);
-    task.remarks.add("best-on-same-data");
+    if (anyCutOff(found))
+        task.remarks.add("best-on-same-data");
     return reportOf(task, bestCutOffsDocument(analysis, how, found), surroundings);
 }
 

@@ -81,8 +81,7 @@ Task parseSliced(const SlicedOptions& options, bool isBootstrap)
     if (options.by == task.question.state.column)
         throw usageError("--by names the state column: every value would be one state; name another column");
     task.question.summaries = true;
-    for (const char* const code : {"interval-and-p", "ties", "two-values"}) // of areas, which are not shown
-        task.remarks.leaveOut(code);
+    task.remarks.leaveOut({"interval-and-p", "ties", "two-values"}); // of areas, which are not shown
     Inference asked{.interval = isBootstrap ? "bootstrap" : "score"};
     parseLevel(options.inference, asked);
     parseBootstrap(options.inference, asked);

@@ -16,7 +16,8 @@ std::string markdownText(std::string_view visibleText)
 {
     std::string text;
     for (const char c : visibleText) {
-        if (std::string_view("\\`*_[]<>|~$&^#@").find(c) != std::string_view::npos)
+        const bool isDash = c == '-' && text.ends_with('-');
+        if (isDash || std::string_view("\\`*_[]<>|~$&^#@").find(c) != std::string_view::npos)
             text += '\\';
         text += c;
     }

@@ -20,6 +20,13 @@ void requireAnswer(int result)
     require(result);
 }
 
+/// "summary: there is ..." without the argument that it begins with.
+std::string withoutArgument(const std::string& complaint)
+{
+    const std::size_t colon = complaint.find(": ");
+    return colon == std::string::npos ? complaint : complaint.substr(colon + 2);
+}
+
 template <class Answer>
 Answer toBeFilled()
 {
@@ -130,6 +137,8 @@ void CurveInference::addRate(BestCutOffs& best) const
     auto found = toBeFilled<vexroc_rate_result>();
     const vexroc_inference_options options = optionsFor(options_.interval);
     requireAnswer(vexroc_rate_at(test_.summary.get(), &options, best.criterion.c_str(), &found));
+    if (found.std_error == 0.0) // exact: all replicates are one
+        remark("zero-error");
     best.interval = found.interval;
     best.rate = {found.reached, found.lower, found.upper};
     best.rateError = found.std_error;
@@ -185,7 +194,8 @@ NetBenefit CurveInference::benefit(const std::vector<double>& thresholds) const
                                           static_cast<long long>(rows), benefit.model.data(), benefit.treatAll.data(),
                                           benefit.truePositive.data(), benefit.falsePositive.data());
     if (result == VEXROC_INVALID) // the options were looked at before: it is the data
-        throw inputError(inQuotes(test_.area.test) + ": " + vexroc_last_error());
+        throw inputError("--test " + inQuotes(test_.area.test) + ": net benefit takes scores for probabilities; "
+                         + withoutArgument(vexroc_last_error()));
     requireAnswer(result);
     auto calibration = toBeFilled<vexroc_calibration_result>();
     requireAnswer(vexroc_calibration(test_.summary.get(), &calibration));

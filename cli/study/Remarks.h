@@ -2,6 +2,7 @@
 
 #include "cli/study/Results.h"
 
+#include <initializer_list>
 #include <memory>
 #include <optional>
 #include <string>
@@ -29,8 +30,8 @@ public:
     void add(const char* code, const std::string& subject = "", const std::string& detail = "");
     /// Of the cases alone that an area or a curve is of.
     void addCases(const Area& area);
-    /// From now on such a remark is left out: what it is about is not shown. The code lives as long.
-    void leaveOut(std::string_view code) { leftOut_.push_back(code); }
+    /// From now on such remarks are left out: what they are about is not shown. The codes live as long.
+    void leaveOut(std::initializer_list<std::string_view> codes) { leftOut_.insert(leftOut_.end(), codes); }
 
     [[nodiscard]] std::vector<Remark> notes() const { return linesOf(false); }
     [[nodiscard]] std::vector<Remark> cautions() const { return linesOf(true); }

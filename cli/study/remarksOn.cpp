@@ -35,8 +35,7 @@ void remarkOnAreas(const Results& results, Remarks& remarks)
 
 void remarkOnCurves(const Results& results, Remarks& remarks)
 {
-    remarks.leaveOut("no-error");
-    remarks.leaveOut("interval-and-p");
+    remarks.leaveOut({"no-error", "interval-and-p"});
     remarkOnAreas(results, remarks);
     addLeftOut(results, "", remarks);
 }

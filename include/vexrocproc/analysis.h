@@ -129,18 +129,24 @@ int vexroc_analysis_name_value(vexroc_analysis* analysis, int column, double val
  *                  The others are those of vexroc_area_inference, beside DeLong's standard error; recommended is score
  *                  (logit with probability weights; wald for bi-negative). With all but record, each test settles its
  *                  distribution by itself, and significance, and limits made of a standard error of 0, are missing.
- *                  An independent comparison is made of the standard errors of its records
- *   p_value        record, recommended, mann-whitney, wald: test behind p_value. record: against 0.5 by the standard
- *                  error. recommended: mann-whitney, but wald for another null_area, bi-negative and probability
- *                  weights
- *   exact          auto, always, never: of mann-whitney
+ *                  An independent comparison is made of the standard errors of its records, a paired one of DeLong's
+ *   p_value        record, recommended, mann-whitney, wald: test behind p_value of a record. record: against 0.5 by
+ *                  the standard error, missing where that is 0. wald: against null_area by the standard error.
+ *                  recommended: mann-whitney, but wald for another null_area, bi-negative and probability weights
+ *   exact          auto, always, never: of mann-whitney, as in inference.h
  *   alternative    two-sided, greater, less: of p_value, of areas and differences; intervals are two-sided
- *   weight_kind    unsaid, counts, probability: that weights only count is meant, and needs no caution; probability:
- *                  weights are inverse sampling probabilities, and move areas, errors and curves
+ *   weight_kind    unsaid, counts, probability: what weights are. unsaid: numbers of cases, with a caution that they
+ *                  move nothing else; counts: that is meant, and needs no caution; probability: inverse sampling
+ *                  probabilities on any scale
+ *
+ * With weight_kind probability the weights move area, error, limits, p, the rates of both curves and the best cut-offs;
+ * numbers of cases and their counts at cut-offs stay those of the cases. A weight of 0 leaves its row out; the run
+ * refuses one that is negative or infinite, and names its row. Precision-recall points are the measured ones.
  *
  * What does not go together is refused by the run: mann-whitney with another null_area or with bi-negative, bi-negative
- * with an interval that is not record, recommended or wald, probability without a weight or with an interval or a test
- * that is not defined for it.
+ * with an interval that is not record, recommended or wald; null_area other than 0.5 with the p_value record;
+ * probability without a weight, with an interval other than logit and wald-delong, with mann-whitney and in a paired
+ * comparison; exact "always" beyond 1e11 steps.
  */
 int vexroc_analysis_set_word(vexroc_analysis* analysis, const char* setting, const char* word);
 
@@ -195,11 +201,12 @@ typedef struct vexroc_rows {
     long long missing_group;
     long long missing_weight;
     long long other_group;     /**< neither group_first nor group_second; 0 in a paired comparison: all are used */
-    long long unusable_weight; /**< rounds to less than one case, or is beyond the range of int */
+    long long unusable_weight; /**< rounds to less than one case, or is beyond the range of int; a probability: 0 */
     long long incomplete;      /**< a test is missing, in a paired comparison of complete cases; 0 in others */
     long long positive;        /**< of the rows used */
     long long negative;
-    double weighted_positive; /**< sum of their weights, each rounded with halves up; their number without weights */
+    double weighted_positive; /**< sum of their weights, rounded with halves up but for probabilities; their number
+                                   without weights */
     double weighted_negative;
     long long rounded_weights; /**< of the rows with state, group and weight: the weight is not a whole number */
     long long rounded_used;    /**< of these: those used or incomplete */

@@ -220,9 +220,9 @@ private:
             curve.sensSpec.clear();
         if (!options.needPR())
             curve.precisionRecall.clear();
-        const auto [positives, negatives] = sample.totals();
-        made.told.weighted_positive = positives * sample.unit;
-        made.told.weighted_negative = negatives * sample.unit;
+        const auto [positives, negatives] = sample.weightsAsGiven();
+        made.told.weighted_positive = positives;
+        made.told.weighted_negative = negatives;
         made.told.pr_rows = static_cast<int>(curve.precisionRecall.size());
         const auto youden = [&](std::size_t i) {
             return youdenIndex(curve.sensSpec[i].first, curve.sensSpec[i].second);

@@ -22,8 +22,8 @@ public:
     RecordArea(const AnalysisRequest& request, bool isOfPairedRun);
 
     /// Changes what the record tells, as the component made it, and names its rules. The triples are those of its
-    /// cases, none without both states; the cases themselves are asked for only when a rule or weights need them. False when it
-    /// was cancelled. Throws where a p is asked for that there is not for so many cases.
+    /// cases, none without both states; the cases themselves are asked for only when a rule or weights need them.
+    /// False when it was cancelled. Throws where a p is asked for that there is not for so many cases.
     [[nodiscard]] bool settle(const std::optional<OrderedTriples>& triples, const Cases& cases, RunWatch& watch,
                               vexroc_record& record) const;
     /// Can it take long?

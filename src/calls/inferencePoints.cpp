@@ -205,8 +205,10 @@ int vexroc_operating_points(const vexroc_summary* summary, const vexroc_inferenc
             lookup.forEach(
                 static_cast<std::size_t>(first), static_cast<std::size_t>(count),
                 [&](double cutOff, const CutOffCounts& counts, std::size_t place) { rows.add(cutOff, counts, place); });
-        for (long long i = 0; at != nullptr && i < count; ++i)
-            rows.add(at[i], lookup.at(at[i]), lookup.placeOf(at[i]));
+        for (long long i = 0; at != nullptr && i < count; ++i) {
+            const std::size_t place = lookup.placeOf(at[i]);
+            rows.add(at[i], lookup.beyond(place), place);
+        }
         rows.flush();
         return VEXROC_OK;
     });

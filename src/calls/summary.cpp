@@ -211,7 +211,7 @@ int vexroc_summary_tell(const vexroc_summary* summary, vexroc_summary_facts* fac
         const WeightedSummary& sample = required(summary, "summary").sample();
         const std::span<const DistinctValue> values = sample.counts.values();
         const StateCounts& counts = sample.counts.counts();
-        const auto [positives, negatives] = sample.totals();
+        const auto [positives, negatives] = sample.weightsAsGiven();
         constexpr double none = VexCommon_920::VexMV::Missing();
         return deliver({.struct_size = 0,
                         .values = static_cast<long long>(values.size()),
@@ -219,8 +219,8 @@ int vexroc_summary_tell(const vexroc_summary* summary, vexroc_summary_facts* fac
                         .negative = counts.negatives,
                         .left_out = summary->cases.leftOut(),
                         .kind = sample.isWeighted() ? VEXROC_PROBABILITY_WEIGHTS : VEXROC_NO_WEIGHTS,
-                        .weighted_positive = positives * sample.unit,
-                        .weighted_negative = negatives * sample.unit,
+                        .weighted_positive = positives,
+                        .weighted_negative = negatives,
                         .lowest = values.empty() ? none : values.front().value,
                         .highest = values.empty() ? none : values.back().value},
                        facts);

@@ -22,7 +22,9 @@ public:
     /// How many the curve has: one more than distinct values, none without.
     [[nodiscard]] std::size_t count() const noexcept { return values_.empty() ? 0 : values_.size() + 1; }
     /// The counts at any cut-off but NaN, infinite ones included.
-    [[nodiscard]] CutOffCounts at(double cutOff) const { return side_.classify(sample_.before(placeOf(cutOff))); }
+    [[nodiscard]] CutOffCounts at(double cutOff) const { return beyond(placeOf(cutOff)); }
+    /// The counts with so many distinct values left of the cut-off.
+    [[nodiscard]] CutOffCounts beyond(std::size_t place) const { return side_.classify(sample_.before(place)); }
     /// How many distinct values are left of any cut-off but NaN.
     [[nodiscard]] std::size_t placeOf(double cutOff) const noexcept
     {

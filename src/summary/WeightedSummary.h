@@ -43,6 +43,12 @@ struct WeightedSummary {
     [[nodiscard]] bool isWeighted() const noexcept { return !weights.empty(); }
     /// All cases: their weights over the unit, or their numbers.
     [[nodiscard]] StateWeights totals() const;
+    /// The same on the scale that the weights came on.
+    [[nodiscard]] StateWeights weightsAsGiven() const
+    {
+        const auto [positives, negatives] = totals();
+        return {positives * unit, negatives * unit};
+    }
     /// By weight or by number. There is a case.
     [[nodiscard]] double shareOfPositives() const
     {

@@ -18,6 +18,12 @@ HOSTILE = ["it's", 'say "hi"', "a,b;c", "new\nline", "tab\tcr\rend", "esc\x1b[31
     ["compare", *CANCER, "radius_mean,texture_mean,area_mean"],
     ["compare", *ODD_QUESTION, "t", "--group", "g=a,b"],
     ["pr", *ODD_QUESTION, "t", "--keilwagen"],
+    ["pr", *ODD_QUESTION, "t", "--area", "step", "--prevalence", "0.1", "--replicates", "99"],
+    ["points", *ODD_QUESTION, "t", "--by", "g"],
+    ["best", *ODD_QUESTION, "t", "--criterion", "cost,sensitivity=0.5", "--replicates", "99"],
+    ["partial", *ODD_QUESTION, "t,u", "--fpr", "0,0.5", "--group", "g=a,b"],
+    ["benefit", *CANCER, "smoothness_mean", "--at", "0.1"],
+    ["analyze", *CANCER, "texture_mean", "--pr"],
     ["analyze", *CANCER, "texture_mean", "--group", "area_mean", "--cut", "600", "--compare", "independent"],
     ["analyze", *ODD_QUESTION, "t", "--best", "--by", "g"],
 ], ids=lambda question: " ".join(map(str, [question[0], *question[4:]])))

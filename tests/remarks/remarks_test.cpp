@@ -103,13 +103,49 @@ TEST(Remarks, EachRuleOfAnAreaStartsWhereItSays)
     EXPECT_THAT(saidOf([](Facts& f) { f.positive = 1, f.std_error = f.lower = f.upper = missing; }),
                 ElementsAre("few-cases", "no-error"));
     EXPECT_THAT(saidOf([](Facts& f) { f.upper = 1.0000001; }), ElementsAre("bound-outside"));
-    EXPECT_THAT(saidOf([](Facts& f) { f.upper = 0.4999; }), ElementsAre("below-chance"));
+    EXPECT_THAT(saidOf([](Facts& f) { f.area = 0.4, f.upper = 0.4999; }), ElementsAre("below-chance"));
     EXPECT_THAT(saidOf([](Facts& f) { f.area = 1.0, f.std_error = 0.0, f.lower = f.upper = missing; }),
                 ElementsAre("zero-error"));
     EXPECT_THAT(saidOf([](Facts& f) { f.area = 0.0, f.std_error = 0.0, f.lower = f.upper = missing; }),
                 ElementsAre("zero-error", "below-chance"));
     EXPECT_THAT(saidOf([](Facts& f) { f.ties = 1, f.negative = 9; }), ElementsAre("few-cases", "ties"));
     EXPECT_THAT(saidOf([](Facts& f) { f.distinct_values = 2, f.ties = 1; }), ElementsAre("two-values"));
+}
+
+TEST(Remarks, WhatIsSaidOfAnAreaGoesByTheRulesOfIntervalAndP)
+{
+    const auto said = [](const char* interval, const char* p, auto change) {
+        return saidOf([&](vexroc_area_facts& f) {
+            f.interval = interval;
+            f.p_method = p;
+            f.p_value = 0.01;
+            f.level = 0.95;
+            f.null_area = 0.5;
+            change(f);
+        });
+    };
+    const auto few = [](vexroc_area_facts& f) { f.positive = 9; };
+    const auto separated = [](vexroc_area_facts& f) { f.area = f.upper = 1.0, f.std_error = 0.0; };
+    const auto lowP = [](vexroc_area_facts& f) { f.lower = 0.49; };
+    const auto highP = [](vexroc_area_facts& f) { f.p_value = 0.0501; };
+    EXPECT_THAT(said("newcombe", "mann-whitney-exact", few), IsEmpty());
+    EXPECT_THAT(said("score", "wald", few), ElementsAre("few-cases"));
+    EXPECT_THAT(said("logit", "mann-whitney", few), ElementsAre("few-cases"));
+    EXPECT_THAT(said("score", "mann-whitney", separated), IsEmpty());
+    EXPECT_THAT(said("wald-delong", "mann-whitney", separated), ElementsAre("zero-error"));
+    EXPECT_THAT(said("score", "wald", separated), ElementsAre("zero-error"));
+    EXPECT_THAT(said("bca", "mann-whitney", [&](auto& f) { separated(f), f.lower = 1.0, f.held = 1; }),
+                ElementsAre("bootstrap-at-end"));
+    EXPECT_THAT(said("bootstrap", "mann-whitney", [](auto& f) { f.held = f.percentile = 1; }),
+                ElementsAre("percentile-instead", "few-replicates"));
+    EXPECT_THAT(said("score", "mann-whitney", [](auto& f) { f.edge = 1; }), ElementsAre("score-instead"));
+    EXPECT_THAT(said("score", "mann-whitney", lowP), ElementsAre("interval-and-p"));
+    EXPECT_THAT(said("score", "mann-whitney", highP), ElementsAre("interval-and-p"));
+    EXPECT_THAT(said("wald", "wald", highP), IsEmpty()); // one method
+    EXPECT_THAT(said("score", "mann-whitney", [](auto& f) { f.area = 0.3, f.lower = 0.1, f.upper = 0.51; }),
+                ElementsAre("below-chance", "interval-and-p"));
+    EXPECT_THAT(said("score", "mann-whitney", [&](auto& f) { highP(f), f.alternative = "greater"; }),
+                ElementsAre("one-sided"));
 }
 
 TEST(Remarks, ADifferenceOfZeroMayHaveTheErrorZero)
@@ -132,6 +168,7 @@ TEST(Remarks, AdviceIsSpelledInTheVoiceOfItsReader)
           std::pair{VEXROC_VOICE_R, R"(direction = c(neg = "smaller"))"}}) {
         Remarks remarks(voice);
         vexroc_area_facts facts = goodFacts();
+        facts.area = 0.3;
         facts.upper = 0.4;
         facts.test = "neg";
         remarks.area("site = A: neg", facts);
@@ -156,6 +193,7 @@ TEST(Remarks, NamesAreSpelledSoThatTheyComeBackFromShellPythonAndR)
     for (const auto& [voice, test, spelled] : cases) {
         Remarks remarks(voice);
         vexroc_area_facts facts = goodFacts();
+        facts.area = 0.3;
         facts.upper = 0.4;
         facts.smaller_is_positive = 1;
         facts.test = test;

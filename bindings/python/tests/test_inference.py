@@ -81,6 +81,8 @@ def test_operating_points_are_what_the_thresholds_make_of_the_cases(direction):
         called = compare(TIED[:, None], at)
         assert named.tp.tolist() == called[Y == 1].sum(axis=0).tolist()
         assert named.fp.tolist() == called[Y == 0].sum(axis=0).tolist()
+    of_float32 = vexroc.confusion_at_thresholds([0, 1], np.float32([0.5, 0.7]), 0.7)
+    assert (of_float32.tp[0], of_float32.fp[0]) == (1, 0)
     frame = pytest.importorskip("pandas") and named.to_frame()
     assert frame.ppv.equals(frame.tp / (frame.tp + frame.fp)) and (frame.ppv_lower.dropna() <= frame.ppv.dropna()).all()
     rare = vexroc.confusion_at_thresholds(Y, TIED, 0.3, direction=direction, prevalence=0.01)
@@ -133,8 +135,14 @@ def test_weights_of_one_scale_leave_what_cases_say():
     order = RANDOM.permutation(200)
     assert moved == vexroc.auc(Y[order], TIED[order], sample_weight=weight[order])
     assert (moved.area, moved.n_positive) != (whole.area, whole.n_positive)
-    table = {"y": Y, "t": TIED, "w": weight}
-    assert vexroc.analyze(table, state="y", tests="t", weight="w", weight_kind="probability")["t"].area == moved
+    result = vexroc.analyze({"y": Y, "t": TIED, "w": weight}, state="y", tests="t", weight="w",
+                            weight_kind="probability")["t"]
+    assert result.area == moved and result.weighted_positive == pytest.approx(weight[Y == 1].sum())
+    points = vexroc.confusion_at_thresholds(Y, TIED, sample_weight=weight)
+    curve = vexroc.roc_curve(Y, TIED, sample_weight=weight)
+    np.testing.assert_array_equal(points.sensitivity.value, curve.tpr)
+    np.testing.assert_allclose(result.roc.tpr, curve.tpr, rtol=1e-14)
+    assert np.sum(np.diff(curve.fpr) * (curve.tpr[1:] + curve.tpr[:-1])) / 2 == pytest.approx(moved.area)
     twice = vexroc.auc(Y, TIED, count=np.full(200, 2))
     assert twice.area == whole.area and twice.std_error < whole.std_error
 
@@ -164,9 +172,11 @@ def test_bootstraps_depend_on_the_seed_alone(monkeypatch):
     (vexroc.partial_auc, {"tpr": (0.9, 0.8)}, "is no band"),
     (vexroc.partial_auc, {"fpr": (0, 1), "tpr": (0, 1)}, "one of fpr= and tpr="),
     (vexroc.best_threshold, {"criterion": "yuden"}, "youden"),
-    (vexroc.best_threshold, {"cost_ratio": 0}, "cost_ratio"),
+    (vexroc.best_threshold, {"cost_ratio": 0, "criterion": "cost"}, "cost_ratio"),
+    (vexroc.best_threshold, {"cost_ratio": 5}, "cost_ratio=5 is of criterion='cost', not of 'youden'"),
+    (vexroc.auc, {"small_sample": True}, "small_sample is of p_method='wald'"),
     (vexroc.pr_auc, {"prevalence": 30}, "prevalence=30 is not between 0 and 1"),
-    (vexroc.confusion_at_thresholds, {"thresholds": [1, NAN]}, "NaN"),
+    (vexroc.confusion_at_thresholds, {"thresholds": [1, NAN]}, "thresholds has a missing value at position 1"),
 ])
 def test_impossible_questions_are_named(call, options, message):
     with pytest.raises(ValueError, match=message):

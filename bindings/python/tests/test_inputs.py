@@ -138,6 +138,8 @@ def test_cautions_warn_where_the_call_is_and_stay_in_the_result():
     wrong = vexroc.auc(np.tile([0, 1], 20), np.tile([2, 1, 4, 3], 10), direction="larger")
     assert [caution.code for caution in wrong.cautions] == ["below-chance"]
     assert wrong.cautions[0].text.endswith('direction={"y_score": "smaller"}')
+    for call in vexroc.best_threshold, vexroc.pr_auc, vexroc.confusion_at_thresholds:
+        assert call(np.tile([0, 1], 20), np.tile([2, 1, 4, 3], 10)).cautions == wrong.cautions
     mapped = vexroc.auc(np.tile([0, 1], 20), np.tile([2, 1, 4, 3], 10), direction={"y_score": "smaller"})
     assert not mapped.cautions and mapped.area == 1 - wrong.area
     perfect = vexroc.auc([0] * 12 + [1] * 12, range(24), interval="wald", p_method="wald")

@@ -11,7 +11,7 @@ from typing import Any, Literal
 import numpy as np
 
 from ._aside import Progress
-from ._cases import Directions
+from ._cases import Directions, check_probabilities
 from ._curves import CUT_OFFS, INTERPOLATIONS, CutOff, Interpolation
 from ._handle import Handle, area_of, comparison_of
 from ._inputs import (MAX_CASES, Floats, NanPolicy, check_directions, check_lengths, check_number, check_order,
@@ -96,6 +96,8 @@ class _Request:
         named = {self.texts[name]: column for name, column in self.test_columns.items()}
         required = {self.called(part): column for part, column in self.required.items()}
         check_lengths({**required, **named})
+        if self.are_probabilities and "weight" in self.parts:
+            check_probabilities(self.called("weight"), self.required["weight"])
         if nan_policy != "omit":
             complete_cases(required, nan_policy)
             complete_cases(named, nan_policy)

@@ -1,7 +1,6 @@
 """Areas and their comparisons over arrays."""
 from __future__ import annotations
 
-import ctypes
 from collections.abc import Mapping
 from dataclasses import replace
 from typing import Any
@@ -10,21 +9,11 @@ from ._cases import Cases, Directions, Summary, out_of_memory, weights_of
 from ._handle import paired
 from ._inputs import NanPolicy, check_directions
 from ._library import library, normal_p
-from ._options import (Alternative, AreaQuestion, Distribution, Exact, Interval, PMethod, area_question, ask,
-                       options_of)
+from ._options import (Alternative, AreaQuestion, Distribution, Exact, Interval, PMethod, area_question,
+                       infer_area)
 from ._remarks import RemarkList
 from ._results import Area, Comparison, MannWhitney, number
-from ._structures import AreaInference, AreaResult, ComparisonResult, sized
-
-
-def _infer(summary: Summary, smaller: bool, asked: AreaQuestion, uncorrected: bool = False) -> AreaInference:
-    result = sized(AreaInference)
-    options = options_of(level=asked.confidence_level, interval=asked.interval, p_method=asked.p_method,
-                         exact=asked.exact, null_area=asked.null, alternative=asked.alternative,
-                         small_sample=asked.small_sample, replicates=asked.n_resamples, seed=asked.random_state,
-                         smaller_is_positive=smaller, uncorrected=uncorrected)
-    ask(library().vexroc_area_inference, options, summary.address, ctypes.byref(result))
-    return result
+from ._structures import AreaInference, AreaResult, ComparisonResult
 
 
 def _add_remarks(cases: Cases, summary: Summary, r: AreaInference, asked: AreaQuestion, compared: bool = False) -> None:
@@ -40,7 +29,7 @@ def _area(cases: Cases, asked: AreaQuestion, compared: bool = False) -> Area:
     if asked.distribution == "bi-negative":
         return _bi_negative(cases, asked)
     summary = cases.summary()
-    r = _infer(summary, cases.is_smaller(), asked)
+    r = infer_area(summary.address, cases.is_smaller(), asked)
     _add_remarks(cases, summary, r, asked, compared)
     interval = r.interval.decode()
     return Area(number(r.area), number(r.std_error), number(r.p_value), number(r.lower), number(r.upper), r.positive,
@@ -194,7 +183,7 @@ def mann_whitney(y_true: Any, y_score: Any, *, alternative: Alternative = "two-s
     cases = Cases(("y_true", y_true), {"y_score": y_score}, (pos_label, neg_label, missing), direction, nan_policy,
                   weights_of(count, None))
     summary = cases.summary()
-    r = _infer(summary, cases.is_smaller(), asked, not correction)
+    r = infer_area(summary.address, cases.is_smaller(), asked, not correction)
     _add_remarks(cases, summary, r, asked)
     return MannWhitney(number(r.u), number(r.p_value), r.p_method.decode(), alternative, number(r.z),
                        number(r.log10_p), number(r.area), r.positive, r.negative, cases.n_omitted, bool(correction),
@@ -204,7 +193,7 @@ def mann_whitney(y_true: Any, y_score: Any, *, alternative: Alternative = "two-s
 def compare_paired(y_true: Any, y_score_1: Any, y_score_2: Any, *, pos_label: Any = None, neg_label: Any = None,
                    missing: Any = None, direction: Directions = "larger", interval: Interval | None = None,
                    alternative: Alternative = "two-sided", confidence_level: float = 0.95, count: Any = None,
-                   sample_weight: Any = None, nan_policy: NanPolicy = "raise") -> Comparison:
+                   nan_policy: NanPolicy = "raise") -> Comparison:
     """Compares the areas of two test variables of the same cases (DeLong, DeLong and Clarke-Pearson 1988, Biometrics
     44, 837-845).
 
@@ -218,7 +207,7 @@ def compare_paired(y_true: Any, y_score_1: Any, y_score_2: Any, *, pos_label: An
         Of the two areas, as in auc.
     alternative
         "two-sided", "greater" (the first area) or "less": of the p value.
-    pos_label, neg_label, missing, direction, confidence_level, count, sample_weight, nan_policy
+    pos_label, neg_label, missing, direction, confidence_level, count, nan_policy
         As in auc.
 
     Returns
@@ -231,7 +220,6 @@ def compare_paired(y_true: Any, y_score_1: Any, y_score_2: Any, *, pos_label: An
     ------
     ValueError
         Shapes, lengths, labels, words or a confidence level that do not fit, missing values with nan_policy "raise".
-        Without a positive or without a negative case.
     TypeError
         Scores or a confidence level that are no numbers.
 
@@ -243,7 +231,7 @@ def compare_paired(y_true: Any, y_score_1: Any, y_score_2: Any, *, pos_label: An
     """
     asked = area_question(confidence_level, interval, alternative=alternative)
     cases = Cases(("y_true", y_true), {"y_score_1": y_score_1, "y_score_2": y_score_2},
-                  (pos_label, neg_label, missing), direction, nan_policy, weights_of(count, sample_weight))
+                  (pos_label, neg_label, missing), direction, nan_policy, weights_of(count, None))
     return paired(cases, asked)
 
 
@@ -302,7 +290,8 @@ def compare_independent(y_true_1: Any, y_score_1: Any, y_true_2: Any, y_score_2:
     remarks.add_difference("", result.difference, result.std_error)
     return Comparison(first, second, number(result.difference), number(result.std_error), number(result.z),
                       *normal_p(result.z, alternative), number(result.ci_lower), number(result.ci_upper),
-                      asked.confidence_level, first.error, alternative, *remarks.tell())
+                      asked.confidence_level, " and ".join(dict.fromkeys((first.error, second.error))), alternative,
+                      *remarks.tell())
 
 
 def _as_result(area: Area) -> AreaResult:

@@ -11,6 +11,7 @@ from ._inputs import (MAX_CASES, Floats, Mask, NanPolicy, check_directions, chec
                       complete_cases, distinct_values, to_numbers)
 from ._labels import OTHER_STATE, to_states
 from ._library import check, library
+from ._options import AreaQuestion, infer_area
 from ._remarks import RemarkList
 from ._structures import SummaryFacts, sized
 
@@ -31,15 +32,24 @@ class Weights(NamedTuple):
     def column(self) -> Floats:
         """As numbers, after checking them; NaN where one is missing."""
         column = to_numbers(self.name, self.values)
-        wrong = (column < 0) | np.isinf(column)
         if self.kind == _FREQUENCY:
-            wrong |= column != np.floor(column)
-            wrong &= column == column
-        if wrong.any():
-            position = int(wrong.argmax())
-            hint = "a count is a whole number" if self.kind == _FREQUENCY else "a weight is a finite number"
-            raise ValueError(f"{self.name} has {column[position]:g} at position {position}; {hint} from 0")
+            wrong = (column < 0) | np.isinf(column) | ((column != np.floor(column)) & (column == column))
+            refuse_weights(self.name, column, wrong, "a count is a whole number from 0")
+        else:
+            check_probabilities(self.name, column)
         return column
+
+
+def refuse_weights(name: str, column: Floats, wrong: Mask, hint: str) -> None:
+    """Throws where a weight is wrong."""
+    if wrong.any():
+        position = int(wrong.argmax())
+        raise ValueError(f"{name} has {column[position]:g} at position {position}; {hint}")
+
+
+def check_probabilities(name: str, column: Floats) -> None:
+    """Throws for what is no inverse sampling probability."""
+    refuse_weights(name, column, (column < 0) | np.isinf(column), "a weight is a finite number from 0")
 
 
 def weights_of(count: Any, sample_weight: Any, suffix: str = "") -> Weights:
@@ -72,6 +82,8 @@ class Cases:
         kept = complete_cases(columns, nan_policy, {name} if told.are_two else ())
         if told.have_others():
             kept = (columns[name] != OTHER_STATE) & (True if kept is None else kept)
+        if weights.kind == _PROBABILITY and not columns[weights.name].all():
+            kept = (columns[weights.name] != 0) & (True if kept is None else kept)
         self.n_omitted = 0 if kept is None else self._number_of(~kept, columns.get(weights.name))
         chosen = [column if kept is None else column[kept] for column in columns.values()]
         self.weights = chosen.pop() if weights.kind else None
@@ -108,11 +120,6 @@ class Cases:
         positive = int(np.count_nonzero(self.states))
         return positive, len(self.states) - positive
 
-    @property
-    def part(self) -> str:
-        """Which part the weights play in the library's handle."""
-        return "count" if self.kind == _FREQUENCY else "weight"
-
     def is_smaller(self) -> bool:
         return self.directions[0] == "smaller"
 
@@ -127,6 +134,13 @@ class Cases:
         self.remarks.add_area(self.subject(), test=self.names[0].encode(), n_positive=n_positive,
                               n_negative=n_negative, smaller_is_positive=self.is_smaller(),
                               distinct_values=min(distinct, 3), **facts)
+
+    def add_remarks_of(self, summary: Summary, **facts: Any) -> None:
+        """Adds what there is to say of the cases of a summary, of which something else than the area is asked; facts:
+        of that. The standard error of the area is not shown, so that it lacks is not said."""
+        r, told = infer_area(summary.address, self.is_smaller(), AreaQuestion(exact="never")), summary.facts()
+        shown = {"interval": b"score", "p_method": b"mann-whitney", "std_error": 1.0, **facts}
+        self.add_remarks(told.positive, told.negative, told.values, area=r.area, lower=r.lower, upper=r.upper, **shown)
 
     def summary(self) -> Summary:
         """Of the only scores."""

@@ -131,8 +131,7 @@ def paired(cases: Cases, asked: AreaQuestion) -> Comparison:
     for name, column, direction in zip(cases.names, cases.scores, cases.directions):
         handle.call("set_direction", handle.add(name, column, "test"), direction.encode())
     if cases.weights is not None:
-        handle.add("weight", cases.weights, cases.part)
-        handle.call("set_word", b"weight_kind", b"probability" if cases.part == "weight" else b"unsaid")
+        handle.add("count", cases.weights, "count")
     handle.ask(asked)
     handle.call("set_word", b"comparison", b"paired")
     handle.call("set_number", b"roc", 0.0)

@@ -9,7 +9,7 @@ from typing import Any, Literal, NamedTuple
 from ._aside import Aside, on_all_cores, stop_when_told
 from ._inputs import check_level, check_share, check_whole, check_word
 from ._library import check, library
-from ._structures import InferenceOptions, sized
+from ._structures import AreaInference, InferenceOptions, sized
 
 Distribution = Literal["nonparam", "bi-negative"]
 Interval = Literal["score", "newcombe", "logit", "wald", "wald-delong", "bootstrap", "bca"]
@@ -60,10 +60,26 @@ def area_question(confidence_level: float, interval: str | None = None, p_method
     if distribution == "bi-negative" and (interval not in (None, "wald") or p_method not in (None, "wald")):
         raise ValueError("distribution='bi-negative' is an error for interval='wald' and p_method='wald'; leave the "
                          "others out, or distribution")
+    if small_sample and (p_method != "wald" or interval == "wald"):
+        raise ValueError("small_sample is of p_method='wald' with DeLong's error; name that, and no interval='wald'")
+    if exact == "always" and (p_method == "wald" or null != 0.5):
+        raise ValueError("exact='always' is of the Mann-Whitney test, which is against the area 0.5; leave null and "
+                         "p_method='wald' out")
     level = check_level(confidence_level)
     check_replicates(interval, level, n_resamples, random_state)
     return AreaQuestion(level, interval, p_method, exact, check_share("null", null, "give an area such as 0.5"),
                         alternative, bool(small_sample), n_resamples, random_state, distribution)
+
+
+def infer_area(summary: Any, smaller: bool, asked: AreaQuestion, uncorrected: bool = False) -> AreaInference:
+    """What the library says of the area of the summary at this address."""
+    result = sized(AreaInference)
+    options = options_of(level=asked.confidence_level, interval=asked.interval, p_method=asked.p_method,
+                         exact=asked.exact, null_area=asked.null, alternative=asked.alternative,
+                         small_sample=asked.small_sample, replicates=asked.n_resamples, seed=asked.random_state,
+                         smaller_is_positive=smaller, uncorrected=uncorrected)
+    ask(library().vexroc_area_inference, options, summary, ctypes.byref(result))
+    return result
 
 
 def check_replicates(interval: str | None, level: float, n_resamples: int, random_state: int) -> None:

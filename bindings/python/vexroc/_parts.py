@@ -89,10 +89,9 @@ def partial_auc(y_true: Any, y_score: Any, *, fpr: tuple[float, float] | None = 
                          replicates=n_resamples, seed=random_state)
     ask(library().vexroc_partial_area, options, summary.address, rate.encode(), *band, ctypes.byref(r))
     used = r.interval.decode()
-    cases.add_remarks(r.positive, r.negative, summary.facts().values, area=r.standardized,
-                      std_error=r.standardized_error, interval=r.interval, p_method=b"wald", level=level,
-                      percentile=r.percentile, held=r.held)
-    if r.few:
+    cases.add_remarks_of(summary, std_error=r.std_error, interval=r.interval, p_method=b"wald",
+                         percentile=r.percentile, held=r.held)
+    if r.few and r.positive and r.negative:
         cases.remarks.add("few-in-band", cases.subject())
     drawn = (n_resamples, random_state) if used in BOOTSTRAPS else (None, None)
     return PartialArea(number(r.area), number(r.std_error), number(r.lower), number(r.upper), number(r.standardized),
@@ -157,8 +156,7 @@ def pr_auc(y_true: Any, y_score: Any, *, rule: Rule = "integral", interval: Prec
                          replicates=n_resamples, seed=random_state)
     ask(library().vexroc_pr_area, options, summary.address, rule.encode(), ctypes.byref(r))
     used = r.interval.decode()
-    cases.add_remarks(r.positive, r.negative, summary.facts().values, interval=b"score", p_method=b"mann-whitney",
-                      level=level, percentile=r.percentile, held=r.held)
+    cases.add_remarks_of(summary, percentile=r.percentile, held=r.held)
     if r.edge:
         cases.remarks.add("pr-edge", cases.subject())
     if stated is None and r.positive and r.negative:
@@ -169,10 +167,17 @@ def pr_auc(y_true: Any, y_score: Any, *, rule: Rule = "integral", interval: Prec
                                number(r.bootstrap_error), *drawn, *cases.remarks.tell())
 
 
-def average_precision(y_true: Any, y_score: Any, **options: Any) -> PrecisionRecallArea:
-    """Average precision: pr_auc with the rule "step", whose other options it takes.
+def average_precision(y_true: Any, y_score: Any, *, interval: PrecisionRecallInterval = "logit",
+                      prevalence: float | None = None, n_resamples: int = 1999, random_state: int = 1,
+                      confidence_level: float = 0.95, pos_label: Any = None, neg_label: Any = None,
+                      missing: Any = None, direction: Directions = "larger", count: Any = None,
+                      sample_weight: Any = None, nan_policy: NanPolicy = "raise") -> PrecisionRecallArea:
+    """Average precision: pr_auc with the rule "step", whose other parameters it has.
 
-    >>> float(vexroc.average_precision([0, 0, 1, 1], [0.1, 0.4, 0.35, 0.8])).__round__(4)
+    >>> round(vexroc.average_precision([0, 0, 1, 1], [0.1, 0.4, 0.35, 0.8]).area, 4)
     0.8333
     """
-    return pr_auc(y_true, y_score, rule="step", **options)
+    return pr_auc(y_true, y_score, rule="step", interval=interval, prevalence=prevalence, n_resamples=n_resamples,
+                  random_state=random_state, confidence_level=confidence_level, pos_label=pos_label,
+                  neg_label=neg_label, missing=missing, direction=direction, count=count, sample_weight=sample_weight,
+                  nan_policy=nan_policy)

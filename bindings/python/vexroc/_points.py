@@ -23,7 +23,11 @@ _COUNTS = ("true_positive", "false_positive", "true_negative", "false_negative")
 
 def _at(name: str, values: Any) -> Floats:
     """Thresholds, given as one or as several."""
-    return to_numbers(name, [values] if np.ndim(values) == 0 else values)
+    column = to_numbers(name, [values] if np.ndim(values) == 0 else values)
+    missing = np.isnan(column)
+    if missing.any():
+        raise ValueError(f"{name} has a missing value at position {int(missing.argmax())}; give numbers")
+    return column
 
 
 def _rows(summary: Summary, options: InferenceOptions, at: Floats | None, count: int, turned: bool) -> dict[str, Any]:
@@ -75,8 +79,7 @@ class _Asked:
     def add_remarks(self, *codes: str) -> None:
         """Adds what there is to say of the cases, and remarks that hold where there are rows."""
         facts = self.facts
-        self.cases.add_remarks(facts.positive, facts.negative, facts.values, interval=b"score",
-                               p_method=b"mann-whitney")
+        self.cases.add_remarks_of(self.summary)
         if not self.has_both:
             return
         for code in codes:
@@ -101,8 +104,8 @@ def confusion_at_thresholds(y_true: Any, y_score: Any, thresholds: Any = None, *
     y_score : shape (n,)
         Test value of each case, as in roc_curve.
     thresholds : shape (rows,), or a number
-        In the unit of the scores, infinite ones included; they need not be observed. None: all thresholds of
-        roc_curve, in its order.
+        In the unit of the scores, infinite ones included; they need not be observed. Of float32 scores they are
+        float32, too: 0.7 is 0.7. None: all thresholds of roc_curve, in its order.
     prevalence
         In (0, 1): that ppv and npv are asked at, with intervals of Mercaldo, Lau and Zhou (2007, Statist. Med. 26,
         2170-2183). None: that of the sample, which is right only where the cases are a sample of the population.
@@ -140,6 +143,9 @@ def confusion_at_thresholds(y_true: Any, y_score: Any, thresholds: Any = None, *
     (array([0.667, 0.333]), array([0.208, 0.061]))
     """
     at = None if thresholds is None else _at("thresholds", thresholds)
+    precision = getattr(y_score, "dtype", None)
+    if at is not None and precision in (np.float16, np.float32):
+        at = at.astype(precision).astype(np.float64)
     cases = Cases(("y_true", y_true), {"y_score": y_score}, (pos_label, neg_label, missing), direction, nan_policy,
                   weights_of(count, sample_weight))
     asked = _Asked(cases, cut_off, confidence_level, proportion, prevalence)
@@ -204,6 +210,11 @@ def best_threshold(y_true: Any, y_score: Any, *, criterion: str = "youden", cost
     if not isinstance(criterion, str):
         raise TypeError(f"criterion={criterion!r} is no text; give one such as 'youden' or 'specificity=0.9'")
     check_word("interval", interval, RATE_INTERVALS)
+    for name, value, unused, its in (("cost_ratio", cost_ratio, 1, "cost"),
+                                     ("min_sensitivity", min_sensitivity, 0, "youden"),
+                                     ("min_specificity", min_specificity, 0, "youden")):
+        if value != unused and criterion.lower() != its:
+            raise ValueError(f"{name}={value!r} is of criterion={its!r}, not of {criterion!r}; leave one of them out")
     check_replicates(interval, check_level(confidence_level), n_resamples, random_state)
     cases = Cases(("y_true", y_true), {"y_score": y_score}, (pos_label, neg_label, missing), direction, nan_policy,
                   weights_of(count, None))
@@ -212,7 +223,8 @@ def best_threshold(y_true: Any, y_score: Any, *, criterion: str = "youden", cost
                    min_sensitivity=check_number("min_sensitivity", min_sensitivity, "give a share from 0 to 1"),
                    min_specificity=check_number("min_specificity", min_specificity, "give a share from 0 to 1"))
     result, ties = _best(asked, criterion)
-    rate = _fixed_rate(asked, criterion, result, interval) if asked.has_both and result.share == result.share else None
+    has_rate = asked.has_both and result.share == result.share
+    rate = _fixed_rate(asked, criterion, result, interval) if has_rate else None
     chosen = float(ties[result.chosen]) if result.count else float("nan")
     points = asked.points(ties)
     asked.add_remarks("best-on-same-data" if result.count else "criterion-unmet")
@@ -238,7 +250,8 @@ def _fixed_rate(asked: _Asked, criterion: str, best: BestResult, interval: str) 
     drawn = (None, None) if interval == "none" else (options.replicates, options.seed)
     rate = "sensitivity" if best.criterion == b"specificity" else "specificity"
     return FixedRate(rate, best.share, number(result.reached), number(result.lower), number(result.upper),
-                     number(result.interpolated), number(result.std_error), result.interval.decode(), asked.level, *drawn)
+                     number(result.interpolated), number(result.std_error), result.interval.decode(), asked.level,
+                     *drawn)
 
 
 def net_benefit(y_true: Any, y_score: Any, thresholds: Any, *, prevalence: float | None = None, pos_label: Any = None,

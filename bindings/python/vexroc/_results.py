@@ -45,6 +45,8 @@ class Counts(dict[str, int]):
 
 
 def _p(value: float) -> str:
+    if math.isnan(value):
+        return "no p value"
     return "p < 0.0001" if value < 0.0001 else f"p = {value:.4f}"
 
 
@@ -53,8 +55,10 @@ def case_text(n_positive: int, n_negative: int, n_omitted: int) -> str:
     return f"{n_positive} positive and {n_negative} negative cases{omitted}"
 
 
-def _interval(level: float, lower: float, upper: float) -> str:
-    return f"{level * 100:g} % interval {lower:.4f} to {upper:.4f}"
+def _interval(level: float, lower: float, upper: float, rule: str = "") -> str:
+    if math.isnan(lower):
+        return "no interval"
+    return f"{level * 100:g} % interval {lower:.4f} to {upper:.4f}" + (f" ({rule})" if rule else "")
 
 
 def _rule(result: Any) -> str:
@@ -199,11 +203,9 @@ class Area(_Framed):
 
     def __repr__(self) -> str:
         error = f"{self.error}, not bi-negative" if self.distribution_changed else self.error
-        p_value = "no p value" if math.isnan(self.p_value) else f"{_p(self.p_value)} ({self._test})"
-        interval = "no interval" if math.isnan(self.ci_lower) else (
-            f"{_interval(self.confidence_level, self.ci_lower, self.ci_upper)} ({_rule(self)})")
-        text = (f"<area {self.area:.4f}, standard error {self.std_error:.4f} ({error}), {p_value}, {interval}; "
-                f"{self.cases}>")
+        interval = _interval(self.confidence_level, self.ci_lower, self.ci_upper, _rule(self))
+        text = (f"<area {self.area:.4f}, standard error {self.std_error:.4f} ({error}), {_p(self.p_value)} "
+                f"({self._test}), {interval}; {self.cases}>")
         return _with_remarks(text, self.cautions, self.notes)
 
     @property
@@ -386,10 +388,9 @@ class FixedRate(_Framed):
     random_state: int | None = None
 
     def __str__(self) -> str:
-        interval = "" if math.isnan(self.ci_lower) else (
-            f", {_interval(self.confidence_level, self.ci_lower, self.ci_upper)} ({_rule(self)})")
+        interval = _interval(self.confidence_level, self.ci_lower, self.ci_upper, _rule(self))
         other = "specificity" if self.rate == "sensitivity" else "sensitivity"
-        return f"{self.rate} {self.reached:.4f} at {other} {self.share:g} or more{interval}"
+        return f"{self.rate} {self.reached:.4f} at {other} {self.share:g} or more, {interval}"
 
     def __repr__(self) -> str:
         return f"<{self}>"
@@ -464,8 +465,8 @@ class PartialArea(_Framed):
 
     def __repr__(self) -> str:
         text = (f"<partial area {self.area:.4f} ({self.rate} {self.band[0]:g} to {self.band[1]:g}), standard error "
-                f"{self.std_error:.4f}, {_interval(self.confidence_level, self.ci_lower, self.ci_upper)} "
-                f"({_rule(self)}), standardized {self.standardized:.4f}; "
+                f"{self.std_error:.4f}, {_interval(self.confidence_level, self.ci_lower, self.ci_upper, _rule(self))}, "
+                f"standardized {self.standardized:.4f}; "
                 f"{case_text(self.n_positive, self.n_negative, self.n_omitted)}>")
         return _with_remarks(text, self.cautions, self.notes)
 
@@ -502,7 +503,7 @@ class PrecisionRecallArea(_Framed):
 
     def __repr__(self) -> str:
         text = (f"<precision-recall area {self.area:.4f} ({self.rule}), "
-                f"{_interval(self.confidence_level, self.ci_lower, self.ci_upper)} ({_rule(self)}), prevalence "
+                f"{_interval(self.confidence_level, self.ci_lower, self.ci_upper, _rule(self))}, prevalence "
                 f"{self.prevalence:.4f}; {case_text(self.n_positive, self.n_negative, self.n_omitted)}>")
         return _with_remarks(text, self.cautions, self.notes)
 

@@ -13,6 +13,14 @@ answer <- function(result) {
 
 has_both_states <- function(fit) fit$areas$positive > 0 & fit$areas$negative > 0
 
+has_probabilities <- function(fit) identical(fit$study$settings$weight_kind, "probability")
+
+#' Of the sample: the share of positive cases, or of their probability weights.
+prevalences_of <- function(fit) {
+  states <- fit$areas[paste0(if (has_probabilities(fit)) "weighted_", c("positive", "negative"))]
+  states[[1]] / (states[[1]] + states[[2]])
+}
+
 subject_of <- function(fit, i) {
   group <- fit$study$group
   paste0(fit$areas$test[i], if (!is.null(group)) paste0(" where ", group$name, " = ", fit$areas$group[i]))
@@ -27,7 +35,7 @@ ask_areas <- function(fit, options, ask, tests = names(fit$study$tests)) {
     test <- fit$result$areas$test[i]
     own <- list(level = settings$confidence_level, smaller_is_positive = fit$study$directions[test] == "smaller",
                 exclude_cut_off = settings$cut_off == "exclude")
-    area <- c(as.list(fit$areas[i, ]), list(row = i, subject = subject_of(fit, i)))
+    area <- c(as.list(fit$areas[i, ]), list(subject = subject_of(fit, i), prevalence = prevalences_of(fit)[i]))
     columns <- ask(cases_of(fit, i), utils::modifyList(own, options), area)
     names <- lapply(fit$areas[intersect(c("test", "group"), names(fit$areas))], `[`, i)
     c(lapply(names, rep, max(lengths(columns))), columns)
@@ -42,7 +50,7 @@ below <- function(frames)
 #' Distinct values with their counts; with probability weights the cases themselves.
 cases_of <- function(fit, i) {
   study <- fit$study
-  if (!identical(study$settings$weight_kind, "probability")) return(fit$result$summaries[[i]])
+  if (!has_probabilities(fit)) return(fit$result$summaries[[i]])
   rows <- study$state$codes %in% 0:1
   if (!is.null(study$group)) rows <- rows & study$group$codes %in% fit$result$areas$group_value[i]
   list(value = study$tests[[fit$result$areas$test[i]]][rows], state = study$state$codes[rows],

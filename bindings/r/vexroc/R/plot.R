@@ -47,3 +47,53 @@ empty_plot <- function(what, ...) {
   do.call(plot, utils::modifyList(utils::modifyList(arguments, list(...)), list(type = "n")))
   if (what == "curve") abline(0, 1, lty = 2, col = "grey50")
 }
+
+plot.vexroc_table <- function(x, legend = TRUE, col = NULL, lty = 1, lwd = 2, ...) {
+  refuse_unknown_graphics(add = FALSE, ...)
+  col <- if (is.null(col)) palette_okabe_ito else col
+  frame <- as.data.frame(x)
+  curves <- split(frame, factor(curve_names(frame), unique(curve_names(frame))))
+  if ("net_benefit" %in% names(frame)) decision_plot(curves, legend, col, lty, lwd, ...)
+  else if (all(c("cut_off", "sensitivity", "specificity") %in% names(frame)) && is.null(frame$criterion) &&
+             length(curves) == 1) rates_plot(frame, legend, col, lty, lwd, ...)
+  else fail("plot() draws net benefits, and sensitivity and specificity of the operating points of one test")
+  invisible(x)
+}
+
+empty_axes <- function(xlim, ylim, xlab, ylab, ...)
+  do.call(plot, utils::modifyList(utils::modifyList(list(x = xlim, y = ylim, xlab = xlab, ylab = ylab), list(...)),
+                                  list(type = "n")))
+
+#' Net benefits of the tests, of treating all, and of treating none.
+decision_plot <- function(curves, legend, col, lty, lwd, ...) {
+  benefits <- unlist(lapply(curves, `[[`, "net_benefit"))
+  top <- max(0, benefits)
+  empty_axes(range(curves[[1]]$threshold), c(-0.25, 1) * max(top, 1e-3), "threshold of risk", "net benefit", ...)
+  abline(h = 0, col = "grey50")
+  for (i in rev(seq_along(curves))) {
+    curve <- curves[[i]][order(curves[[i]]$threshold), ]
+    lines(curve$threshold, curve$treat_all, col = "grey50", lty = 2)
+    lines(curve$threshold, curve$net_benefit, col = rep_len(col, i)[i], lty = rep_len(lty, i)[i],
+          lwd = rep_len(lwd, i)[i])
+  }
+  if (legend)
+    graphics::legend("topright", c(names(curves), "treat all", "treat none"), bty = "n",
+                     col = c(rep_len(col, length(curves)), "grey50", "grey50"),
+                     lty = c(rep_len(lty, length(curves)), 2, 1), lwd = c(rep_len(lwd, length(curves)), 1, 1))
+}
+
+#' Sensitivity and specificity against the cut-off, in the pointwise bands of their intervals.
+rates_plot <- function(frame, legend, col, lty, lwd, ...) {
+  frame <- frame[order(frame$cut_off), ]
+  empty_axes(range(frame$cut_off[is.finite(frame$cut_off)]), c(0, 1), paste("cut-off of", frame$test[1]), "share", ...)
+  rates <- c("sensitivity", "specificity")
+  for (i in seq_along(rates)) {
+    shown <- rep_len(col, i)[i]
+    limits <- frame[paste0(rates[i], c("_lower", "_upper"))[paste0(rates[i], "_lower") %in% names(frame)]]
+    for (limit in limits) lines(frame$cut_off, limit, col = shown, lty = 3)
+    lines(frame$cut_off, frame[[rates[i]]], col = shown, lty = rep_len(lty, i)[i], lwd = rep_len(lwd, i)[i])
+  }
+  if (legend)
+    graphics::legend("right", rates, bty = "n", col = rep_len(col, 2), lty = rep_len(lty, 2),
+                     lwd = rep_len(lwd, 2), title = if (length(limits) > 0) "dotted: pointwise intervals")
+}

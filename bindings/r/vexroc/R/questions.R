@@ -15,7 +15,7 @@ operating_points <- function(fit, at = NULL, prevalence = NULL, ci.method = c("w
     if (is.null(prevalence) && any(c("ppv", "npv") %in% ret)) say_sample_prevalence(remarks, area)
     points_at(cases, options, area, at[[area$test]], ret)
   }, names(at))
-  answer_table(frame, fit, "Operating points", c(shares_line(options), prevalence_line(fit, prevalence, ret)),
+  answer_table(frame, fit, "Operating points", c(shares_line(fit, options), prevalence_line(fit, prevalence, ret)),
                shown = shown, remarks = remarks)
 }
 
@@ -28,7 +28,7 @@ points_at <- function(cases, options, area, cut_offs, ret) {
   limits <- options$proportion != "none"
   points <- .Call(C_ask_points, cases, if (limits) options else options[names(options) != "proportion"], cut_offs, ret,
                   limits)
-  held <- if (is.null(options$prevalence)) prevalence_of(area) else options$prevalence
+  held <- if (is.null(options$prevalence)) area$prevalence else options$prevalence
   append(points, list(prevalence = rep(held, length(points$cut_off))), 5)
 }
 
@@ -41,22 +41,26 @@ prevalence_line <- function(fit, prevalence, ret) {
   if (length(lines) > 0) paste(lines, collapse = "; ")
 }
 
-prevalence_of <- function(areas) areas$positive / (areas$positive + areas$negative)
-
 sample_share <- function(fit) {
-  shares <- unique(format(prevalence_of(fit$areas)[has_both_states(fit)], digits = 3))
+  shares <- unique(format(prevalences_of(fit)[has_both_states(fit)], digits = 3))
   paste0("the sample's prevalence", if (length(shares) == 1) paste0(" ", shares))
 }
 
 prevalence_in_words <- function(fit, prevalence)
   if (is.null(prevalence)) sample_share(fit) else paste("the prevalence", prevalence)
 
-shares_line <- function(options)
-  if (options$proportion == "none") "No intervals" else paste0("Intervals: ", options$proportion, " for shares and f1, square-and-add (", options$proportion,
-         ") for balanced_accuracy and youden,\n  log for ratios, normal for kappa, level ", options$level)
+shares_line <- function(fit, options) {
+  rule <- options$proportion
+  if (has_probabilities(fit)) return(no_weighted)
+  if (rule == "none") return("No intervals")
+  paste0("Intervals: ", rule, " for shares and f1, square-and-add (", rule, ") for balanced_accuracy and youden,\n",
+         "  log for ratios, normal for kappa, level ", options$level)
+}
+
+no_weighted <- "No intervals: none is defined for probability weights"
 
 say_sample_prevalence <- function(remarks, area)
-  say(remarks, "sample-prevalence", area$subject, format(prevalence_of(area), digits = 4))
+  say(remarks, "sample-prevalence", area$subject, format(area$prevalence, digits = 4))
 
 best_cut_offs <- function(fit, method = "youden", cost.ratio = 1, prevalence = NULL, min.sensitivity = 0,
                           min.specificity = 0, ci.method = c("wilson", "exact"),
@@ -78,12 +82,14 @@ best_cut_offs <- function(fit, method = "youden", cost.ratio = 1, prevalence = N
                     min_sensitivity = one_number(min.sensitivity, "min.sensitivity"),
                     min_specificity = one_number(min.specificity, "min.specificity")), bootstrap_options(boot.n, seed))
   remarks <- .Call(C_new_remarks)
-  rows <- lapply(method, function(criterion) ask_areas(fit, options, function(cases, options, area)
-    best_rows(cases, options, area, criterion, remarks)))
+  rows <- lapply(method, function(criterion) ask_areas(fit, options, function(cases, options, area) {
+    if (is.null(prevalence)) say_sample_prevalence(remarks, area)
+    best_rows(cases, options, area, criterion, remarks)
+  }))
   say(remarks, "best-on-same-data")
   frame <- below(rows)
   answer_table(frame, fit, "Best cut-offs",
-               c(shares_line(options), prevalence_line(fit, prevalence, quantities), reached_line(frame, options)),
+               c(shares_line(fit, options), prevalence_line(fit, prevalence, quantities), reached_line(frame, options)),
                shown = c("value", "chosen", if (any(grepl("=", method))) "reached", main_quantities),
                remarks = remarks)
 }
@@ -169,7 +175,8 @@ pr_area <- function(fit, rule = c("integral", "step", "trapezoid"),
   })
   answer_table(without(frame, "edge", "percentile", "held"), fit, "Areas under precision-recall curves",
                c(paste0("Rule: ", rule, ", at ", prevalence_in_words(fit, prevalence)),
-                 if (is.null(prevalence) || !all(is.na(frame$lower))) interval_line(frame, options)
+                 if (has_probabilities(fit)) no_weighted
+                 else if (is.null(prevalence) || !all(is.na(frame$lower))) interval_line(frame, options)
                  else "No interval: at a stated prevalence bootstrap and bca alone have one"),
                shown = c(cases_columns, "pr_area", "lower", "upper", "prevalence"), remarks = remarks)
 }
@@ -189,7 +196,7 @@ net_benefit <- function(fit, at, prevalence = NULL, ...) {
     if (scores$differs != 0)
       say(remarks, "not-calibrated", area$subject,
           sprintf("mean score %.4g, share of positive cases %.4g", scores$mean_score, scores$observed))
-    held <- if (is.null(prevalence)) prevalence_of(area) else prevalence
+    held <- if (is.null(prevalence)) area$prevalence else prevalence
     whole <- c(area[c("positive", "negative")], prevalence = held, scores[c("mean_score", "observed")])
     c(list(threshold = at), benefit[c("net_benefit", "treat_all")], list(treat_none = rep(0, length(at))),
       benefit[c("true_positive", "false_positive")], lapply(whole, rep, length(at)))
@@ -203,7 +210,7 @@ mann_whitney <- function(fit, exact = c("auto", "always", "never"),
   refuse_others(mann_whitney, ...)
   check_fit(fit)
   if (!isTRUE(correct) && !isFALSE(correct)) fail("`correct` is TRUE or FALSE, not ", shown(correct))
-  options <- list(p_method = "mann-whitney", interval = "score", exact = exactness(exact), uncorrected = 1 - correct,
+  options <- list(p_method = "mann-whitney", exact = exactness(exact), uncorrected = 1 - correct,
                   alternative = side(alternative))
   frame <- ask_areas(fit, options, function(cases, options, area)
     c(area[c(cases_columns, "area")], answer(.Call(C_ask_area, cases, options))))

@@ -11,6 +11,8 @@ static SEXP complaint(void)
     static const char* const arguments[][2] = {{"null_area", "null"},
                                                {"replicates", "boot.n"},
                                                {"criterion", "method"},
+                                               {"p_method", "p.method"},
+                                               {"interval", "ci.method"},
                                                {"cost_ratio", "cost.ratio"},
                                                {"summary", "test"},
                                                {"min_sensitivity", "min.sensitivity"},

@@ -66,6 +66,7 @@ near(unlist(weighted$areas[c("area", "lower", "upper")]),
 heavy <- vexroc(state ~ a, study, weight = 1 + state * (a > 1), weight.kind = "probability")
 stopifnot(heavy$areas$area > weighted$areas$area, heavy$areas$error == "weighted", heavy$areas$p_method == "wald",
           pr_area(heavy)$pr_area > pr_area(weighted)$pr_area)
+near(operating_points(heavy, 1)$prevalence, pr_area(heavy)$prevalence)
 
 # Risks, and risks that are none.
 risk <- data.frame(state = study$state, risk = plogis(study$a - 0.8))
@@ -109,6 +110,7 @@ refused <- list(
   "is no test" = quote(operating_points(fit, at = c(c = 1))), "beyond the values of a" =
     quote(operating_points(fit, at = -6)), "there are youden" = quote(best_cut_offs(fit, "yuden")),
   "cost" = quote(best_cut_offs(fit, "cost", cost.ratio = -1)), "`partial.auc` is two" = quote(partial_area(fit, 0.9)),
+  "of one test" = quote(plot(operating_points(fit))),
   "standardized area" = quote(partial_area(fit, partial.auc.correct = TRUE)), "risk" = quote(net_benefit(fit)),
   "\"wald-delong\"" = quote(vexroc(state ~ a, study, ci.method = "delong")), "it is `weight.kind`" =
     quote(vexroc(state ~ a, study, weight_kind = "counts")), "`seed` is a whole" = quote(vexroc(1:2, 0:1, seed = 0.5)),
@@ -119,4 +121,7 @@ for (i in seq_along(refused)) {
   said <- tryCatch({ eval(refused[[i]]); "no error" }, error = conditionMessage)
   if (!grepl(names(refused)[i], said, fixed = TRUE)) stop("expected '", names(refused)[i], "', got '", said, "'")
 }
+pdf(NULL)
+plot(benefit, legend = FALSE)
+plot(operating_points(men), xlab = "cut-off")
 for (table in list(points, best, partial_area(fit), pr_area(by_sex), benefit, mann_whitney(fit))) print(table)
