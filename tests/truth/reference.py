@@ -534,8 +534,8 @@ def operating_row(tp, fp, tn, fn, level, prevalence=None, rule="wilson"):
     row["f1"] = (number(Fraction(2 * tp, 2 * tp + fp + fn)),
                  *(g if g == NO_LIMITS else [number(2 * x.value / (1 + x.value), 2 * x.size) for x in g]))
     margins = (tp + fp) * (tn + fn)
-    row["mcc"] = (number(exactly(tp * N - fp * P) / (sqrt(mpf(margins)) * sqrt(mpf(P * N))) if margins else None),
-                  *NO_LIMITS)
+    root = sqrt(mpf(margins)) * sqrt(mpf(P * N))
+    row["mcc"] = (number(exactly(tp * N - fp * P) / root, exactly(tp * N) / root) if margins else None, *NO_LIMITS)
     kappa = Fraction(2 * (tp * N - fp * P), (tp + fp) * N + P * (fn + tn))
     row["kappa"] = (number(kappa), *(NO_LIMITS if z is None else error_limits(kappa, z * kappa_error(*cells))))
     return row
