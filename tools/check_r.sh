@@ -30,4 +30,6 @@ else
     for test in "$package"/tests/*.R; do Rscript "$test"; done
     PYTHONDONTWRITEBYTECODE=1 /usr/bin/python3 -m pytest -q -p no:cacheprovider --door=r \
         "$package/../../../tests/misleading/test_misleading.py"
+    PYTHONDONTWRITEBYTECODE=1 /usr/bin/python3 -m pytest -q -p no:cacheprovider --door=r \
+        --library="$work/prefix/lib/libvexrocproc920r.so" "$package/../../../tests/truth"
 fi

@@ -161,6 +161,7 @@ def questions(draw, case):
     yield Question("operating_points", {"proportion": "exact"})
     yield Question("pr_area", {"interval": "binomial"})
     yield Question("pr_area", {"rule": draw.choice(("integral", "step")), "interval": "bootstrap"})
+    yield Question("pr_area", {"rule": draw.choice(("integral", "step", "trapezoid")), "interval": "bca"})
     yield Question("pr_area", {"interval": "bootstrap", "prevalence": prevalence})
     share = draw.choice((0.29, 0.9, 0.5, 0.7, 1.0, 0.0))
     for criterion in ("youden", "closest", "accuracy", "cost", "f1", "mcc", "equal", f"specificity={share}",
