@@ -42,18 +42,10 @@ Report runPrPoints(const PrOptions& options, const Surroundings& surroundings)
 
 bool isBootstrap(const std::string& interval) { return interval == "bootstrap" || interval == "bca"; }
 
-/// At a stated prevalence the bootstraps alone have limits.
 CurveOptions parsePrArea(const PrOptions& options)
 {
     const std::string& typed = options.sliced.inference.interval;
-    CurveOptions how{.interval = typed, .prevalence = parsePrevalence(options.prevalence)};
-    if (how.prevalence && !typed.empty() && !isBootstrap(typed))
-        throw usageError("--interval " + typed
-                         + " holds at the sample's prevalence alone: with --prevalence give "
-                           "bootstrap or bca");
-    if (typed.empty())
-        how.interval = how.prevalence ? "bootstrap" : "logit";
-    return how;
+    return {.interval = typed.empty() ? "logit" : typed, .prevalence = parsePrevalence(options.prevalence)};
 }
 
 Report runPrArea(const PrOptions& options, const Surroundings& surroundings)
@@ -69,6 +61,8 @@ Report runPrArea(const PrOptions& options, const Surroundings& surroundings)
             found.push_back(
                 {value, &test, CurveInference(test, task.question, how, watch).precisionRecall(options.area)});
         });
+    if (how.prevalence && !isBootstrap(how.interval))
+        task.remarks.add("no-interval-at-prevalence");
     return reportOf(task, precisionRecallAreaDocument(analysis, how, options.area, found), surroundings);
 }
 
@@ -121,7 +115,7 @@ Action addPr(CLI::App& command)
     addPrevalenceOption(command, options->prevalence, "Share of positive cases that the area is to hold at");
     addLevelOption(command, options->sliced.inference);
     addChoice(command, "--interval", options->sliced.inference.interval, {"logit", "binomial", "bootstrap", "bca"},
-              "Interval of the area; logit when not given, at a stated prevalence bootstrap");
+              "Interval of the area; logit when not given. At a stated prevalence bootstrap and bca alone have one");
     addBootstrapOptions(command, options->sliced.inference);
     addSentenceOption(command, options->sliced.question.answer);
     command.footer("Example: vexroc pr data.csv --state diagnosis=malignant --test radius_mean --format csv\n"

@@ -72,7 +72,7 @@ typedef struct vexroc_area_result {
     const char* error;      /**< "delong", "hanley-mcneil" (interval wald), "weighted" (probability weights) */
     double lower, upper;    /**< by the rule `interval` */
     const char* interval;   /**< the word asked for; "score" where `edge` is 1; "bootstrap" where bca is not defined */
-    int edge;               /**< 1: logit is not defined here, so the limits are those of score (wald with weights) */
+    int edge;               /**< 1: logit is not defined here, so the limits are those of score; never with weights */
     int percentile;         /**< 1: bca is not defined for these replicates, so the limits are percentiles */
     int held;               /**< 1: a limit is the first or last replicate, for want of more */
     double bootstrap_error; /**< standard deviation of the replicates; missing without a bootstrap */
@@ -95,7 +95,7 @@ typedef struct vexroc_area_result {
  * "logit", which is the default there, and "wald-delong", both with the variance of Binder 1983.
  *
  * "recommended" p_method: mann-whitney for the null 0.5; wald for any other and with probability weights. wald divides
- * by std_error.
+ * by std_error. A std_error of 0 says nothing beyond these cases: limits and p made of it are missing.
  *
  * Fills the structure without cases too: area and all that depends on it are missing.
  *
@@ -197,7 +197,7 @@ typedef struct vexroc_rate_result {
     double reached;      /**< the rate at the best cut-off with at least the share of the other rate */
     double cut_off;      /**< that one */
     double interpolated; /**< the rate of the curve at the share, upper end of a vertical step */
-    double lower, upper; /**< of `reached`, by the bootstrap: held in [0, 1] */
+    double lower, upper; /**< of `reached`, by the bootstrap: held in [0, 1]; missing for btii of std_error 0 */
     const char* interval;
     double std_error; /**< standard deviation behind btii; of the replicates behind bootstrap */
 } vexroc_rate_result;

@@ -146,11 +146,6 @@ bool RecordArea::settle(const std::optional<OrderedTriples>& triples, const Case
         return false;
     if (asked.interval != AreaRule::wald)
         tellLimits(*found, record);
-    if (isWeighted && record.std_error == 0) { // no limits at all, by whichever rule
-        record.interval_rule = wordOf(asked.interval);
-        record.edge = 0;
-        dropWithoutError(record);
-    }
     tellTest(*found, asked.alternative, record);
     if (request_.pValue() == PKind::record)
         setPOfRecord(asked.alternative, record);

@@ -114,21 +114,25 @@ void setLimits(const AreaFacts& facts, const AreaQuestion& question, AreaInferen
     switch (question.interval) {
     case AreaRule::score: result.limits = limitsBy(AreaInterval::score, facts, question); return;
     case AreaRule::newcombe: result.limits = limitsBy(AreaInterval::newcombe, facts, question); return;
-    case AreaRule::waldDeLong: result.limits = limitsBy(AreaInterval::waldDeLong, facts, question); return;
+    case AreaRule::waldDeLong:
+        if (result.stdError != 0.0) // exact; without error they would claim to know
+            result.limits = limitsBy(AreaInterval::waldDeLong, facts, question);
+        return;
     case AreaRule::logit:
-        result.edge = facts.area == 0.0 || facts.area == 1.0 || facts.variance() == 0.0; // exact
-        if (result.edge)
-            result.interval = facts.weighted ? AreaRule::waldDeLong : AreaRule::score;
-        result.limits = limitsBy(!result.edge         ? AreaInterval::logit
-                                     : facts.weighted ? AreaInterval::waldDeLong
-                                                      : AreaInterval::score,
-                                 facts, question);
+        if (facts.area != 0.0 && facts.area != 1.0 && facts.variance() != 0.0) { // exact
+            result.limits = limitsBy(AreaInterval::logit, facts, question);
+        } else if (!facts.weighted) {
+            result.edge = true;
+            result.interval = AreaRule::score;
+            result.limits = limitsBy(AreaInterval::score, facts, question);
+        }
         return;
-    case AreaRule::wald: {
-        const auto [lower, upper] = confidenceInterval(facts.area, facts.waldError, question.zCritical);
-        result.limits = {lower, upper};
+    case AreaRule::wald:
+        if (result.stdError != 0.0) { // exact
+            const auto [lower, upper] = confidenceInterval(facts.area, facts.waldError, question.zCritical);
+            result.limits = {lower, upper};
+        }
         return;
-    }
     case AreaRule::bootstrap:
     case AreaRule::bca: return; // by replicates
     }
@@ -189,13 +193,15 @@ double freedomOf(const AreaFacts& facts)
 void setWald(const AreaFacts& facts, const AreaQuestion& question, AreaInference& result)
 {
     const bool byStudent = question.smallSample && question.interval != AreaRule::wald;
+    if (byStudent)
+        result.pMethod = "wald-t";
+    if (result.stdError == 0.0) // exact
+        return;
     result.z = zOfArea(facts.area, question.null, result.stdError);
     PValue p = pOfNormal(result.z, question.alternative);
     if (byStudent) {
-        result.pMethod = "wald-t";
-        result.freedom = result.stdError == 0.0 ? missing : freedomOf(facts); // exact
-        if (result.stdError != 0.0)
-            p = pOfStudent(result.z, result.freedom, question.alternative);
+        result.freedom = freedomOf(facts);
+        p = pOfStudent(result.z, result.freedom, question.alternative);
     }
     result.p = p.p;
     result.log10P = p.log10;

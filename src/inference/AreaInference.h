@@ -78,7 +78,7 @@ struct AreaInference {
     std::string_view error; ///< "delong", "hanley-mcneil", "weighted": a literal, ends with a 0
     Limits limits;
     AreaRule interval;       ///< that the limits are by
-    bool edge = false;       ///< logit is not defined here: the limits are those of score, or of wald with weights
+    bool edge = false;       ///< logit is not defined here: the limits are those of score; never with weights
     bool percentile = false; ///< bca is not defined here: the limits are those of bootstrap
     bool held = false;       ///< a limit is the first or last replicate, for want of more
     double bootstrapError;

@@ -1,5 +1,7 @@
 #include "inference/Bootstrap.h"
 
+#include "inference/PartialArea.h"
+
 #include "host/VexDistFun.h"
 #include "inference/PlacementSums.h"
 #include "numeric/Int256.h"
@@ -151,7 +153,7 @@ void AreaBootstrap::draw(std::uint64_t first, std::span<std::int64_t> twiceU) co
 
 bool enoughReplicates(std::size_t replicates, double level) noexcept
 {
-    return (static_cast<double>(replicates) + 1.0) * (1.0 - level) / 2.0 >= 1.0;
+    return casesOfShare((1.0 - level) / 2.0, static_cast<std::int64_t>(replicates) + 1) >= 1.0;
 }
 
 BootstrapInterval percentileInterval(std::span<std::int64_t> twiceU, const StateCounts& cases, double level)

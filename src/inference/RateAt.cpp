@@ -1,5 +1,6 @@
 #include "inference/RateAt.h"
 
+#include "host/VexMV.h"
 #include "inference/PartialArea.h"
 #include "inference/Replicates.h"
 #include "numeric/Int256.h"
@@ -76,6 +77,8 @@ RateInterval rateIntervalOfMoments(std::span<const std::int64_t> reached, std::i
     const auto [mean, deviation] = momentsOf(reached);
     const double middle = (mean + square / 2.0) / scale;
     const double half = zCritical * (deviation / scale);
+    if (deviation == 0.0) // exact; all replicates alike say nothing beyond these cases
+        return {0.0, {VexCommon_920::VexMV::Missing(), VexCommon_920::VexMV::Missing()}};
     return {deviation / scale, {std::max(middle - half, 0.0), std::min(middle + half, 1.0)}};
 }
 

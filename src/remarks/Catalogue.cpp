@@ -32,9 +32,10 @@ constexpr std::array allKinds{
     Kind{"bootstrap-at-end", note, "all replicates have the same area, so their interval has no length",
          "{score_interval} gives one"},
     Kind{"few-in-band", note, "the band holds fewer than 5 of the cases that it is a share of"},
+    Kind{"no-interval-at-prevalence", note, "at a stated prevalence this area has an interval by the bootstraps alone",
+         "ask for {bootstrap}"},
     Kind{"pr-edge", note,
          "at a precision-recall area of 0 or 1 the interval logit is not defined, and binomial has no length"},
-    Kind{"criterion-unmet", note, "no cut-off meets the criterion"},
     Kind{"state-no-test", note, "the state is not also a test"},
     Kind{"points-elsewhere", note, "the points of --pr are not shown",
          "--plot and --report draw them, --pr-curve FILE writes them"},
@@ -55,6 +56,7 @@ constexpr std::array allKinds{
          "check {state} and which rows are left out"},
     Kind{"no-negative", caution, "there is no negative case, so there is no area",
          "check {state} and which rows are left out"},
+    Kind{"criterion-unmet", caution, "no cut-off meets the criterion"},
     Kind{"no-curve", caution, "fewer than 3 cases, so there is no curve"},
     Kind{"few-cases", caution, "fewer than 10 cases of a state, so areas, intervals and p values may be far off"},
     Kind{"no-error", caution,
@@ -105,6 +107,8 @@ constexpr std::array allSpellings{
                                  R"(weight_kind="probability")", R"(weight.kind = "probability")"}},
     Spelling{"{score_interval}", {R"(the word setting "interval", "score")", "--interval score", R"(interval="score")",
                                   R"(ci.method = "score")"}},
+    Spelling{"{bootstrap}", {R"(the interval "bootstrap")", "--interval bootstrap", R"(interval="bootstrap")",
+                             R"(ci.method = "bootstrap")"}},
     Spelling{"{replicates}", {"replicates", "--replicates", "n_resamples", "boot.n"}},
     // clang-format on
 };

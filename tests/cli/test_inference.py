@@ -102,7 +102,6 @@ def test_what_cannot_be_asked_is_named(vexroc):
             ("partial", 2, "name one band"), ("partial --fpr 0.2,0.1", 2, "the smaller first"),
             ("partial --tpr 0,1 --interval bca --replicates 38", 2, "give at least 39"),
             ("pr --prevalence 0.2", 2, "--area integral"), ("pr --area step --keilwagen", 2, "give one of them"),
-            ("pr --area step --prevalence 0.1 --interval logit", 2, "give bootstrap or bca"),
             ("benefit --at 1", 2, "--at '1': expected thresholds"), ("benefit --at 0.5 --smaller", 2, "leave that out"),
             ("benefit --at 0.5", 3, "--test 't': net benefit takes scores for probabilities"),
             ("auc --sentence --format json", 2, "give one of them")]:

@@ -668,6 +668,8 @@ def rate_at(case, criterion, interval="btii"):
     drawn = [Sample.of(case).replicate(*row) for row in zip(p, n)]
     found = [reached(s if name == "specificity" else s.exchanged(), float(share)) for s in drawn]
     if interval == "btii":
+        if len(set(found)) == 1:  # says nothing beyond these cases
+            return answer | {"std_error": 0.0}
         deviation, mean = spread(found) / (P + z * z), (mpf(sum(found)) / len(found) + z * z / 2) / (P + z * z)
         return answer | {"std_error": number(deviation), "lower": number(within(mean - z * deviation), mean),
                          "upper": number(within(mean + z * deviation))}

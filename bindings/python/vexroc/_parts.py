@@ -159,6 +159,8 @@ def pr_auc(y_true: Any, y_score: Any, *, rule: Rule = "integral", interval: Prec
     cases.add_remarks_of(summary, percentile=r.percentile, held=r.held)
     if r.edge:
         cases.remarks.add("pr-edge", cases.subject())
+    if stated is not None and interval not in BOOTSTRAPS:
+        cases.remarks.add("no-interval-at-prevalence")
     if stated is None and r.positive and r.negative:
         cases.remarks.add("sample-prevalence", "", f"{r.prevalence:.4f}")
     drawn = (n_resamples, random_state) if used in BOOTSTRAPS else (None, None)

@@ -241,6 +241,8 @@ def best_threshold(y_true: Any, y_score: Any, *, criterion: str = "youden", cost
     chosen = float(ties[result.chosen]) if result.count else float("nan")
     points = asked.points_of_ties(ties)
     asked.add_remarks("best-on-same-data" if result.count else "criterion-unmet")
+    if rate is not None and rate.std_error == 0:
+        cases.remarks.add("zero-error", cases.subject())
     return BestThreshold(chosen, number(result.value), criterion, frozen(ties), points, rate, *cases.remarks.tell())
 
 

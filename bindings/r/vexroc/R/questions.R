@@ -111,6 +111,7 @@ best_rows <- function(cases, options, area, criterion, remarks) {
   if (grepl("=", criterion)) {
     rate <- answer(.Call(C_ask_rate, cases, options, criterion))
     say_area(remarks, area, list(std_error = 1, interval = "bootstrap", percentile = 0, held = 0))
+    if (rate$std_error %in% 0) say(remarks, "zero-error", area$subject)
   }
   repeated <- function(columns) lapply(columns, rep, count)
   c(repeated(list(criterion = criterion)), best["cut_off"], repeated(best["value"]),
@@ -170,6 +171,7 @@ pr_area <- function(fit, rule = c("integral", "step", "trapezoid"),
     if (is.null(prevalence)) say_sample_prevalence(remarks, area)
     curve <- answer(.Call(C_ask_precision_recall, cases, options, rule))
     if (curve$edge != 0) say(remarks, "pr-edge", area$subject)
+    if (!is.null(prevalence) && !options$interval %in% c("bootstrap", "bca")) say(remarks, "no-interval-at-prevalence")
     say_area(remarks, area, c(curve, std_error = 1))
     c(area[cases_columns], curve)
   })
