@@ -228,7 +228,8 @@ class Program:
     def partial_area(self, case, rate, a, b, interval):
         row, = self.run("partial", case, "partial_areas", **{rate: (a, b)}, interval=interval)
         return renamed(row, {"area": "partial_area"}, "positive", "negative", "from", "to", "std_error", "lower",
-                       "upper", "interval", "standardized", "standardized_error", "standardized_lower", "standardized_upper")
+                       "upper", "interval", "standardized", "standardized_error", "standardized_lower",
+                       "standardized_upper")
 
     def pr_area(self, case, rule="integral", **words):
         row, = self.run("pr", case, "pr_areas", area=rule, **words)
