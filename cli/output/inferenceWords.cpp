@@ -11,10 +11,12 @@ namespace vexroc {
 
 namespace {
 
-/// As readers see them.
+/// As readers see them; none with probability weights, which each row tells.
 std::set<std::string> samplePrevalences(const Analysis& analysis)
 {
     std::set<std::string> all;
+    if (analysis.question.hasProbabilityWeights())
+        return all;
     for (const ValueResults& value : analysis.values)
         for (const TestResult& test : value.results.tests)
             if (test.area.positive > 0 && test.area.negative > 0)

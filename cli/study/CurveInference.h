@@ -135,8 +135,8 @@ struct AboutCurve {
 };
 
 /// The cases of one test in one group, and what can be asked of them beyond the area. Without both states numbers are
-/// missing, and lists are empty. Each call throws a usage error in the library's words where it refuses, and the failure of a cancel; what
-/// there is to say of its answer goes to the remarks of the watch.
+/// missing, and lists are empty. Each call throws a usage error in the library's words where it refuses, and the
+/// failure of a cancel; what there is to say of its answer goes to the remarks of the watch.
 class CurveInference {
 public:
     /// Refers to all of them.

@@ -22,8 +22,8 @@ struct RunCases {
 };
 
 /// Runs the component once over all tests, with the settings of the question, and says what came of it.
-/// Throws the failure of a cancel when one was requested, a usage error for what does not go together, an analysis error
-/// when memory runs out.
+/// Throws the failure of a cancel when one was requested, a usage error for what does not go together, an analysis
+/// error when memory runs out.
 Results run(const RunCases& cases, const Question& question, Comparison comparison, const Watch& watch);
 
 } // namespace vexroc

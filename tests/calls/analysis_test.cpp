@@ -108,6 +108,19 @@ TEST(AnalysisHandle, ComparesAndSplitsAndWarns)
     EXPECT_EQ(study.record(groups.first).group_operation, 2); // below the cut
     EXPECT_EQ(study.record(groups.second).group_operation, 1);
     EXPECT_EQ(groups.difference, study.record(groups.first).area - study.record(groups.second).area);
+    EXPECT_STREQ(groups.error, "hanley-mcneil");
+
+    study.word("interval", "score"); // the errors of a difference are those that stand beside its areas
+    study.word("alternative", "greater");
+    study.run();
+    const vexroc_comparison oneSided = study.comparison(1);
+    EXPECT_STREQ(oneSided.error, "delong");
+    EXPECT_EQ(oneSided.std_error,
+              std::hypot(study.record(oneSided.first).std_error, study.record(oneSided.second).std_error));
+    const double twoSided = vexroc_two_sided_p(oneSided.z, nullptr);
+    EXPECT_NEAR(oneSided.p_value, oneSided.z > 0 ? twoSided / 2 : 1 - twoSided / 2, 1e-15);
+    study.word("interval", "record");
+    study.word("alternative", "two-sided");
 
     study.word("comparison", "paired");
     study.run(); // once more, with other settings

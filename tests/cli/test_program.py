@@ -360,7 +360,7 @@ auc {CANCER} --test radius_mean, -> 2: an item of the list is empty
 auc {RADIUS} --level 1 -> 2: --level '1': expected a number between 0 and 1
 auc {RADIUS} --format cvs -> 2: no word 'cvs'; did you mean 'csv'?
 auc {RADIUS} --delimiter x -> 2: expected comma, tab or semicolon
-auc {RADIUS} --plot x.svg -> 2: no option '--plot' in auc; 'analyze' has it
+auc {RADIUS} --plot x.svg -> 2: no option '--plot' in auc; 'analyze', 'benefit', 'best', 'points' have it
 auc {RADIUS} --group s=1,2 -> 2: no option '--group' in auc; 'analyze', 'benefit',
 auc {RADIUS} -- --level .5 -> 2: '--level' stands behind --
 auc {RADIUS} --level .9 --level .8 -> 2: --level: At Most 1 required but received 2
