@@ -204,7 +204,8 @@ class Program:
         return getattr(self, question.kind)(case, **question.words)
 
     def area_inference(self, case, p_method=None, **words):
-        row, = self.run("auc", case, "areas", p_value=p_method, **words)
+        command = "analyze" if case.kind == "probability" else "auc"  # which has the weights
+        row, = self.run(command, case, "areas", p_value=p_method, **words)
         return renamed(row, {}, "positive", "negative", "area", "std_error", "error", "p_value", "log10_p", "p_method",
                        "null_area", "lower", "upper", "interval")
 
