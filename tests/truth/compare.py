@@ -63,7 +63,9 @@ class Worst:
             if error < math.inf:
                 self.by_field[key] = max(self.by_field[key], error)
             if error > 1:
-                shown = value if not isinstance(value, Number) else f"{float(value.value)!r} (size {float(value.size):.3g})"
+                shown = value
+                if isinstance(value, Number):
+                    shown = f"{float(value.value)!r} (size {float(value.size):.3g})"
                 told.append(f"{name}: {got[name]!r}, not {shown}: {error:.3g} times what is allowed")
         return told
 

@@ -58,5 +58,10 @@ def pytest_terminal_summary(terminalreporter, config):
 
 
 @pytest.fixture
-def c_only(pytestconfig):
-    """What is asked of the library once; deselected at the other doors."""
+def c_only():
+    """Of what is asked of the library once."""
+
+
+def pytest_collection_modifyitems(config, items):
+    if config.getoption("--door") != "c":
+        items[:] = [item for item in items if "c_only" not in item.fixturenames]

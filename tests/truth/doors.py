@@ -1,4 +1,4 @@
-"""The doors: each answers a question about a case with a dictionary, or a list of them, in the words of reference.py."""
+"""The doors: each answers a question about a case with a dictionary, or a list of them, in the words of reference."""
 import ctypes
 import json
 import math
@@ -17,8 +17,8 @@ def structure(name, members):
     types = {"double": c_double, "int": c_int, "count": c_longlong, "text": c_char_p, "size": c_size_t,
              "seed": c_ulonglong, "call": c_void_p, "list": POINTER(c_double), "counts": POINTER(c_longlong),
              "three": POINTER(c_double) * 3}
-    fields = [(member.strip(), types[kind]) for kind, names in (part.strip().split(" ", 1) for part in members.split(";"))
-              for member in names.split(",")]
+    parts = (part.strip().split(" ", 1) for part in members.split(";"))
+    fields = [(member.strip(), types[kind]) for kind, names in parts for member in names.split(",")]
     return type(name, (Structure,), {"_fields_": [("struct_size", c_size_t), *fields]})
 
 
@@ -204,7 +204,8 @@ class Program:
         return getattr(self, question.kind)(case, **question.words)
 
     def area_inference(self, case, p_method=None, **words):
-        row, = self.run("auc", case, "areas", p_value=p_method, **words)
+        command = "analyze" if case.kind == "probability" else "auc"  # which has the weights
+        row, = self.run(command, case, "areas", p_value=p_method, **words)
         return renamed(row, {}, "positive", "negative", "area", "std_error", "error", "p_value", "log10_p", "p_method",
                        "null_area", "lower", "upper", "interval")
 
@@ -227,8 +228,9 @@ class Program:
 
     def partial_area(self, case, rate, a, b, interval):
         row, = self.run("partial", case, "partial_areas", **{rate: (a, b)}, interval=interval)
-        return renamed(row, {"area": "partial_area"}, "positive", "negative", "from", "to", "std_error", "lower", "upper",
-                       "interval", "standardized", "standardized_error", "standardized_lower", "standardized_upper")
+        return renamed(row, {"area": "partial_area"}, "positive", "negative", "from", "to", "std_error", "lower",
+                       "upper", "interval", "standardized", "standardized_error", "standardized_lower",
+                       "standardized_upper")
 
     def pr_area(self, case, rule="integral", **words):
         row, = self.run("pr", case, "pr_areas", area=rule, **words)
@@ -284,8 +286,8 @@ class Python:
             row = vars(self.ask("mann_whitney", case, correction=False, exact=words["exact"], level=False))
             return renamed(row, self.COUNTS, "area", "u", "z", "p_value", "log10_p", "p_method")
         row = vars(self.ask("auc", case, drawn=True, **words))
-        return renamed(row, self.COUNTS | self.LIMITS, "area", "std_error", "error", "interval", "z", "p_value", "log10_p",
-                       "p_method", "freedom", "bootstrap_error", "null_area")
+        return renamed(row, self.COUNTS | self.LIMITS, "area", "std_error", "error", "interval", "z", "p_value",
+                       "log10_p", "p_method", "freedom", "bootstrap_error", "null_area")
 
     def operating_points(self, case, at=None, **words):
         rows = self.rows(self.ask("confusion_at_thresholds", case, at, cut_off=True, **words))
@@ -304,7 +306,8 @@ class Python:
         best = self.ask("best_threshold", case, cut_off=True, interval="none", **words)
         cut_offs = best.thresholds.tolist()
         chosen = [i for i, cut_off in enumerate(cut_offs) if cut_off == best.threshold]
-        return {"cut_offs": cut_offs, "chosen": chosen[0 if case.smaller else -1] if chosen else -1, "value": best.value}
+        place = chosen[0 if case.smaller else -1] if chosen else -1
+        return {"cut_offs": cut_offs, "chosen": place, "value": best.value}
 
     def rate_at(self, case, **words):
         best = self.ask("best_threshold", case, cut_off=True, drawn=True, **words)
@@ -357,9 +360,11 @@ class R:
         script = folder / "calls.R"
         lines = [pathlib.Path(__file__).with_name("answers.R").read_text(encoding="utf-8")]
         for case in cases:
-            lines.append(f"v <- {spelled(case.values)}; s <- {spelled(case.states)}; n <- {spelled(case.counts or [])}; "
+            lines.append(f"v <- {spelled(case.values)}; s <- {spelled(case.states)}; "
+                         f"n <- {spelled(case.counts or [])}; "
                          f"w <- {spelled(case.weights or [])}; delayedAssign('fit', {self.fit(case)})")
-            lines += [f"tell({json.dumps(str(case) + str(question))}, {getattr(self, question.kind)(case, **question.words)})"
+            lines += [f"tell({json.dumps(f'{case}{question}')}, "
+                      f"{getattr(self, question.kind)(case, **question.words)})"
                       for question in case.questions if self.can(case, question)]
         script.write_text("\n".join(lines) + "\n", encoding="utf-8")
         ran = subprocess.run(["Rscript", "--vanilla", script], capture_output=True, check=False, encoding="utf-8")
@@ -442,6 +447,8 @@ class R:
             return {"cut_offs": [row["cut_off"] for row in rows], "chosen": chosen[0] if rows else -1,
                     "value": rows[0]["value"] if rows else None}
         if question.kind == "rate_at":
+            if not rows:
+                return {"reached": None}
             return renamed(rows[0], {"lower": "reached_lower", "upper": "reached_upper", "std_error": "reached_error",
                                      "interval": "reached_interval"}, "reached", "interpolated")
         if question.kind == "partial_area":

@@ -525,7 +525,8 @@ def operating_row(tp, fp, tn, fn, level, prevalence=None, rule="wilson"):
     if z is not None:
         (l1, u1), (l2, u2) = share_limits(tp, P, z, level), share_limits(fp, N, z, level)
         se, fpr = mpf(tp) / P, mpf(fp) / N
-        low, high = sqrt((se - l1.value) ** 2 + (u2.value - fpr) ** 2), sqrt((u1.value - se) ** 2 + (fpr - l2.value) ** 2)
+        low = sqrt((se - l1.value) ** 2 + (u2.value - fpr) ** 2)
+        high = sqrt((u1.value - se) ** 2 + (fpr - l2.value) ** 2)
         j = exactly(youden)
         row["youden"] = (row["youden"][0], total(j, -low), total(j, high))
         row["balanced_accuracy"] = (row["balanced_accuracy"][0], number((j + 1 - low) / 2, 1),
@@ -537,7 +538,9 @@ def operating_row(tp, fp, tn, fn, level, prevalence=None, rule="wilson"):
     root = sqrt(mpf(margins)) * sqrt(mpf(P * N))
     row["mcc"] = (number(exactly(tp * N - fp * P) / root, exactly(tp * N) / root) if margins else None, *NO_LIMITS)
     kappa = Fraction(2 * (tp * N - fp * P), (tp + fp) * N + P * (fn + tn))
-    row["kappa"] = (number(kappa), *(NO_LIMITS if z is None else error_limits(kappa, z * kappa_error(*cells))))
+    share_of_kappa = Fraction(2 * tp * N, (tp + fp) * N + P * (fn + tn))
+    row["kappa"] = (number(kappa, share_of_kappa),
+                    *(NO_LIMITS if z is None else error_limits(kappa, z * kappa_error(*cells))))
     return row
 
 
@@ -621,7 +624,8 @@ def best_cut_offs(case, criterion, cost_ratio=1.0, prevalence=None, min_sensitiv
         se, fpr = Fraction(tp, P), Fraction(fp, N)
         slope = h() if prevalence is not None and name == "cost" else Fraction(N, P) / Fraction(cost_ratio)
         row = operating_row(tp, fp, tn, fn, 2.0)
-        return {"youden": row["youden"][0], "closest": number(sqrt(exactly((1 - se) ** 2 + fpr ** 2))), "accuracy": row["accuracy"][0],
+        distance = number(sqrt(exactly((1 - se) ** 2 + fpr ** 2)))
+        return {"youden": row["youden"][0], "closest": distance, "accuracy": row["accuracy"][0],
                 "cost": total(se, -slope * fpr), "f1": row["f1"][0], "mcc": row["mcc"][0],
                 "equal": number(abs(se + fpr - 1), 1), "specificity": number(se), "sensitivity": number(1 - fpr)}[name]
 
@@ -660,7 +664,8 @@ def rate_at(case, criterion, interval="btii"):
     z, P = critical(case.level), sample.P
     counts, _ = counts_at(case, best["cut_offs"][0]) if best["cut_offs"] else (None, None)
     answer = {"reached": number(Fraction(counts[0] if name == "specificity" else counts[2], P)) if counts else None,
-              "cut_off": best["cut_offs"][0] if counts else None, "interpolated": number(interpolated(sample, float(share))),
+              "cut_off": best["cut_offs"][0] if counts else None,
+              "interpolated": number(interpolated(sample, float(share))),
               "interval": interval, "std_error": None, "lower": None, "upper": None}
     if interval == "none" or z is None:
         return answer
@@ -693,7 +698,8 @@ def components(sample, a, b):
             w = min(max((c - F) / f, Fraction(0)), Fraction(1)) if f else Fraction((c > F) - (c < F) + 1, 2)
             shares.append(w)
             G.append((c - F - Fraction(f, 2)) / N if w == 1 else (c - F) ** 2 / (2 * f * N) if w > 0 and f else 0)
-        H = [(sum(p * w for p, w in zip(sample.p[:i], shares)) + sample.p[i] * shares[i] ** 2 / 2) / P for i in range(k)]
+        H = [(sum(p * w for p, w in zip(sample.p[:i], shares)) + sample.p[i] * shares[i] ** 2 / 2) / P
+             for i in range(k)]
         return G, H
 
     (Ga, Ha), (Gb, Hb) = at(a), at(b)
@@ -753,7 +759,8 @@ def partial_area(case, rate, a, b, interval="logit"):
         "area": number(area, b), "std_error": number(error), "lower": limits[0], "upper": limits[1],
         "standardized": standard(number(area)), "standardized_error": number(error and error * scale),
         "standardized_lower": standard(limits[0]), "standardized_upper": standard(limits[1]), "edge": edge,
-        "few": width * all_of_rate < 5, "percentile": percentile, "held": held, "bootstrap_error": number(deviation, area),
+        "few": width * all_of_rate < 5, "percentile": percentile, "held": held,
+        "bootstrap_error": number(deviation, area),
         "interval": "bootstrap" if percentile else interval}
 
 
@@ -880,7 +887,7 @@ def weighted_area(case, interval, alternative="two-sided", null=0.5):
     elif interval == "logit" and not edge:
         limits = expit_limits(A, z * error / exactly(A * (1 - A)))
     else:
-        limits = error_limits(A, z * error)
+        limits = error_limits(A, z * error) if error else NO_LIMITS
     return {"positive": P, "negative": N, "area": number(A), "std_error": number(error), "error": "weighted",
             "interval": "wald-delong" if edge else interval, "lower": limits[0], "upper": limits[1], "edge": edge,
             "u": None, "bootstrap_error": None, "null_area": number(null)
