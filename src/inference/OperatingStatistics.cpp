@@ -53,6 +53,8 @@ struct Count {
     Number count;
     Number all;
 };
+template <class Number>
+Count(Number, Number) -> Count<Number>;
 
 /// A share of so many cases among others, which `count` finds in the cells.
 template <class CountOf>
