@@ -30,8 +30,8 @@ struct MannWhitney {
 [[nodiscard]] double exactBytes(const StateCounts& cases) noexcept;
 
 /// The exact p: over all ways in which the observed values, ties kept, can fall to the states. Two-sided: those at
-/// least as far from P N / 2. Memory: exactBytes. Nothing when goOn, asked now and then with the share of the values that
-/// is done, answers false. Throws std::bad_alloc.
+/// least as far from P N / 2. Memory: exactBytes. Nothing when goOn, asked now and then with the share of the values
+/// that is done, answers false. Throws std::bad_alloc.
 ///
 /// Streitberg and Roehmel 1986, Statist. Software Newsletter 12, 10-17.
 [[nodiscard]] std::optional<double> exactMannWhitney(const Summary& sample, Alternative alternative,

@@ -55,7 +55,8 @@ def test_answers_are_those_worked_by_hand(vexroc):
     def one(data, *args):
         return rows(vexroc, args[0], *ASKED, *args[1:], data=data)[0]
     half = one(TIES, "partial", "--fpr", "0,0.5")
-    assert [half["partial_area"], half["std_error"] ** 2, half["standardized"]] == pytest.approx([1 / 6, 5 / 144, 5 / 9])
+    found = [half["partial_area"], half["std_error"] ** 2, half["standardized"]]
+    assert found == pytest.approx([1 / 6, 5 / 144, 5 / 9])
     whole = one(PERFECT, "partial", "--tpr", "0.5,1", "--interval", "wald")
     assert [whole[name] for name in ("partial_area", "std_error", "lower", "standardized")] == [0.5, 0, 0.5, 1]
     assert one(TIES, "pr", "--area", "step")["pr_area"] == pytest.approx(0.587302, abs=5e-7)
@@ -122,8 +123,8 @@ def test_tables_and_sentences_for_a_paper(vexroc):
     cells = [shlex.split(line.replace("\\|", "").replace("|", " ")) for line in lines if "---" in line]
     assert all(set("".join(row)) <= set(":-") for row in cells) and len(cells) == 5  # panels of three tables
     said = vexroc.done("auc", *CANCER, "radius_mean", "--sentence")
-    assert said.startswith("The area under the ROC curve of radius_mean for diagnosis = malignant was 0.9375 (95% score "
-                           "interval 0.9121 to 0.9556; p < 0.0001, Mann-Whitney test against 0.5")
+    assert said.startswith("The area under the ROC curve of radius_mean for diagnosis = malignant was 0.9375 (95% "
+                           "score interval 0.9121 to 0.9556; p < 0.0001, Mann-Whitney test against 0.5")
     for question in (["compare", *CANCER, "radius_mean,area_mean"], ["points", *CANCER, "radius_mean", "--at", "15"],
                      ["best", *CANCER, "radius_mean", "--criterion", "youden,sensitivity=0.9"],
                      ["partial", *CANCER, "radius_mean", "--fpr", "0,0.1"],

@@ -181,7 +181,7 @@ def test_every_row_is_accounted_for(vexroc):
                           ("compare - --test a --group g=x,y", "a,g = x,g = y,2,1,1,1,3")]:
         assert ",".join(tables(vexroc, question + " --state s=1", data)[0][0]).startswith(row + ",")
     ends_as(vexroc, "", """
-compare - --state s=1 --test a --group g=x,y -> 0: note: rows left out: 3 of 9: missing state 1, missing group 1, in neither group 1, a (4 of 9)
+compare - --state s=1 --test a --group g=x,y -> 0: note: rows left out: 3 of 9: missing state 1, missing group 1, in neither
 curve - --state s=1 --test a -> 0: note: rows left out: 1 of 9: missing state 1, a (2 of 9)
 """, data)
 
@@ -298,7 +298,7 @@ t,u --compare paired --group g -> 0: caution: the groups are not used: a paired 
 u --bi-negative -> 0: caution: the standard error is nonparametric
 u,s -> 0: note: the state is not also a test: s
 u --pr -> 0: note: the points of --pr are not shown; --plot and --report draw them, --pr-curve FILE writes
-t,one --compare paired -> 0: so there is no standard error, nor p value and interval by one: one (1 positive, 1 negative), t
+t,one --compare paired -> 0: nor p value and interval by one: one (1 positive, 1 negative), t
 """, b"s,t,u,g,one\n1,2,1,x,7\n0,2,2,x,\n1,3,3,y,\n0,1,4,y,8\n1,4,5,y,\n")
     ends_as(vexroc, f"analyze {ON_INPUT}", """
 t --group g -> 1: note: rows left out: 2 of 4: missing group 2
