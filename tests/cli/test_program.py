@@ -181,7 +181,7 @@ def test_every_row_is_accounted_for(vexroc):
                           ("compare - --test a --group g=x,y", "a,g = x,g = y,2,1,1,1,3")]:
         assert ",".join(tables(vexroc, question + " --state s=1", data)[0][0]).startswith(row + ",")
     ends_as(vexroc, "", """
-compare - --state s=1 --test a --group g=x,y -> 0: note: rows left out: 3 of 9: missing state 1, missing group 1, in neither
+compare - --state s=1 --test a --group g=x,y -> 0: note: rows left out: 3 of 9: missing state 1, missing group 1
 curve - --state s=1 --test a -> 0: note: rows left out: 1 of 9: missing state 1, a (2 of 9)
 """, data)
 
