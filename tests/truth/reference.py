@@ -889,7 +889,7 @@ def weighted_area(case, interval, alternative="two-sided", null=0.5):
     else:
         limits = error_limits(A, z * error) if error else NO_LIMITS
     return {"positive": P, "negative": N, "area": number(A), "std_error": number(error), "error": "weighted",
-            "interval": "wald-delong" if edge else interval, "lower": limits[0], "upper": limits[1], "edge": edge,
+            "interval": interval, "lower": limits[0], "upper": limits[1], "edge": False,
             "u": None, "bootstrap_error": None, "null_area": number(null)
             } | wald_test(A, null, error, alternative, None, P, N)
 

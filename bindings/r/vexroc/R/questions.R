@@ -111,7 +111,7 @@ best_rows <- function(cases, options, area, criterion, remarks) {
   if (grepl("=", criterion)) {
     rate <- answer(.Call(C_ask_rate, cases, options, criterion))
     say_area(remarks, area, list(std_error = 1, interval = "bootstrap", percentile = 0, held = 0))
-    if (rate$std_error %in% 0) say(remarks, "zero-error", area$subject)
+    if (rate$reached_error %in% 0) say(remarks, "zero-error", area$subject)
   }
   repeated <- function(columns) lapply(columns, rep, count)
   c(repeated(list(criterion = criterion)), best["cut_off"], repeated(best["value"]),
