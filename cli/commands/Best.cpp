@@ -141,6 +141,9 @@ Report runBest(const BestOptions& options, const Surroundings& surroundings)
     if (withRates && task.form == DocumentForm::csv)
         throw severalTables();
     const PlannedPicture picture(options.plot);
+    if (picture.isWanted() && criteria.size() > 1)
+        throw usageError("--plot marks the cut-offs of one criterion: give one with --criterion");
+    task.question.rocCurve = task.question.points = picture.isWanted();
     Answers<std::vector<BestCutOffs>> found;
     const Analysis analysis =
         answerSliced(task, surroundings, [&](std::string_view value, const TestResult& test, const Watch& watch) {

@@ -119,3 +119,16 @@ def test_a_picture_has_the_size_and_the_looks_that_are_asked_for(vexroc, tmp_pat
         vexroc.fails(2, message, *QUESTION, "--plot", "x.svg", "--plot-size", size, data=data, cwd=tmp_path)
     vexroc.fails(1, "no curve to draw: there is no negative case", *QUESTION, "--plot", "x.svg",
                  data=b"s,t\n1,1\n1,2\n", cwd=tmp_path)
+
+
+def test_answers_are_drawn(vexroc, tmp_path):
+    data = b"s,t\n" + b"".join(b"%d,0.%02d\n" % (i % 3 == 0, (i * 37) % 100) for i in range(1, 60))
+    for question, drawn in [("points --at 0.5", ["sensitivity", "specificity", "cut-off of t"]),
+                            ("benefit --at 0.2", ["treat all", "treat none", "threshold of risk"]),
+                            ("best --criterion specificity=0.8", ["the criterion specificity=0.8", "<circle"])]:
+        command, *options = question.split()
+        vexroc.done(command, "-", "--state", "s=1", "--test", "t", *options, "--plot", "x.svg", data=data, cwd=tmp_path)
+        svg = (tmp_path / "x.svg").read_text()
+        assert all(text in svg for text in drawn) and "no curve" not in svg
+    vexroc.fails(2, "one criterion", "best", "-", "--state", "s=1", "--test", "t", "--criterion", "f1,mcc", "--plot",
+                 "x.svg", data=data, cwd=tmp_path)
