@@ -46,8 +46,8 @@ std::array<TableColumn, 7> precisionRecallColumns(bool told, bool lowest)
     };
 }
 
-/// `told`: the heading says the prevalence.
-std::array<TableColumn, 11> benefitColumns(bool told)
+/// `told`: the heading says the prevalence; `stated`: the user does.
+std::array<TableColumn, 11> benefitColumns(bool told, bool stated)
 {
     return {
         TableColumn{"threshold", "threshold", CellRole::cutOff},
@@ -60,7 +60,7 @@ std::array<TableColumn, 11> benefitColumns(bool told)
         TableColumn{"negative", "negative", CellRole::count, 1},
         TableColumn{"prevalence", told ? "" : "prevalence", CellRole::statistic, 2},
         TableColumn{"mean_score", "mean score", CellRole::statistic, 2},
-        TableColumn{"observed", "observed share", CellRole::statistic, 2},
+        TableColumn{"observed", stated ? "prevalence" : "observed share", CellRole::statistic, 2},
     };
 }
 
@@ -170,7 +170,9 @@ Document netBenefitDocument(const Analysis& analysis, const CurveOptions& how, c
                        double(test.area.negative), prevalenceOf(test, how), b.meanScore, b.observed});
     };
     document.parts.push_back(
-        {"net_benefits", "", tableOf(analysis, found, benefitColumns(isOnePrevalence(analysis, how)), addRows)});
+        {"net_benefits", "",
+         tableOf(analysis, found, benefitColumns(isOnePrevalence(analysis, how), how.prevalence.has_value()),
+                 addRows)});
     return document;
 }
 

@@ -198,7 +198,7 @@ NetBenefit CurveInference::benefit(const std::vector<double>& thresholds) const
                          + withoutArgument(vexroc_last_error()));
     requireAnswer(result);
     auto calibration = toBeFilled<vexroc_calibration_result>();
-    requireAnswer(vexroc_calibration(test_.summary.get(), &calibration));
+    requireAnswer(vexroc_calibration(test_.summary.get(), &options, &calibration));
     benefit.meanScore = calibration.mean_score;
     benefit.observed = calibration.observed;
     if (calibration.differs != 0)

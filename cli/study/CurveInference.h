@@ -120,7 +120,7 @@ struct NetBenefit {
     std::vector<long long> truePositive;
     std::vector<long long> falsePositive;
     double meanScore = notComputed;
-    double observed = notComputed; ///< share of positive cases
+    double observed = notComputed; ///< share of positive cases, or the stated prevalence
 };
 
 /// Share of positive cases; missing without any case.

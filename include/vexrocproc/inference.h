@@ -296,13 +296,17 @@ int vexroc_net_benefit(const vexroc_summary* summary, const vexroc_inference_opt
 typedef struct vexroc_calibration_result {
     size_t struct_size;
     double mean_score;
-    double observed;  /**< share of positive cases */
+    double observed;  /**< share of positive cases, or the stated prevalence */
     double std_error; /**< sqrt(mean_score (1 - mean_score) / n), of the observed share if the scores are right */
     int differs;      /**< 1: by more than three of them */
 } vexroc_calibration_result;
 
-/** Do scores, which are probabilities, agree with the share of positive cases on the whole? */
-int vexroc_calibration(const vexroc_summary* summary, vexroc_calibration_result* result);
+/**
+ * Do scores, which are probabilities, agree with the share of positive cases on the whole? Reads prevalence: if q is
+ * stated, the mean score is q times that of the positive cases and 1 - q times that of the negative ones, against q.
+ */
+int vexroc_calibration(const vexroc_summary* summary, const vexroc_inference_options* options,
+                       vexroc_calibration_result* result);
 
 #pragma GCC visibility pop
 #ifdef __cplusplus

@@ -72,13 +72,14 @@ int vexroc_net_benefit(const vexroc_summary* summary, const vexroc_inference_opt
     });
 }
 
-int vexroc_calibration(const vexroc_summary* summary, vexroc_calibration_result* result)
+int vexroc_calibration(const vexroc_summary* summary, const vexroc_inference_options* options,
+                       vexroc_calibration_result* result)
 {
     return guarded([&] {
         const DefaultArithmetic arithmetic;
         const Summary& sample = unweighted(summary, "the agreement of scores with cases");
         requireRisks(sample);
-        const Calibration found = calibration(sample);
+        const Calibration found = calibration(sample, inferenceOptions(options).prevalence);
         return deliver({.struct_size = 0,
                         .mean_score = found.meanScore,
                         .observed = found.observed,

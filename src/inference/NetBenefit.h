@@ -15,11 +15,11 @@ namespace ROCALG_920 {
 
 struct Calibration {
     double meanScore;
-    double observed; ///< share of positive cases
+    double observed; ///< share of positive cases, or the stated prevalence
     double stdError; ///< sqrt(m (1 - m) / n) of the mean score m: that of the observed share if the scores are right
     bool differs;    ///< by more than three of them
 };
-/// Of values in [0, 1]; missing without cases.
-[[nodiscard]] Calibration calibration(const Summary& sample) noexcept;
+/// Of values in [0, 1]; missing without cases, and at a stated prevalence without both states.
+[[nodiscard]] Calibration calibration(const Summary& sample, std::optional<double> prevalence) noexcept;
 
 } // namespace ROCALG_920

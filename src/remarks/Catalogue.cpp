@@ -86,7 +86,7 @@ constexpr std::array allKinds{
     Kind{"distribution-changed", caution,
          "the standard error is nonparametric: bi-negative exponential needs as many positive as negative cases"},
     Kind{"not-calibrated", caution,
-         "the mean score is more than three standard errors from the share of positive cases, so scores are no risks",
+         "the mean score is more than three standard errors from the prevalence, so scores are no risks",
          "thresholds mean nothing before the scores are calibrated"},
     Kind{"groups-ignored", caution, "the groups are not used: a paired comparison takes all cases"},
 };

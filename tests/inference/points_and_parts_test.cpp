@@ -230,9 +230,10 @@ TEST(NetBenefit, WeighsFalseAlarmsByTheOddsOfTheThreshold)
     const CutOffCounts counts{.truePositives = 3, .falsePositives = 1, .trueNegatives = 5, .falseNegatives = 1};
     EXPECT_NEAR(netBenefit(counts, 0.25, {}), 3.0 / 10.0 - 1.0 / 10.0 / 3.0, 1e-16);
     EXPECT_NEAR(netBenefit(counts, 0.25, 0.4), netBenefit(counts, 0.25, {}), 1e-16);
-    const Calibration found = calibration(sampleOf({{0.25, 2, 0}, {0.75, 0, 2}}));
+    const Calibration found = calibration(sampleOf({{0.25, 2, 0}, {0.75, 0, 2}}), {});
     EXPECT_TRUE(found.meanScore == 0.5 && found.observed == 0.5 && found.stdError == 0.25 && !found.differs);
-    EXPECT_TRUE(calibration(sampleOf({{0.0, 1, 3}})).differs);
+    EXPECT_TRUE(calibration(sampleOf({{0.0, 1, 3}}), {}).differs);
+    EXPECT_TRUE(calibration(sampleOf({{0.25, 0, 200}, {0.75, 200, 0}}), 0.01).differs); // a case-control sample's
 }
 
 } // namespace

@@ -143,8 +143,8 @@ class C:
         names = ("model", "treat_all", "true_positive", "false_positive")
         return [dict(zip(names, row)) for row in zip(*lists)]
 
-    def calibration(self, summary, options):
-        return self.filled("calibration", Calibration, summary)
+    def calibration(self, summary, options, **_):
+        return self.filled("calibration", Calibration, summary, byref(options))
 
 
 # The program ---------------------------------------------------------------------------------------------------------
@@ -241,8 +241,9 @@ class Program:
         return [renamed(row, {"model": "net_benefit"}, "treat_all", "true_positive", "false_positive")
                 for row in self.run("benefit", case, "net_benefits", at=thresholds, prevalence=prevalence)]
 
-    def calibration(self, case):
-        return renamed(self.run("benefit", case, "net_benefits", at=[0.5])[0], {}, "mean_score", "observed")
+    def calibration(self, case, prevalence):
+        row = self.run("benefit", case, "net_benefits", at=[0.5], prevalence=prevalence)[0]
+        return renamed(row, {}, "mean_score", "observed")
 
 
 # Python --------------------------------------------------------------------------------------------------------------
@@ -329,8 +330,9 @@ class Python:
         return [dict(zip(("model", "treat_all", "true_positive", "false_positive"), (value.item() for value in row)))
                 for row in zip(found.net_benefit, found.treat_all, found.tp, found.fp)]
 
-    def calibration(self, case):
-        return renamed(vars(self.ask("net_benefit", case, [0.5], level=False)), {}, "mean_score", "observed")
+    def calibration(self, case, prevalence):
+        found = self.ask("net_benefit", case, [0.5], prevalence=prevalence, level=False)
+        return renamed(vars(found), {}, "mean_score", "observed")
 
 
 # R -------------------------------------------------------------------------------------------------------------------
@@ -427,8 +429,8 @@ class R:
     def net_benefit(self, case, thresholds, prevalence):
         return f"net_benefit(fit, {spelled(thresholds)}{self.words(case, {'prevalence': prevalence})})"
 
-    def calibration(self, case):
-        return "net_benefit(fit, 0.5)"
+    def calibration(self, case, prevalence):
+        return f"net_benefit(fit, 0.5{self.words(case, {'prevalence': prevalence})})"
 
     def answer(self, case, question):
         rows = self.answers[str(case) + str(question)]

@@ -909,11 +909,13 @@ def net_benefit(case, thresholds, prevalence=None):
     return rows
 
 
-def calibration(case):
+def calibration(case, prevalence=None):
     sample = Sample.of(case)
     n = sample.P + sample.N
-    mean = sum(Fraction(x) * (p + q) for x, p, q in zip(sample.values, sample.p, sample.n)) / n
-    observed = Fraction(sample.P, n)
+    observed = Fraction(sample.P, n) if prevalence is None else Fraction(prevalence)
+    means = [sum(Fraction(x) * count for x, count in zip(sample.values, counts)) / sum(counts)
+             for counts in (sample.p, sample.n)]
+    mean = observed * means[0] + (1 - observed) * means[1]
     return {"mean_score": number(mean), "observed": number(observed),
             "std_error": number(sqrt(exactly(mean * (1 - mean) / n))),
             "differs": (observed - mean) ** 2 > 9 * mean * (1 - mean) / n}

@@ -180,4 +180,4 @@ def questions(draw, case):
     if min(present) >= 0.0 and max(present) <= 1.0 and not case.smaller and not case.exclude:
         for stated in (None, prevalence):
             yield Question("net_benefit", {"thresholds": [0.05, 0.1, 0.3, 0.5, 0.9], "prevalence": stated})
-        yield Question("calibration", {})
+            yield Question("calibration", {"prevalence": stated})

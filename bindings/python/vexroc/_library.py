@@ -77,7 +77,7 @@ _SIGNATURES: dict[str, tuple[object, list[object]]] = {
     "vexroc_partial_area": (c_int, [c_void_p, _OPTIONS, c_char_p, c_double, c_double, POINTER(PartialResult)]),
     "vexroc_pr_area": (c_int, [c_void_p, _OPTIONS, c_char_p, POINTER(PrAreaResult)]),
     "vexroc_net_benefit": (c_int, [c_void_p, _OPTIONS, c_void_p, c_longlong, c_void_p, c_void_p, c_void_p, c_void_p]),
-    "vexroc_calibration": (c_int, [c_void_p, POINTER(CalibrationResult)]),
+    "vexroc_calibration": (c_int, [c_void_p, _OPTIONS, POINTER(CalibrationResult)]),
     "vexroc_remarks_new": (c_int, [c_int, POINTER(c_void_p)]),
     "vexroc_remarks_free": (None, [c_void_p]),
     "vexroc_remarks_count": (c_int, [c_void_p]),

@@ -317,7 +317,8 @@ def net_benefit(y_true: Any, y_score: Any, thresholds: Any, *, prevalence: float
     check(library().vexroc_net_benefit(asked.summary.address, ctypes.byref(asked.options), at.ctypes.data, len(at),
                                        model.ctypes.data, treat_all.ctypes.data, tp.ctypes.data, fp.ctypes.data))
     calibration = sized(CalibrationResult)
-    check(library().vexroc_calibration(asked.summary.address, ctypes.byref(calibration)))
+    check(library().vexroc_calibration(asked.summary.address, ctypes.byref(asked.options),
+                                       ctypes.byref(calibration)))
     asked.add_remarks(*["not-calibrated"] * calibration.differs)
     facts = asked.facts
     held_at = asked.prevalence or facts.positive / (facts.positive + facts.negative)

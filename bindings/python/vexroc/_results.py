@@ -523,7 +523,9 @@ class NetBenefit(_Frozen):
     prevalence: float
     """That the benefits hold at."""
     mean_score: float
-    """Of the scores, which are risks; compare with ``observed``, the share of positive cases."""
+    """Of the scores, which are risks; compare with ``observed``, the share of positive cases.
+
+    At a stated prevalence q: q times the mean of the positive cases plus 1 - q times that of the negative ones, and q."""
     observed: float
     n_positive: int
     n_negative: int

@@ -194,10 +194,10 @@ net_benefit <- function(fit, at, prevalence = NULL, ...) {
   remarks <- .Call(C_new_remarks)
   frame <- ask_areas(fit, options, function(cases, options, area) {
     benefit <- .Call(C_ask_benefit, cases, options, at)
-    scores <- .Call(C_ask_calibration, cases)
+    scores <- .Call(C_ask_calibration, cases, options)
     if (scores$differs != 0)
       say(remarks, "not-calibrated", area$subject,
-          sprintf("mean score %.4g, share of positive cases %.4g", scores$mean_score, scores$observed))
+          sprintf("mean score %.4g, prevalence %.4g", scores$mean_score, scores$observed))
     held <- if (is.null(prevalence)) area$prevalence else prevalence
     whole <- c(area[c("positive", "negative")], prevalence = held, scores[c("mean_score", "observed")])
     c(list(threshold = at), benefit[c("net_benefit", "treat_all")], list(treat_none = rep(0, length(at))),

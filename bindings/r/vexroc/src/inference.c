@@ -209,11 +209,12 @@ SEXP ask_precision_recall(SEXP cases, SEXP list, SEXP rule)
     return answer;
 }
 
-SEXP ask_calibration(SEXP cases)
+SEXP ask_calibration(SEXP cases, SEXP list)
 {
     SEXP summary = PROTECT(new_summary(cases));
+    const vexroc_inference_options options = options_of(list);
     vexroc_calibration_result result = {.struct_size = sizeof result};
-    const int code = vexroc_calibration(R_ExternalPtrAddr(summary), &result);
+    const int code = vexroc_calibration(R_ExternalPtrAddr(summary), &options, &result);
     SEXP answer = answer_of(code, &result, calibration_members, LENGTH_OF(calibration_members));
     UNPROTECT(1);
     return answer;

@@ -35,7 +35,7 @@ SEXP ask_area(SEXP cases, SEXP options);
 SEXP ask_rate(SEXP cases, SEXP options, SEXP criterion);
 SEXP ask_partial(SEXP cases, SEXP options, SEXP rate, SEXP band);
 SEXP ask_precision_recall(SEXP cases, SEXP options, SEXP rule);
-SEXP ask_calibration(SEXP cases);
+SEXP ask_calibration(SEXP cases, SEXP options);
 SEXP ask_points(SEXP cases, SEXP options, SEXP cut_offs, SEXP quantities, SEXP limits);
 SEXP ask_best(SEXP cases, SEXP options, SEXP criterion);
 SEXP ask_benefit(SEXP cases, SEXP options, SEXP thresholds);
