@@ -67,6 +67,7 @@ Report runBenefit(const BenefitOptions& options, const Surroundings& surrounding
         throw usageError("a score that is equal to a threshold counts as positive: leave out --exclude");
     const PlannedPicture picture(options.plot);
     Task task = parseSliced(options.sliced);
+    task.remarks.leaveOut({"below-chance"}); // whose advice, the other direction, does not go with risks
     Answers<NetBenefit> found;
     Answers<NetBenefit> drawn;
     const Analysis analysis =

@@ -18,7 +18,8 @@ Table pointTable(const Analysis& analysis, const CurveOptions& how, const Answer
     for (const auto& [value, test, points] : found) {
         table.setValue(value);
         for (std::size_t row = 0; row < points.size(); ++row) {
-            cells = {test->area.test, groupOf(test->area), cutOffCell(*test, points.cutOff(row))};
+            cells = {test->area.test, groupOf(test->area),
+                     CutOffCell{points.cutOffs[row], points.readingOf(*test, row)}};
             addRowCells(*test, how, points, row, detail, cells);
             table.add(cells);
         }

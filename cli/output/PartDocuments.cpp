@@ -4,6 +4,7 @@
 #include "cli/output/questionWords.h"
 #include "cli/output/resultTables.h"
 
+#include <algorithm>
 #include <array>
 
 // Parts of the area, the area of precision and recall, net benefit: one row or a few for each curve.
@@ -77,6 +78,21 @@ Table tableOf(const Analysis& analysis, const Answers<Answer>& found, std::span<
     return table.take();
 }
 
+/// By what the limits are; where only some are by another interval than the one asked for, that one is told too.
+template <class Answer>
+std::string intervalHeadingOf(const Analysis& analysis, const CurveOptions& how, const Answers<Answer>& found)
+{
+    std::vector<std::string> used;
+    for (const auto& curve : found)
+        if (std::ranges::find(used, curve.answer.interval) == used.end())
+            used.push_back(curve.answer.interval);
+    const Inference& asked = analysis.question.inference;
+    if (used.size() == 1)
+        return intervalHeading(asked, used.front());
+    return intervalHeading(asked, how.interval)
+        + (used.empty() ? "" : "; " + intervalInWords("bootstrap") + " where that is not defined");
+}
+
 std::vector<Table::Value> leadOf(const Area& area)
 {
     return {area.test, groupOf(area), double(area.positive), double(area.negative), double(area.leftOut)};
@@ -91,7 +107,7 @@ Table precisionRecallTable(const Analysis& analysis, const CurveOptions& how, co
                    [&](const TestResult& test, const PrecisionRecallArea& a, TableMaker& table) {
                        std::vector<Table::Value> cells = leadOf(test.area);
                        cells.insert(cells.end(),
-                                    {a.area.value, a.area.lower, a.area.upper, rule, how.interval,
+                                    {a.area.value, a.area.lower, a.area.upper, rule, a.interval,
                                      prevalenceOf(test, how), a.lowest});
                        table.add(cells);
                    });
@@ -113,7 +129,7 @@ Document partialAreaDocument(const Analysis& analysis, const CurveOptions& how, 
     Document document = documentOn(analysis, "partial",
                                    std::string("Partial area ") + (band.rate == "fpr" ? "under" : "right of")
                                        + " the ROC curve " + bandWords(band));
-    document.heading.push_back(intervalHeading(analysis.question.inference, how.interval)
+    document.heading.push_back(intervalHeadingOf(analysis, how, found)
                                + "; standard error: from components, as DeLong's");
     addIntervalFacts(document.question, analysis.question, how.interval);
     document.parts.push_back({"partial_areas", "",
@@ -124,11 +140,11 @@ Document partialAreaDocument(const Analysis& analysis, const CurveOptions& how, 
                                                        {band.rate, band.from, band.to, a.area.value, a.stdError,
                                                         a.area.lower, a.area.upper, a.standardized.value,
                                                         a.standardizedError, a.standardized.lower, a.standardized.upper,
-                                                        how.interval});
+                                                        a.interval});
                                           table.add(cells);
                                       })});
     for (const auto& curve : found)
-        document.sentences.push_back(sentenceOn(analysis.question, how, band, curve));
+        document.sentences.push_back(sentenceOn(analysis.question, band, curve));
     return document;
 }
 
@@ -136,8 +152,7 @@ Document precisionRecallAreaDocument(const Analysis& analysis, const CurveOption
                                      const Answers<PrecisionRecallArea>& found)
 {
     Document document = documentOn(analysis, "pr", precisionRecallTitle(rule));
-    document.heading.push_back(intervalHeading(analysis.question.inference, how.interval) + "; "
-                               + prevalenceWords(analysis, how));
+    document.heading.push_back(intervalHeadingOf(analysis, how, found) + "; " + prevalenceWords(analysis, how));
     document.question.emplace_back("rule", rule);
     addIntervalFacts(document.question, analysis.question, how.interval);
     addPrevalenceFact(document.question, how);

@@ -93,7 +93,7 @@ std::string ratesOf(const Question& question, const CurveOptions& how, const Are
 
 std::string cutOffOf(const TestResult& test, const OperatingPoints& points, std::size_t row)
 {
-    return cutOffText(points.cutOffs[row], test.readingOf(points.cutOff(row)));
+    return cutOffText(points.cutOffs[row], points.readingOf(test, row));
 }
 
 std::string criterionWords(const BestCutOffs& best)
@@ -157,12 +157,11 @@ std::string sentenceOn(const Question& question, const CurveOptions& how,
     return sentence + " (cut-off and rates from the same data; " + program() + ").";
 }
 
-std::string sentenceOn(const Question& question, const CurveOptions& how, const Band& band,
-                       const AboutCurve<PartialArea>& found)
+std::string sentenceOn(const Question& question, const Band& band, const AboutCurve<PartialArea>& found)
 {
     const auto& [value, test, a] = found;
     return "The partial area under the ROC curve of " + subject(question, test->area, value) + " " + bandWords(band)
-        + " was " + shown(a.area.value) + " (" + intervalOf(question, how.interval, a.area) + "; standardized "
+        + " was " + shown(a.area.value) + " (" + intervalOf(question, a.interval, a.area) + "; standardized "
         + shown(a.standardized.value) + ", " + range(a.standardized.lower, a.standardized.upper) + "; "
         + casesOf(test->area) + "; " + program() + ").";
 }
@@ -172,7 +171,7 @@ std::string sentenceOn(const Question& question, const CurveOptions& how, const 
 {
     const auto& [value, test, a] = found;
     return "The area under the precision-recall curve of " + subject(question, test->area, value) + " (rule " + rule
-        + ") was " + shown(a.area.value) + " (" + intervalOf(question, how.interval, a.area) + ") at the "
+        + ") was " + shown(a.area.value) + " (" + intervalOf(question, a.interval, a.area) + ") at the "
         + (how.prevalence ? "" : "sample's ") + "prevalence " + shown(prevalenceOf(*test, how)) + " ("
         + casesOf(test->area) + "; " + program() + ").";
 }

@@ -19,8 +19,7 @@ std::string sentenceOn(const Question& question, const CurveOptions& how, const 
                        std::size_t row);
 std::string sentenceOn(const Question& question, const CurveOptions& how,
                        const AboutCurve<std::vector<BestCutOffs>>& found, const BestCutOffs& best);
-std::string sentenceOn(const Question& question, const CurveOptions& how, const Band& band,
-                       const AboutCurve<PartialArea>& found);
+std::string sentenceOn(const Question& question, const Band& band, const AboutCurve<PartialArea>& found);
 std::string sentenceOn(const Question& question, const CurveOptions& how, const std::string& rule,
                        const AboutCurve<PrecisionRecallArea>& found);
 

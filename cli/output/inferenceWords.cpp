@@ -70,8 +70,11 @@ void addPrevalenceFact(std::vector<Fact>& facts, const CurveOptions& how)
 
 std::string bandWords(const Band& band)
 {
-    return std::string("over ") + (band.rate == "fpr" ? "false positive rates" : "sensitivities") + " from "
-        + shortest(band.from) + " to " + shortest(band.to);
+    const std::string ends = shortest(band.from) + " to " + shortest(band.to);
+    if (band.rate != "fpr")
+        return "over sensitivities " + ends;
+    return "over false positive rates " + ends + " (specificity " + readable(1.0 - band.to, CellRole::measure) + " to "
+        + readable(1.0 - band.from, CellRole::measure) + ')';
 }
 
 std::string nameOf(const Question& question, const Area& area, std::string_view value)

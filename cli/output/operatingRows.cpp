@@ -103,7 +103,7 @@ std::string blockTitle(const Question& question, std::string_view value, const T
                        const OperatingPoints& points, std::size_t row)
 {
     return nameOf(question, test.area, value) + ", cut-off "
-        + cutOffText(points.cutOffs[row], test.readingOf(points.cutOff(row)));
+        + cutOffText(points.cutOffs[row], points.readingOf(test, row));
 }
 
 void addRowMethods(const Analysis& analysis, const CurveOptions& how, Document& document)

@@ -5,6 +5,7 @@
 #include "vexrocproc/inference.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace vexroc {
 
@@ -58,7 +59,8 @@ OperatingPoints withRows(std::size_t rows)
                            .falsePositive = std::vector<long long>(rows),
                            .trueNegative = std::vector<long long>(rows),
                            .falseNegative = std::vector<long long>(rows),
-                           .measures = {}};
+                           .measures = {},
+                           .isNamed = false};
     for (auto& measure : points.measures)
         for (std::vector<double>& numbers : measure)
             numbers.assign(rows, notComputed);
@@ -88,6 +90,14 @@ double samplePrevalence(const Area& area)
     return cases > 0 ? static_cast<double>(area.positive) / static_cast<double>(cases) : notComputed;
 }
 
+CutOffReading OperatingPoints::readingOf(const TestResult& test, std::size_t row) const
+{
+    CutOffReading reading = test.readingOf(cutOff(row));
+    if (isNamed && std::isfinite(cutOffs[row]))
+        reading.positive = CutOffReading::Calls::some;
+    return reading;
+}
+
 CurveInference::CurveInference(const TestResult& test, const Question& question, const CurveOptions& options,
                                const Watch& watch)
     : test_(test), question_(question), options_(options), watch_(watch)
@@ -100,6 +110,7 @@ OperatingPoints CurveInference::points(const std::optional<std::vector<double>>&
         return {};
     const long long rows = at ? static_cast<long long>(at->size()) : vexroc_cut_off_count(test_.summary.get());
     OperatingPoints points = withRows(static_cast<std::size_t>(rows));
+    points.isNamed = at.has_value();
     vexroc_operating_columns columns = columnsOf(points);
     const vexroc_inference_options options = optionsFor("");
     requireAnswer(vexroc_operating_points(test_.summary.get(), &options, at ? at->data() : nullptr, 0, rows, &columns));
@@ -127,6 +138,7 @@ BestCutOffs CurveInference::best(const std::string& criterion) const
     best.value = found.value;
     best.chosen = static_cast<std::size_t>(found.chosen);
     best.ties = points(cutOffs);
+    best.ties.isNamed = false;
     if (best.fixesRate())
         addRate(best);
     return best;
@@ -148,7 +160,7 @@ void CurveInference::addRate(BestCutOffs& best) const
 PartialArea CurveInference::partial(const Band& band) const
 {
     if (!hasBothStates())
-        return {};
+        return {.interval = options_.interval};
     auto found = toBeFilled<vexroc_partial_result>();
     const vexroc_inference_options options = optionsFor(options_.interval);
     requireAnswer(vexroc_partial_area(test_.summary.get(), &options, band.rate.c_str(), band.from, band.to, &found));
@@ -160,7 +172,8 @@ PartialArea CurveInference::partial(const Band& band) const
     if (found.few != 0)
         remark("few-in-band");
     remarkOnReplicates(found);
-    return {.area = {found.area, found.lower, found.upper},
+    return {.interval = found.interval,
+            .area = {found.area, found.lower, found.upper},
             .stdError = found.std_error,
             .standardized = {found.standardized, found.standardized_lower, found.standardized_upper},
             .standardizedError = found.standardized_error};
@@ -169,14 +182,17 @@ PartialArea CurveInference::partial(const Band& band) const
 PrecisionRecallArea CurveInference::precisionRecall(const std::string& rule) const
 {
     if (!hasBothStates())
-        return {};
+        return {.interval = options_.interval};
     auto found = toBeFilled<vexroc_pr_result>();
     const vexroc_inference_options options = optionsFor(options_.interval);
     requireAnswer(vexroc_pr_area(test_.summary.get(), &options, rule.c_str(), &found));
     if (found.edge != 0)
         remark("pr-edge");
     remarkOnReplicates(found);
-    return {.area = {found.area, found.lower, found.upper}, .prevalence = found.prevalence, .lowest = found.lowest};
+    return {.interval = found.interval,
+            .area = {found.area, found.lower, found.upper},
+            .prevalence = found.prevalence,
+            .lowest = found.lowest};
 }
 
 NetBenefit CurveInference::benefit(const std::vector<double>& thresholds) const

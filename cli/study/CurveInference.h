@@ -59,6 +59,7 @@ struct OperatingPoints {
     std::vector<long long> trueNegative;
     std::vector<long long> falseNegative;
     std::array<std::array<std::vector<double>, 3>, measureCount> measures = {}; ///< each an estimate and its two limits
+    bool isNamed = false; ///< the cut-offs are the user's, shown as numbers whatever they call positive
 
     [[nodiscard]] std::size_t size() const noexcept { return cutOffs.size(); }
     [[nodiscard]] Estimate at(Measure measure, std::size_t row) const
@@ -71,6 +72,7 @@ struct OperatingPoints {
         return {cutOffs[row], at(Measure::sensitivity, row).value, at(Measure::specificity, row).value,
                 truePositive[row], falsePositive[row]};
     }
+    [[nodiscard]] CutOffReading readingOf(const TestResult& test, std::size_t row) const;
 };
 
 /// The best cut-offs by one criterion.
@@ -101,6 +103,7 @@ struct Band {
 };
 
 struct PartialArea {
+    std::string interval; ///< that the limits are by: not always the one asked for
     Estimate area = {};
     double stdError = notComputed;
     Estimate standardized = {}; ///< 1/2 on the diagonal, 1 at the top
@@ -108,6 +111,7 @@ struct PartialArea {
 };
 
 struct PrecisionRecallArea {
+    std::string interval; ///< that the limits are by
     Estimate area = {};
     double prevalence = notComputed; ///< that it holds at, and the area of a test that says nothing
     double lowest = notComputed;     ///< of all areas of so many cases

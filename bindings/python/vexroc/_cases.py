@@ -140,7 +140,8 @@ class Cases:
         of that. The standard error of the area is not shown, so that it lacks is not said."""
         r, told = infer_area(summary.address, self.is_smaller(), AreaQuestion(exact="never")), summary.facts()
         shown = {"interval": b"score", "p_method": b"mann-whitney", "std_error": 1.0, **facts}
-        self.add_remarks(told.positive, told.negative, told.values, area=r.area, lower=r.lower, upper=r.upper, **shown)
+        many = 3  # what a yes/no test's ROC area is, is not said of another number
+        self.add_remarks(told.positive, told.negative, many, area=r.area, lower=r.lower, upper=r.upper, **shown)
 
     def summary(self) -> Summary:
         """Of the only scores."""

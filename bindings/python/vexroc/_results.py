@@ -464,7 +464,9 @@ class PartialArea(_Framed):
     notes: Remarks = field(default=(), compare=False)
 
     def __repr__(self) -> str:
-        text = (f"<partial area {self.area:.4f} ({self.rate} {self.band[0]:g} to {self.band[1]:g}), standard error "
+        low, high = self.band
+        specificity = f", specificity {1 - high:g} to {1 - low:g}" if self.rate == "fpr" else ""
+        text = (f"<partial area {self.area:.4f} ({self.rate} {low:g} to {high:g}{specificity}), standard error "
                 f"{self.std_error:.4f}, {_interval(self.confidence_level, self.ci_lower, self.ci_upper, _rule(self))}, "
                 f"standardized {self.standardized:.4f}; "
                 f"{case_text(self.n_positive, self.n_negative, self.n_omitted)}>")
@@ -525,7 +527,8 @@ class NetBenefit(_Frozen):
     mean_score: float
     """Of the scores, which are risks; compare with ``observed``, the share of positive cases.
 
-    At a stated prevalence q: q times the mean of the positive cases plus 1 - q times that of the negative ones, and q."""
+    At a stated prevalence q: q times the mean of the positive cases plus 1 - q times that of the negative ones,
+    and q."""
     observed: float
     n_positive: int
     n_negative: int
