@@ -126,9 +126,10 @@ std::string precisionRecallTitle(const std::string& rule)
 Document partialAreaDocument(const Analysis& analysis, const CurveOptions& how, const Band& band,
                              const Answers<PartialArea>& found)
 {
-    Document document = documentOn(analysis, "partial",
-                                   std::string("Partial area ") + (band.rate == "fpr" ? "under" : "right of")
-                                       + " the ROC curve " + bandWords(band));
+    Document document =
+        documentOn(analysis, "partial",
+                   std::string("Partial area ") + (band.rate == "fpr" ? "under" : "right of") + " the ROC curve");
+    document.heading.insert(document.heading.begin() + 1, "Band: " + bandWords(band));
     document.heading.push_back(intervalHeadingOf(analysis, how, found)
                                + "; standard error: from components, as DeLong's");
     addIntervalFacts(document.question, analysis.question, how.interval);

@@ -160,10 +160,10 @@ std::string sentenceOn(const Question& question, const CurveOptions& how,
 std::string sentenceOn(const Question& question, const Band& band, const AboutCurve<PartialArea>& found)
 {
     const auto& [value, test, a] = found;
-    return "The partial area under the ROC curve of " + subject(question, test->area, value) + " " + bandWords(band)
-        + " was " + shown(a.area.value) + " (" + intervalOf(question, a.interval, a.area) + "; standardized "
-        + shown(a.standardized.value) + ", " + range(a.standardized.lower, a.standardized.upper) + "; "
-        + casesOf(test->area) + "; " + program() + ").";
+    return "The partial area under the ROC curve of " + subject(question, test->area, value) + " over "
+        + bandWords(band) + " was " + shown(a.area.value) + " (" + intervalOf(question, a.interval, a.area)
+        + "; standardized " + shown(a.standardized.value) + ", " + range(a.standardized.lower, a.standardized.upper)
+        + "; " + casesOf(test->area) + "; " + program() + ").";
 }
 
 std::string sentenceOn(const Question& question, const CurveOptions& how, const std::string& rule,

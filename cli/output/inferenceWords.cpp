@@ -72,8 +72,8 @@ std::string bandWords(const Band& band)
 {
     const std::string ends = shortest(band.from) + " to " + shortest(band.to);
     if (band.rate != "fpr")
-        return "over sensitivities " + ends;
-    return "over false positive rates " + ends + " (specificity " + readable(1.0 - band.to, CellRole::measure) + " to "
+        return "sensitivities " + ends;
+    return "false positive rates " + ends + " (specificity " + readable(1.0 - band.to, CellRole::measure) + " to "
         + readable(1.0 - band.from, CellRole::measure) + ')';
 }
 

@@ -24,7 +24,7 @@ std::string prevalenceWords(const Analysis& analysis, const CurveOptions& how);
 /// The one that precision holds at: stated, or of these cases.
 double prevalenceOf(const TestResult& test, const CurveOptions& how);
 void addPrevalenceFact(std::vector<Fact>& facts, const CurveOptions& how);
-/// "over false positive rates 0 to 0.1 (specificity 0.9 to 1)"
+/// "false positive rates 0 to 0.1 (specificity 0.9 to 1)"
 std::string bandWords(const Band& band);
 
 /// "radius_mean where sex = female and site = A", visible text; `value` is that of the column `by`.
