@@ -209,6 +209,7 @@ typedef struct vexroc_rate_result {
  * Words of interval: "btii" (Zhou and Qin 2005), "bootstrap" (percentile), "none" (no replicates are drawn).
  *
  * @param criterion  "specificity=SHARE": of the sensitivity; "sensitivity=SHARE": of the specificity
+ * @return VEXROC_INVALID for any other criterion, too few replicates, and with probability weights
  */
 int vexroc_rate_at(const vexroc_summary* summary, const vexroc_inference_options* options, const char* criterion,
                    vexroc_rate_result* result);
@@ -295,15 +296,17 @@ int vexroc_net_benefit(const vexroc_summary* summary, const vexroc_inference_opt
 
 typedef struct vexroc_calibration_result {
     size_t struct_size;
-    double mean_score;
-    double observed;  /**< share of positive cases, or the stated prevalence */
-    double std_error; /**< sqrt(mean_score (1 - mean_score) / n), of the observed share if the scores are right */
-    int differs;      /**< 1: by more than three of them */
+    double mean_score; /**< in [0, 1] */
+    double observed;   /**< share of positive cases, or the stated prevalence */
+    double std_error;  /**< sqrt(mean_score (1 - mean_score) / n), of the observed share if the scores are right */
+    int differs;       /**< 1: by more than three of them */
 } vexroc_calibration_result;
 
 /**
  * Do scores, which are probabilities, agree with the share of positive cases on the whole? Reads prevalence: if q is
  * stated, the mean score is q times that of the positive cases and 1 - q times that of the negative ones, against q.
+ *
+ * @return VEXROC_INVALID for a test value that is no probability, and with probability weights
  */
 int vexroc_calibration(const vexroc_summary* summary, const vexroc_inference_options* options,
                        vexroc_calibration_result* result);
